@@ -1,0 +1,77 @@
+// Seam one: the store. Called by the gateway (mdlMain), the data control and every database routine;
+// implemented by store/sqlite and store/odbc, and by the decorators in store/trace.h and store/fault.h.
+// One thread: that of the host's call.
+//
+// The statement that arrives here is the system's own text in the SQL Server dialect, to the blank. One call
+// carries one statement: a second one behind a ';' and comments are refused as a syntax failure.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "store/failure.h"
+#include "store/recordset.h"
+
+namespace orvenmod::store {
+
+/// Adds rows to one table field by field: addNew, set..., update, and again. What was set and not
+/// updated is dropped. Lives no longer than its connection stays open.
+class TableWriter {
+public:
+    virtual ~TableWriter() = default;
+
+    virtual void addNew() = 0;
+    /// A field of the row begun, as text; the store converts it to the column's type when the row is stored.
+    virtual void set(std::string_view field, std::string_view text) = 0;
+    virtual void setNull(std::string_view field) = 0;
+    /// Binary contents; `bytes` must live until update().
+    virtual void setBinary(std::string_view field, std::span<const std::byte> bytes) = 0;
+    /// Stores the row. Throws Failure; the row is then dropped and the table as before.
+    virtual void update() = 0;
+};
+
+class Connection {
+public:
+    virtual ~Connection() = default;
+
+    /// Runs a statement that gives no rows; the count of rows it touched (0 for DDL).
+    /// On failure the statement had no effect, and an open transaction stays open.
+    virtual std::int64_t execute(std::string_view sql) = 0;
+
+    /// Runs a query and fetches it whole.
+    virtual Recordset open(std::string_view sql) = 0;
+
+    /// Opens a table for adding. Throws Failure 208 where there is none.
+    virtual std::unique_ptr<TableWriter> openTable(std::string_view table) = 0;
+
+    virtual void beginTrans() = 0;
+    /// Throws Failure 3902 without a transaction.
+    virtual void commitTrans() = 0;
+    /// Throws Failure 3903 without a transaction.
+    virtual void rollbackTrans() = 0;
+    virtual bool inTransaction() const = 0;
+
+    /// Called now and then (about ten times a second) while a statement takes long, so that windows can
+    /// paint. Empty for none. It must not use the connection.
+    virtual void setProgress(std::function<void()> progress) = 0;
+
+    /// Undoes an open transaction and lets go of the database. Never throws. Every later call but close() throws.
+    virtual void close() noexcept = 0;
+};
+
+/// Makes connections; which kind, the connection string decides.
+class Store {
+public:
+    virtual ~Store() = default;
+
+    /// Opens the database that the string names. Throws Failure (kind connection) with a text that says
+    /// what is wrong.
+    virtual std::unique_ptr<Connection> connect(const std::string& connectionString) = 0;
+};
+
+}  // namespace orvenmod::store

@@ -1,0 +1,31 @@
+// Fails an operation of a store on demand, for fault sweeps: run a command once to count its operations, then
+// once for each n with the n-th failing.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "store/connection.h"
+
+namespace orvenmod::store {
+
+/// Which operation is to fail, and how many there have been: connect, execute, open, openTable, update of a
+/// table row, begin, commit and rollback each count as one. A failing operation has no effect on the target.
+struct FaultPlan {
+    int count = 0;
+    int failAt = 0;                              ///< 1 for the first; 0 for none
+    std::string text = "注入的故障";
+    int number = 50000;
+};
+
+class FaultyStore : public Store {
+public:
+    FaultyStore(Store& target, FaultPlan& plan);
+    std::unique_ptr<Connection> connect(const std::string& connectionString) override;
+
+private:
+    Store& target_;
+    FaultPlan& plan_;
+};
+
+}  // namespace orvenmod::store
