@@ -74,11 +74,13 @@ private:
     static constexpr std::size_t kArenaBlock = 1 << 20;
 
     void addCell(const char* cell);
+    void growCells();
     char* reserve(std::size_t bytes);
 
     std::vector<Column> columns_;
     std::vector<std::unique_ptr<const char*[]>> cells_;
-    std::size_t filled_ = 0;
+    std::size_t filled_ = 0;     // of the last block
+    std::size_t capacity_ = 0;   // of the last block, in cells
     std::size_t rows_ = 0;
     std::size_t at_ = 0;
     std::vector<std::unique_ptr<char[]>> arena_;

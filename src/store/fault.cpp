@@ -1,0 +1,83 @@
+#include "store/fault.h"
+
+#include <utility>
+
+#include "store/connectionwrapper.h"
+
+namespace orvenmod::store {
+
+namespace {
+
+void count(FaultPlan& plan) {
+    if (++plan.count == plan.failAt) throw Failure(FailureKind::other, plan.number, plan.text);
+}
+
+class FaultyWriter : public TableWriter {
+public:
+    FaultyWriter(std::unique_ptr<TableWriter> target, FaultPlan& plan) : target_(std::move(target)), plan_(plan) {}
+
+    void addNew() override { target_->addNew(); }
+    void set(std::string_view field, std::string_view text) override { target_->set(field, text); }
+    void setNull(std::string_view field) override { target_->setNull(field); }
+    void setBinary(std::string_view field, std::span<const std::byte> bytes) override {
+        target_->setBinary(field, bytes);
+    }
+    void update() override {
+        try {
+            count(plan_);
+        } catch (const Failure&) {
+            target_->addNew();  // drops what was set, as a failed update does
+            throw;
+        }
+        target_->update();
+    }
+
+private:
+    std::unique_ptr<TableWriter> target_;
+    FaultPlan& plan_;
+};
+
+class FaultyConnection : public ConnectionWrapper {
+public:
+    FaultyConnection(std::unique_ptr<Connection> connection, FaultPlan& plan)
+        : ConnectionWrapper(std::move(connection)), plan_(plan) {}
+
+    std::int64_t execute(std::string_view sql) override {
+        count(plan_);
+        return target().execute(sql);
+    }
+    Recordset open(std::string_view sql) override {
+        count(plan_);
+        return target().open(sql);
+    }
+    std::unique_ptr<TableWriter> openTable(std::string_view table) override {
+        count(plan_);
+        return std::make_unique<FaultyWriter>(target().openTable(table), plan_);
+    }
+    void beginTrans() override {
+        count(plan_);
+        target().beginTrans();
+    }
+    void commitTrans() override {
+        count(plan_);
+        target().commitTrans();
+    }
+    void rollbackTrans() override {
+        count(plan_);
+        target().rollbackTrans();
+    }
+
+private:
+    FaultPlan& plan_;
+};
+
+}  // namespace
+
+FaultyStore::FaultyStore(Store& target, FaultPlan& plan) : target_(target), plan_(plan) {}
+
+std::unique_ptr<Connection> FaultyStore::connect(const std::string& connectionString) {
+    count(plan_);
+    return std::make_unique<FaultyConnection>(target_.connect(connectionString), plan_);
+}
+
+}  // namespace orvenmod::store
