@@ -1,0 +1,30 @@
+// The data control: fetches a query by a connection of its own and binds its rows to a list grid.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/listgrid.h"
+#include "store/connection.h"
+
+namespace orvenmod {
+
+class Adodc {
+public:
+    explicit Adodc(platform::ListGrid& grid) : grid_(grid) {}
+    ~Adodc();
+
+    void setConnectionString(const std::string& text);
+    void setRecordSource(const std::string& sql) { recordSource_ = sql; }
+
+    /// Runs the query and shows its rows. On failure the grid keeps what it showed.
+    void refresh();
+
+private:
+    platform::ListGrid& grid_;
+    std::string connectionString_;
+    std::string recordSource_;
+    std::unique_ptr<store::Connection> connection_;
+};
+
+}  // namespace orvenmod

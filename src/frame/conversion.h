@@ -1,0 +1,42 @@
+// 16- and 32-bit fields convert as the system always has: a text is trimmed and may hold a decimal number, which is
+// rounded half to even; a value that is no number, or does not fit, is a failure, never a silent 0.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace orvenmod {
+
+/// "类型不匹配" (13), "溢出" (6) or "无效使用 Null" (94).
+class ConversionFailure : public std::runtime_error {
+public:
+    ConversionFailure(int number, const std::string& text) : std::runtime_error(text), number_(number) {}
+    int number() const { return number_; }
+
+private:
+    int number_;
+};
+
+std::int16_t toInt16(std::string_view text);
+std::int32_t toInt32(std::string_view text);
+double toDouble(std::string_view text);
+
+/// A field's value that must not be null; null is failure 94.
+std::string required(std::optional<std::string_view> value);
+
+/// The leading number of a text as a plain parse: it stops at the first character that is no part of one; "" gives 0.
+double leadingNumber(std::string_view text);
+
+/// Whether the text as a whole is a number.
+bool isNumeric(std::string_view text);
+
+/// The text without outer blanks.
+std::string trim(std::string_view text);
+
+/// The text in lower case, ASCII letters only.
+std::string lowerCase(std::string_view text);
+
+}  // namespace orvenmod

@@ -1,0 +1,40 @@
+// The gateway: connection, right check, settings and the ini file.
+#pragma once
+
+#include <string>
+
+#include "store/connection.h"
+
+namespace orvenmod {
+
+/// The application name of the settings that the component shares with the suite.
+inline constexpr const char* kSettingsApplication = "Orvencom";
+
+/// Reuses gConn as it stands, else opens one by gConnStr. True, or a failure of the store.
+bool openDB();
+
+/// Closes and drops gConn if there is one.
+void closeDB() noexcept;
+
+/// True where gIsAdmin is 1 or the logged-in user has the right. Shows the refusal itself.
+bool isHaveRight(const std::string& strRight);
+
+/// A value of the ini file, at most 144 characters long; an absent or empty one is written with the default.
+std::string GetIniS(const std::string& strSection, const std::string& strKey, const std::string& strDefault);
+void SetIniS(const std::string& strSection, const std::string& strKey, const std::string& strValue);
+
+/// The path of the ini file.
+std::string AppProfileName();
+
+/// Boxes titled gMsgTitle.
+void showWarning(const std::string& text);
+void showInformation(const std::string& text);
+void showCritical(const std::string& text);
+/// Yes or No.
+bool askQuestion(const std::string& text);
+
+/// A shared setting, as text and as a number; a text that is no number is a failure.
+std::string setting(const std::string& section, const std::string& key, const std::string& fallback);
+void saveSetting(const std::string& section, const std::string& key, const std::string& value);
+
+}  // namespace orvenmod

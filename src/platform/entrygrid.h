@@ -1,0 +1,63 @@
+// The entry grid: typed cells, hidden columns, locks and tags. Rows and columns count from 1, and calls name the column
+// first, as this grid always has.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/control.h"
+#include "platform/event.h"
+#include "platform/keys.h"
+
+namespace orvenmod::platform {
+
+/// What a number cell takes: decimal places and limits. A limit that is none leaves the type's own.
+struct NumberRule {
+    int decimals = 2;
+    double minimum = -99999999999.0;
+    double maximum = 99999999999.0;
+};
+
+class EntryGrid : public Control {
+public:
+    virtual int rowCount() const = 0;
+    virtual int columnCount() const = 0;
+    virtual void setRowCount(int rows) = 0;
+    virtual void deleteRow(int row) = 0;
+
+    /// 0 where no cell is active.
+    virtual int activeRow() const = 0;
+    virtual int activeColumn() const = 0;
+    virtual void setActiveCell(int column, int row) = 0;
+
+    virtual std::string text(int column, int row) const = 0;
+    /// Writes a cell without raising events. A combo selects the entry of that text; without one it shows no
+    /// selection and keeps the text. A check box takes "1", "0" or "".
+    virtual void setText(int column, int row, const std::string& text) = 0;
+
+    /// `row` 0 sets the whole column, rows added later included. The same holds for the rule and the lock.
+    virtual void setCellType(int column, int row, CellType type) = 0;
+    virtual CellType cellType(int column, int row) const = 0;
+    virtual void setNumberRule(int column, int row, const NumberRule& rule) = 0;
+    virtual void setLocked(int column, int row, bool locked) = 0;
+    virtual bool locked(int column, int row) const = 0;
+
+    virtual std::string cellTag(int column, int row) const = 0;
+    virtual void setCellTag(int column, int row, const std::string& tag) = 0;
+
+    virtual void setItems(int column, int row, const std::vector<std::string>& items) = 0;
+    virtual int selectedItem(int column, int row) const = 0;     ///< -1 for none
+    virtual void selectItem(int column, int row, int item) = 0;  ///< without events
+
+    virtual void setColumnHidden(int column, bool hidden) = 0;
+    virtual bool columnHidden(int column) const = 0;
+    virtual void setLockedColour(const Colour& colour) = 0;  ///< background of locked cells
+
+    /// On a pick the toolkit raises comboSelectionChange, then comboCloseUp, each with column and row.
+    Event<int, int> comboSelectionChange;
+    Event<int, int, int> comboCloseUp;  ///< and the item, -1 for none
+    Event<int, int> editChange;
+    Event<int, int> buttonClick;
+};
+
+}  // namespace orvenmod::platform

@@ -1,0 +1,13 @@
+// Number formats of list columns ("#,###.##") as a clerk expects them: 1234.5 shows as 1,234.5, 1234 as 1,234, 0.5 as
+// 0.5.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvenmod::platform {
+
+/// The text in the format; a text that is no number, and any format not understood, leaves it as it stands.
+std::string formatNumber(std::string_view text, std::string_view format);
+
+}  // namespace orvenmod::platform

@@ -1,0 +1,45 @@
+// Makes windows and asks the user. Implemented by platform/qt and platform/memory. One thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/design.h"
+#include "platform/window.h"
+
+namespace orvenmod::platform {
+
+enum class MessageKind { warning, information, critical, question };
+
+enum class Answer { ok, yes, no };
+
+class Toolkit {
+public:
+    virtual ~Toolkit() = default;
+
+    virtual std::unique_ptr<Window> createWindow(const WindowDesign& design) = 0;
+
+    /// A modal box: OK, or Yes and No for a question, where closing it counts as No.
+    virtual Answer message(MessageKind kind, const std::string& text, const std::string& title) = 0;
+
+    /// Moves the focus on as the Tab key does.
+    virtual void sendTab() = 0;
+
+    /// Opens a file with the program that the desktop has for it. Throws std::runtime_error where it can't.
+    virtual void openDocument(const std::string& path) = 0;
+
+    /// Paints what waits to be painted and takes no input; for long work within an event.
+    virtual void paintPending() = 0;
+
+    /// Shows a failure that escaped an event in the critical box, under the title that setFailureTitle provides.
+    void showEscaped(const std::string& text) {
+        message(MessageKind::critical, text, failureTitle_ ? failureTitle_() : "");
+    }
+    void setFailureTitle(std::function<std::string()> title) { failureTitle_ = std::move(title); }
+
+private:
+    std::function<std::string()> failureTitle_;
+};
+
+}  // namespace orvenmod::platform

@@ -1,0 +1,98 @@
+// The scripted user: drives real windows of either toolkit and answers their boxes. A scenario is written once:
+//
+//     script.onWindow("frmBasicInfoList", [&](User& user) {
+//         user.clickNode("tv1", "D12");
+//         user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
+//         user.chooseMenu("MenuEditDelete");
+//     });
+//     basicInfo.mainInterface(...);
+//     script.finish();
+//
+// Every window that opens modally takes the next onWindow of its name; a window without a script, a box without an
+// answer, and a script that was never run fail the test. A window still open when its script ends is closed as by its
+// title bar.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/controls.h"
+#include "platform/entrygrid.h"
+#include "platform/listgrid.h"
+#include "platform/settings.h"
+#include "platform/toolkit.h"
+#include "platform/tree.h"
+
+namespace orvenmod::test {
+
+/// A box that was shown.
+struct ShownMessage {
+    platform::MessageKind kind;
+    std::string text;
+    std::string title;
+    bool operator==(const ShownMessage&) const = default;
+};
+
+class User {
+public:
+    virtual ~User() = default;
+
+    /// The window that this user works in; its controls tell their state.
+    virtual platform::Window& window() = 0;
+    template <class Kind>
+    Kind& control(const std::string& name, int index = -1) {
+        return window().get<Kind>(name, index);
+    }
+
+    virtual void click(const std::string& button, int index = -1) = 0;
+    virtual void clickTool(const std::string& key) = 0;
+    virtual void chooseMenu(const std::string& menu) = 0;  ///< a disabled or hidden one fails the test
+    virtual void press(const std::string& shortcut) = 0;   ///< "Ctrl+A", "Enter", "Tab" ... at the focus
+    virtual void type(const std::string& edit, const std::string& text, int index = -1) = 0;  ///< replaces the text
+    virtual void pick(const std::string& combo, int row, int index = -1) = 0;
+    virtual void pickDate(const std::string& picker, const platform::Date& date) = 0;
+    virtual void clickNode(const std::string& tree, const std::string& key) = 0;
+    virtual void rightClick(const std::string& control,
+                            const std::string& chooseMenu) = 0;         ///< then that entry of the popup, "" for none
+    virtual void selectRow(const std::string& grid, int row) = 0;       ///< click: current, the only selected
+    virtual void alsoSelectRow(const std::string& grid, int row) = 0;   ///< Ctrl+click
+    virtual void doubleClickRow(const std::string& grid, int row) = 0;  ///< 0 double clicks the heading
+    virtual void keyOnGrid(const std::string& grid, int key) = 0;
+    virtual void typeCell(const std::string& grid, int column, int row, const std::string& text) = 0;
+    virtual void pickCell(const std::string& grid, int column, int row, int item) = 0;
+    virtual void clickCell(const std::string& grid, int column,
+                           int row) = 0;  ///< a button, a check box, or makes it active
+    virtual void chooseTab(const std::string& tabs, int tab) = 0;
+    virtual void closeWindow() = 0;                            ///< by the title bar
+    virtual void resizeWindow(float width, float height) = 0;  ///< inner size, twips
+
+    /// Expects a box and tells its answer; boxes come in the order of these calls.
+    virtual void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) = 0;
+    void answer(platform::MessageKind kind, const std::string& text) { answer(kind, text, platform::Answer::ok); }
+    /// The next file dialog: "" cancels.
+    virtual void chooseFile(const std::string& path) = 0;
+};
+
+/// The scripts of one test. Made for a toolkit by newMemoryScript / newQtScript.
+class Script {
+public:
+    virtual ~Script() = default;
+
+    virtual platform::Toolkit& toolkit() = 0;
+    virtual void onWindow(const std::string& name, std::function<void(User&)> steps) = 0;
+    /// As User::answer, for boxes shown outside any window.
+    virtual void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) = 0;
+    /// Every box shown so far, in order.
+    virtual const std::vector<ShownMessage>& messages() const = 0;
+    /// Documents opened with the desktop's programs.
+    virtual const std::vector<std::string>& documents() const = 0;
+    /// Fails the test for scripts or answers left over.
+    virtual void finish() = 0;
+};
+
+std::unique_ptr<Script> newMemoryScript();
+std::unique_ptr<Script> newQtScript();
+
+}  // namespace orvenmod::test
