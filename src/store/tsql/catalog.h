@@ -1,0 +1,40 @@
+// What the binder asks of a database: its tables and views by name. Implemented by a store over its own system
+// tables, and by tests.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/tsql/type.h"
+
+namespace orvenmod::store::tsql {
+
+struct ColumnInfo {
+    std::string name;  ///< as declared
+    Type type;
+    bool nullable = true;
+    bool identity = false;
+    bool hasDefault = false;
+    std::string declaredType;  ///< as written, for rebuilding the table
+};
+
+struct ObjectInfo {
+    enum class Kind { table, view };
+
+    Kind kind = Kind::table;
+    std::string name;  ///< as declared, without an owner
+    std::vector<ColumnInfo> columns;
+    std::vector<std::string> indexes;  ///< tables: the names of its indexes as the store keeps them
+};
+
+class Catalog {
+public:
+    virtual ~Catalog() = default;
+
+    /// The table or view of that name (without "dbo."), ASCII letters without regard to case; null where there is
+    /// none. It stays valid until the next change of the schema.
+    virtual const ObjectInfo* find(std::string_view name) const = 0;
+};
+
+}  // namespace orvenmod::store::tsql

@@ -1,0 +1,25 @@
+// From the dialect's text to SQLite's: scan, parse, bind to the catalog, emit.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/tsql/catalog.h"
+#include "store/tsql/translation.h"
+
+namespace orvenmod::store::tsql {
+
+/// Translates one statement. Throws Error: 102, 105, 156 for a text that is none, 207, 208, 195 ... for names that do
+/// not exist, kNotSupported for what this store doesn't know.
+Translation translateForSqlite(std::string_view sql, const Catalog& catalog);
+
+/// The dialect's text of a view from the text that SQLite keeps of it (sqlite_master.sql); empty for a view that
+/// was not made here.
+std::string storedViewText(std::string_view storedSql);
+
+/// The columns that a view has, from its dialect text ("create view v as select ...").
+/// Throws Error where the view no longer fits the catalog.
+std::vector<ColumnInfo> viewColumns(std::string_view viewText, const Catalog& catalog);
+
+}  // namespace orvenmod::store::tsql
