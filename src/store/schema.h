@@ -12,26 +12,26 @@ namespace orvenmod::store {
 
 struct SchemaColumn {
     std::string_view name;
-    std::string_view type;   ///< as the dialect writes it, e.g. "varchar(100)"
+    std::string_view type;  ///< as the dialect writes it, e.g. "varchar(100)"
     bool notNull = false;
 };
 
 struct SchemaIndex {
-    std::string_view columns;   ///< "fItemClassId,fNumber"
+    std::string_view columns;  ///< "fItemClassId,fNumber"
     bool unique = false;
 };
 
 struct SchemaTable {
     std::string_view name;
-    char group;                        ///< 'A' the system's own, 'B' the suite's
+    char group;  ///< 'A' the system's own, 'B' the suite's
     std::vector<SchemaColumn> columns;
-    std::string_view primaryKey;       ///< "" for none
+    std::string_view primaryKey;  ///< "" for none
     std::vector<SchemaIndex> indexes;
 };
 
 struct SchemaView {
     std::string_view name;
-    std::string_view text;             ///< the whole create statement
+    std::string_view text;  ///< the whole create statement
 };
 
 const std::vector<SchemaTable>& schemaTables();

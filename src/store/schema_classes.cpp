@@ -1,0 +1,83 @@
+// The classes with fixed roles. What a column of theirs is, how it is called and whether the list shows it stands here
+// once; tables, views and rows are made from it.
+#include "store/schemaparts.h"
+
+namespace orvenmod::store {
+namespace {
+
+constexpr int kDate = 0;
+constexpr int kText = 1;
+constexpr int kNumber = 13;
+constexpr int kSupplierClass = 2;
+
+std::vector<FixedField> partnerFields() {
+    return {
+        {"联系人", "fLinkMan", kText, "varchar(50)", 1400}, {"电话", "fPhone", kText, "varchar(50)", 1800},
+        {"手机", "fMobile", kText, "varchar(50)", 1800},    {"地址", "fAddress", kText, "varchar(200)", 4000},
+        {"开户银行", "fBank", kText, "varchar(100)"},       {"银行账号", "fBankNo", kText, "varchar(50)"},
+        {"税号", "fTaxNo", kText, "varchar(50)"},           {"备注", "fNote", kText, "varchar(200)"},
+    };
+}
+
+std::vector<FixedField> customerFields() {
+    std::vector<FixedField> fields = partnerFields();
+    fields.push_back({"信用额度", "fCredit", kNumber, "decimal(18,2)", 0, 2});
+    fields.push_back({"开户日期", "fOpenDate", kDate, "datetime"});
+    return fields;
+}
+
+// fA to fH keep their nature whatever their captions: three texts, two numbers, two dates and a lookup.
+std::vector<FixedField> goodsFields() {
+    return {
+        {"规格型号", "fModel", kText, "varchar(100)", 2000},
+        {"计量单位", "fUnit", kText, "varchar(50)", 1000},
+        {"最低库存", "fMinQty", kNumber, "decimal(18,4)", 1200, 2},
+        {"最大库存", "fMaxQty", kNumber, "decimal(18,4)", 1200, 2},
+        {"品牌", "fA", kText, "varchar(100)", 1400},
+        {"产地", "fB", kText, "varchar(100)"},
+        {"条码", "fC", kText, "varchar(100)"},
+        {"参考进价", "fD", kNumber, "decimal(18,4)", 1200, 2},
+        {"参考售价", "fE", kNumber, "decimal(18,4)", 1200, 2},
+        {"建档日期", "fF", kDate, "datetime", 1400},
+        {"停售日期", "fG", kDate, "datetime"},
+        {"主供应商", "fH", kText, "int", 2600, 0, kSupplierClass},
+    };
+}
+
+std::vector<FixedField> accountFields() {
+    return {
+        {"开户银行", "fBank", kText, "varchar(100)", 3000},
+        {"银行账号", "fBankNo", kText, "varchar(50)", 2600},
+        {"户名", "fHolder", kText, "varchar(100)", 3000},
+        {"备注", "fNote", kText, "varchar(200)"},
+    };
+}
+
+}  // namespace
+
+const std::vector<FixedClass>& fixedClasses() {
+    static const std::vector<FixedClass> kClasses = {
+        {1, "客户", "tblCustomer", "fAmount", "应收款", 3, customerFields()},
+        {2, "供应商", "tblSupplier", "fAmount", "应付款", 3, partnerFields()},
+        {3, "货品", "ICItem", "fTimeQty", "库存数", 5, goodsFields()},
+        {11, "账户", "tblAccount", "fAmount", "账号余额", 3, accountFields()},
+    };
+    return kClasses;
+}
+
+SchemaTable fixedClassTable(const FixedClass& fixed) {
+    SchemaTable table{fixed.table,
+                      'A',
+                      {{"fItemId", "int", true}, {"fNumber", "varchar(100)"}, {"fName", "varchar(100)"}},
+                      "fItemId",
+                      {{"fNumber"}}};
+    for (const FixedField& field : fixed.fields) {
+        table.columns.push_back({field.name, field.column});
+    }
+    if (fixed.amountField == "fAmount") {
+        table.columns.push_back({"fAmount", "decimal(18,2)"});
+    }
+    return table;
+}
+
+}  // namespace orvenmod::store

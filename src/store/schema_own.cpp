@@ -1,0 +1,178 @@
+// Group A: the system's own tables. Indexes follow the statements of the windows, so that no command scans a table
+// that grows with the items.
+#include "store/schemaparts.h"
+
+namespace orvenmod::store {
+namespace {
+
+std::vector<SchemaTable> classTables() {
+    return {
+        {"tblItemClass",
+         'A',
+         {{"fItemClassId", "int", true},
+          {"fItemName", "varchar(100)"},
+          {"fItemTable", "varchar(100)"},
+          {"fItemType", "varchar(1)"},
+          {"fViewName", "varchar(100)"}},
+         "fItemClassId",
+         {{"fItemType,fItemClassId"}}},
+        {"tblTableInfo",
+         'A',
+         {{"fItemClassId", "int", true},
+          {"fInterId", "int", true},
+          {"fName", "varchar(100)"},
+          {"fFieldName", "varchar(100)"},
+          {"fFieldType", "int"},
+          {"fIsNull", "int"},
+          {"fIsVisible", "int"},
+          {"fIsLock", "int"},
+          {"fNumberDec", "int"},
+          {"FMaxNumber", "float"},
+          {"FMinNumber", "float"},
+          {"fDefaultValue", "varchar(200)"},
+          {"fValueItemId", "int"},
+          {"fItemType", "varchar(1)"}},
+         "fItemClassId,fInterId",
+         {}},
+    };
+}
+
+std::vector<SchemaTable> itemTables() {
+    return {
+        {"tblItem",
+         'A',
+         {{"fItemId", "int", true},
+          {"fShortNumber", "varchar(100)"},
+          {"fNumber", "varchar(100)"},
+          {"fName", "varchar(100)"},
+          {"fItemClassId", "int"},
+          {"fParentId", "int"},
+          {"fIsDetail", "int"},
+          {"fDepth", "int"},
+          {"fStatus", "int"},
+          {"fCheckerId", "int"},
+          {"fIsLock", "int"},
+          {"fLockerId", "int"},
+          {"fFullName", "varchar(200)"},
+          {"fNBNumber", "varchar(200)"}},
+         "fItemId",
+         {{"fItemClassId,fNumber"},
+          {"fItemClassId,fName"},
+          {"fItemClassId,fNBNumber"},
+          {"fItemClassId,fParentId,fShortNumber"},
+          {"fItemClassId,fIsDetail,fDepth,fNumber,fName"},
+          {"fParentId"},
+          {"fNBNumber"}}},
+        {"tblSubType",
+         'A',
+         {{"fItemId", "int", true}, {"fNumber", "varchar(100)"}, {"fName", "varchar(100)"}, {"fItemClassId", "int"}},
+         "fItemId",
+         {{"fItemClassId,fNumber"}}},
+        {"tblMaxNum", 'A', {{"fTableName", "varchar(100)", true}, {"fMaxNum", "int"}}, "fTableName", {}},
+        {"tblMaxbillno",
+         'A',
+         {{"fTypeId", "int", true}, {"fPreLetter", "varchar(10)"}, {"fBillNo", "int"}},
+         "fTypeId",
+         {}},
+        {"ICItemPhoto", 'A', {{"fItemId", "int"}, {"fPhoto", "image"}, {"fHZ", "varchar(100)"}}, "", {{"fItemId"}}},
+        // Two attachments of one item can bear the same fEntryId, so its index is not unique.
+        {"tblItemFJ",
+         'A',
+         {{"fItemId", "int"},
+          {"fEntryId", "int"},
+          {"fName", "varchar(200)"},
+          {"fFileName", "varchar(255)"},
+          {"fFJ", "image"}},
+         "",
+         {{"fItemId,fEntryId"}}},
+        {"tblItemInput",
+         'A',
+         {{"fItemId", "int"}, {"fStockId", "int"}, {"fQty", "decimal(18,4)"}, {"fUserId", "int"}, {"fEntryId", "int"}},
+         "",
+         {{"fUserId,fEntryId"}}},
+    };
+}
+
+std::vector<SchemaTable> listTables() {
+    return {
+        {"tblFindinfoEntry",
+         'A',
+         {{"fTypeId", "int"},
+          {"fEntryId", "int"},
+          {"fFieldName", "varchar(100)"},
+          {"fTitleName", "varchar(100)"},
+          {"fAlign", "int"},
+          {"fDataFormat", "varchar(50)"},
+          {"fIsShow", "int"},
+          {"fIsSum", "int"},
+          {"fIsMerge", "int"},
+          {"fIsDefault", "int"},
+          {"fWidth", "int"}},
+         "",
+         {{"fTypeId,fEntryId"}}},
+        {"tblFindinfoEntry2",
+         'A',
+         {{"fTypeId", "int"},
+          {"fEntryId", "int"},
+          {"fFieldName", "varchar(100)"},
+          {"fTitleName", "varchar(100)"},
+          {"fNumType", "int"},
+          {"fItemClassId", "int"},
+          {"fIsDefault", "int"},
+          {"fNumberName", "int"}},
+         "",
+         {{"fTypeId,fEntryId"}}},
+        {"tblViewDesc",
+         'A',
+         {{"fTypeId", "int"}, {"fFieldName", "varchar(100)"}, {"fFieldDesc", "varchar(100)"}, {"fFieldType", "int"}},
+         "",
+         {{"fTypeId"}}},
+        {"tblFindSeek",
+         'A',
+         {{"fUserId", "int"}, {"fTypeId", "int"}, {"fSql", "varchar(2000)"}},
+         "",
+         {{"fUserId,fTypeId"}}},
+    };
+}
+
+std::vector<SchemaTable> rightTables() {
+    return {
+        // No key: class 101's group and class 1's first right are both Y101.
+        {"tblSystemPrivillenge",
+         'A',
+         {{"fNumber", "varchar(100)"},
+          {"fName", "varchar(100)"},
+          {"fIsDetail", "int"},
+          {"fParentNumber", "varchar(100)"}},
+         "",
+         {{"fNumber"}, {"fParentNumber"}}},
+        {"tblUserPrivillenge", 'A', {{"fUserId", "int"}, {"fNumber", "varchar(100)"}}, "", {{"fUserId,fNumber"}}},
+        {"tblUserVisible",
+         'A',
+         {{"fUserId", "int"}, {"fFieldName", "varchar(100)"}, {"fType", "int"}, {"fBillTypeId", "int"}},
+         "",
+         {{"fUserId,fBillTypeId"}}},
+    };
+}
+
+}  // namespace
+
+std::vector<SchemaTable> ownTables() {
+    std::vector<SchemaTable> tables = classTables();
+    for (const auto& part : {itemTables(), listTables(), rightTables()}) {
+        tables.insert(tables.end(), part.begin(), part.end());
+    }
+    for (const FixedClass& fixed : fixedClasses()) {
+        tables.push_back(fixedClassTable(fixed));
+    }
+    for (const std::string_view name : {"tblStock", "tblStockPlace"}) {
+        tables.push_back({name,
+                          'A',
+                          {{"fItemId", "int", true}, {"fNumber", "varchar(100)"}, {"fName", "varchar(100)"}},
+                          "fItemId",
+                          {{"fNumber"}}});
+    }
+    return tables;
+}
+
+}  // namespace orvenmod::store
