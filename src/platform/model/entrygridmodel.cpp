@@ -1,0 +1,221 @@
+#include "platform/model/entrygridmodel.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "platform/model/numberinput.h"
+#include "platform/numberformat.h"
+
+namespace orvenmod::platform::model {
+
+namespace {
+
+constexpr NumberRule kCurrencyRule{4, -922337203685477.0, 922337203685477.0};
+const EntryGridModel::Items kNoItems;
+
+}  // namespace
+
+EntryGridModel::EntryGridModel(const std::vector<GridColumn>& columns) {
+    for (const GridColumn& design : columns) {
+        columns_.push_back({std::string(design.title), design.width, design.alignment, design.hidden, design.locked,
+                            design.type, NumberRule(), nullptr});
+    }
+}
+
+void EntryGridModel::setRowCount(int rows) {
+    if (rows < 0) throw std::out_of_range("no such number of rows: " + std::to_string(rows));
+    rows_.resize(static_cast<std::size_t>(rows), std::vector<Cell>(columns_.size()));
+    if (activeRow_ > rows) setActiveCell(0, 0);
+}
+
+void EntryGridModel::deleteRow(int row) {
+    if (row < 1 || row > rowCount()) throw std::out_of_range("no such row: " + std::to_string(row));
+    rows_.erase(rows_.begin() + (row - 1));
+    if (activeRow_ > row || activeRow_ > rowCount()) --activeRow_;
+    if (activeRow_ == 0) activeColumn_ = 0;
+}
+
+void EntryGridModel::setActiveCell(int column, int row) {
+    if (column != 0 || row != 0) cell(column, row);  // tests both
+    activeColumn_ = column;
+    activeRow_ = row;
+}
+
+const std::string& EntryGridModel::text(int column, int row) const {
+    return row == 0 ? this->column(column).title : cell(column, row).text;
+}
+
+void EntryGridModel::setText(int column, int row, const std::string& text) {
+    if (row == 0) {
+        this->column(column).title = text;
+        return;
+    }
+    if (cellType(column, row) == CellType::checkBox && !text.empty() && text != "0" && text != "1") {
+        throw std::invalid_argument("无效的属性值：" + text);
+    }
+    cell(column, row).text = text;
+    matchItem(column, row);
+}
+
+std::string EntryGridModel::displayText(int column, int row) const {
+    const std::string& own = text(column, row);
+    if (row == 0) return own;
+    const CellType type = cellType(column, row);
+    if (type == CellType::currency) return formatNumber(own, "#,##0.00");
+    if (type != CellType::number) return own;
+    const int decimals = std::max(numberRule(column, row).decimals, 0);
+    return formatNumber(own, decimals == 0 ? "0" : "0." + std::string(static_cast<std::size_t>(decimals), '0'));
+}
+
+CellType EntryGridModel::cellType(int column, int row) const {
+    const CellType& whole = this->column(column).type;
+    return row == 0 ? whole : cell(column, row).type.value_or(whole);
+}
+
+void EntryGridModel::setCellType(int column, int row, CellType type) {
+    if (row != 0) {
+        cell(column, row).type = type;
+        matchItem(column, row);
+        return;
+    }
+    this->column(column).type = type;
+    for (int each = 1; each <= rowCount(); ++each) {
+        cell(column, each).type.reset();
+        matchItem(column, each);
+    }
+}
+
+const NumberRule& EntryGridModel::numberRule(int column, int row) const {
+    const NumberRule& whole = this->column(column).rule;
+    if (cellType(column, row) == CellType::currency) return kCurrencyRule;
+    if (row == 0) return whole;
+    const Cell& own = cell(column, row);
+    return own.rule ? *own.rule : whole;
+}
+
+void EntryGridModel::setNumberRule(int column, int row, const NumberRule& rule) {
+    if (row != 0) {
+        cell(column, row).rule = rule;
+        return;
+    }
+    this->column(column).rule = rule;
+    for (int each = 1; each <= rowCount(); ++each)
+        cell(column, each).rule.reset();
+}
+
+bool EntryGridModel::locked(int column, int row) const {
+    const bool whole = this->column(column).locked;
+    return row == 0 ? whole : cell(column, row).locked.value_or(whole);
+}
+
+void EntryGridModel::setLocked(int column, int row, bool locked) {
+    if (row != 0) {
+        cell(column, row).locked = locked;
+        return;
+    }
+    this->column(column).locked = locked;
+    for (int each = 1; each <= rowCount(); ++each)
+        cell(column, each).locked.reset();
+}
+
+const std::string& EntryGridModel::cellTag(int column, int row) const { return cell(column, row).tag; }
+
+void EntryGridModel::setCellTag(int column, int row, const std::string& tag) { cell(column, row).tag = tag; }
+
+const EntryGridModel::Items& EntryGridModel::items(int column, int row) const {
+    const auto& whole = this->column(column).items;
+    const auto& own = row == 0 || cell(column, row).items == nullptr ? whole : cell(column, row).items;
+    return own ? *own : kNoItems;
+}
+
+void EntryGridModel::setItems(int column, int row, const Items& items) {
+    const auto shared = std::make_shared<const Items>(items);
+    if (row != 0) {
+        cell(column, row).items = shared;
+        matchItem(column, row);
+        return;
+    }
+    this->column(column).items = shared;
+    for (int each = 1; each <= rowCount(); ++each) {
+        cell(column, each).items.reset();
+        matchItem(column, each);
+    }
+}
+
+int EntryGridModel::selectedItem(int column, int row) const { return cell(column, row).selected; }
+
+void EntryGridModel::selectItem(int column, int row, int item) {
+    const Items& all = items(column, row);
+    if (item < -1 || item >= static_cast<int>(all.size())) throw std::out_of_range("下标越界");
+    Cell& own = cell(column, row);
+    own.selected = item;
+    own.text = item < 0 ? std::string() : all[static_cast<std::size_t>(item)];
+}
+
+bool EntryGridModel::columnHidden(int column) const { return this->column(column).hidden; }
+
+void EntryGridModel::setColumnHidden(int column, bool hidden) { this->column(column).hidden = hidden; }
+
+int EntryGridModel::columnWidth(int column) const { return this->column(column).width; }
+
+Alignment EntryGridModel::columnAlignment(int column) const { return this->column(column).alignment; }
+
+const std::string& EntryGridModel::heading(int column) const { return this->column(column).title; }
+
+bool EntryGridModel::takesText(int column, int row) const {
+    if (columnHidden(column) || locked(column, row)) return false;
+    const CellType type = cellType(column, row);
+    return type == CellType::text || type == CellType::number || type == CellType::currency || type == CellType::date;
+}
+
+bool EntryGridModel::typed(int column, int row, const std::string& text) {
+    const CellType type = cellType(column, row);
+    if ((type == CellType::number || type == CellType::currency) && !mayBecomeNumber(text, numberRule(column, row))) {
+        return false;
+    }
+    if (type == CellType::date && text.find_first_not_of("0123456789-/") != std::string::npos) return false;
+    cell(column, row).text = text;
+    return true;
+}
+
+void EntryGridModel::finishEdit(int column, int row, const std::string& before) {
+    const CellType type = cellType(column, row);
+    std::optional<std::string> finished = text(column, row);
+    if (type == CellType::number || type == CellType::currency) {
+        finished = finishedNumber(*finished, numberRule(column, row));
+    } else if (type == CellType::date) {
+        finished = finishedDate(*finished);
+    }
+    cell(column, row).text = finished.value_or(before);
+}
+
+const EntryGridModel::Column& EntryGridModel::column(int column) const {
+    if (column < 1 || column > columnCount()) throw std::out_of_range("no such column: " + std::to_string(column));
+    return columns_[static_cast<std::size_t>(column) - 1];
+}
+
+EntryGridModel::Column& EntryGridModel::column(int column) {
+    return const_cast<Column&>(std::as_const(*this).column(column));
+}
+
+const EntryGridModel::Cell& EntryGridModel::cell(int column, int row) const {
+    this->column(column);  // tests it
+    if (row < 1 || row > rowCount()) throw std::out_of_range("no such row: " + std::to_string(row));
+    return rows_[static_cast<std::size_t>(row) - 1][static_cast<std::size_t>(column) - 1];
+}
+
+EntryGridModel::Cell& EntryGridModel::cell(int column, int row) {
+    return const_cast<Cell&>(std::as_const(*this).cell(column, row));
+}
+
+void EntryGridModel::matchItem(int column, int row) {
+    Cell& own = cell(column, row);
+    own.selected = -1;
+    if (cellType(column, row) != CellType::combo) return;
+    const Items& all = items(column, row);
+    const auto it = std::find(all.begin(), all.end(), own.text);
+    if (it != all.end()) own.selected = static_cast<int>(it - all.begin());
+}
+
+}  // namespace orvenmod::platform::model

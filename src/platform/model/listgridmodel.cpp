@@ -1,0 +1,212 @@
+#include "platform/model/listgridmodel.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "platform/numberformat.h"
+
+namespace orvenmod::platform::model {
+
+ListGridModel::ListGridModel(const std::vector<GridColumn>& columns, int fixedColumns) : fixedColumns_(fixedColumns) {
+    for (const GridColumn& design : columns) {
+        const int alignment = static_cast<int>(design.alignment);
+        columns_.push_back({std::string(design.title),
+                            design.width,
+                            alignment,
+                            static_cast<int>(Alignment::centre),
+                            design.hidden,
+                            {}});
+    }
+    setColumnCount(std::max(static_cast<int>(columns.size()), fixedColumns));
+}
+
+void ListGridModel::bind(std::shared_ptr<const RowSource> source) {
+    source_ = std::move(source);
+    dropRows(source_ ? source_->rowCount() : 0);
+    if (source_) setColumnCount(fixedColumns_ + source_->columnCount());
+}
+
+void ListGridModel::setRowCount(int rows) {
+    if (rows < 1) throw std::out_of_range("a grid has at least its heading");
+    if (rows == 1) {
+        source_.reset();
+        dropRows(0);
+        return;
+    }
+    if (source_) throw std::logic_error("the rows of a bound grid are its source's");
+    const auto wanted = static_cast<std::size_t>(rows) - 1;
+    while (rows_.size() > wanted)
+        removeRow(rowCount() - 1);
+    while (rows_.size() < wanted)
+        addRow("");
+}
+
+void ListGridModel::addRow(std::string_view cells) {
+    if (source_) throw std::logic_error("the rows of a bound grid are its source's");
+    std::vector<std::string> row;
+    for (std::size_t from = 0;;) {
+        const std::size_t tab = cells.find('\t', from);
+        row.emplace_back(cells.substr(from, tab == std::string_view::npos ? tab : tab - from));
+        if (tab == std::string_view::npos) break;
+        from = tab + 1;
+    }
+    if (static_cast<int>(row.size()) > columnCount_) setColumnCount(static_cast<int>(row.size()));
+    rows_.append();
+    own_.push_back(std::move(row));
+}
+
+void ListGridModel::removeRow(int row) {
+    const std::size_t slot = slotOf(row);
+    const bool wasCurrent = slot == current_;
+    const bool wasSelected = selected_.test(slot);
+    setSelected(row, false);
+    colours_.erase(slot);
+    if (!source_) own_[slot] = {};
+    if (!source_ && slot + 1 == rows_.slotCount()) {
+        rows_.truncate(rows_.size() - 1);
+        own_.resize(rows_.slotCount());
+    } else {
+        rows_.remove(static_cast<std::size_t>(row) - 1);
+    }
+    if (!wasCurrent) return;
+    current_ = kNone;
+    if (rows_.size() == 0) return;
+    const int next = std::min(row, rowCount() - 1);
+    setCurrentOnly(next);
+    if (wasSelected) setSelected(next, true);
+}
+
+std::string_view ListGridModel::value(int row, int column) const {
+    checkColumn(column);
+    if (row == 0) return columns_[static_cast<std::size_t>(column)].title;
+    const std::size_t slot = slotOf(row);
+    const auto place = static_cast<std::size_t>(column);
+    if (!source_) return place < own_[slot].size() ? std::string_view(own_[slot][place]) : std::string_view();
+    if (place < blanked_.size() && blanked_[place].test(slot)) return {};
+    if (!written_.empty()) {
+        if (const auto it = written_.find(cellKey(slot, column)); it != written_.end()) return it->second;
+    }
+    if (column < fixedColumns_) return {};
+    return source_->cell(slot, column - fixedColumns_).value_or(std::string_view());
+}
+
+std::string ListGridModel::text(int row, int column) const {
+    const std::string_view own = value(row, column);
+    const std::string& format = columns_[static_cast<std::size_t>(column)].format;
+    return row == 0 || format.empty() ? std::string(own) : formatNumber(own, format);
+}
+
+void ListGridModel::setText(int row, int column, std::string_view text) {
+    checkColumn(column);
+    const auto place = static_cast<std::size_t>(column);
+    if (row == 0) {
+        columns_[place].title = text;
+        return;
+    }
+    const std::size_t slot = slotOf(row);
+    if (!source_) {
+        if (own_[slot].size() <= place) own_[slot].resize(place + 1);
+        own_[slot][place] = text;
+        return;
+    }
+    if (blanked_.size() <= place) blanked_.resize(place + 1);
+    if (text.empty()) {
+        blanked_[place].set(slot);
+        if (!written_.empty()) written_.erase(cellKey(slot, column));
+        return;
+    }
+    written_[cellKey(slot, column)] = text;
+    blanked_[place].reset(slot);
+}
+
+const ListGridModel::Column& ListGridModel::column(int column) const {
+    checkColumn(column);
+    return columns_[static_cast<std::size_t>(column)];
+}
+
+ListGridModel::Column& ListGridModel::column(int column) {
+    checkColumn(column);
+    return columns_[static_cast<std::size_t>(column)];
+}
+
+int ListGridModel::currentRow() const {
+    return current_ == kNone ? 0 : static_cast<int>(rows_.positionOf(current_)) + 1;
+}
+
+void ListGridModel::setCurrentRow(int row) {
+    setCurrentOnly(row);
+    clearSelection();
+    if (row != 0) setSelected(row, true);
+}
+
+void ListGridModel::setCurrentOnly(int row) { current_ = row == 0 ? kNone : slotOf(row); }
+
+bool ListGridModel::isSelected(int row) const { return selected_.test(slotOf(row)); }
+
+void ListGridModel::setSelected(int row, bool selected) {
+    const std::size_t slot = slotOf(row);
+    if (selected_.test(slot) == selected) return;
+    if (selected) {
+        selected_.set(slot);
+        lastSelected_ = slot;
+        ++selectedCount_;
+    } else {
+        selected_.reset(slot);
+        --selectedCount_;
+    }
+}
+
+void ListGridModel::clearSelection() {
+    if (selectedCount_ == 1 && selected_.test(lastSelected_)) {
+        selected_.reset(lastSelected_);  // the usual case: no need to go through all words
+    } else if (selectedCount_ > 0) {
+        selected_.clear();
+    }
+    selectedCount_ = 0;
+}
+
+const Colour* ListGridModel::rowColour(int row) const {
+    if (colours_.empty()) return nullptr;
+    const auto it = colours_.find(slotOf(row));
+    return it == colours_.end() ? nullptr : &it->second;
+}
+
+void ListGridModel::setRowColour(int row, const Colour* colour) {
+    const std::size_t slot = slotOf(row);
+    if (colour) {
+        colours_[slot] = *colour;
+    } else {
+        colours_.erase(slot);
+    }
+}
+
+std::size_t ListGridModel::slotOf(int row) const {
+    if (row < 1 || row >= rowCount()) throw std::out_of_range("no such row: " + std::to_string(row));
+    return rows_.slotAt(static_cast<std::size_t>(row) - 1);
+}
+
+void ListGridModel::checkColumn(int column) const {
+    if (column < 0 || column >= columnCount_) throw std::out_of_range("no such column: " + std::to_string(column));
+}
+
+void ListGridModel::setColumnCount(int columns) {
+    columnCount_ = columns;
+    if (columns_.size() < static_cast<std::size_t>(columns)) columns_.resize(static_cast<std::size_t>(columns));
+}
+
+void ListGridModel::dropRows(std::size_t count) {
+    rows_.reset(count);
+    own_.clear();
+    written_.clear();
+    blanked_.clear();
+    colours_.clear();
+    selected_.clear();
+    selectedCount_ = 0;
+    current_ = kNone;
+}
+
+std::uint64_t ListGridModel::cellKey(std::size_t slot, int column) {
+    return (static_cast<std::uint64_t>(slot) << 16) | static_cast<std::uint64_t>(column);
+}
+
+}  // namespace orvenmod::platform::model
