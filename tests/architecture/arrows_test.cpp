@@ -1,0 +1,155 @@
+// Includes run one way. docs/architecture.md draws the arrows that stand here as a table.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "architecture/sourcetree.h"
+
+namespace orvenmod::tests {
+namespace {
+
+/// Each room, and the rooms whose headers it may include besides its own.
+const std::map<std::string, std::set<std::string>>& arrows() {
+    static const std::map<std::string, std::set<std::string>> kArrows = {
+        {"include/orvenmod", {}},
+        {"src/store", {}},
+        {"src/store/tsql", {"src/store"}},
+        {"src/store/sqlite", {"src/store", "src/store/tsql"}},
+        {"src/store/odbc", {"src/store", "src/store/tsql"}},
+        {"src/platform", {}},
+        {"src/platform/model", {"src/platform"}},
+        {"src/platform/desktop", {"src/platform"}},
+        {"src/platform/memory", {"src/platform", "src/platform/model"}},
+        {"src/platform/qt", {"src/platform", "src/platform/model"}},
+        {"src/frame", {"src/store", "src/platform"}},
+        {"src/hierarchy", {"src/frame", "src/store", "src/platform"}},
+        {"src/editor", {"src/frame", "src/store", "src/platform"}},
+        {"src/designer", {"src/frame", "src/store", "src/platform"}},
+        {"src/dictionary", {"src/hierarchy", "src/frame", "src/store", "src/platform"}},
+        {"src/browser", {"src/editor", "src/hierarchy", "src/frame", "src/store", "src/platform"}},
+        {"src/frame/entry",
+         {"include/orvenmod", "src/browser", "src/dictionary", "src/designer", "src/frame", "src/store",
+          "src/store/sqlite", "src/store/odbc", "src/platform", "src/platform/desktop", "src/platform/qt"}},
+    };
+    return kArrows;
+}
+
+/// The innermost room that holds the path, "" for none.
+std::string roomOf(const std::string& path) {
+    std::string best;
+    for (const auto& [room, targets] : arrows()) {
+        if (startsWith(path, room + "/") && room.size() > best.size()) best = room;
+    }
+    return best;
+}
+
+std::vector<SourceFile> product() { return readSources({"include", "src"}); }
+
+/// The path of an include of ours from the root of the repository, "" for one of a library.
+std::string ownPath(const Include& include) {
+    if (startsWith(include.path, "orvenmod/")) return "include/" + include.path;
+    return include.angled ? "" : "src/" + include.path;
+}
+
+bool isQt(const std::string& header) {
+    return header.size() > 1 && header[0] == 'Q' && (header[1] == 't' || (header[1] >= 'A' && header[1] <= 'Z'));
+}
+
+TEST(Arrows, everySourceStandsInARoom) {
+    for (const SourceFile& file : product()) {
+        EXPECT_NE(roomOf(file.path), "") << file.path;
+    }
+}
+
+TEST(Arrows, aRoomIncludesOnlyTheRoomsItsArrowsReach) {
+    for (const SourceFile& file : product()) {
+        const std::string room = roomOf(file.path);
+        for (const Include& include : file.includes) {
+            const std::string target = roomOf(ownPath(include));
+            if (target.empty() || target == room) continue;
+            EXPECT_TRUE(arrows().count(room) != 0 && arrows().at(room).count(target) != 0)
+                << file.path << " includes " << include.path;
+        }
+    }
+}
+
+TEST(Arrows, quotedIncludesAreRootedAtTheSourceFolder) {
+    for (const SourceFile& file : product()) {
+        for (const Include& include : file.includes) {
+            if (!include.angled) {
+                EXPECT_NE(roomOf(ownPath(include)), "") << file.path << " includes \"" << include.path << '"';
+            }
+        }
+    }
+}
+
+TEST(Arrows, onlyTheQtRoomAndTheSampleSuiteIncludeQt) {
+    for (const SourceFile& file : product()) {
+        if (roomOf(file.path) == "src/platform/qt") continue;
+        for (const Include& include : file.includes) {
+            EXPECT_FALSE(isQt(include.path)) << file.path << " includes " << include.path;
+        }
+    }
+}
+
+TEST(Arrows, theHeaderOfTheQtRoomThatOthersIncludeIsFreeOfQt) {
+    for (const SourceFile& file : product()) {
+        if (file.path != "src/platform/qt/qttoolkit.h") continue;
+        for (const Include& include : file.includes) {
+            EXPECT_FALSE(isQt(include.path)) << file.path << " includes " << include.path;
+        }
+    }
+}
+
+TEST(Arrows, eachNativeStoreHeaderStaysInItsRoom) {
+    const std::map<std::string, std::string> homes = {{"sqlite3.h", "src/store/sqlite"},
+                                                      {"sql.h", "src/store/odbc"},
+                                                      {"sqlext.h", "src/store/odbc"},
+                                                      {"sqltypes.h", "src/store/odbc"},
+                                                      {"sqlucode.h", "src/store/odbc"}};
+    for (const SourceFile& file : product()) {
+        for (const Include& include : file.includes) {
+            const auto home = homes.find(include.path);
+            if (home != homes.end()) {
+                EXPECT_EQ(roomOf(file.path), home->second) << file.path << " includes " << include.path;
+            }
+        }
+    }
+}
+
+TEST(Arrows, aHostSeesOnlyTheStandardLibrary) {
+    for (const SourceFile& file : readSources({"include"})) {
+        for (const Include& include : file.includes) {
+            EXPECT_TRUE(include.angled) << file.path << " includes " << include.path;
+            EXPECT_TRUE(startsWith(include.path, "orvenmod/") || include.path.find('.') == std::string::npos)
+                << file.path << " includes " << include.path;
+        }
+    }
+}
+
+TEST(Arrows, noHeadersIncludeEachOtherInACircle) {
+    std::map<std::string, std::vector<std::string>> edges;
+    for (const SourceFile& file : product()) {
+        for (const Include& include : file.includes)
+            edges[file.path].push_back(ownPath(include));
+    }
+    std::set<std::string> done;
+    std::set<std::string> open;
+    const std::function<void(const std::string&)> visit = [&](const std::string& path) {
+        if (done.count(path) != 0) return;
+        ASSERT_TRUE(open.insert(path).second) << "a circle through " << path;
+        for (const std::string& target : edges[path])
+            visit(target);
+        open.erase(path);
+        done.insert(path);
+    };
+    for (const SourceFile& file : product())
+        visit(file.path);
+}
+
+}  // namespace
+}  // namespace orvenmod::tests
