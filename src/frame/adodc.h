@@ -13,6 +13,8 @@ class Adodc {
 public:
     explicit Adodc(platform::ListGrid& grid) : grid_(grid) {}
     ~Adodc();
+    Adodc(const Adodc&) = delete;
+    Adodc& operator=(const Adodc&) = delete;
 
     void setConnectionString(const std::string& text);
     void setRecordSource(const std::string& sql) { recordSource_ = sql; }
@@ -21,6 +23,8 @@ public:
     void refresh();
 
 private:
+    void letGo() noexcept;
+
     platform::ListGrid& grid_;
     std::string connectionString_;
     std::string recordSource_;

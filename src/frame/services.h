@@ -18,6 +18,7 @@ struct Services {
 
 /// Throws std::logic_error before useServices.
 Services& services();
+bool hasServices();
 
 /// Null takes them away again. The caller keeps them alive.
 void useServices(Services* chosen);

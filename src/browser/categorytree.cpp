@@ -1,0 +1,28 @@
+#include "browser/categorytree.h"
+
+#include "frame/conversion.h"
+
+namespace orvenmod {
+
+namespace {
+constexpr const char* kImage = "Folder";
+}
+
+std::string categoryStatement(std::int16_t itemClassId) {
+    return "select fitemid,fname,fparentid,fdepth,fNBNumber,fnumber from tblItem where fisdetail=0 and fitemclassid=" +
+           std::to_string(itemClassId) + " order by fdepth,fnumber,fname";
+}
+
+void fillTree(platform::Tree& tree, const std::string& rootText, store::Recordset& rows) {
+    tree.clear();
+    tree.add("", "D0", rootText, kImage);
+    for (; !rows.eof(); rows.moveNext()) {
+        const std::string key = "D" + rows.text("fitemid");
+        tree.add("D" + rows.text("fparentid"), key, rows.text("fname") + "(" + rows.text("fnumber") + ")", kImage);
+        tree.ensureVisible(key);
+    }
+}
+
+std::int32_t nodeId(const std::string& key) { return key.size() < 2 ? 0 : toInt32(key.substr(1)); }
+
+}  // namespace orvenmod

@@ -1,0 +1,279 @@
+#include "browser/frmBasicInfoList.h"
+
+#include <stdexcept>
+
+#include "browser/categorytree.h"
+#include "browser/frmBasicInfoList_design.h"
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/mdlMain.h"
+#include "frame/services.h"
+
+namespace orvenmod {
+
+using platform::Button;
+using platform::Menu;
+using platform::MouseButton;
+
+namespace {
+
+constexpr std::int16_t kGoods = 3;
+constexpr float kSmallestHeight = 100;  // twips; below it setPos leaves everything as it is
+
+bool isBillMode() { return appState().gItemCalled == 1 && appState().gItemClassId == kGoods; }
+
+bool isGranted(const char* digits) {
+    return isHaveRight(appState().gRightPrefix + std::to_string(appState().gItemClassId) + digits);
+}
+
+StockChoice readStockChoice() {
+    const std::int32_t stockId = toInt32(setting("ShowStock", "StockId", "0"));
+    return {stockId, toInt16(setting("ShowStock", "PerFKC", "0"))};
+}
+
+}  // namespace
+
+struct frmBasicInfoList::Shown {
+    explicit Shown(std::unique_ptr<platform::Window> made)
+        : window(std::move(made)),
+          Frame1(window->get<platform::Frame>("Frame1")),
+          Frame2(window->get<platform::Frame>("Frame2")),
+          Frame3(window->get<platform::Frame>("Frame3")),
+          tv1(window->get<platform::Tree>("tv1")),
+          vsf1(window->get<platform::ListGrid>("vsf1")),
+          fps1(window->get<platform::EntryGrid>("fps1")),
+          seekBar(*window),
+          bill(fps1, vsf1) {}
+
+    std::unique_ptr<platform::Window> window;
+    platform::Frame& Frame1;
+    platform::Frame& Frame2;
+    platform::Frame& Frame3;
+    platform::Tree& tv1;
+    platform::ListGrid& vsf1;
+    platform::EntryGrid& fps1;
+    std::unique_ptr<ItemList> list;
+    SeekBar seekBar;
+    BillArea bill;
+    std::vector<ControlPos> positions;
+};
+
+frmBasicInfoList& frmBasicInfoList::instance() {
+    static frmBasicInfoList window;
+    return window;
+}
+
+frmBasicInfoList::Shown& frmBasicInfoList::shown() {
+    if (!shown_) throw std::logic_error("frmBasicInfoList isn't shown");
+    return *shown_;
+}
+
+void frmBasicInfoList::show() {
+    if (shown_) throw std::logic_error("窗体已显示；不能以模态方式显示");
+    shown_ = std::make_unique<Shown>(services().toolkit.createWindow(basicInfoListDesign()));
+    // However the window ends, its controls and its connection end with it.
+    const std::shared_ptr<void> atEnd(nullptr, [this](void*) { shown_.reset(); });
+    connectEvents();
+    connectMenus();
+    hideFrame3();
+    shown_->window->showModal([this] { Form_Load(); });
+}
+
+void frmBasicInfoList::connectEvents() {
+    platform::Window& window = *shown().window;
+    const auto onClick = [&window](const char* name, auto action) { window.get<Button>(name).click = action; };
+    window.resize = [this] { Form_Resize(); };
+    window.unload = [this] { Form_Unload(); };
+    onClick("cmdAddType", [this] { MenuParentEditNew_Click(); });
+    onClick("cmdUpdateParent", [this] { MenuParentEditUpdate_Click(); });
+    onClick("cmdAddDetail", [this] { MenuEditNew_Click(); });
+    onClick("cmdUpdateDetail", [this] { MenuEditUpdate_Click(); });
+    onClick("cmdFind", [this] { cmdFind_Click(); });
+    onClick("cmdClear", [this] { shown().seekBar.clearCell(); });
+    onClick("cmdAddItem", [this] { cmdAddItem_Click(); });
+    onClick("cmdRemoveItem", [this] { shown().bill.removeItem(); });
+    window.get<platform::Combo>("PC", 0).selectionChange = [this] { shown().seekBar.PC_SelChange(0); };
+    window.get<platform::Combo>("PC", 1).selectionChange = [this] { shown().seekBar.PC_SelChange(1); };
+    window.get<platform::Edit>("txtSearch").keyDown = [](int key) {
+        if (key == platform::kKeyEnter) services().toolkit.sendTab();
+    };
+    window.get<platform::Toolbar>("Toolbar1").buttonClick = [this](const std::string& key) {
+        Toolbar1_ButtonClick(key);
+    };
+    shown().tv1.nodeClick = [this](const std::string& key) { tv1_NodeClick(key); };
+    shown().vsf1.doubleClick = [this] { vsf1_DblClick(); };
+    shown().vsf1.keyDown = [this](int key) {
+        if (key == platform::kKeyEnter) vsf1_DblClick();
+    };
+}
+
+void frmBasicInfoList::connectMenus() {
+    platform::Window& window = *shown().window;
+    const auto onClick = [&window](const char* name, auto action) { window.get<Menu>(name).click = action; };
+    const auto popUp = [&window](const char* name) {
+        return [&window, name](MouseButton button) {
+            if (button == MouseButton::right) window.get<Menu>(name).popUp();
+        };
+    };
+    onClick("MenuFileExit", [&window] { window.close(); });
+    onClick("MenuParentEditNew", [this] { MenuParentEditNew_Click(); });
+    onClick("MenuParentEditUpdate", [this] { MenuParentEditUpdate_Click(); });
+    onClick("MenuParentEditDelete", [this] { MenuParentEditDelete_Click(); });
+    onClick("MenuEditNew", [this] { MenuEditNew_Click(); });
+    onClick("MenuEditUpdate", [this] { MenuEditUpdate_Click(); });
+    onClick("MenuEditDelete", [this] { MenuEditDelete_Click(); });
+    shown().tv1.mouseDown = popUp("MenuParentEdit");
+    shown().vsf1.mouseDown = popUp("MenuEdit");
+}
+
+void frmBasicInfoList::Form_Load() {
+    Shown& form = shown();
+    form.list = std::make_unique<ItemList>(form.vsf1, form.tv1, readStockChoice());
+    appState().gIniPath = appState().gAppPath + "\\setupInfo.ini";
+    buildCaptions();
+    getListInfo(3);
+    form.seekBar.addToFpsA();
+    form.bill.setDecimals(appState().gZeroNumber);
+    form.positions.resize(form.window->controls().size());
+    GetSourcePos(*form.window, form.positions);
+    if (form.vsf1.rowCount() >= 2) form.vsf1.setCurrentRow(1);
+}
+
+void frmBasicInfoList::buildCaptions() {
+    platform::Window& window = *shown().window;
+    const std::string& name = appState().gItemName;
+    window.setCaption(name);
+    window.get<Button>("cmdAddDetail").setCaption("增加" + name);
+    window.get<Button>("cmdUpdateDetail").setCaption("修改" + name);
+    window.get<Menu>("MenuEdit").setCaption(name + "编辑(&E)");
+    window.get<Menu>("MenuEditNew").setCaption("新增" + name);
+    window.get<Menu>("MenuEditUpdate").setCaption("修改" + name);
+    window.get<Menu>("MenuEditDelete").setCaption("删除" + name);
+    window.get<Menu>("MenuLockDetail").setCaption("禁用" + name);
+    window.get<Menu>("MenuUnLockDetail").setCaption("反禁用" + name);
+}
+
+void frmBasicInfoList::Form_Resize() {
+    SetNewPos(*shown().window, shown().positions);
+    setPos();
+}
+
+void frmBasicInfoList::hideFrame3() {
+    if (!isBillMode()) shown().Frame3.setVisible(false);
+}
+
+void frmBasicInfoList::setPos() {
+    Shown& form = shown();
+    if (form.window->innerHeight() <= kSmallestHeight) return;
+    hideFrame3();
+    form.tv1.setHeight(form.Frame2.height() - 800);
+    form.tv1.setWidth(form.Frame1.width() - 120);
+    form.vsf1.setWidth(form.Frame2.width() - 150);
+    form.Frame3.setTop(form.Frame2.height() - form.Frame3.height());
+    form.Frame3.setWidth(form.Frame2.width());
+    form.fps1.setWidth(form.Frame3.width() - 450);
+    const float billHeight = form.Frame3.visible() ? form.Frame3.height() : 0;
+    form.vsf1.setHeight(form.Frame2.height() - billHeight - 800);
+}
+
+void frmBasicInfoList::Form_Unload() {
+    SetIniS(kIniSection, seekFieldKey(), std::to_string(shown().seekBar.selectedField()));
+    saveSetting("ShowStock", "StockId", "0");
+    saveSetting("ShowStock", "PerFKC", "0");
+}
+
+void frmBasicInfoList::getListInfo(std::int16_t intType) { shown().list->getListInfo(intType); }
+
+bool frmBasicInfoList::findInfo(std::int16_t intType) { return shown().list->findInfo(intType, treeItemId_); }
+
+bool frmBasicInfoList::findInfo2(const std::string& strParamSQL) { return shown().list->findInfo2(strParamSQL); }
+
+void frmBasicInfoList::tv1_NodeClick(const std::string& key) {
+    treeItemId_ = nodeId(key);
+    appState().gCurParentId = treeItemId_;
+    findInfo(1);
+}
+
+void frmBasicInfoList::vsf1_DblClick() {
+    const platform::ListGrid& vsf1 = shown().vsf1;
+    if (vsf1.rowCount() <= 1) return;
+    if (appState().gIsReturn != 1) return MenuEditUpdate_Click();
+    if (!isBillMode()) return returnSelected();
+    const std::string id = vsf1.text(vsf1.currentRow(), 1);
+    shown().bill.addFPSItem(id.empty() ? 0 : toInt32(id), shown().list->timeQtyEntryId());
+}
+
+void frmBasicInfoList::returnSelected() {
+    AppState& state = appState();
+    const platform::ListGrid& vsf1 = shown().vsf1;
+    for (int row = 1; row < vsf1.rowCount(); ++row) {
+        if (!vsf1.isSelected(row)) continue;
+        state.gRetNumber = vsf1.text(row, 2);
+        state.gRetName = vsf1.text(row, 3);
+        state.gRetItemId = vsf1.text(row, 1);
+    }
+    shown().window->close();
+}
+
+void frmBasicInfoList::cmdFind_Click() {
+    std::string text = shown().seekBar.buildSeekSQLA();
+    if (!text.empty()) text += ")";
+    appState().gListFilter = text;
+    findInfo2(text);
+}
+
+void frmBasicInfoList::cmdAddItem_Click() {
+    if (!shown().bill.empty()) {
+        appState().gRetItemId = "-1";
+        shown().bill.addToBill();
+    }
+    shown().window->close();
+}
+
+// Export, preview and print aren't built yet: their buttons do nothing.
+void frmBasicInfoList::Toolbar1_ButtonClick(const std::string& key) {
+    if (key == "Exit") shown().window->close();
+}
+
+// The commands below hand over to the editor and the category dialog through AppState. Those windows aren't built yet,
+// so the commands end where they would open them.
+
+void frmBasicInfoList::MenuEditNew_Click() {
+    if (isGranted("04")) appState().gEditMode = 0;
+}
+
+void frmBasicInfoList::MenuEditUpdate_Click() {
+    if (!isGranted("05")) return;
+    const platform::ListGrid& vsf1 = shown().vsf1;
+    if (vsf1.rowCount() <= 1) return;
+    if (countSelected() > 0) appState().gEditMode = 1;
+}
+
+std::int32_t frmBasicInfoList::countSelected() {
+    const platform::ListGrid& vsf1 = shown().vsf1;
+    std::int32_t count = 0;
+    for (int row = 1; row < vsf1.rowCount(); ++row) {
+        if (!vsf1.isSelected(row)) continue;
+        appState().gCurItemId = toInt32(vsf1.text(row, 1));
+        ++count;
+    }
+    return count;
+}
+
+void frmBasicInfoList::MenuEditDelete_Click() { isGranted("06"); }
+
+void frmBasicInfoList::MenuParentEditNew_Click() {
+    if (isGranted("01")) appState().gEditMode = 0;
+}
+
+void frmBasicInfoList::MenuParentEditUpdate_Click() {
+    if (!isGranted("02")) return;
+    const std::string key = shown().tv1.selected();
+    if (key.empty()) return;
+    appState().gCurItemId = nodeId(key);
+    if (appState().gCurItemId != 0) appState().gEditMode = 1;
+}
+
+void frmBasicInfoList::MenuParentEditDelete_Click() { isGranted("03"); }
+
+}  // namespace orvenmod

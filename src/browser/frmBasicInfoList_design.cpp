@@ -1,0 +1,243 @@
+// Twips; 15 are a pixel. Tag "t" keeps a control's top while the window grows: the bars above tree and list stay put.
+//
+//   Toolbar1
+//   Frame1                   Frame2
+//   [cmdAddType][cmdUpd..]   Label1 [PC(0)][PC(1)][txtSearch|dtp][cmdFind][cmdClear]   [cmdAddDetail][cmdUpdateDetail]
+//   tv1                      vsf1
+//                            Frame3  [cmdAddItem][cmdRemoveItem]
+//                                    fps1
+#include "browser/frmBasicInfoList_design.h"
+
+namespace orvenmod {
+
+using platform::CellType;
+using platform::ControlDesign;
+using platform::ControlKind;
+using platform::MenuDesign;
+using platform::ToolButtonDesign;
+
+namespace {
+
+constexpr float kWidth = 19800;
+constexpr float kHeight = 8700;
+constexpr float kFrameHeight = kHeight - 120;
+constexpr float kBarTop = 240;
+constexpr float kGridTop = 690;
+constexpr float kButtonHeight = 345;
+constexpr float kTreeWidth = 4380;
+constexpr float kFrame2Left = 4620;
+constexpr float kFrame2Width = kWidth - kFrame2Left - 60;
+constexpr float kFrame3Height = 2850;
+
+std::vector<ControlDesign> treeSide() {
+    return {
+        {.kind = ControlKind::frame,
+         .name = "Frame1",
+         .left = 60,
+         .top = 60,
+         .width = kTreeWidth + 120,
+         .height = kFrameHeight,
+         .tag = "t",
+         .accessibleName = "分类"},
+        {.kind = ControlKind::button,
+         .name = "cmdAddType",
+         .caption = "增加分类",
+         .left = 60,
+         .top = kBarTop,
+         .width = 1500,
+         .height = kButtonHeight,
+         .tag = "t",
+         .parent = "Frame1"},
+        {.kind = ControlKind::button,
+         .name = "cmdUpdateParent",
+         .caption = "修改分类",
+         .left = 1650,
+         .top = kBarTop,
+         .width = 1500,
+         .height = kButtonHeight,
+         .tag = "t",
+         .parent = "Frame1"},
+        {.kind = ControlKind::tree,
+         .name = "tv1",
+         .left = 60,
+         .top = kGridTop,
+         .width = kTreeWidth,
+         .height = kFrameHeight - 800,
+         .tag = "t",
+         .parent = "Frame1",
+         .accessibleName = "分类"},
+    };
+}
+
+ControlDesign inBar(ControlKind kind, std::string_view name, std::string_view caption, float left, float width) {
+    return {.kind = kind,
+            .name = name,
+            .caption = caption,
+            .left = left,
+            .top = kBarTop,
+            .width = width,
+            .height = kind == ControlKind::edit ? 315 : kButtonHeight,
+            .tag = "t",
+            .parent = "Frame2"};
+}
+
+std::vector<ControlDesign> searchBar() {
+    ControlDesign label = inBar(ControlKind::label, "Label1", "查询条件：", 90, 1020);
+    label.top = kBarTop + 60;
+    label.height = 240;
+    ControlDesign field = inBar(ControlKind::combo, "PC", "", 1140, 2100);
+    field.index = 0;
+    field.accessibleName = "查询字段";
+    ControlDesign comparison = inBar(ControlKind::combo, "PC", "", 3300, 1500);
+    comparison.index = 1;
+    comparison.accessibleName = "比较方式";
+    ControlDesign value = inBar(ControlKind::edit, "txtSearch", "", 4860, 2400);
+    value.accessibleName = "查询内容";
+    ControlDesign date = inBar(ControlKind::datePicker, "dtp", "", 4860, 2400);
+    date.accessibleName = "查询日期";
+    date.visible = false;
+    return {label,
+            field,
+            comparison,
+            value,
+            date,
+            inBar(ControlKind::button, "cmdFind", "搜索(&F)", 7350, 1200),
+            inBar(ControlKind::button, "cmdClear", "清空条件(&C)", 8610, 1620),
+            inBar(ControlKind::button, "cmdAddDetail", "增加物料", 10500, 2200),
+            inBar(ControlKind::button, "cmdUpdateDetail", "修改明细", 12760, 2200)};
+}
+
+std::vector<ControlDesign> list() {
+    return {
+        {.kind = ControlKind::listGrid,
+         .name = "vsf1",
+         .left = 75,
+         .top = kGridTop,
+         .width = kFrame2Width - 150,
+         .height = kFrameHeight - 800,
+         .tag = "t",
+         .parent = "Frame2",
+         .accessibleName = "明细",
+         .fixedColumns = 1},
+        {.kind = ControlKind::dataControl, .name = "Adodc1", .parent = "Frame2", .visible = false},
+    };
+}
+
+std::vector<ControlDesign> billArea() {
+    ControlDesign bill{.kind = ControlKind::entryGrid,
+                       .name = "fps1",
+                       .left = 150,
+                       .top = 660,
+                       .width = kFrame2Width - 450,
+                       .height = 2040,
+                       .parent = "Frame3",
+                       .accessibleName = "单据选定的物料"};
+    bill.columns = {
+        {.title = "物料代码", .width = 2400, .locked = true},
+        {.title = "物料名称", .width = 4200, .locked = true},
+        {.title = "规格型号", .width = 2400, .locked = true},
+        {.title = "计量单位", .width = 1300, .locked = true},
+        {.title = "库存数",
+         .width = 1700,
+         .alignment = platform::Alignment::right,
+         .locked = true,
+         .type = CellType::number},
+        {.title = "数量", .width = 1700, .alignment = platform::Alignment::right, .type = CellType::number}};
+    return {
+        {.kind = ControlKind::frame,
+         .name = "Frame3",
+         .caption = "单据选定的物料",
+         .left = 0,
+         .top = kFrameHeight - kFrame3Height,
+         .width = kFrame2Width,
+         .height = kFrame3Height,
+         .parent = "Frame2"},
+        {.kind = ControlKind::button,
+         .name = "cmdAddItem",
+         .caption = "添加到单据(&A)",
+         .left = 150,
+         .top = kBarTop,
+         .width = 1800,
+         .height = kButtonHeight,
+         .parent = "Frame3"},
+        {.kind = ControlKind::button,
+         .name = "cmdRemoveItem",
+         .caption = "移除(&R)",
+         .left = 2040,
+         .top = kBarTop,
+         .width = 1200,
+         .height = kButtonHeight,
+         .parent = "Frame3"},
+        bill,
+    };
+}
+
+std::vector<ControlDesign> controls() {
+    std::vector<ControlDesign> all = {{.kind = ControlKind::toolbar, .name = "Toolbar1", .accessibleName = "工具栏"},
+                                      {.kind = ControlKind::imageList, .name = "ImageList1"}};
+    const auto add = [&all](const std::vector<ControlDesign>& some) {
+        all.insert(all.end(), some.begin(), some.end());
+    };
+    add(treeSide());
+    add({{.kind = ControlKind::frame,
+          .name = "Frame2",
+          .left = kFrame2Left,
+          .top = 60,
+          .width = kFrame2Width,
+          .height = kFrameHeight,
+          .tag = "t",
+          .accessibleName = "明细"}});
+    add(searchBar());
+    add(list());
+    add(billArea());
+    all.push_back({.kind = ControlKind::fileDialog, .name = "cd1"});
+    return all;
+}
+
+// MenuLockDetail and MenuUnLockDetail are switched off here, and nothing of this window switches them on.
+std::vector<MenuDesign> menus() {
+    return {
+        {.name = "MenuFile", .caption = "文件(&F)"},
+        {.name = "MenuFileExit", .caption = "退出", .parent = "MenuFile", .shortcut = "Ctrl+X"},
+        {.name = "MenuParentEdit", .caption = "分类编辑(&P)"},
+        {.name = "MenuParentEditNew", .caption = "新增分类", .parent = "MenuParentEdit"},
+        {.name = "MenuParentEditUpdate", .caption = "修改分类", .parent = "MenuParentEdit"},
+        {.name = "MenuParentEditDelete", .caption = "删除分类", .parent = "MenuParentEdit"},
+        {.name = "MenuEdit", .caption = "明细编辑(&E)"},
+        {.name = "MenuEditNew", .caption = "新增明细", .parent = "MenuEdit", .shortcut = "Ctrl+A"},
+        {.name = "MenuEditUpdate", .caption = "修改明细", .parent = "MenuEdit", .shortcut = "Ctrl+U"},
+        {.name = "MenuEditDelete", .caption = "删除明细", .parent = "MenuEdit"},
+        {.name = "MenuLockDetail", .caption = "禁用明细", .parent = "MenuEdit", .enabled = false},
+        {.name = "MenuUnLockDetail", .caption = "反禁用明细", .parent = "MenuEdit", .enabled = false},
+    };
+}
+
+// The suite's other buttons (新增, 浏览, 搜索 ...) never had an action in this window and are left out.
+std::vector<ToolButtonDesign> toolButtons() {
+    return {{.key = "Excel", .caption = "Excel", .icon = "excel"},
+            {.key = "Preview", .caption = "预览", .icon = "preview"},
+            {.key = "Print", .caption = "打印", .icon = "print"},
+            {.key = "Exit", .caption = "关闭", .icon = "exit", .separatorBefore = true}};
+}
+
+platform::WindowDesign makeDesign() {
+    platform::WindowDesign design;
+    design.name = "frmBasicInfoList";
+    design.caption = "明细";
+    design.width = kWidth;
+    design.height = kHeight;
+    design.controls = controls();
+    design.menus = menus();
+    design.toolbar = "Toolbar1";
+    design.toolButtons = toolButtons();
+    return design;
+}
+
+}  // namespace
+
+const platform::WindowDesign& basicInfoListDesign() {
+    static const platform::WindowDesign design = makeDesign();
+    return design;
+}
+
+}  // namespace orvenmod

@@ -1,0 +1,52 @@
+#include "frame/adodc.h"
+
+#include <utility>
+
+#include "frame/services.h"
+
+namespace orvenmod {
+
+namespace {
+
+class FetchedRows : public platform::RowSource {
+public:
+    explicit FetchedRows(store::Recordset rows) : rows_(std::move(rows)) {}
+
+    std::size_t rowCount() const override { return rows_.rowCount(); }
+    int columnCount() const override { return rows_.columnCount(); }
+    std::optional<std::string_view> cell(std::size_t row, int column) const override { return rows_.cell(row, column); }
+
+private:
+    store::Recordset rows_;
+};
+
+}  // namespace
+
+Adodc::~Adodc() { letGo(); }
+
+void Adodc::setConnectionString(const std::string& text) {
+    if (text == connectionString_) return;
+    letGo();
+    connectionString_ = text;
+}
+
+void Adodc::refresh() {
+    if (!connection_) {
+        connection_ = services().store.connect(connectionString_);
+        connection_->setProgress([] { services().toolkit.paintPending(); });
+    }
+    try {
+        grid_.bind(std::make_shared<FetchedRows>(connection_->open(recordSource_)));
+    } catch (const store::Failure& failure) {
+        // A connection that broke is made anew by the next refresh.
+        if (failure.kind() == store::FailureKind::connection) letGo();
+        throw;
+    }
+}
+
+void Adodc::letGo() noexcept {
+    if (connection_) connection_->close();
+    connection_.reset();
+}
+
+}  // namespace orvenmod

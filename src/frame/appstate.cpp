@@ -1,0 +1,10 @@
+#include "frame/appstate.h"
+
+namespace orvenmod {
+
+AppState& appState() {
+    static AppState record;
+    return record;
+}
+
+}  // namespace orvenmod

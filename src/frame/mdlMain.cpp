@@ -1,0 +1,100 @@
+#include "frame/mdlMain.h"
+
+#include <exception>
+
+#include "frame/appstate.h"
+#include "frame/services.h"
+
+namespace orvenmod {
+
+namespace {
+
+constexpr std::size_t kIniBuffer = 144;  // characters
+
+// The first characters of a UTF-8 text, up to the first NUL.
+std::string leadingCharacters(const std::string& text, std::size_t limit) {
+    std::size_t characters = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool startsCharacter = (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80;
+        if (text[at] == '\0' || (startsCharacter && ++characters > limit)) return text.substr(0, at);
+    }
+    return text;
+}
+
+}  // namespace
+
+bool openDB() {
+    AppState& state = appState();
+    if (state.gConn) return true;
+    auto connection = services().store.connect(state.gConnStr);
+    connection->setProgress([] { services().toolkit.paintPending(); });
+    state.gConn = std::move(connection);
+    return true;
+}
+
+void closeDB() noexcept {
+    AppState& state = appState();
+    if (!state.gConn) return;
+    state.gConn->close();
+    state.gConn.reset();
+}
+
+bool isHaveRight(const std::string& strRight) {
+    const AppState& state = appState();
+    if (state.gIsAdmin == 1) return true;
+    try {
+        const std::string sql =
+            "select fuserid from tblUserPrivillenge  where fuserid=" + std::to_string(state.gLoginUserId) +
+            "  and fNumber='" + strRight + "'";
+        openDB();
+        const bool granted = !state.gConn->open(sql).eof();
+        if (!granted) showWarning("您无此权限，请与系统管理员联系！");
+        closeDB();
+        return granted;
+    } catch (const std::exception& failure) {
+        // The connection stays open for the next openDB.
+        showCritical(failure.what());
+        return false;
+    }
+}
+
+std::string GetIniS(const std::string& strSection, const std::string& strKey, const std::string& strDefault) {
+    const std::string path = platform::nativePath(AppProfileName());
+    const std::string value = services().iniFiles.read(path, strSection, strKey);
+    if (!value.empty()) return leadingCharacters(value, kIniBuffer);
+    services().iniFiles.write(path, strSection, strKey, strDefault);
+    return strDefault;
+}
+
+void SetIniS(const std::string& strSection, const std::string& strKey, const std::string& strValue) {
+    services().iniFiles.write(platform::nativePath(AppProfileName()), strSection, strKey, strValue);
+}
+
+std::string AppProfileName() { return appState().gIniPath; }
+
+void showWarning(const std::string& text) {
+    services().toolkit.message(platform::MessageKind::warning, text, appState().gMsgTitle);
+}
+
+void showInformation(const std::string& text) {
+    services().toolkit.message(platform::MessageKind::information, text, appState().gMsgTitle);
+}
+
+void showCritical(const std::string& text) {
+    services().toolkit.message(platform::MessageKind::critical, text, appState().gMsgTitle);
+}
+
+bool askQuestion(const std::string& text) {
+    return services().toolkit.message(platform::MessageKind::question, text, appState().gMsgTitle) ==
+           platform::Answer::yes;
+}
+
+std::string setting(const std::string& section, const std::string& key, const std::string& fallback) {
+    return services().settings.get(kSettingsApplication, section, key, fallback);
+}
+
+void saveSetting(const std::string& section, const std::string& key, const std::string& value) {
+    services().settings.save(kSettingsApplication, section, key, value);
+}
+
+}  // namespace orvenmod

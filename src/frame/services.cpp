@@ -1,0 +1,20 @@
+#include "frame/services.h"
+
+#include <stdexcept>
+
+namespace orvenmod {
+
+namespace {
+Services* inUse = nullptr;
+}
+
+Services& services() {
+    if (inUse == nullptr) throw std::logic_error("no services have been chosen");
+    return *inUse;
+}
+
+bool hasServices() { return inUse != nullptr; }
+
+void useServices(Services* chosen) { inUse = chosen; }
+
+}  // namespace orvenmod
