@@ -67,7 +67,7 @@ std::optional<Type> parseType(std::string_view text);
 /// The inverse of parseType: "varchar(10)", "decimal(18,4)", "varchar(max)". "null" for Kind::null.
 std::string printType(const Type& type);
 
-/// The bare name as messages have it: "varchar", "int", "numeric" for decimal literals is not kept apart.
+/// The bare name, as messages have it: "varchar", "int".
 std::string_view typeName(Kind kind);
 
 }  // namespace orvenmod::store::tsql

@@ -1,0 +1,277 @@
+#include "store/tsql/lexer.h"
+
+#include "store/tsql/error.h"
+
+namespace orvenmod::store::tsql {
+namespace {
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool isWordStart(char c) {
+    return (lowered(c) >= 'a' && lowered(c) <= 'z') || c == '_' || c == '#' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+bool isWordPart(char c) { return isWordStart(c) || isDigit(c) || c == '@' || c == '$'; }
+
+bool isHexDigit(char c) { return isDigit(c) || (lowered(c) >= 'a' && lowered(c) <= 'f'); }
+
+// U+3000, the blank of Chinese input methods, separates words as a blank does.
+constexpr std::string_view kWideBlank = "\xE3\x80\x80";
+
+}  // namespace
+
+bool sameName(std::string_view left, std::string_view right) {
+    if (left.size() != right.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        if (lowered(left[i]) != lowered(right[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string lowerName(std::string_view name) {
+    std::string result(name);
+    for (char& c : result) {
+        c = lowered(c);
+    }
+    return result;
+}
+
+bool Token::isWord(std::string_view lowerCase) const { return kind == Kind::word && sameName(text, lowerCase); }
+
+std::string Token::name() const {
+    if (kind != Kind::quotedName) {
+        return std::string(text);
+    }
+    const char closing = text.back();
+    std::string result;
+    for (std::size_t i = 1; i + 1 < text.size(); ++i) {
+        result += text[i];
+        if (text[i] == closing) {
+            ++i;
+        }
+    }
+    return result;
+}
+
+void Lexer::skipBlanks() {
+    while (at_ < sql_.size()) {
+        if (isBlank(sql_[at_])) {
+            ++at_;
+        } else if (sql_[at_] == kWideBlank[0] && sql_.substr(at_, kWideBlank.size()) == kWideBlank) {
+            at_ += kWideBlank.size();
+        } else {
+            return;
+        }
+    }
+}
+
+bool Lexer::startsNumber(std::size_t position) const {
+    return isDigit(at(position)) || (at(position) == '.' && isDigit(at(position + 1)));
+}
+
+Token Lexer::finish(Token token) {
+    token.text = sql_.substr(token.offset, at_ - token.offset);
+    signMayFollow_ = token.kind == Token::Kind::symbol && token.text != ")" && token.text != ".";
+    return token;
+}
+
+Token Lexer::next() {
+    skipBlanks();
+    const std::size_t start = at_;
+    const char c = at(start);
+    if (start >= sql_.size()) {
+        Token end;
+        end.offset = start;
+        return end;
+    }
+    if (isDigit(c) && c == '0' && lowered(at(start + 1)) == 'x') {
+        return binaryToken(start);
+    }
+    if (startsNumber(start) || (c == '-' && signMayFollow_ && startsNumber(start + 1))) {
+        return numberToken(start);
+    }
+    if (c == '\'') {
+        return textToken(start, LiteralKind::text);
+    }
+    if (lowered(c) == 'n' && at(start + 1) == '\'') {
+        return textToken(start, LiteralKind::nationalText);
+    }
+    if (c == '[' || c == '"') {
+        return nameToken(start, c == '[' ? ']' : '"');
+    }
+    if (c == '$') {
+        return moneyToken(start);
+    }
+    if (c == '@') {
+        return wordToken(start, Token::Kind::variable);
+    }
+    return isWordStart(c) ? wordToken(start, Token::Kind::word) : symbolToken(start);
+}
+
+Token Lexer::numberToken(std::size_t start) {
+    Token token;
+    token.kind = Token::Kind::literal;
+    token.offset = start;
+    std::size_t position = start + (sql_[start] == '-' ? 1U : 0U);
+    std::size_t significant = position;
+    while (at(significant) == '0') {
+        ++significant;
+    }
+    while (isDigit(at(position))) {
+        ++position;
+    }
+    int whole = static_cast<int>(position > significant ? position - significant : 0);
+    Literal& literal = token.literal;
+    literal.kind = LiteralKind::integer;
+    if (at(position) == '.') {
+        const std::size_t point = position++;
+        while (isDigit(at(position))) {
+            ++position;
+        }
+        literal.kind = LiteralKind::decimal;
+        literal.scale = static_cast<int>(position - point - 1);
+    } else {
+        const std::string_view digits = sql_.substr(significant, static_cast<std::size_t>(whole));
+        if (whole > 10 || (whole == 10 && digits > "2147483647")) {
+            literal.kind = LiteralKind::decimal;
+        }
+    }
+    const std::size_t exponent = position + (at(position + 1) == '+' || at(position + 1) == '-' ? 2U : 1U);
+    if (lowered(at(position)) == 'e' && isDigit(at(exponent))) {
+        literal.kind = LiteralKind::real;
+        for (position = exponent; isDigit(at(position));) {
+            ++position;
+        }
+    }
+    literal.precision = whole + literal.scale > 0 ? whole + literal.scale : 1;
+    if (literal.kind == LiteralKind::decimal && literal.precision > 38) {
+        throw Error(1007, {std::string(sql_.substr(start, position - start))});
+    }
+    at_ = position;
+    literal.text = sql_.substr(start, position - start);
+    literal.offset = start;
+    return finish(token);
+}
+
+Token Lexer::textToken(std::size_t start, LiteralKind kind) {
+    Token token;
+    token.kind = Token::Kind::literal;
+    token.offset = start;
+    token.literal.kind = kind;
+    token.literal.offset = start;
+    const std::size_t first = start + (kind == LiteralKind::nationalText ? 2U : 1U);
+    std::size_t position = first;
+    while (true) {
+        position = sql_.find('\'', position);
+        if (position == std::string_view::npos) {
+            throw Error(105, {std::string(sql_.substr(first))});
+        }
+        if (at(position + 1) != '\'') {
+            break;
+        }
+        token.literal.doubledQuotes = true;
+        position += 2;
+    }
+    token.literal.text = sql_.substr(first, position - first);
+    at_ = position + 1;
+    return finish(token);
+}
+
+Token Lexer::binaryToken(std::size_t start) {
+    Token token;
+    token.kind = Token::Kind::literal;
+    token.offset = start;
+    at_ = start + 2;
+    while (isHexDigit(at(at_))) {
+        ++at_;
+    }
+    token.literal.kind = LiteralKind::binary;
+    token.literal.offset = start;
+    token.literal.text = sql_.substr(start + 2, at_ - start - 2);
+    return finish(token);
+}
+
+Token Lexer::moneyToken(std::size_t start) {
+    Token token;
+    token.kind = Token::Kind::literal;
+    token.offset = start;
+    at_ = start + 1 + (at(start + 1) == '-' ? 1U : 0U);
+    while (isDigit(at(at_)) || at(at_) == '.') {
+        ++at_;
+    }
+    token.literal.kind = LiteralKind::money;
+    token.literal.offset = start;
+    token.literal.text = sql_.substr(start + 1, at_ - start - 1);
+    return finish(token);
+}
+
+Token Lexer::nameToken(std::size_t start, char closing) {
+    std::size_t position = start + 1;
+    while (true) {
+        position = sql_.find(closing, position);
+        if (position == std::string_view::npos) {
+            throw Error(105, {std::string(sql_.substr(start + 1))});
+        }
+        if (at(position + 1) != closing) {
+            break;
+        }
+        position += 2;
+    }
+    Token token;
+    token.kind = Token::Kind::quotedName;
+    token.offset = start;
+    at_ = position + 1;
+    if (at_ - start == 2) {
+        throw Error(1038);
+    }
+    return finish(token);
+}
+
+Token Lexer::wordToken(std::size_t start, Token::Kind kind) {
+    Token token;
+    token.kind = kind;
+    token.offset = start;
+    at_ = start + 1;
+    while (isWordPart(at(at_)) && sql_.substr(at_, kWideBlank.size()) != kWideBlank) {
+        ++at_;
+    }
+    return finish(token);
+}
+
+Token Lexer::symbolToken(std::size_t start) {
+    const std::string_view two = sql_.substr(start, 2);
+    const char c = two[0];
+    if (two == "--" || two == "/*") {
+        throw Error(102, {std::string(two)});
+    }
+    Token token;
+    token.kind = Token::Kind::symbol;
+    token.offset = start;
+    if (c == ';') {
+        at_ = start + 1;
+        skipBlanks();
+        if (at_ < sql_.size()) {
+            throw Error(102, {";"});
+        }
+        token.kind = Token::Kind::end;
+        return token;
+    }
+    if (two == "<>" || two == "<=" || two == ">=" || two == "!=" || two == "!<" || two == "!>") {
+        at_ = start + 2;
+    } else if (std::string_view("(),.=<>+-*/%&|^~").find(c) != std::string_view::npos) {
+        at_ = start + 1;
+    } else {
+        throw Error(102, {std::string(1, c)});
+    }
+    return finish(token);
+}
+
+}  // namespace orvenmod::store::tsql

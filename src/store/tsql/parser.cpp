@@ -1,0 +1,192 @@
+#include "store/tsql/parser.h"
+
+#include <array>
+
+#include "store/tsql/error.h"
+
+namespace orvenmod::store::tsql {
+namespace {
+
+/// The word that opens a statement which the dialect has and this store has not.
+constexpr std::array kRefusedStatements = std::to_array<std::string_view>(
+    {"exec",  "execute", "declare",    "set",         "use",      "grant",    "revoke",    "deny",       "print",
+     "if",    "while",   "merge",      "backup",      "restore",  "dbcc",     "waitfor",   "raiserror",  "kill",
+     "save",  "go",      "bulk",       "checkpoint",  "shutdown", "with",     "return",    "goto",       "open",
+     "fetch", "close",   "deallocate", "reconfigure", "begin",    "readtext", "writetext", "updatetext", "throw"});
+
+}  // namespace
+
+Parser::Parser(std::string_view sql) : sql_(sql) {
+    Lexer lexer(sql);
+    do {
+        tokens_.push_back(lexer.next());
+        literalOfToken_.push_back(-1);
+        if (tokens_.back().kind == Token::Kind::literal) {
+            literalOfToken_.back() = static_cast<int>(literals_.size());
+            literals_.push_back(tokens_.back().literal);
+        }
+    } while (tokens_.back().kind != Token::Kind::end);
+}
+
+Statement Parser::parse() {
+    const Token& first = peek();
+    Statement statement;
+    if (first.isWord("select") || first.isSymbol("(")) {
+        QueryStatement query;
+        query.query = parseQuery();
+        query.query->orderBy = parseOrderBy();
+        if (takeWord("option")) {
+            throw Error(kNotSupported, {"option"});
+        }
+        statement = std::move(query);
+    } else if (first.isWord("insert")) {
+        statement = parseInsert();
+    } else if (first.isWord("update")) {
+        statement = parseUpdate();
+    } else if (first.isWord("delete")) {
+        statement = parseDelete();
+    } else if (first.isWord("create")) {
+        statement = parseCreate();
+    } else if (first.isWord("alter")) {
+        statement = parseAlter();
+    } else if (first.isWord("drop")) {
+        statement = parseDrop();
+    } else if (takeWord("truncate")) {
+        expectWord("table");
+        statement = TruncateStatement{takeObjectName()};
+    } else {
+        statement = parseTransaction();
+    }
+    if (peek().kind != Token::Kind::end) {
+        fail();
+    }
+    return statement;
+}
+
+TransactionStatement Parser::parseTransaction() {
+    TransactionStatement statement;
+    const bool transactionNext = peek(1).isWord("tran") || peek(1).isWord("transaction");
+    if (peek().isWord("begin") && transactionNext) {
+        statement.kind = TransactionStatement::Kind::begin;
+    } else if (peek().isWord("commit")) {
+        statement.kind = TransactionStatement::Kind::commit;
+    } else if (peek().isWord("rollback")) {
+        statement.kind = TransactionStatement::Kind::rollback;
+    } else {
+        for (const std::string_view word : kRefusedStatements) {
+            if (peek().isWord(word)) {
+                throw Error(kNotSupported, {std::string(word)});
+            }
+        }
+        fail();
+    }
+    take();
+    if (transactionNext || peek().isWord("work")) {
+        take();
+    }
+    return statement;
+}
+
+const Token& Parser::peek(std::size_t ahead) const {
+    return tokens_[at_ + ahead < tokens_.size() ? at_ + ahead : tokens_.size() - 1];
+}
+
+const Token& Parser::take() {
+    const Token& token = peek();
+    if (at_ + 1 < tokens_.size()) {
+        ++at_;
+    }
+    return token;
+}
+
+bool Parser::takeWord(std::string_view word) {
+    if (!peek().isWord(word)) {
+        return false;
+    }
+    take();
+    return true;
+}
+
+bool Parser::takeSymbol(std::string_view symbol) {
+    if (!peek().isSymbol(symbol)) {
+        return false;
+    }
+    take();
+    return true;
+}
+
+void Parser::expectWord(std::string_view word) {
+    if (!takeWord(word)) {
+        fail();
+    }
+}
+
+void Parser::expectSymbol(std::string_view symbol) {
+    if (!takeSymbol(symbol)) {
+        fail();
+    }
+}
+
+void Parser::fail() const {
+    const Token& token = peek();
+    if (token.kind == Token::Kind::end) {
+        // The server names the last thing that it read.
+        std::string last = tokens_.size() > 1 ? std::string(tokens_[tokens_.size() - 2].text) : std::string();
+        const bool reserved = tokens_.size() > 1 && isReservedWord(lowerName(last));
+        throw Error(reserved ? 156 : 102, {std::move(last)});
+    }
+    if (token.kind == Token::Kind::variable) {
+        throw Error(137, {std::string(token.text)});
+    }
+    const bool reserved = token.kind == Token::Kind::word && isReservedWord(lowerName(token.text));
+    const std::string near = token.kind == Token::Kind::literal ? token.literal.value() : std::string(token.text);
+    throw Error(reserved ? 156 : 102, {near});
+}
+
+bool Parser::isName() const {
+    const Token& token = peek();
+    return token.kind == Token::Kind::quotedName ||
+           (token.kind == Token::Kind::word && !isReservedWord(lowerName(token.text)));
+}
+
+std::string Parser::takeName() {
+    if (!isName()) {
+        fail();
+    }
+    std::string name = take().name();
+    if (name.size() > 128 * 4) {
+        throw Error(103, {name});
+    }
+    return name;
+}
+
+std::string Parser::takeObjectName() {
+    std::string name = takeName();
+    std::string owner;
+    while (takeSymbol(".")) {
+        owner = std::exchange(name, peek().isSymbol(".") ? std::string("dbo") : takeName());
+    }
+    if (!owner.empty() && !sameName(owner, "dbo")) {
+        throw Error(208, {owner + "." + name});
+    }
+    return name;
+}
+
+std::optional<std::string> Parser::takeAlias() {
+    const bool announced = takeWord("as");
+    if (peek().kind == Token::Kind::literal && peek().literal.kind <= LiteralKind::nationalText &&
+        peek().literal.kind >= LiteralKind::text) {
+        return take().literal.value();
+    }
+    if (!announced && !isName()) {
+        return std::nullopt;
+    }
+    return takeName();
+}
+
+std::string Parser::textBetween(std::size_t from, std::size_t to) const {
+    const Token& last = tokens_[to - 1];
+    return std::string(sql_.substr(tokens_[from].offset, last.offset + last.text.size() - tokens_[from].offset));
+}
+
+}  // namespace orvenmod::store::tsql

@@ -1,0 +1,93 @@
+#include "store/tsql/error.h"
+#include "store/tsql/parser.h"
+
+namespace orvenmod::store::tsql {
+
+InsertStatement Parser::parseInsert() {
+    expectWord("insert");
+    takeWord("into");
+    InsertStatement statement;
+    statement.table = takeObjectName();
+    skipHints();
+    const bool queryInBrackets = peek().isSymbol("(") && (peek(1).isWord("select") || peek(1).isSymbol("("));
+    if (!queryInBrackets && takeSymbol("(")) {
+        do {
+            statement.columns.push_back(takeName());
+            while (takeSymbol(".")) {
+                statement.columns.back() = takeName();
+            }
+        } while (takeSymbol(","));
+        expectSymbol(")");
+    }
+    if (takeWord("default")) {
+        expectWord("values");
+        statement.defaultValues = true;
+        return statement;
+    }
+    if (!takeWord("values")) {
+        if (!peek().isWord("select") && !peek().isSymbol("(")) {
+            if (peek().isWord("exec") || peek().isWord("execute")) {
+                throw Error(kNotSupported, {"insert ... exec"});
+            }
+            fail();
+        }
+        statement.query = parseQuery();
+        statement.query->orderBy = parseOrderBy();
+        return statement;
+    }
+    do {
+        expectSymbol("(");
+        std::vector<ExpressionPtr>& row = statement.rows.emplace_back();
+        do {
+            row.push_back(takeWord("default") ? nullptr : parseSum());
+        } while (takeSymbol(","));
+        expectSymbol(")");
+    } while (takeSymbol(","));
+    return statement;
+}
+
+UpdateStatement Parser::parseUpdate() {
+    expectWord("update");
+    UpdateStatement statement;
+    statement.top = parseTop(nullptr);
+    statement.target = takeObjectName();
+    skipHints();
+    expectWord("set");
+    do {
+        Assignment assignment;
+        assignment.column = takeName();
+        while (takeSymbol(".")) {
+            assignment.column = takeName();
+        }
+        expectSymbol("=");
+        assignment.value = takeWord("default") ? nullptr : parseSum();
+        statement.assignments.push_back(std::move(assignment));
+    } while (takeSymbol(","));
+    if (takeWord("from")) {
+        statement.joined = true;
+        statement.from = parseFrom();
+    }
+    if (takeWord("where")) {
+        statement.where = parseCondition();
+    }
+    return statement;
+}
+
+DeleteStatement Parser::parseDelete() {
+    expectWord("delete");
+    DeleteStatement statement;
+    statement.top = parseTop(nullptr);
+    takeWord("from");
+    statement.target = takeObjectName();
+    skipHints();
+    if (takeWord("from")) {
+        statement.joined = true;
+        statement.from = parseFrom();
+    }
+    if (takeWord("where")) {
+        statement.where = parseCondition();
+    }
+    return statement;
+}
+
+}  // namespace orvenmod::store::tsql
