@@ -1,0 +1,114 @@
+#include "store/tsql/like.h"
+
+#include "store/tsql/utf8.h"
+
+namespace orvenmod::store::tsql {
+
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+
+char32_t folded(char32_t c) { return lowerCharacter(c); }
+
+class Matcher {
+public:
+    Matcher(std::string_view text, std::string_view pattern, char32_t escape)
+        : text_(text), pattern_(pattern), escape_(escape) {}
+
+    // The usual walk with one resting point: a later % makes an earlier one final.
+    bool matches(std::size_t start, bool openEnd) const {
+        std::size_t at = start;
+        std::size_t in = 0;
+        std::size_t restIn = kNone;
+        std::size_t restAt = 0;
+        for (;;) {
+            if (in < pattern_.size() && pattern_[in] == '%' && escape_ != '%') {
+                restIn = ++in;
+                restAt = at;
+                continue;
+            }
+            if (in == pattern_.size() && (openEnd || onlyBlanks(at))) return true;
+            std::size_t nextAt = at;
+            std::size_t nextIn = in;
+            if (at < text_.size() && in < pattern_.size() && step(nextAt, nextIn)) {
+                at = nextAt;
+                in = nextIn;
+                continue;
+            }
+            if (restIn == kNone || restAt >= text_.size()) return false;
+            nextCharacter(text_, restAt);
+            at = restAt;
+            in = restIn;
+        }
+    }
+
+private:
+    bool onlyBlanks(std::size_t at) const { return text_.find_first_not_of(' ', at) == kNone; }
+
+    // Matches one character of the text against one element of the pattern, and moves behind both.
+    bool step(std::size_t& at, std::size_t& in) const {
+        const char32_t character = nextCharacter(text_, at);
+        char32_t wanted = nextCharacter(pattern_, in);
+        if (wanted == escape_ && escape_ != 0 && in < pattern_.size()) {
+            wanted = nextCharacter(pattern_, in);
+        } else if (wanted == '_') {
+            return true;
+        } else if (wanted == '[') {
+            return inSet(character, in);
+        }
+        return character == wanted || folded(character) == folded(wanted);
+    }
+
+    // `in` stands behind the '['. A set that is not closed matches nothing.
+    bool inSet(char32_t character, std::size_t& in) const {
+        const bool negated = in < pattern_.size() && pattern_[in] == '^';
+        if (negated) ++in;
+        const char32_t wanted = folded(character);
+        bool found = false;
+        bool first = true;
+        while (in < pattern_.size() && (pattern_[in] != ']' || first)) {
+            char32_t low = nextCharacter(pattern_, in);
+            if (low == escape_ && escape_ != 0 && in < pattern_.size()) low = nextCharacter(pattern_, in);
+            first = false;
+            char32_t high = low;
+            if (in + 1 < pattern_.size() && pattern_[in] == '-' && pattern_[in + 1] != ']') {
+                ++in;
+                high = nextCharacter(pattern_, in);
+            }
+            found = found || (wanted >= folded(low) && wanted <= folded(high));
+        }
+        if (in >= pattern_.size()) return false;
+        ++in;
+        return found != negated;
+    }
+
+    std::string_view text_;
+    std::string_view pattern_;
+    char32_t escape_;
+};
+
+}  // namespace
+
+bool like(std::string_view text, std::string_view pattern, char32_t escape) {
+    return Matcher(text, pattern, escape).matches(0, false);
+}
+
+std::size_t patternIndex(std::string_view pattern, std::string_view text) {
+    const bool anywhere = pattern.starts_with('%');
+    if (anywhere) pattern.remove_prefix(1);
+    const Matcher matcher(text, pattern, 0);
+    std::size_t position = 1;
+    for (std::size_t at = 0; at < text.size(); ++position) {
+        if (matcher.matches(at, false)) return position;
+        if (!anywhere) return 0;
+        nextCharacter(text, at);
+    }
+    return 0;
+}
+
+std::string_view plainPrefix(std::string_view pattern) {
+    const std::size_t end = pattern.find_first_of("%_[");
+    return pattern.substr(0, end);
+}
+
+}  // namespace orvenmod::store::tsql

@@ -1,0 +1,163 @@
+// From texts to numbers, and numbers into the range of their type.
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "store/tsql/conversions.h"
+#include "store/tsql/error.h"
+#include "store/tsql/utf8.h"
+
+namespace orvenmod::store::tsql {
+
+namespace {
+
+struct Range {
+    std::int64_t least;
+    std::int64_t greatest;
+};
+
+Range rangeOf(Kind kind) {
+    switch (kind) {
+        case Kind::tinyint:
+            return {0, 255};
+        case Kind::smallint:
+            return {-32768, 32767};
+        case Kind::integer:
+            return {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
+        default:
+            return {std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()};
+    }
+}
+
+bool within(std::int64_t value, Kind kind) {
+    const Range range = rangeOf(kind);
+    return value >= range.least && value <= range.greatest;
+}
+
+[[noreturn]] void refuseText(std::string_view text, const Type& from, const Type& to) {
+    throw Error(245, {messageName(from), std::string(text), messageName(to)});
+}
+
+[[noreturn]] void refuseLargeText(std::string_view text, const Type& from, const Type& to) {
+    const std::string value(text);
+    switch (to.kind) {
+        case Kind::tinyint:
+            throw Error(244, {messageName(from), value, "INT1"});
+        case Kind::smallint:
+            throw Error(244, {messageName(from), value, "INT2"});
+        case Kind::integer:
+            throw Error(248, {messageName(from), value});
+        default:
+            throw Error(8115, {"expression", messageName(to)});
+    }
+}
+
+}  // namespace
+
+Datum integerDatum(std::int64_t value) {
+    Datum result;
+    result.kind = Datum::Kind::integer;
+    result.integer = value;
+    return result;
+}
+
+Datum realDatum(double value) {
+    Datum result;
+    result.kind = Datum::Kind::real;
+    result.real = value;
+    return result;
+}
+
+Datum textDatum(std::string text) {
+    Datum result;
+    result.kind = Datum::Kind::text;
+    result.text = std::move(text);
+    return result;
+}
+
+std::string messageName(const Type& type) {
+    return type.kind == Kind::decimal ? "numeric" : std::string(typeName(type.kind));
+}
+
+Datum textToInteger(std::string_view text, const Type& from, const Type& to) {
+    std::string_view digits = trimmed(text);
+    if (digits.empty()) return integerDatum(0);
+    if (to.kind == Kind::bit) {
+        const std::string word = lowerText(digits);
+        if (word == "true" || word == "false") return integerDatum(word == "true");
+    }
+    if (digits.front() == '+' && digits.size() > 1 && digits[1] != '-') digits.remove_prefix(1);
+    std::int64_t value = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (end != digits.data() + digits.size() || error == std::errc::invalid_argument) refuseText(text, from, to);
+    if (to.kind == Kind::bit) return integerDatum(error != std::errc() || value != 0);
+    if (error == std::errc::result_out_of_range || !within(value, to.kind)) refuseLargeText(text, from, to);
+    return integerDatum(value);
+}
+
+Datum textToDecimal(std::string_view text, const Type& from, const Type& to) {
+    const auto number = Decimal::parse(trimmed(text));
+    if (!number) throw Error(8114, {messageName(from), messageName(to)});
+    return fittedDecimal(*number, from, to);
+}
+
+Datum textToFloat(std::string_view text, const Type& from, const Type& to) {
+    std::string_view digits = trimmed(text);
+    if (digits.empty()) return realDatum(0);
+    if (digits.front() == '+' && digits.size() > 1 && digits[1] != '-') digits.remove_prefix(1);
+    // from_chars knows "inf" and "nan", which are no numbers here.
+    const bool plain = std::all_of(digits.begin(), digits.end(), [](char c) {
+        return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E';
+    });
+    double value = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (!plain || end != digits.data() + digits.size() || error == std::errc::invalid_argument) {
+        throw Error(8114, {messageName(from), messageName(to)});
+    }
+    const bool tooLarge = error == std::errc::result_out_of_range && std::fabs(value) > 1;
+    if (tooLarge || (to.kind == Kind::real && std::fabs(value) > std::numeric_limits<float>::max())) {
+        throw Error(8115, {"expression", messageName(to)});
+    }
+    return realDatum(to.kind == Kind::real ? static_cast<double>(static_cast<float>(value)) : value);
+}
+
+Datum textToMoney(std::string_view text, const Type& to) {
+    std::string digits(trimmed(text));
+    if (digits.empty()) return integerDatum(0);
+    for (const std::string_view sign : {"$", "¥", "￥", "€", "£"}) {
+        const std::size_t at = digits.find(sign);
+        if (at == 0 || (at == 1 && (digits[0] == '-' || digits[0] == '+'))) digits.erase(at, sign.size());
+    }
+    std::erase(digits, ',');
+    const auto number = Decimal::parse(digits);
+    if (!number) throw Error(235);
+    try {
+        return fittedDecimal(*number, textType(Kind::varchar, -1), to);
+    } catch (const Error&) {
+        throw Error(236);
+    }
+}
+
+Datum fittedInteger(std::int64_t value, const Type& from, const Type& to) {
+    if (to.kind == Kind::bit) return integerDatum(value != 0);
+    if (within(value, to.kind)) return integerDatum(value);
+    const bool small = to.kind == Kind::tinyint || to.kind == Kind::smallint;
+    if (small && from.isInteger()) throw Error(220, {messageName(to), std::to_string(value)});
+    throw Error(8115, {from.isDecimal() ? messageName(from) : "expression", messageName(to)});
+}
+
+Datum fittedDecimal(Decimal value, const Type& from, const Type& to) {
+    const bool money = to.kind != Kind::decimal;
+    const int scale = money ? 4 : to.scale;
+    // money reaches 922337203685477.5807 and smallmoney 214748.3647; counted in digits and then exactly.
+    const int whole = to.kind == Kind::money ? 15 : to.kind == Kind::smallmoney ? 6 : to.precision - to.scale;
+    value.round(scale);
+    const double limit = to.kind == Kind::money ? 922337203685477.5807 : 214748.3647;
+    if (value.integerDigits() > whole || (money && std::fabs(value.toDouble()) > limit)) {
+        throw Error(8115, {from.isText() || from.isNumber() ? messageName(from) : "expression", messageName(to)});
+    }
+    return value.toDatum();
+}
+
+}  // namespace orvenmod::store::tsql

@@ -1,0 +1,87 @@
+// Numbers as texts, and texts into the length of their type.
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+
+#include "store/tsql/conversions.h"
+#include "store/tsql/error.h"
+#include "store/tsql/utf8.h"
+
+namespace orvenmod::store::tsql {
+
+namespace {
+
+// printf's %e and %g, with the three digits that the server gives an exponent.
+std::string withThreeDigitExponent(std::string text) {
+    const std::size_t at = text.find('e');
+    if (at == std::string::npos) return text;
+    while (text.size() - at < 5)
+        text.insert(at + 2, 1, '0');
+    return text;
+}
+
+std::string withThousands(std::string text) {
+    const std::size_t first = text.starts_with('-') ? 1 : 0;
+    const std::size_t point = std::min(text.find('.'), text.size());
+    for (std::size_t at = point; at > first + 3; at -= 3)
+        text.insert(at - 3, 1, ',');
+    return text;
+}
+
+Decimal decimalOf(const Datum& value) {
+    return value.kind == Datum::Kind::integer ? Decimal::from(value.integer) : Decimal::from(value.real);
+}
+
+}  // namespace
+
+std::string decimalText(const Datum& value, const Type& from, int style) {
+    Decimal number = decimalOf(value);
+    const bool money = from.kind != Kind::decimal;
+    const int scale = !money ? from.scale : style == 2 || style == 126 ? 4 : 2;
+    number.round(scale);
+    std::string text = number.print(scale);
+    return money && style == 1 ? withThousands(text) : text;
+}
+
+std::string floatText(double value, const Type& from, int style) {
+    char buffer[64];
+    const bool narrow = from.kind == Kind::real;
+    int length = 0;
+    switch (style) {
+        case 1:
+            length = std::snprintf(buffer, sizeof buffer, "%.7e", value);
+            break;
+        case 2:
+            length = std::snprintf(buffer, sizeof buffer, "%.15e", value);
+            break;
+        case 3:
+            length = std::snprintf(buffer, sizeof buffer, narrow ? "%.8e" : "%.16e", value);
+            break;
+        default:
+            length = std::snprintf(buffer, sizeof buffer, "%.6g", value);
+            break;
+    }
+    return withThreeDigitExponent({buffer, static_cast<std::size_t>(length)});
+}
+
+Datum fittedText(std::string text, const Type& to, const ConvertMode& mode) {
+    if (to.length <= 0) return textDatum(std::move(text));
+    const auto limit = static_cast<std::size_t>(to.length);
+    const bool national = to.isNationalText();
+    if (text.size() > limit) {
+        const std::string_view kept =
+            national ? std::string_view(text).substr(0, bytePosition(text, limit)) : codePagePrefix(text, limit);
+        if (mode.assignment && withoutTrailingBlanks(text).size() > kept.size()) {
+            throw Error(2628, {mode.table, mode.column, std::string(kept)});
+        }
+        text.resize(kept.size());
+    }
+    if (to.kind == Kind::character || to.kind == Kind::nchar) {
+        const std::size_t used = national ? characterCount(text) : codePageLength(text);
+        if (used < limit) text.append(limit - used, ' ');
+    }
+    return textDatum(std::move(text));
+}
+
+}  // namespace orvenmod::store::tsql
