@@ -1,0 +1,49 @@
+// An entry grid in memory.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/entrygrid.h"
+#include "platform/memory/controlcore.h"
+#include "platform/model/entrygridmodel.h"
+
+namespace orvenmod::platform::memory {
+
+class MemoryEntryGrid final : public MemoryControl<EntryGrid> {
+public:
+    MemoryEntryGrid(MemoryWindow& window, const ControlDesign& design)
+        : MemoryControl(window, design), model_(design.columns) {}
+
+    int rowCount() const override { return model_.rowCount(); }
+    int columnCount() const override { return model_.columnCount(); }
+    void setRowCount(int rows) override { model_.setRowCount(rows); }
+    void deleteRow(int row) override { model_.deleteRow(row); }
+    int activeRow() const override { return model_.activeRow(); }
+    int activeColumn() const override { return model_.activeColumn(); }
+    void setActiveCell(int column, int row) override { model_.setActiveCell(column, row); }
+    std::string text(int column, int row) const override { return model_.text(column, row); }
+    void setText(int column, int row, const std::string& text) override { model_.setText(column, row, text); }
+    void setCellType(int column, int row, CellType type) override { model_.setCellType(column, row, type); }
+    CellType cellType(int column, int row) const override { return model_.cellType(column, row); }
+    void setNumberRule(int column, int row, const NumberRule& rule) override;
+    void setLocked(int column, int row, bool locked) override { model_.setLocked(column, row, locked); }
+    bool locked(int column, int row) const override { return model_.locked(column, row); }
+    std::string cellTag(int column, int row) const override { return model_.cellTag(column, row); }
+    void setCellTag(int column, int row, const std::string& tag) override { model_.setCellTag(column, row, tag); }
+    void setItems(int column, int row, const std::vector<std::string>& items) override;
+    int selectedItem(int column, int row) const override { return model_.selectedItem(column, row); }
+    void selectItem(int column, int row, int item) override { model_.selectItem(column, row, item); }
+    void setColumnHidden(int column, bool hidden) override { model_.setColumnHidden(column, hidden); }
+    bool columnHidden(int column) const override { return model_.columnHidden(column); }
+    void setLockedColour(const Colour& colour) override { lockedColour_ = colour; }
+    const Colour& lockedColour() const { return lockedColour_; }
+
+    model::EntryGridModel& model() { return model_; }
+
+private:
+    model::EntryGridModel model_;
+    Colour lockedColour_{255, 255, 255};
+};
+
+}  // namespace orvenmod::platform::memory

@@ -1,0 +1,50 @@
+// A list grid in memory.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/listgrid.h"
+#include "platform/memory/controlcore.h"
+#include "platform/model/listgridmodel.h"
+
+namespace orvenmod::platform::memory {
+
+class MemoryListGrid final : public MemoryControl<ListGrid> {
+public:
+    MemoryListGrid(MemoryWindow& window, const ControlDesign& design)
+        : MemoryControl(window, design), model_(design.columns, design.fixedColumns) {}
+
+    void bind(std::shared_ptr<const RowSource> source) override { model_.bind(std::move(source)); }
+    int rowCount() const override { return model_.rowCount(); }
+    int columnCount() const override { return model_.columnCount(); }
+    void setRowCount(int rows) override { model_.setRowCount(rows); }
+    void addRow(const std::string& cells) override { model_.addRow(cells); }
+    void removeRow(int row) override { model_.removeRow(row); }
+    std::string text(int row, int column) const override { return model_.text(row, column); }
+    std::string_view value(int row, int column) const override { return model_.value(row, column); }
+    void setText(int row, int column, std::string_view text) override { model_.setText(row, column, text); }
+    void setColumnHidden(int column, bool hidden) override { model_.column(column).hidden = hidden; }
+    bool columnHidden(int column) const override { return model_.column(column).hidden; }
+    void setColumnAlignment(int column, int alignment) override;
+    int columnAlignment(int column) const override { return model_.column(column).alignment; }
+    void setHeaderAlignment(int column, int alignment) override;
+    void setColumnFormat(int column, const std::string& format) override { model_.column(column).format = format; }
+    std::string columnFormat(int column) const override { return model_.column(column).format; }
+    void setColumnWidth(int column, int twips) override { model_.column(column).width = twips; }
+    int columnWidth(int column) const override { return model_.column(column).width; }
+    int currentRow() const override { return model_.currentRow(); }
+    void setCurrentRow(int row) override { model_.setCurrentRow(row); }
+    bool isSelected(int row) const override { return model_.isSelected(row); }
+    void setSelected(int row, bool selected) override { model_.setSelected(row, selected); }
+    void setRowColour(int row, const Colour* colour) override { model_.setRowColour(row, colour); }
+
+    model::ListGridModel& model() { return model_; }
+    const model::ListGridModel& model() const { return model_; }
+
+private:
+    model::ListGridModel model_;
+};
+
+}  // namespace orvenmod::platform::memory

@@ -1,0 +1,53 @@
+// The toolkit in memory: the whole contract without a screen, for tests and for hosts that play a script.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/toolkit.h"
+
+namespace orvenmod::platform::memory {
+
+class MemoryDriver;
+class MemoryWindow;
+
+class MemoryToolkit final : public Toolkit {
+public:
+    /// The driver outlives the toolkit.
+    explicit MemoryToolkit(MemoryDriver& driver) : driver_(driver) {}
+
+    std::unique_ptr<Window> createWindow(const WindowDesign& design) override;
+    Answer message(MessageKind kind, const std::string& text, const std::string& title) override;
+    void sendTab() override;
+    void openDocument(const std::string& path) override;
+    void paintPending() override { ++paints_; }
+
+    MemoryDriver& driver() const { return driver_; }
+    /// Runs the handler of an event that the user caused: a failure is shown and goes no further.
+    void guard(const std::function<void()>& handler);
+    /// The innermost modal window, null for none.
+    MemoryWindow* front() const { return stack_.empty() ? nullptr : stack_.back(); }
+    /// How often paintPending was called.
+    int paints() const { return paints_; }
+
+    /// Holds a window in front while it lives.
+    class Front {
+    public:
+        Front(MemoryToolkit& toolkit, MemoryWindow& window) : toolkit_(toolkit) { toolkit_.stack_.push_back(&window); }
+        ~Front() { toolkit_.stack_.pop_back(); }
+        Front(const Front&) = delete;
+        Front& operator=(const Front&) = delete;
+
+    private:
+        MemoryToolkit& toolkit_;
+    };
+
+private:
+    MemoryDriver& driver_;
+    std::vector<MemoryWindow*> stack_;
+    int paints_ = 0;
+};
+
+}  // namespace orvenmod::platform::memory
