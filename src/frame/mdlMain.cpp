@@ -1,6 +1,7 @@
 #include "frame/mdlMain.h"
 
 #include <exception>
+#include <stdexcept>
 
 #include "frame/appstate.h"
 #include "frame/services.h"
@@ -37,6 +38,11 @@ void closeDB() noexcept {
     if (!state.gConn) return;
     state.gConn->close();
     state.gConn.reset();
+}
+
+void rollbackTrans() {
+    if (!appState().gConn) throw std::runtime_error("对象变量或 With 块变量未设置");
+    appState().gConn->rollbackTrans();
 }
 
 bool isHaveRight(const std::string& strRight) {

@@ -16,6 +16,9 @@ bool openDB();
 /// Closes and drops gConn if there is one.
 void closeDB() noexcept;
 
+/// Undoes the transaction of gConn. A failure where none is open, or no connection is.
+void rollbackTrans();
+
 /// True where gIsAdmin is 1 or the logged-in user has the right. Shows the refusal itself.
 bool isHaveRight(const std::string& strRight);
 

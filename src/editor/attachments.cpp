@@ -1,0 +1,145 @@
+#include "editor/attachments.h"
+
+#include <exception>
+
+#include "editor/binaryfile.h"
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/mdlMain.h"
+#include "frame/services.h"
+
+namespace orvenmod {
+
+namespace {
+
+constexpr int kDelete = 1;
+constexpr int kOpen = 2;
+constexpr int kCaptionColumn = 3;
+constexpr int kFileName = 4;
+constexpr int kPath = 5;
+
+bool isGranted(const char* digits) {
+    return isHaveRight(appState().gRightPrefix + std::to_string(appState().gItemClassId) + digits);
+}
+
+bool isStored(const std::string& tag) { return !tag.empty() && tag != "0"; }
+
+std::string currentItem() { return std::to_string(appState().gCurItemId); }
+
+}  // namespace
+
+void Attachments::load() {
+    store::Recordset rows =
+        appState().gConn->open("select fentryid,fName,fFileName from tblItemFJ where fitemid=" + currentItem());
+    clear();
+    for (; !rows.eof(); rows.moveNext()) {
+        add(rows.text("fName"), rows.text("fFileName"), "");
+        fps2_.setCellTag(kDelete, fps2_.rowCount(), rows.text("fentryid"));
+    }
+}
+
+void Attachments::add(const std::string& caption, const std::string& fileName, const std::string& path) {
+    const int row = fps2_.rowCount() + 1;
+    fps2_.setRowCount(row);
+    fps2_.setText(kCaptionColumn, row, caption);
+    fps2_.setText(kFileName, row, fileName);
+    fps2_.setText(kPath, row, path);
+}
+
+void Attachments::storeRow(std::int32_t itemId, int row) const {
+    const auto content = readFile(fps2_.text(kPath, row));
+    const auto rows = appState().gConn->openTable("tblItemFJ");
+    rows->addNew();
+    rows->set("fitemid", std::to_string(itemId));
+    rows->setBinary("fFJ", content);
+    rows->set("fFileName", fps2_.text(kFileName, row));
+    rows->set("fentryid", std::to_string(row));
+    rows->set("fName", fps2_.text(kCaptionColumn, row));
+    rows->update();
+}
+
+void Attachments::storeAll(std::int32_t itemId) const {
+    for (int row = 1; row <= fps2_.rowCount(); ++row)
+        storeRow(itemId, row);
+}
+
+void Attachments::storeChanges(std::int32_t itemId) const {
+    for (int row = 1; row <= fps2_.rowCount(); ++row) {
+        const std::string entryId = fps2_.cellTag(kDelete, row);
+        if (!isStored(entryId)) {
+            storeRow(itemId, row);
+            continue;
+        }
+        appState().gConn->execute("update tblItemFJ set fName='" + trim(fps2_.text(kCaptionColumn, row)) +
+                                  "' where fitemid=" + std::to_string(itemId) + " and fentryid=" + entryId);
+    }
+}
+
+bool Attachments::checkCaptions() const {
+    for (int row = 1; row <= fps2_.rowCount(); ++row) {
+        if (!trim(fps2_.text(kCaptionColumn, row)).empty()) continue;
+        showWarning("附件第" + std::to_string(row) + "行名称不能为空!");
+        return false;
+    }
+    return true;
+}
+
+void Attachments::removeOpened() {
+    if (!fjTempFile_.empty()) removeFile(fjTempFile_);
+}
+
+void Attachments::cmdAddFJ_Click() {
+    if (!isGranted("07")) return;
+    cd2_.setFilter("附件文件(*.*)|*.*");
+    if (!cd2_.showOpen() || cd2_.fileName().empty()) return;
+    add("", cd2_.fileTitle(), cd2_.fileName());
+}
+
+void Attachments::fps2_ButtonClicked(int column, int row) {
+    if (column != kDelete && column != kOpen) return;
+    if (column == kDelete && (!isGranted("09") || !askQuestion("确定要删除吗？"))) return;
+    if (column == kOpen && !isGranted("10")) return;
+    const std::string path = fps2_.text(kPath, row);
+    if (!path.empty()) {
+        if (column == kOpen) return services().toolkit.openDocument(path);
+        return fps2_.deleteRow(row);
+    }
+    const std::int32_t entryId = toInt32(fps2_.cellTag(kDelete, row));
+    if (column == kOpen) return getFJInfo(entryId);
+    fps2_.deleteRow(row);
+    delFJ(entryId);
+}
+
+void Attachments::delFJ(std::int32_t entryId) {
+    openDB();
+    try {
+        appState().gConn->execute("delete from tblItemFJ where fitemid=" + currentItem() +
+                                  " and fEntryId=" + std::to_string(entryId));
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+    }
+    closeDB();
+}
+
+void Attachments::getFJInfo(std::int32_t entryId) {
+    openDB();
+    try {
+        removeOpened();
+        store::Recordset rows = appState().gConn->open("select * from tblItemFJ where fitemid=" + currentItem() +
+                                                       " and fEntryId=" + std::to_string(entryId));
+        // Two rows of one entry id append their names, as they always have.
+        std::string name;
+        for (; !rows.eof(); rows.moveNext()) {
+            name += plainFileName(rows.text("fFileName"));
+            const std::string path = services().folders.attachments() + "/" + plainFileName(name);
+            writeFile(path, rows.field("fFJ").value_or(""));
+            services().toolkit.openDocument(path);
+            fjTempFile_ = path;
+        }
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+    }
+    closeDB();
+}
+
+}  // namespace orvenmod

@@ -1,0 +1,187 @@
+#include "editor/fieldgrid.h"
+
+#include <exception>
+#include <vector>
+
+#include "editor/shortnumber.h"
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/mdlMain.h"
+
+namespace orvenmod {
+
+using platform::CellType;
+
+namespace {
+
+constexpr int kNumberType = 13;
+
+std::string classId() { return std::to_string(appState().gItemClassId); }
+
+platform::NumberRule numberRule(const store::Recordset& field) {
+    platform::NumberRule rule;
+    if (!field.text("FNumberDec").empty()) rule.decimals = toInt16(field.text("FNumberDec"));
+    if (!field.text("FMaxNumber").empty()) rule.maximum = toDouble(field.text("FMaxNumber"));
+    if (!field.text("FMinNumber").empty()) rule.minimum = toDouble(field.text("FMinNumber"));
+    return rule;
+}
+
+}  // namespace
+
+bool FieldGrid::initFps() {
+    openDB();
+    try {
+        store::Recordset fields = appState().gConn->open("select * from tblTableInfo where fitemclassid=" + classId() +
+                                                         " and fisvisible=1 " + " order by finterid");
+        for (; !fields.eof(); fields.moveNext())
+            addField(fields);
+        addCategoryRow();
+        for (int column = kFieldName; column <= kLastColumn; ++column)
+            fps1_.setColumnHidden(column, true);
+        if (appState().gEditMode == 0 && appState().gCurParentId > 0) preselectCategory();
+        closeDB();
+        return true;
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+        closeDB();
+        return false;
+    }
+}
+
+void FieldGrid::addField(const store::Recordset& field) {
+    const int row = fps1_.rowCount() + 1;
+    fps1_.setRowCount(row);
+    const std::string type = field.text("fFieldType");
+    fps1_.setText(kCaption, row, field.text("fname"));
+    fps1_.setText(kFieldName, row, field.text("fFieldName"));
+    fps1_.setText(kFieldType, row, type);
+    fps1_.setCellType(kValue, row, static_cast<CellType>(toInt16(type)));
+    if (field.text("fislock", "0") == "1") fps1_.setLocked(kValue, row, true);
+    if (toInt16(type) == kNumberType) fps1_.setNumberRule(kValue, row, numberRule(field));
+    fps1_.setText(kSourceClass, row, field.text("FValueItemID"));
+    fps1_.setText(kIsNull, row, field.text("fisNull"));
+    fps1_.setText(kSourceKind, row, field.text("FItemType"));
+    if (fieldRow(fps1_, row).isReference()) addReferenceLists(field, row);
+}
+
+// A dictionary's statement has no condition between its two words and is refused by the database: a class with such a
+// field opens with the rows before it.
+void FieldGrid::addReferenceLists(const store::Recordset& field, int row) {
+    fps1_.setCellType(kValue, row, CellType::combo);
+    fps1_.setCellType(kChosenId, row, CellType::combo);
+    const bool dictionary = trim(field.text("FItemType")) == "1";
+    const std::string source = dictionary ? " tblSubType where " : " tblItem where fisdetail=1 ";
+    store::Recordset entries = appState().gConn->open(
+        "select * from " + source + " and   fitemclassid=" + field.text("fvalueitemid") + " order by fnumber ");
+    std::vector<std::string> names;
+    std::vector<std::string> ids;
+    names.reserve(entries.rowCount());
+    ids.reserve(entries.rowCount());
+    for (; !entries.eof(); entries.moveNext()) {
+        names.push_back(entries.text("fname"));
+        ids.push_back(entries.text("fitemid"));
+    }
+    fps1_.setItems(kValue, row, names);
+    fps1_.setItems(kChosenId, row, ids);
+}
+
+void FieldGrid::addCategoryRow() {
+    const int row = fps1_.rowCount() + 1;
+    fps1_.setRowCount(row);
+    fps1_.setText(kCaption, row, "所属分类");
+    store::Recordset categories = appState().gConn->open(
+        "select fName,fItemid,fdepth,isnull(fnumber,'') as fnumber from tblItem where fisdetail=0 "
+        " and fitemclassid=" +
+        classId() + " order by fnumber,fnbnumber,fdepth");
+    std::vector<std::string> texts = {"无"};
+    std::vector<std::string> ids = {"0"};
+    std::vector<std::string> codes = {""};
+    for (; !categories.eof(); categories.moveNext()) {
+        const std::string code = categories.text("fNumber");
+        texts.push_back(categoryText(toInt32(required(categories.field("fdepth"))), categories.text("fName"), code));
+        ids.push_back(categories.text("fitemid"));
+        codes.push_back(code);
+    }
+    for (const int column : {kValue, kChosenId, kCategoryCode})
+        fps1_.setCellType(column, row, CellType::combo);
+    fps1_.setItems(kValue, row, texts);
+    fps1_.setItems(kChosenId, row, ids);
+    fps1_.setItems(kCategoryCode, row, codes);
+}
+
+void FieldGrid::preselectCategory() {
+    const std::string parent = std::to_string(appState().gCurParentId);
+    const auto rows = appState().gConn->open(
+        "select fName,fdepth,isnull(fnumber,'') as fNumber from tblItem where fisdetail=0 and fitemclassid=" +
+        classId() + " And fItemId = " + parent);
+    fps1_.setText(kChosenId, lastRow(), parent);
+    if (rows.eof()) return;
+    const std::string code = rows.text("fnumber");
+    fps1_.setText(kCategoryCode, lastRow(), code);
+    fps1_.setText(kValue, lastRow(), categoryText(toInt32(rows.text("fDepth", "1")), rows.text("fName"), code));
+}
+
+void FieldGrid::proposeCodes() {
+    const std::string shortCode = getShortNumber(appState().gCurParentId);
+    fps1_.setText(kValue, kShortCodeRow, shortCode);
+    composeLoosely(shortCode);
+}
+
+// Two rules compose the code, and their conditions differ: while typing and at the start any category code counts.
+void FieldGrid::composeLoosely(const std::string& shortCode) {
+    const std::string category = fps1_.text(kCategoryCode, lastRow());
+    fps1_.setText(kValue, kCodeRow, category.empty() ? shortCode : category + "." + shortCode);
+}
+
+// After a pick, a copy and a clear an empty short code and the category code "0" don't.
+void FieldGrid::composeStrictly() {
+    const std::string shortCode = fps1_.text(kValue, kShortCodeRow);
+    const std::string category = fps1_.text(kCategoryCode, lastRow());
+    const bool both = !shortCode.empty() && !category.empty() && category != "0";
+    fps1_.setText(kValue, kCodeRow, both ? category + "." + shortCode : shortCode);
+}
+
+void FieldGrid::fps1_ComboCloseUp(int column, int row, int item) {
+    if (item == -1) return;
+    if (column == kValue) {
+        fps1_.selectItem(kChosenId, row, item);
+        if (row == lastRow()) fps1_.selectItem(kCategoryCode, row, item);
+        composeStrictly();
+        const std::string category = fps1_.text(kChosenId, lastRow());
+        appState().gCurParentId = category.empty() ? 0 : toInt32(category);
+    }
+    // The code is composed from the old short code first; the second event of the pick composes it from the new one.
+    if (row == lastRow()) fps1_.setText(kValue, kShortCodeRow, getShortNumber(appState().gCurParentId));
+}
+
+void FieldGrid::fps1_ComboSelChange(int column, int row) {
+    if (column == kValue) fps1_ComboCloseUp(column, row, fps1_.selectedItem(kValue, row));
+}
+
+void FieldGrid::fps1_EditChange(int, int row) {
+    if (row == kShortCodeRow) composeLoosely(fps1_.text(kValue, row));
+}
+
+void FieldGrid::clearFields() {
+    for (int row = 1; row < lastRow(); ++row) {
+        fps1_.setText(kValue, row, "");
+        fps1_.setText(kChosenId, row, "");
+    }
+    fps1_.setActiveCell(kValue, kShortCodeRow);
+}
+
+void FieldGrid::renewCodes() {
+    fps1_.setText(kValue, kShortCodeRow, getShortNumber(appState().gCurParentId));
+    composeStrictly();
+}
+
+bool FieldGrid::checkFields() const {
+    for (int row = 1; row < lastRow(); ++row) {
+        if (trim(fps1_.text(kIsNull, row)) != "1" || !trim(fps1_.text(kValue, row)).empty()) continue;
+        showWarning(fps1_.text(kCaption, row) + "不能为空!");
+        return false;
+    }
+    return true;
+}
+
+}  // namespace orvenmod

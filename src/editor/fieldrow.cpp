@@ -1,0 +1,31 @@
+#include "editor/fieldrow.h"
+
+#include "frame/conversion.h"
+
+namespace orvenmod {
+
+bool FieldRow::isReference() const { return !trim(sourceClass).empty() && trim(sourceClass) != "0"; }
+
+FieldRow fieldRow(const platform::EntryGrid& fps1, int row) {
+    return {.value = fps1.text(kValue, row),
+            .fieldName = fps1.text(kFieldName, row),
+            .fieldType = fps1.text(kFieldType, row),
+            .sourceClass = fps1.text(kSourceClass, row),
+            .chosenId = fps1.text(kChosenId, row)};
+}
+
+std::vector<FieldRow> classFields(const platform::EntryGrid& fps1) {
+    std::vector<FieldRow> fields;
+    for (int row = kCodeRow; row < fps1.rowCount(); ++row)
+        fields.push_back(fieldRow(fps1, row));
+    return fields;
+}
+
+std::string categoryText(int depth, const std::string& name, const std::string& code) {
+    std::string text;
+    for (int level = 1; level < depth; ++level)
+        text += "    ";
+    return text + name + "(" + code + ")";
+}
+
+}  // namespace orvenmod

@@ -1,0 +1,106 @@
+#include "editor/frmItemPhoto.h"
+
+#include <exception>
+#include <string>
+
+#include "editor/binaryfile.h"
+#include "frame/appstate.h"
+#include "frame/mdlMain.h"
+#include "frame/services.h"
+#include "platform/controls.h"
+
+namespace orvenmod {
+
+using platform::Button;
+using platform::ControlDesign;
+using platform::ControlKind;
+using platform::Picture;
+
+namespace {
+
+ControlDesign button(std::string_view name, std::string_view caption, float left) {
+    return {.kind = ControlKind::button,
+            .name = name,
+            .caption = caption,
+            .left = left,
+            .top = 4860,
+            .width = 1320,
+            .height = 360};
+}
+
+platform::WindowDesign makeDesign() {
+    platform::WindowDesign design;
+    design.name = "frmItemPhoto";
+    design.caption = "图片";
+    design.width = 6600;
+    design.height = 5400;
+    design.resizable = false;
+    design.controls = {{.kind = ControlKind::picture,
+                        .name = "pict1",
+                        .left = 180,
+                        .top = 180,
+                        .width = 6240,
+                        .height = 4500,
+                        .accessibleName = "图片"},
+                       button("cmdOK", "载入(&L)", 2220),
+                       button("cmdClear", "清除(&Q)", 3660),
+                       button("cmdExit", "关闭(&C)", 5100),
+                       {.kind = ControlKind::fileDialog, .name = "cd1"}};
+    return design;
+}
+
+}  // namespace
+
+frmItemPhoto& frmItemPhoto::instance() {
+    static frmItemPhoto window;
+    return window;
+}
+
+void frmItemPhoto::show() {
+    static const platform::WindowDesign design = makeDesign();
+    window_ = services().toolkit.createWindow(design);
+    const std::shared_ptr<void> atEnd(nullptr, [this](void*) { window_.reset(); });
+    window_->get<Button>("cmdOK").click = [this] { cmdOK_Click(); };
+    window_->get<Button>("cmdClear").click = [this] { cmdClear_Click(); };
+    window_->get<Button>("cmdExit").click = [this] { window_->close(); };
+    window_->showModal([this] { Form_Load(); });
+}
+
+void frmItemPhoto::Form_Load() {
+    appState().gPhotoPath = "";
+    appState().gPhotoCleared = 0;
+    if (appState().gEditMode == 1) getItemPhoto();
+}
+
+void frmItemPhoto::getItemPhoto() {
+    openDB();
+    try {
+        store::Recordset photos =
+            appState().gConn->open("select * from ICItemPhoto where fitemid=" + std::to_string(appState().gCurItemId));
+        for (; !photos.eof(); photos.moveNext()) {
+            const std::string path = platform::nativePath(appState().gAppPath + "\\Temp001.jpg");
+            writeFile(path, photos.field("fPhoto").value_or(""));
+            window_->get<Picture>("pict1").show(path);
+            appState().gPhotoPath = path;
+        }
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+    }
+    closeDB();
+}
+
+void frmItemPhoto::cmdOK_Click() {
+    auto& dialog = window_->get<platform::FileDialog>("cd1");
+    dialog.setFilter("JPG文件(*.jpg)|*.jpg");
+    if (!dialog.showOpen() || dialog.fileName().empty()) return;
+    appState().gPhotoPath = dialog.fileName();
+    window_->get<Picture>("pict1").show(appState().gPhotoPath);
+}
+
+void frmItemPhoto::cmdClear_Click() {
+    window_->get<Picture>("pict1").clear();
+    appState().gPhotoPath = "";
+    appState().gPhotoCleared = 1;
+}
+
+}  // namespace orvenmod

@@ -1,0 +1,62 @@
+#include "editor/itemload.h"
+
+#include <exception>
+#include <string>
+
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/mdlMain.h"
+
+namespace orvenmod {
+
+namespace {
+
+void showFields(platform::EntryGrid& cells, const store::Recordset& item) {
+    for (int row = 1; row < cells.rowCount(); ++row) {
+        const FieldRow field = fieldRow(cells, row);
+        const std::string column = trim(field.fieldName);
+        if (field.isReference()) {
+            cells.setText(kChosenId, row, item.text(column, "0"));
+            cells.setText(kValue, row, item.text(column + "Name"));
+        } else {
+            cells.setText(kValue, row, item.text(column));
+        }
+    }
+}
+
+void showCategory(FieldGrid& fields, const store::Recordset& item) {
+    platform::EntryGrid& cells = fields.cells();
+    const int row = fields.lastRow();
+    cells.setText(kChosenId, row, item.text("fparentid", "0"));
+    cells.setText(kCategoryCode, row, item.text("fParentIdNumber", "0"));
+    const std::int32_t depth = toInt32(item.text("fParentDepth", "1"));
+    appState().gCurParentId = toInt32(required(item.field("fparentid")));
+    cells.setText(kValue, row, categoryText(depth, item.text("fparentidName"), item.text("fparentidnumber")));
+}
+
+}  // namespace
+
+bool getBasicInfo(FieldGrid& fields, Photo& photo, Attachments& attachments) {
+    openDB();
+    try {
+        const auto item = appState().gConn->open("select * from " + appState().gViewName +
+                                                 " where fitemid=" + std::to_string(appState().gCurItemId));
+        if (item.eof()) {
+            showWarning("数据读取错误！");
+            closeDB();
+            return false;
+        }
+        showFields(fields.cells(), item);
+        showCategory(fields, item);
+        if (appState().gItemClassId == kPhotoClass) photo.load();
+        attachments.load();
+        closeDB();
+        return true;
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+        closeDB();
+        return false;
+    }
+}
+
+}  // namespace orvenmod

@@ -1,0 +1,138 @@
+#include "editor/itemstore.h"
+
+#include <exception>
+#include <string>
+
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/mdlMain.h"
+
+namespace orvenmod {
+
+namespace {
+
+std::string classId() { return std::to_string(appState().gItemClassId); }
+
+std::string butItself(std::int32_t itemId) { return " and fitemid<>" + std::to_string(itemId); }
+
+store::Recordset query(const std::string& sql) { return appState().gConn->open(sql); }
+
+// The counter is read, then moved by a statement of its own, outside the transaction: a save that fails uses up the id.
+std::int32_t takeNewId() {
+    const auto counter = query("select * from tblMaxnum where ftablename='tblItem'");
+    if (counter.eof()) {
+        appState().gConn->execute("insert into tblMaxNum(ftablename,fMaxNum) values('tblItem',1)");
+        return 1;
+    }
+    const std::int32_t last = toInt32(required(counter.field("fmaxnum")));
+    appState().gConn->execute("update tblMaxNum set  fmaxnum=fmaxnum+1  where ftablename='tblItem'");
+    return last + 1;
+}
+
+bool isLocked(std::int32_t itemId) {
+    const auto rows = query("select fislock as fislock1 from tblItem where fitemid=" + std::to_string(itemId));
+    return !rows.eof() && rows.text("fislock1", "0") == "1";
+}
+
+template <class Work>
+bool trapped(Work work) {
+    try {
+        const bool stored = work();
+        closeDB();
+        return stored;
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+    }
+    // Refused where no transaction is open; that failure goes up to the event loop.
+    rollbackTrans();
+    closeDB();
+    return false;
+}
+
+}  // namespace
+
+bool ItemStore::insert() {
+    return trapped([this] { return insertItem(); });
+}
+
+bool ItemStore::update() {
+    return trapped([this] { return updateItem(); });
+}
+
+bool ItemStore::insertItem() {
+    AppState& state = appState();
+    openDB();
+    if (!codeIsFree("") || !nameIsWanted("")) return false;
+    const std::int32_t itemId = takeNewId();
+    const std::string classRow = classInsert(state.gItemTable, classFields(fields_.cells()), itemId);
+    const std::string itemRow = itemInsert(itemId, texts(), state.gItemClassId, place(itemId));
+    state.gCurItemId = itemId;
+    state.gConn->beginTrans();
+    state.gConn->execute(classRow);
+    state.gConn->execute(itemRow);
+    photo_.store(itemId);
+    attachments_.storeAll(itemId);
+    state.gConn->commitTrans();
+    return true;
+}
+
+bool ItemStore::updateItem() {
+    AppState& state = appState();
+    const std::int32_t itemId = state.gCurItemId;
+    const std::string classRow = classUpdate(state.gItemTable, classFields(fields_.cells()), itemId);
+    openDB();
+    if (isLocked(itemId)) {
+        showWarning("该项目已经禁用!不能修改");
+        return false;
+    }
+    if (!codeIsFree(butItself(itemId)) || !nameIsWanted(butItself(itemId))) return false;
+    const std::string itemRow = itemUpdate(itemId, texts(), place(itemId));
+    state.gConn->beginTrans();
+    state.gConn->execute(classRow);
+    state.gConn->execute(itemRow);
+    if (state.gItemClassId == kPhotoClass) {
+        state.gConn->execute("delete from icitemphoto where fitemid=" + std::to_string(itemId));
+    }
+    photo_.store(itemId);
+    attachments_.storeChanges(itemId);
+    state.gConn->commitTrans();
+    return true;
+}
+
+// Categories count as well: an item can't take the code of one.
+bool ItemStore::codeIsFree(const std::string& others) const {
+    const std::string code = trim(fields_.cells().text(kValue, kCodeRow));
+    if (query("select * from tblItem where fnumber='" + code + "' and fitemclassid=" + classId() + others).eof()) {
+        return true;
+    }
+    showWarning("代码已经存在,保存不成功!");
+    return false;
+}
+
+bool ItemStore::nameIsWanted(const std::string& others) const {
+    const std::string name = trim(fields_.cells().text(kValue, kNameRow));
+    const auto rows = query("select * from tblItem where fname='" + name + "' and fitemclassid=" + classId() + others +
+                            " and fisdetail=1 ");
+    return rows.eof() || askQuestion(name + "名称已经存在,是否继续!");
+}
+
+ItemTexts ItemStore::texts() const {
+    const platform::EntryGrid& cells = fields_.cells();
+    return {.number = cells.text(kValue, kCodeRow),
+            .name = cells.text(kValue, kNameRow),
+            .shortNumber = cells.text(kValue, kShortCodeRow)};
+}
+
+// A category that is gone leaves the item without a place: depth and parent 0, an empty path.
+Place ItemStore::place(std::int32_t itemId) const {
+    const std::string own = std::to_string(itemId) + ".";
+    const std::string parent = fields_.cells().text(kChosenId, fields_.lastRow());
+    if (parent.empty() || parent == "-1" || parent == "0") return {"0", "1", "." + own};
+    const auto rows = query("select fnbnumber,fdepth,fitemid from tblItem where fitemid=" + parent +
+                            " and fitemclassid=" + classId() + " and fisdetail=0 ");
+    if (rows.eof()) return {};
+    return {rows.text("fitemid"), std::to_string(toInt32(required(rows.field("fdepth"))) + 1),
+            required(rows.field("fNBNumber")) + own};
+}
+
+}  // namespace orvenmod
