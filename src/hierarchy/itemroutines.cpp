@@ -1,0 +1,80 @@
+#include "hierarchy/itemroutines.h"
+
+#include <exception>
+#include <string>
+
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/mdlMain.h"
+#include "hierarchy/usageguard.h"
+
+namespace orvenmod {
+
+namespace {
+
+struct LockChange {
+    const char* test;  // counts the item where it is so already
+    const char* refusal;
+    const char* change;
+};
+
+constexpr LockChange kLock = {"select count(fitemid) as fitemid1 from tblItem where fisLock=1 and fitemid=",
+                              "该项目已经禁用！", "update tblItem set fisLock=1  where fitemid="};
+constexpr LockChange kUnLock = {"select count(fitemid) as fitemid1 from tblItem where fisLock=0 and fitemid=",
+                                "该项目未禁用！", "update tblItem set fisLock=0  where fitemid="};
+
+bool changeLock(const LockChange& wanted) {
+    try {
+        openDB();
+        const std::string id = std::to_string(appState().gCurItemId);
+        const bool refused = toInt32(required(appState().gConn->open(wanted.test + id).field("fitemid1"))) > 0;
+        if (refused) {
+            showWarning(wanted.refusal);
+        } else {
+            appState().gConn->execute(wanted.change + id);
+        }
+        closeDB();
+        return !refused;
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+        closeDB();
+        return false;
+    }
+}
+
+}  // namespace
+
+bool delDetail() {
+    GuardedDelete item;
+    item.statements = {
+        "delete from tblItem where fitemid=", "delete from " + appState().gItemTable + "  where fitemid=",
+        "delete from tblItemFJ where fitemid="};
+    item.showFailure = showCritical;
+    return deleteUnused(appState().gCurItemId, item);
+}
+
+bool lockDetail() { return changeLock(kLock); }
+
+bool unLockDetail() { return changeLock(kUnLock); }
+
+bool delParent(const std::int32_t& id) {
+    try {
+        openDB();
+        const std::string number = std::to_string(id);
+        const bool refused =
+            !appState().gConn->open("select top 1 fitemid from tblItem where fparentid=" + number).eof();
+        if (refused) {
+            showWarning("该分类下面还有明细，不能删除!");
+        } else {
+            appState().gConn->execute("delete from tblItem where fitemid=" + number);
+        }
+        closeDB();
+        return !refused;
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+        closeDB();
+        return false;
+    }
+}
+
+}  // namespace orvenmod
