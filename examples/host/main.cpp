@@ -1,0 +1,44 @@
+// The sample suite: what a host of the component looks like.
+#include <QApplication>
+#include <exception>
+#include <iostream>
+#include <stdexcept>
+
+#include <orvenmod/clsBasicInfo.h>
+
+#include "options.h"
+#include "suite.h"
+#include "suitewindow.h"
+#include "tour.h"
+
+namespace {
+
+int run(const orvenmod::sample::Options& options) {
+    using namespace orvenmod::sample;
+    const Suite suite(options.database);
+    if (options.create) {
+        suite.create(options.goods);
+        return 0;
+    }
+    suite.logIn(suite.users().at(0));
+    // The first object brings the component's QApplication with it, which the suite's own window shares.
+    const orvenmod::clsBasicInfo component;
+    SuiteWindow window(suite);
+    if (!options.tour.empty()) return playTour(window, options.tour);
+    window.show();
+    return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(orvenmod::sample::readOptions({argv + 1, argv + argc}));
+    } catch (const std::invalid_argument& mistake) {
+        std::cerr << mistake.what() << '\n' << orvenmod::sample::kUsage;
+        return 2;
+    } catch (const std::exception& failure) {
+        std::cerr << failure.what() << '\n';
+        return 1;
+    }
+}

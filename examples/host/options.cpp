@@ -1,0 +1,53 @@
+#include "options.h"
+
+#include <charconv>
+#include <stdexcept>
+
+#include "sampledata.h"
+
+namespace orvenmod::sample {
+
+const char* const kUsage =
+    "orvensuite --database FILE                       opens the sample suite\n"
+    "orvensuite --database FILE --create [--items N]  makes the sample database, with N goods\n"
+    "orvensuite --database FILE --tour FOLDER         plays a tour, a picture of each window into FOLDER\n";
+
+namespace {
+
+int readGoods(const std::string& text) {
+    int goods = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), goods);
+    if (error != std::errc() || end != text.data() + text.size() || goods < 1 || goods > kMostGoods) {
+        throw std::invalid_argument("--items takes a number from 1 to " + std::to_string(kMostGoods));
+    }
+    return goods;
+}
+
+}  // namespace
+
+Options readOptions(const std::vector<std::string>& arguments) {
+    Options options;
+    options.goods = kUsualGoods;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& name = arguments[i];
+        const auto value = [&]() -> const std::string& {
+            if (i + 1 >= arguments.size()) throw std::invalid_argument(name + " needs a value");
+            return arguments[++i];
+        };
+        if (name == "--database") {
+            options.database = value();
+        } else if (name == "--create") {
+            options.create = true;
+        } else if (name == "--items") {
+            options.goods = readGoods(value());
+        } else if (name == "--tour") {
+            options.tour = value();
+        } else {
+            throw std::invalid_argument("unknown argument " + name);
+        }
+    }
+    if (options.database.empty()) throw std::invalid_argument("--database is missing");
+    return options;
+}
+
+}  // namespace orvenmod::sample

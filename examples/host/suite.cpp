@@ -1,0 +1,93 @@
+#include "suite.h"
+
+#include <filesystem>
+
+#include <orvenmod/clsBasicInfo.h>
+#include <orvenmod/schema.h>
+#include <orvenmod/settings.h>
+
+#include "frame/entry/startup.h"
+#include "sampledata.h"
+
+namespace orvenmod::sample {
+namespace {
+
+constexpr const char* kShared = "Orvencom";
+
+void save(const std::string& section, const std::string& key, const std::string& value) {
+    SaveSetting(kShared, section, key, value);
+}
+
+}  // namespace
+
+Suite::Suite(const std::string& databaseFile)
+    : databaseFile_(std::filesystem::absolute(databaseFile).string()),
+      connectionString_("Provider=SQLite;Data Source=" + databaseFile_) {}
+
+void Suite::create(int goods) const {
+    CreateSchema(connectionString_);
+    const auto connection = componentStore().connect(connectionString_);
+    fillSampleData(*connection, goods);
+    connection->close();
+}
+
+std::vector<SuiteUser> Suite::users() const {
+    const auto connection = componentStore().connect(connectionString_);
+    std::vector<SuiteUser> users;
+    for (auto rows = connection->open("select fUserId,fName,fIsAdmin from tblUser order by fUserId"); !rows.eof();
+         rows.moveNext()) {
+        users.push_back({std::stoi(rows.text("fUserId")), rows.text("fName"), rows.text("fIsAdmin") == "1"});
+    }
+    connection->close();
+    return users;
+}
+
+std::vector<Warehouse> Suite::warehouses() const {
+    const auto connection = componentStore().connect(connectionString_);
+    std::vector<Warehouse> warehouses;
+    for (auto rows = connection->open("select fItemId,fName from tblStock order by fNumber"); !rows.eof();
+         rows.moveNext()) {
+        warehouses.push_back({std::stoi(rows.text("fItemId")), rows.text("fName")});
+    }
+    connection->close();
+    return warehouses;
+}
+
+void Suite::logIn(const SuiteUser& user) const {
+    save("SystemSetup", "msgTitle", "裕丰商行");
+    save("SystemSetup", "intZeroNumber", "2");
+    save("SystemSetup", "gAppPath", std::filesystem::path(databaseFile_).parent_path().string());
+    save("SystemLogin", "IsAdmin", user.administrator ? "1" : "0");
+    save("SystemLogin", "gLoginUserId", std::to_string(user.id));
+    save("SystemLogin", "gLoginUserName", user.name);
+}
+
+Result Suite::open(const Request& request) const {
+    const bool picker = request.openAs != OpenAs::management;
+    // The two values hold for one window only; the component sets them back when it closes.
+    save("ShowStock", "StockId", std::to_string(picker ? request.warehouse : 0));
+    save("ShowStock", "PerFKC", picker && request.onlyInStock ? "-1" : "0");
+    clsBasicInfo items;
+    items.mainInterface(request.itemClass, "", request.find, connectionString_, picker ? 1 : 0,
+                        std::int16_t{request.openAs == OpenAs::billPicker ? std::int16_t{1} : std::int16_t{0}});
+    Result result{items.fItemId, items.fNumber, items.fName, {}};
+    if (result.itemId == "-1") result.rows = billRows();
+    return result;
+}
+
+std::vector<BillRow> Suite::billRows() const {
+    const auto connection = componentStore().connect(connectionString_);
+    const std::string user = GetSetting(kShared, "SystemLogin", "gLoginUserId", "0");
+    std::vector<BillRow> result;
+    auto rows = connection->open(
+        "select a.fQty,b.fNumber,b.fName from tblItemInput as a left outer join ICItem as b on a.fItemId=b.fItemId "
+        "where a.fUserId=" +
+        user + " order by a.fEntryId");
+    for (; !rows.eof(); rows.moveNext()) {
+        result.push_back({rows.text("fNumber"), rows.text("fName"), rows.text("fQty")});
+    }
+    connection->close();
+    return result;
+}
+
+}  // namespace orvenmod::sample

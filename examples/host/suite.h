@@ -1,0 +1,73 @@
+// The suite behind its window: users, warehouses, and how it calls the component. No toolkit here.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace orvenmod::sample {
+
+struct SuiteUser {
+    int id = 0;
+    std::string name;
+    bool administrator = false;
+};
+
+struct Warehouse {
+    int id = 0;
+    std::string name;
+};
+
+enum class OpenAs { management, picker, billPicker };
+
+/// What a menu of the suite asks of the component.
+struct Request {
+    std::int16_t itemClass = 3;
+    OpenAs openAs = OpenAs::management;
+    std::string find = {};     ///< the first list shows codes and names that hold it
+    int warehouse = 0;         ///< whose stock the picker shows, 0 for all
+    bool onlyInStock = false;  ///< the picker shows only what is in stock
+};
+
+/// A row that the bill picker handed over.
+struct BillRow {
+    std::string number;
+    std::string name;
+    std::string quantity;
+};
+
+/// What stood in the component's properties afterwards.
+struct Result {
+    std::string itemId;
+    std::string number;
+    std::string name;
+    std::vector<BillRow> rows;  ///< where itemId is "-1"
+};
+
+class Suite {
+public:
+    /// A database of the embedded store.
+    explicit Suite(const std::string& databaseFile);
+
+    const std::string& databaseFile() const { return databaseFile_; }
+
+    /// Makes the database with its schema and `goods` goods. Throws std::runtime_error where there is one already.
+    void create(int goods) const;
+
+    std::vector<SuiteUser> users() const;
+    std::vector<Warehouse> warehouses() const;
+
+    /// Writes who works with the suite into the settings that the component shares.
+    void logIn(const SuiteUser& user) const;
+
+    /// Opens the component's window and waits for it.
+    Result open(const Request& request) const;
+
+private:
+    std::vector<BillRow> billRows() const;
+
+    std::string databaseFile_;
+    std::string connectionString_;
+};
+
+}  // namespace orvenmod::sample

@@ -1,0 +1,49 @@
+// The suite's window: who works, what to open, and what came back.
+#pragma once
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableWidget>
+#include <QWidget>
+#include <vector>
+
+#include "suite.h"
+
+class QGridLayout;
+
+namespace orvenmod::sample {
+
+class SuiteWindow : public QWidget {
+public:
+    explicit SuiteWindow(const Suite& suite);
+
+    /// Opens the component and shows what it left; for the buttons and for the tour.
+    void open(const Request& request);
+    /// Works as the user of that number in the list.
+    void logInAs(int index);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    QWidget* makeHead();
+    QWidget* makeChoices();
+    QWidget* makeResults();
+    void addButton(QGridLayout* grid, int row, int column, const QString& caption, const Request& request);
+    Request withChoices(Request request) const;
+    void showResult(const Result& result);
+
+    const Suite& suite_;
+    std::vector<SuiteUser> users_;
+    std::vector<Warehouse> warehouses_;
+    QComboBox* user_ = nullptr;
+    QComboBox* warehouse_ = nullptr;
+    QComboBox* stockChoice_ = nullptr;
+    QLineEdit* find_ = nullptr;
+    QTableWidget* properties_ = nullptr;
+    QTableWidget* billRows_ = nullptr;
+    QLabel* outcome_ = nullptr;
+};
+
+}  // namespace orvenmod::sample

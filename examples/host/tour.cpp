@@ -1,0 +1,169 @@
+#include "tour.h"
+
+#include <QTest>
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <stdexcept>
+
+#include "frame/services.h"
+#include "suitewindow.h"
+#include "visitor.h"
+
+namespace orvenmod::sample {
+namespace {
+
+using Steps = std::function<void(Visitor&)>;
+
+enum User { kAdministrator, kAccountant, kJunior, kStorekeeper };
+
+/// Opens the component through the suite's window and plays steps on the window that comes.
+class Guide {
+public:
+    Guide(SuiteWindow& suite, platform::qt::QtToolkit& toolkit, Album& album)
+        : suite_(suite), toolkit_(toolkit), album_(album) {
+        toolkit_.setModalObserver([this](platform::Window& window) { visit(window); });
+    }
+    ~Guide() { toolkit_.setModalObserver({}); }
+    Guide(const Guide&) = delete;
+    Guide& operator=(const Guide&) = delete;
+
+    void play(User user, const Request& request, Steps steps) {
+        suite_.logInAs(user);
+        steps_ = std::move(steps);
+        suite_.open(request);
+        if (failure_) std::rethrow_exception(failure_);
+        if (steps_) throw std::runtime_error("a window didn't open");
+    }
+
+    void pictureSuite(const std::string& name, const std::string& caption) {
+        QTest::qWait(20);
+        album_.add(suite_, name, caption);
+    }
+
+private:
+    // What fails here must not look like a failure of the window, so it is kept for play().
+    void visit(platform::Window& window) {
+        const Steps steps = std::exchange(steps_, nullptr);
+        try {
+            Visitor visitor(window, album_);
+            if (steps) steps(visitor);
+            visitor.boxesDone();
+        } catch (...) {
+            failure_ = std::current_exception();
+        }
+        if (window.shown()) window.close();
+    }
+
+    SuiteWindow& suite_;
+    platform::qt::QtToolkit& toolkit_;
+    Album& album_;
+    Steps steps_;
+    std::exception_ptr failure_;
+};
+
+void manageGoods(Guide& guide) {
+    guide.play(kAdministrator, {}, [](Visitor& visitor) {
+        visitor.picture("management", "货品管理：分类、查询条件、列表");
+        visitor.clickNode("tv1", "五金工具");
+        visitor.picture("category", "点了一个分类：列表只剩它和下级的货品");
+        visitor.pictureMenuOf("vsf1", "list-menu", "列表的右键菜单");
+        visitor.pictureMenuOf("tv1", "tree-menu", "分类的右键菜单");
+        visitor.pictureListOf("PC(0)", "search-fields", "可以查询的字段");
+        visitor.pick("PC(0)", "名称");
+        visitor.pick("PC(1)", "包含");
+        visitor.type("txtSearch", "开关");
+        visitor.click("cmdFind");
+        visitor.picture("search-text", "名称 包含 “开关”");
+        visitor.pick("PC(0)", "参考售价");
+        visitor.pick("PC(1)", "大于");
+        visitor.type("txtSearch", "100");
+        visitor.click("cmdFind");
+        visitor.picture("search-number", "参考售价 大于 100");
+        visitor.pick("PC(0)", "建档日期");
+        visitor.pick("PC(1)", "大于等于");
+        visitor.setDate("dtp", 2023, 6, 1);
+        visitor.click("cmdFind");
+        visitor.picture("search-date", "建档日期 大于等于 2023-06-01");
+        visitor.pick("PC(0)", "名称");
+        visitor.pick("PC(1)", "等于");
+        visitor.type("txtSearch", "3'");
+        visitor.expectBox(QMessageBox::Ok, "failure-box", "查询内容里有引号：数据库的原话");
+        visitor.click("cmdFind");
+    });
+}
+
+void managePartners(Guide& guide) {
+    guide.play(kAdministrator, {.itemClass = 1},
+               [](Visitor& visitor) { visitor.picture("customers", "客户管理：应收款"); });
+    guide.play(kAdministrator, {.itemClass = 2},
+               [](Visitor& visitor) { visitor.picture("suppliers", "供应商管理：应付款"); });
+    guide.play(kAdministrator, {.itemClass = 11},
+               [](Visitor& visitor) { visitor.picture("accounts", "账户管理：账号余额"); });
+}
+
+void pickGoods(Guide& guide) {
+    guide.play(kAccountant, {.openAs = OpenAs::picker, .find = "灯", .onlyInStock = true}, [](Visitor& visitor) {
+        visitor.picture("picker", "选取货品：查找“灯”，只看有库存的");
+        visitor.clickRow("vsf1", 3);
+        visitor.keyOnGrid("vsf1", Qt::Key_Return);
+    });
+    guide.pictureSuite("picked", "选取后：主程序读到的属性");
+}
+
+void pickForBill(Guide& guide) {
+    guide.play(kAccountant, {.openAs = OpenAs::billPicker}, [](Visitor& visitor) {
+        visitor.clickNode("tv1", "书写工具");
+        const char* const quantities[] = {"120", "24.5", "6"};
+        for (int row = 1; row <= 3; ++row) {
+            visitor.doubleClickRow("vsf1", row);
+            visitor.typeCell("fps1", row, 6, QString::fromLatin1(quantities[row - 1]));
+        }
+        visitor.picture("bill-picker", "选单据物料：双击货品，填数量");
+        visitor.expectBox(QMessageBox::No, "again-box", "同一货品再选一次：先问");
+        visitor.doubleClickRow("vsf1", 2);
+        visitor.boxesDone();
+        visitor.expectBox(QMessageBox::No, "remove-box", "移除前先问");
+        visitor.click("cmdRemoveItem");
+        visitor.boxesDone();
+        visitor.click("cmdAddItem");
+    });
+    guide.pictureSuite("bill", "添加到单据后：tblItemInput 的行");
+}
+
+void workWithFewRights(Guide& guide) {
+    guide.play(kJunior, {}, [](Visitor& visitor) {
+        visitor.picture("plain-user", "小李：看不到参考进价和主供应商");
+        visitor.expectBox(QMessageBox::Ok, "refused-box", "小李无权修改货品");
+        visitor.click("cmdUpdateDetail");
+    });
+    guide.play(kStorekeeper, {},
+               [](Visitor& visitor) { visitor.picture("standing-condition", "王仓管：只看五金和电料"); });
+}
+
+}  // namespace
+
+int playTour(SuiteWindow& window, const std::string& folder) {
+    try {
+        std::filesystem::create_directories(folder);
+        auto* toolkit = dynamic_cast<platform::qt::QtToolkit*>(&services().toolkit);
+        if (toolkit == nullptr) throw std::logic_error("the tour needs the Qt toolkit");
+        Album album(folder, *toolkit);
+        Guide guide(window, *toolkit, album);
+        window.show();
+        guide.pictureSuite("suite", "示例主程序");
+        manageGoods(guide);
+        managePartners(guide);
+        pickGoods(guide);
+        pickForBill(guide);
+        workWithFewRights(guide);
+        std::cout << album.list();
+        return 0;
+    } catch (const std::exception& failure) {
+        std::cerr << "the tour stopped: " << failure.what() << '\n';
+        return 1;
+    }
+}
+
+}  // namespace orvenmod::sample

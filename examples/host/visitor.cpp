@@ -1,0 +1,176 @@
+#include "visitor.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QDateEdit>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+#include <memory>
+#include <stdexcept>
+
+namespace orvenmod::sample {
+namespace {
+
+constexpr int kPatience = 5000;  // milliseconds for something that must come
+constexpr int kLook = 20;
+
+/// Calls `act` as soon as `ready` gives something, from the loop that is running then.
+template <class Ready, class Act>
+void whenReady(Ready ready, Act act, int waited = 0) {
+    QTimer::singleShot(kLook, qApp, [=] {
+        if (auto* thing = ready()) {
+            act(*thing);
+        } else if (waited < kPatience) {
+            whenReady(ready, act, waited + kLook);
+        }
+    });
+}
+
+QMessageBox* shownBox() {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    return box != nullptr && box->isVisible() ? box : nullptr;
+}
+
+void commit(QWidget& widget, const QString& text) {
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(&widget, &event);
+}
+
+}  // namespace
+
+Visitor::Visitor(platform::Window& window, Album& album) : window_(window), album_(album), root_(nullptr) {
+    const QString name = QString::fromStdString(window.name());
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->objectName() == name && widget->isVisible()) root_ = widget;
+    }
+    if (root_ == nullptr) throw std::runtime_error("no window " + window.name());
+}
+
+template <class Widget>
+Widget& Visitor::find(const QString& name) const {
+    auto* widget = root_->findChild<Widget*>(name);
+    if (widget == nullptr) throw std::runtime_error("no control " + name.toStdString() + " in " + window_.name());
+    return *widget;
+}
+
+QPoint Visitor::rowCentre(QTableView& view, int row) const {
+    const QModelIndex index = view.model()->index(row - 1, view.columnAt(20));
+    if (!index.isValid()) throw std::runtime_error("no row " + std::to_string(row));
+    view.scrollTo(index);
+    return view.visualRect(index).center();
+}
+
+void Visitor::picture(const std::string& name, const std::string& caption) {
+    QTest::qWait(kLook);
+    album_.add(window_, name, caption);
+}
+
+void Visitor::click(const QString& button) { QTest::mouseClick(&find<QWidget>(button), Qt::LeftButton); }
+
+void Visitor::type(const QString& edit, const QString& text) {
+    auto& line = find<QLineEdit>(edit);
+    line.setFocus();
+    line.selectAll();
+    QTest::keyClick(&line, Qt::Key_Delete);
+    commit(line, text);
+}
+
+void Visitor::pick(const QString& combo, const QString& entry) {
+    auto& box = find<QComboBox>(combo);
+    const int row = box.findText(entry);
+    if (row < 0) throw std::runtime_error("no entry " + entry.toStdString());
+    box.setFocus();
+    while (box.currentIndex() != row) {
+        const int before = box.currentIndex();
+        QTest::keyClick(&box, before < row ? Qt::Key_Down : Qt::Key_Up);
+        if (box.currentIndex() == before) throw std::runtime_error("the list doesn't move");
+    }
+}
+
+void Visitor::setDate(const QString& picker, int year, int month, int day) {
+    find<QDateEdit>(picker).setDate(QDate(year, month, day));
+}
+
+void Visitor::clickNode(const QString& tree, const QString& textBegin) {
+    auto& view = find<QTreeWidget>(tree);
+    const auto items = view.findItems(textBegin, Qt::MatchStartsWith | Qt::MatchRecursive);
+    if (items.isEmpty()) throw std::runtime_error("no node " + textBegin.toStdString());
+    view.scrollToItem(items.first());
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualItemRect(items.first()).center());
+}
+
+void Visitor::clickRow(const QString& grid, int row) {
+    auto& view = find<QTableView>(grid);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, rowCentre(view, row));
+}
+
+void Visitor::doubleClickRow(const QString& grid, int row) {
+    auto& view = find<QTableView>(grid);
+    const QPoint place = rowCentre(view, row);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
+}
+
+void Visitor::keyOnGrid(const QString& grid, Qt::Key key) {
+    auto& view = find<QTableView>(grid);
+    view.setFocus();
+    QTest::keyClick(&view, key);
+}
+
+void Visitor::typeCell(const QString& grid, int row, int column, const QString& text) {
+    auto& view = find<QTableView>(grid);
+    const QModelIndex index = view.model()->index(row - 1, column - 1);
+    if (!index.isValid()) throw std::runtime_error("no cell in row " + std::to_string(row));
+    view.setFocus();
+    view.setCurrentIndex(index);
+    for (const QChar letter : text) {
+        QWidget* target = QApplication::focusWidget();
+        QTest::keyClick(target == nullptr ? &view : target, letter.toLatin1());
+    }
+    if (QWidget* editor = QApplication::focusWidget(); editor != nullptr) QTest::keyClick(editor, Qt::Key_Return);
+}
+
+void Visitor::pictureMenuOf(const QString& view, const std::string& name, const std::string& caption) {
+    QWidget* port = find<QAbstractScrollArea>(view).viewport();
+    whenReady([] { return QApplication::activePopupWidget(); },
+              [this, name, caption](QWidget& menu) {
+                  album_.add(window_, name, caption);
+                  menu.close();
+              });
+    QTest::mouseClick(port, Qt::RightButton, {}, QPoint(60, 36));
+}
+
+void Visitor::pictureListOf(const QString& combo, const std::string& name, const std::string& caption) {
+    auto& box = find<QComboBox>(combo);
+    box.showPopup();
+    picture(name, caption);
+    box.hidePopup();
+}
+
+void Visitor::chooseMenu(const QString& action) { find<QAction>(action).trigger(); }
+
+void Visitor::expectBox(QMessageBox::StandardButton answer, const std::string& name, const std::string& caption) {
+    ++boxes_;
+    whenReady(shownBox, [this, answer, name, caption](QMessageBox& box) {
+        --boxes_;
+        album_.add(box, name, caption);
+        box.button(answer)->click();
+    });
+}
+
+void Visitor::boxesDone() const {
+    if (boxes_ != 0) throw std::runtime_error("a box that was expected didn't come");
+}
+
+void Visitor::close() { root_->close(); }
+
+}  // namespace orvenmod::sample

@@ -1,0 +1,77 @@
+// The tour's visitor: clicks and types in real windows, finds every control by its name, and takes pictures. A control
+// that isn't there, or a box that doesn't come, ends the tour with a message.
+#pragma once
+
+#include <QMessageBox>
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/qt/qttoolkit.h"
+#include "platform/window.h"
+
+class QTableView;
+
+namespace orvenmod::sample {
+
+/// The pictures of one tour, numbered in the order in which they were taken.
+class Album {
+public:
+    Album(std::string folder, platform::qt::QtToolkit& toolkit);
+
+    void add(const platform::Window& window, const std::string& name, const std::string& caption);
+    /// Of a window that isn't the component's.
+    void add(QWidget& widget, const std::string& name, const std::string& caption);
+    /// The list of the pictures, also written into the folder.
+    std::string list() const;
+
+private:
+    std::string next(const std::string& name, const std::string& caption);
+
+    std::string folder_;
+    platform::qt::QtToolkit& toolkit_;
+    std::vector<std::pair<std::string, std::string>> pictures_;
+};
+
+class Visitor {
+public:
+    Visitor(platform::Window& window, Album& album);
+
+    void picture(const std::string& name, const std::string& caption);
+
+    void click(const QString& button);
+    void type(const QString& edit, const QString& text);
+    void pick(const QString& combo, const QString& entry);
+    void setDate(const QString& picker, int year, int month, int day);
+    void clickNode(const QString& tree, const QString& textBegin);
+    void clickRow(const QString& grid, int row);
+    void doubleClickRow(const QString& grid, int row);
+    void keyOnGrid(const QString& grid, Qt::Key key);
+    void typeCell(const QString& grid, int row, int column, const QString& text);
+    /// The popup menu of a tree or grid; pictured, and closed without a choice.
+    void pictureMenuOf(const QString& view, const std::string& name, const std::string& caption);
+    /// The opened list of a combo; pictured and closed.
+    void pictureListOf(const QString& combo, const std::string& name, const std::string& caption);
+    void chooseMenu(const QString& action);
+
+    /// The next box is pictured and answered with the button.
+    void expectBox(QMessageBox::StandardButton answer, const std::string& name, const std::string& caption);
+    /// Throws where an expected box didn't come.
+    void boxesDone() const;
+
+    void close();
+
+private:
+    template <class Widget>
+    Widget& find(const QString& name) const;
+    QPoint rowCentre(QTableView& view, int row) const;
+
+    platform::Window& window_;
+    Album& album_;
+    QWidget* root_;
+    int boxes_ = 0;
+};
+
+}  // namespace orvenmod::sample
