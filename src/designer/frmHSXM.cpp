@@ -1,0 +1,176 @@
+#include "designer/frmHSXM.h"
+
+#include <exception>
+
+#include "designer/frmHSXMDetailNew.h"
+#include "designer/frmHSXMDetailSetup.h"
+#include "designer/frmHSXMNew.h"
+#include "designer/frmHSXM_design.h"
+#include "designer/frmItem.h"
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/mdlMain.h"
+#include "platform/listgrid.h"
+#include "platform/tree.h"
+
+namespace orvenmod {
+
+using platform::ListGrid;
+using platform::Menu;
+using platform::Tree;
+
+namespace {
+
+constexpr const char* kRoot = "D0";
+
+std::string fieldTypeWord(const std::string& code) {
+    if (code == "0") return "日期";
+    if (code == "1") return "字符类型";
+    if (code == "12") return "货币";
+    if (code == "13") return "数字";
+    return "";
+}
+
+std::string afterFirst(const std::string& key) { return key.empty() ? key : key.substr(1); }
+
+// The words of fIsNull and fItemType bring their tab along: another value makes no cell at all.
+std::string gridRow(const store::Recordset& row) {
+    std::string cells = row.text("fitemclassid");
+    const auto add = [&cells](const std::string& text) { cells.append("\t").append(text); };
+    add(row.text("fname"));
+    add(row.text("ffieldname"));
+    add(fieldTypeWord(row.text("ffieldtype")));
+    add(row.text("fItemName"));
+    add(row.text("fMaxNumber"));
+    add(row.text("fMinNumber"));
+    add(row.text("fNumberDec"));
+    add(row.text("fDefaultvalue"));
+    const std::string isNull = row.text("fIsNull");
+    if (isNull == "0") add("能");
+    if (isNull == "1") add("不能");
+    const std::string itemType = row.text("fItemType");
+    if (itemType == "0") add("核算项目");
+    if (itemType == "1") add("子核算项目");
+    return cells;
+}
+
+}  // namespace
+
+frmHSXM& frmHSXM::instance() {
+    static frmHSXM window;
+    return window;
+}
+
+void frmHSXM::show() { showModal(hsxmDesign()); }
+
+void frmHSXM::connectEvents() {
+    const auto onMenu = [this](const char* name, void (frmHSXM::*action)()) {
+        window().get<Menu>(name).click = [this, action] { (this->*action)(); };
+    };
+    window().resize = [this] { Form_Resize(); };
+    window().get<Tree>("tv1").nodeClick = [this](const std::string& key) { tv1_NodeClick(key); };
+    window().get<ListGrid>("vsf1").mouseDown = [this](platform::MouseButton button) { vsf1_MouseDown(button); };
+    window().get<platform::Toolbar>("Toolbar1").buttonClick = [this](const std::string& key) {
+        Toolbar1_ButtonClick(key);
+    };
+    onMenu("MenuExit", &frmHSXM::MenuExit_Click);
+    onMenu("MenuHSXMNew", &frmHSXM::MenuHSXMNew_Click);
+    onMenu("MenuDetailNew", &frmHSXM::MenuDetailNew_Click);
+    onMenu("MenuDetailSetup", &frmHSXM::MenuDetailSetup_Click);
+}
+
+void frmHSXM::Form_Load() {
+    ListGrid& vsf1 = window().get<ListGrid>("vsf1");
+    for (int column = 0; column < vsf1.columnCount(); ++column)
+        vsf1.setHeaderAlignment(column, static_cast<int>(platform::Alignment::centre));
+    getListInfo();
+    positions_.assign(window().controls().size(), {});
+    GetSourcePos(window(), positions_);
+}
+
+void frmHSXM::Form_Resize() { SetNewPos(window(), positions_); }
+
+void frmHSXM::getListInfo() {
+    if (!openDB()) return;
+    Tree& tv1 = window().get<Tree>("tv1");
+    auto rows = appState().gConn->open("select  * from tblItemclass where fitemtype='0' order by fItemclassid");
+    tv1.clear();
+    tv1.add("", kRoot, "核算项目", "Folder");
+    for (; !rows.eof(); rows.moveNext()) {
+        const std::string id = rows.text("fitemclassid");
+        tv1.add(kRoot, "D" + id, rows.text("fitemname") + "(" + id + ")", "Folder");
+        tv1.ensureVisible("D" + id);
+    }
+    closeDB();
+}
+
+bool frmHSXM::findInfo(const std::string& strParam, std::int16_t /*intType*/) {
+    if (!openDB()) return false;
+    try {
+        fillGrid(strParam);
+        closeDB();
+        return true;
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+        closeDB();
+        return false;
+    }
+}
+
+// Hidden fields are listed as well. The grid keeps the rows added before a failure.
+void frmHSXM::fillGrid(const std::string& strParam) {
+    store::Connection& connection = *appState().gConn;
+    ListGrid& vsf1 = window().get<ListGrid>("vsf1");
+    auto rows = connection.open(
+        "select a.*,b.fItemname as fItemName from tbltableinfo as a left outer join tblItemClass as b on  "
+        "a.fvalueitemid=b.fitemclassid   where  a.fitemclassid=" +
+        strParam + " order by a.finterid ");
+    vsf1.setRowCount(1);
+    for (; !rows.eof(); rows.moveNext())
+        vsf1.addRow(gridRow(rows));
+    const auto itemClass = connection.open("select * from tblItemClass where fitemclassid=" + strParam);
+    if (!itemClass.eof()) frmItem::instance().txtTable = itemClass.text("fItemTable");
+}
+
+void frmHSXM::tv1_NodeClick(const std::string& key) {
+    frmItem::instance().txtParamSQL = afterFirst(key);
+    findInfo(afterFirst(key), 0);
+}
+
+void frmHSXM::vsf1_MouseDown(platform::MouseButton button) {
+    if (button == platform::MouseButton::right) window().get<Menu>("MenuDetail").popUp();
+}
+
+void frmHSXM::Toolbar1_ButtonClick(const std::string& key) {
+    if (key == "New") MenuHSXMNew_Click();
+    if (key == "Exit") MenuExit_Click();
+}
+
+void frmHSXM::MenuExit_Click() { window().close(); }
+
+void frmHSXM::MenuHSXMNew_Click() {
+    frmItem::instance().txtIsUpdate = "0";
+    frmHSXMNew::instance().show(*this);
+}
+
+// The id of the class selected in the tree; "" for none and for the root.
+std::string frmHSXM::selectedClass() const {
+    const std::string id = afterFirst(window().get<Tree>("tv1").selected());
+    return id == "0" ? "" : id;
+}
+
+void frmHSXM::MenuDetailNew_Click() {
+    const std::string itemClass = selectedClass();
+    if (itemClass.empty()) return;
+    appState().gItemClassId = toInt16(itemClass);
+    frmHSXMDetailNew::instance().show(*this);
+}
+
+void frmHSXM::MenuDetailSetup_Click() {
+    const std::string itemClass = selectedClass();
+    if (itemClass.empty()) return;
+    frmItem::instance().txtFItemClassId = itemClass;
+    frmHSXMDetailSetup::instance().show();
+}
+
+}  // namespace orvenmod

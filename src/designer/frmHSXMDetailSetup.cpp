@@ -1,0 +1,107 @@
+#include "designer/frmHSXMDetailSetup.h"
+
+#include <exception>
+
+#include "designer/classview.h"
+#include "designer/frmHSXMDetailSetup_design.h"
+#include "designer/frmItem.h"
+#include "designer/saving.h"
+#include "designer/stockview.h"
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/mdlMain.h"
+
+namespace orvenmod {
+
+namespace {
+
+enum Column { caption = 1, shown, width, interId };
+
+constexpr const char* kGoods = "3";
+
+// The rows above are the base fields; what is changed in them is dropped.
+int firstSavedRow(const std::string& itemClass) { return itemClass == kGoods ? 5 : 3; }
+
+std::string orZero(const std::string& text) { return text.empty() ? "0" : text; }
+
+}  // namespace
+
+frmHSXMDetailSetup& frmHSXMDetailSetup::instance() {
+    static frmHSXMDetailSetup window;
+    return window;
+}
+
+void frmHSXMDetailSetup::show() { showModal(hsxmDetailSetupDesign()); }
+
+void frmHSXMDetailSetup::connectEvents() {
+    window().unload = [this] { Form_Unload(); };
+    window().get<platform::Menu>("MenuUnLock").click = [this] { MenuUnLock_Click(); };
+    window().get<platform::Menu>("MenuFileExit").click = [this] { window().close(); };
+    window().get<platform::Toolbar>("Toolbar1").buttonClick = [this](const std::string& key) {
+        Toolbar1_ButtonClick(key);
+    };
+}
+
+void frmHSXMDetailSetup::Form_Load() {
+    fps1().setNumberRule(Column::width, 0, {0, 1, 9999});
+    loadFieldList();
+}
+
+void frmHSXMDetailSetup::Form_Unload() { frmItem::instance().unload(); }
+
+bool frmHSXMDetailSetup::loadFieldList() {
+    if (!openDB()) return false;
+    try {
+        platform::EntryGrid& grid = fps1();
+        grid.setRowCount(0);
+        auto rows = appState().gConn->open("select finterid,fname,fisvisible from tbltableinfo  where fitemclassid=" +
+                                           frmItem::instance().txtFItemClassId + " order by finterid ");
+        for (int row = 1; !rows.eof(); rows.moveNext(), ++row) {
+            grid.setRowCount(row);
+            grid.setText(Column::caption, row, rows.text("fName"));
+            grid.setText(Column::shown, row, rows.text("fisvisible"));
+            grid.setText(Column::interId, row, rows.text("finterid"));
+        }
+        closeDB();
+        return true;
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+        closeDB();
+        return false;
+    }
+}
+
+bool frmHSXMDetailSetup::saveFieldSetup() {
+    const std::string itemClass = frmItem::instance().txtFItemClassId;
+    if (!openDB()) return false;
+    appState().gItemClassId = toInt16(itemClass);
+    return saved([&] {
+        store::Connection& connection = *appState().gConn;
+        connection.beginTrans();
+        updateFields(itemClass);
+        const ClassObjects objects = readClassObjects(connection, itemClass);
+        regenerateClassView(connection, objects, ClassViewMode::setup);
+        rebuildStockView(connection);
+        connection.commitTrans();
+    });
+}
+
+void frmHSXMDetailSetup::updateFields(const std::string& itemClass) {
+    const platform::EntryGrid& grid = fps1();
+    for (int row = firstSavedRow(itemClass); row <= grid.rowCount(); ++row) {
+        appState().gConn->execute("update tbltableinfo set fisvisible=" + orZero(grid.text(Column::shown, row)) +
+                                  ",fname='" + trim(grid.text(Column::caption, row)) + "' where finterid=" +
+                                  orZero(grid.text(Column::interId, row)) + " and fitemclassid=" + itemClass + " ");
+    }
+}
+
+void frmHSXMDetailSetup::MenuUnLock_Click() {
+    if (fps1().activeRow() > 0) fps1().setLocked(Column::caption, fps1().activeRow(), false);
+}
+
+void frmHSXMDetailSetup::Toolbar1_ButtonClick(const std::string& key) {
+    if (key == "Exit") window().close();
+    if (key == "Save" && saveFieldSetup()) showInformation("数据保存成功!");
+}
+
+}  // namespace orvenmod

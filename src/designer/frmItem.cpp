@@ -1,0 +1,10 @@
+#include "designer/frmItem.h"
+
+namespace orvenmod {
+
+frmItem& frmItem::instance() {
+    static frmItem record;
+    return record;
+}
+
+}  // namespace orvenmod

@@ -1,0 +1,95 @@
+#include "designer/newclass.h"
+
+#include <array>
+#include <string_view>
+
+#include "designer/filled.h"
+
+namespace orvenmod {
+
+namespace {
+
+constexpr std::int64_t kListTypes = 6000;
+
+struct Right {
+    std::string_view suffix;
+    std::string_view name;
+};
+
+// 08 isn't issued.
+constexpr std::array<Right, 10> kRights = {{{"01", "分类新增"},
+                                            {"02", "分类修改"},
+                                            {"03", "分类删除"},
+                                            {"04", "明细新增"},
+                                            {"05", "明细修改"},
+                                            {"06", "明细删除"},
+                                            {"07", "附件新增"},
+                                            {"09", "附件删除"},
+                                            {"10", "附件查看"},
+                                            {"20", "明细查看"}}};
+
+constexpr std::string_view kDuplicates =
+    "select * from tblItemClass where fitemclassid={id} or fitemname='{name}' or fitemtable='{table}'";
+
+constexpr std::string_view kClassStatements[] = {
+    "insert into tblItemClass(fitemclassid,fItemName,fItemtable,fItemType,fViewName) "
+    "values('{id}','{name}','{table}','0','v{table}')",
+    "create table {table}(fitemid int,fnumber varchar(100),fname varchar(100) ) ",
+    "insert into tblTableInfo(finterid,fitemclassid,fname,fFieldName,fFieldType,fisNull,fisvisible,fislock) "
+    "values(1,{id},'短代码','fShortNumber',1,1,1,0)",
+    "insert into tblTableInfo(finterid,fitemclassid,fname,fFieldName,fFieldType,fisNull,fisvisible,fislock) "
+    "values(2,{id},'代码','fNumber',1,1,1,1)",
+    "insert into tblTableInfo(finterid,fitemclassid,fname,fFieldName,fFieldType,fisNull,fisvisible,fislock) "
+    "values(3,{id},'名称','fName',1,1,1,0)",
+    "update tblMaxbillno set fbillno=fbillno+1 where ftypeid=100",
+    // The skeleton, until the first field or field setup: it holds no field of the user's.
+    "create view v{table} as SELECT a.fItemid, a.fnumber, a.fname, b.fIslock, b.fParentid, isnull(c.fname,'') AS "
+    "fParentidname, isnull(c.fDepth,1) AS fParentDepth, b.fNBNumber,isnull(c.fnumber,'') as "
+    "fParentIdNumber,isnull(b.fShortNumber,'') as fShortNumber    fROM (({table} AS a LEFT JOIN tblItem AS b ON "
+    "a.fitemid=b.fitemid) LEFT JOIN tblItem AS c  ON c.fItemid=b.fParentid)"};
+
+constexpr std::string_view kClassRows[] = {
+    "insert into tblFindinfoentry(ftypeid,fentryid,fFieldName,fTitleName,fAlign,fDataFormat,fIsShow,fIsSum,fIsMerge,"
+    "fIsDefault,fWidth) values({t},1,'fNumber','代码',1,'',1,0,0,1,2000)",
+    "insert into tblFindinfoentry(ftypeid,fentryid,fFieldName,fTitleName,fAlign,fDataFormat,fIsShow,fIsSum,fIsMerge,"
+    "fIsDefault,fWidth) values({t},2,'fName','名称',1,'',1,0,0,1,4000)",
+    "insert into tblFindinfoEntry2(ftypeid,fFieldname,ftitleName,fNumType,fItemclassid,fIsDefault,fEntryid,"
+    "fNumberName) values({t},'fNumber','代码',2,0,1,1,0)",
+    "insert into tblFindinfoEntry2(ftypeid,fFieldname,ftitleName,fNumType,fItemclassid,fIsDefault,fEntryid,"
+    "fNumberName) values({t},'fShortNumber','短代码',2,0,1,1,0)",
+    "insert into tblFindinfoEntry2(ftypeid,fFieldname,ftitleName,fNumType,fItemclassid,fIsDefault,fEntryid,"
+    "fNumberName) values({t},'fName','名称',2,0,1,2,0)",
+    "insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values({t},'fShortNumber','短代码',0)",
+    "insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values({t},'fNumber','代码',0)",
+    "insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values({t},'fName','名称',0)",
+    "insert into  tblsystemprivillenge(fnumber,fname,fisdetail,fParentNumber) values('Y{n}','{name}',0,'')"};
+
+constexpr std::string_view kRightRow =
+    "insert into  tblsystemprivillenge(fnumber,fname,fisdetail,fParentNumber) "
+    "values('Y{n}{suffix}','{right}',1,'Y{n}')";
+
+}  // namespace
+
+std::string duplicateQuery(const NewClass& made) {
+    return filled(kDuplicates, {{"id", made.id}, {"name", made.name}, {"table", made.table}});
+}
+
+std::vector<std::string> classStatements(const NewClass& made) {
+    std::vector<std::string> statements;
+    for (const std::string_view sql : kClassStatements)
+        statements.push_back(filled(sql, {{"id", made.id}, {"name", made.name}, {"table", made.table}}));
+    return statements;
+}
+
+std::vector<std::string> classRows(const NewClass& made, std::int32_t id) {
+    const std::string type = std::to_string(id + kListTypes);
+    const std::string number = std::to_string(id);
+    std::vector<std::string> rows;
+    for (const std::string_view sql : kClassRows)
+        rows.push_back(filled(sql, {{"t", type}, {"n", number}, {"name", made.name}}));
+    for (const Right& right : kRights)
+        rows.push_back(filled(kRightRow, {{"n", number}, {"suffix", right.suffix}, {"right", right.name}}));
+    return rows;
+}
+
+}  // namespace orvenmod

@@ -1,0 +1,21 @@
+// The optional columns of the stock view that follow from names: the extra dimensions of stock, and the user fields of
+// goods. What a column of theirs is, its name alone decides.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvenmod {
+
+struct StockField {
+    std::string_view name;
+    std::string_view columns;  ///< the text in the select list
+    std::string_view join;     ///< the alias of the table that resolves a lookup, "" for a plain field
+};
+
+/// Null for a word that names no dimension.
+const StockField* stockDimension(std::string_view word);
+/// Null for a field that isn't one of fA to fH; the case counts.
+const StockField* goodsField(std::string_view name);
+
+}  // namespace orvenmod

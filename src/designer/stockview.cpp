@@ -1,0 +1,218 @@
+// Aliases: a tbltimestock, b tblStock, c icitem, d tblStockplace, f1 and f2 the tables of the dimensions fHS1 and fHS2,
+// f3 that of the goods' field fH.
+#include "designer/stockview.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "designer/lists.h"
+#include "designer/stockfields.h"
+#include "frame/conversion.h"
+
+namespace orvenmod {
+
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr double kFirstForeignSource = 1000;  // sources below are class ids
+constexpr double kSourceOfGoodsField = 1007;  // the class that fH of goods takes its values from
+
+struct Settings {
+    std::vector<std::string> names;
+    std::vector<std::string> captions;
+    std::vector<std::string> sources;
+    bool byPlace = false;
+    bool byBatch = false;
+};
+
+Settings readSettings(store::Connection& connection) {
+    auto rows = connection.open(" select fvalue,ftypeid from tblsysteminfo where ftypeid in (61,62,63,71,72) ");
+    Settings settings;
+    for (; !rows.eof(); rows.moveNext()) {
+        switch (toInt32(required(rows.field("ftypeid")))) {
+            case 61:
+                settings.names = splitList(rows.text("fvalue"));
+                break;
+            case 62:
+                settings.captions = splitList(rows.text("fvalue"));
+                break;
+            case 63:
+                settings.sources = splitList(rows.text("fvalue"));
+                break;
+            case 71:
+                settings.byPlace = toInt32(required(rows.field("fvalue"))) == 1;
+                break;
+            case 72:
+                settings.byBatch = toInt32(required(rows.field("fvalue"))) == 1;
+                break;
+            default:
+                break;
+        }
+    }
+    return settings;
+}
+
+struct Description {
+    std::string_view field;
+    std::string_view caption;
+    std::string_view mark;
+};
+
+constexpr std::array<Description, 11> kFixedDescriptions = {{{"fStockIdNumber", "仓库编码", "0"},
+                                                             {"fStockIdName", "仓库名称", "1"},
+                                                             {"fItemIdNumber", "物料编码", "0"},
+                                                             {"fItemIdName", "物料名称", "1"},
+                                                             {"fModel", "规格型号", "0"},
+                                                             {"fUnit", "计量单位", "0"},
+                                                             {"fQty", "数量", "0"},
+                                                             {"fPrice", "单价", "0"},
+                                                             {"fAmount", "金额", "0"},
+                                                             {"fMaxQty", "最大库存", "0"},
+                                                             {"fMinQty", "最低库存", "0"}}};
+
+class Generator {
+public:
+    explicit Generator(store::Connection& connection) : connection_(connection) {}
+
+    void run() {
+        settings_ = readSettings(connection_);
+        resolveSources();
+        connection_.execute("delete from tblviewdesc where ftypeid=5033 ");
+        for (const Description& row : kFixedDescriptions)
+            describe(row.field, row.caption, row.mark);
+        connection_.execute(" drop view vTimeStock ");
+        addFixedColumns();
+        addPlaceAndBatch();
+        addDimensions();
+        addGoodsFields();
+        addJoins();
+        connection_.execute(text_);
+    }
+
+private:
+    // Both dimensions of the lookup kind write the table of the first: the last of the list decides it.
+    void resolveSources() {
+        for (std::size_t i = 0; i < settings_.names.size(); ++i) {
+            const std::string& source = entryOf(settings_.sources, i);
+            if (source == "0") continue;
+            const double number = toDouble(source);
+            std::string sql;
+            if (number < kFirstForeignSource) {
+                sql = " select isnull(fitemtable,'') as fViewName from tblitemclass where fitemclassid=" + source;
+            } else if (number == kSourceOfGoodsField) {
+                sql =
+                    " select isnull(b.fitemtable,'') as fViewName from  (select fvalueitemid from tbltableinfo where "
+                    "fitemclassid=3 and fFieldName='fH' ) as a left outer join tblItemclass as b on "
+                    "a.fValueitemid=b.fitemclassid ";
+            } else {
+                continue;
+            }
+            const auto row = connection_.open(sql);
+            if (row.eof() || (settings_.names[i] != "fHS1" && settings_.names[i] != "fHS2")) continue;
+            firstTable_ = row.text("fViewName");
+            if (firstTable_.empty()) firstTable_ = " tblSubtype ";
+        }
+    }
+
+    void describe(std::string_view field, std::string_view caption, std::string_view mark = "0") {
+        std::string sql = "insert into tblviewdesc(ftypeid,fFieldName,fFieldDesc,fFieldType) values(5033,'";
+        sql.append(field).append("','").append(caption).append("',").append(mark).append(")");
+        connection_.execute(sql);
+    }
+
+    void describeLookup(const std::string& field, const std::string& caption) {
+        describe(field + "Number", caption + "编码");
+        describe(field + "Name", caption + "名称");
+    }
+
+    void add(std::string_view fragment) { text_ += fragment; }
+    void addLine(std::string_view fragment) { text_.append(fragment).append(kLineEnd); }
+
+    void addFixedColumns() {
+        addLine(" create view vTimeStock as ");
+        addLine(" select isnull(a.fitemid,0) as fitemid,isnull(a.fqty,0) as fqty,isnull(a.fAMount,0) as fAmount ");
+        addLine(" ,isnull(a.fstockid,0) as fstockid ");
+        add(" ,isnull(b.fNumber,'') as fStockIdNumber,isnull(b.fname,'') as fStockIdName ");
+        addLine(
+            " ,isnull(c.fNumber,'') as fItemidNumber,isnull(c.fname,'') as fitemIdName,isnull(c.fModel,'') as fModel ");
+        addLine(" ,isnull(c.fUnit,'') as fUnit,isnull(c.fMinQty,0) as fMinQty,isnull(c.fMaxQty,0) as fMaxQty ");
+        addLine(
+            " ,case  when isnull(a.fqty,0)=0 then 0 else round(isnull(a.famount,0)/isnull(a.fqty,0),6) end as fPrice ");
+    }
+
+    void addPlaceAndBatch() {
+        if (settings_.byPlace) {
+            addLine(" ,isnull(d.fnumber,'') as fstockplaceidNumber");
+            addLine(" ,isnull(d.fname,'') as fstockplaceidName,isnull(a.fStockPlaceId,0) as fStockPlaceId ");
+            describe("fStockPlaceIdNumber", "仓位代码");
+            describe("fStockPlaceIdName", "仓位名称");
+        }
+        if (settings_.byBatch) {
+            addLine(" ,isnull(a.fbatchno,'') as fbatchno ");
+            describe("fbatchno", "批次");
+        }
+    }
+
+    void addDimensions() {
+        for (std::size_t i = 0; i < settings_.names.size(); ++i) {
+            const std::string& caption = entryOf(settings_.captions, i);
+            const StockField* dimension = stockDimension(settings_.names[i]);
+            if (dimension == nullptr) continue;
+            addLine(dimension->columns);
+            if (dimension->join.empty()) {
+                describe(settings_.names[i], caption);
+            } else {
+                describeLookup(settings_.names[i], caption);
+            }
+        }
+    }
+
+    void addGoodsFields() {
+        auto rows = connection_.open(
+            "select a.fFieldName,a.fname,isnull(b.fitemtable,'tblSubType ') as fitemtable   from  (select "
+            "fValueItemId,fname,fFieldName from tbltableinfo where fitemclassid=3 and (fFieldname='fA' or "
+            "fFieldname='fB' or fFieldName='fC' or fFIeldName='FD' or fFieldName='fE'   or fFieldName='fF' or "
+            "fFieldName='fG' or fFieldName='fG' or fFieldName='fH') and fisvisible=1 ) as a left outer join "
+            "tblitemclass as b on a.fValueItemId=b.fitemclassid ");
+        for (; !rows.eof(); rows.moveNext()) {
+            const std::string name = rows.text("fFieldName");
+            const StockField* field = goodsField(name);
+            if (field == nullptr) continue;
+            add(field->columns);
+            if (field->join.empty()) {
+                describe(name, rows.text("fname"));
+                continue;
+            }
+            describeLookup(name, rows.text("fname"));
+            goodsTable_ = rows.text("fitemtable");
+        }
+    }
+
+    void addJoins() {
+        addLine(" from tbltimestock as a left outer join tblStock as b on a.fstockid=b.fitemid ");
+        addLine(" left outer join icitem as c on c.fitemid=a.fitemid ");
+        if (settings_.byPlace) addLine(" left outer join tblStockplace as d on d.fitemid=a.fstockplaceid ");
+        for (const std::string& name : settings_.names) {
+            if (name == "fHS1") add("  left outer join " + firstTable_ + " as f1 on f1.fitemid=a.fHS1 ");
+            if (name == "fHS2") add("  left outer join " + secondTable_ + "  as f2 on f2.fitemid=a.fHS2 ");
+        }
+        if (!goodsTable_.empty()) add(" left outer join " + goodsTable_ + " as f3 on f3.fitemid=c.fh ");
+    }
+
+    store::Connection& connection_;
+    Settings settings_;
+    std::string firstTable_;
+    // Nothing fills it: stock with a second lookup dimension has no valid view, and its save is refused by the store.
+    const std::string secondTable_;
+    std::string goodsTable_;
+    std::string text_;
+};
+
+}  // namespace
+
+void rebuildStockView(store::Connection& connection) { Generator(connection).run(); }
+
+}  // namespace orvenmod
