@@ -60,10 +60,10 @@ protected:
 
     // Sheet numbers count from 1. Raw values where `asShown` is false.
     Rows readBack(int sheet = 1, bool asShown = false) const {
-        // Filter options: separator, quote, UTF-8, first line, column formats, language, quote texts, as shown,
-        // formulas, spaces, sheet.
-        const std::string options = std::string("44,34,76,1,,0,") + (asShown ? "false,true" : "true,false") +
-                                    ",false,false,false," + std::to_string(sheet);
+        // Filter options: separator, quote, UTF-8, first line, column formats, language, quote texts, special numbers,
+        // as shown, formulas, spaces, sheet.
+        const std::string options = std::string("44,34,76,1,,0,true,false,") + (asShown ? "true" : "false") +
+                                    ",false,false," + std::to_string(sheet);
         const std::string command = "cd '" + folder_.string() + "' && soffice -env:UserInstallation=file://" +
                                     folder_.string() +
                                     "/profile --headless --convert-to 'csv:Text - txt - csv (StarCalc):" + options +
