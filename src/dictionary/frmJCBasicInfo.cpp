@@ -1,0 +1,221 @@
+#include "dictionary/frmJCBasicInfo.h"
+
+#include <exception>
+#include <stdexcept>
+#include <vector>
+
+#include "dictionary/entrylist.h"
+#include "dictionary/frmJCBasicInfo_design.h"
+#include "dictionary/frmJCZL.h"
+#include "dictionary/frmJCZLList.h"
+#include "dictionary/listexport.h"
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/mdlMain.h"
+#include "frame/scaling.h"
+#include "frame/services.h"
+#include "hierarchy/treenodes.h"
+
+namespace orvenmod {
+
+using platform::Menu;
+using platform::MouseButton;
+
+namespace {
+
+constexpr const char* kImage = "Folder";
+
+bool isGranted(const char* digits) { return isHaveRight(appState().gRightPrefix + digits); }
+
+}  // namespace
+
+struct frmJCBasicInfo::Loaded {
+    explicit Loaded(std::unique_ptr<platform::Window> made)
+        : window(std::move(made)),
+          tv1(window->get<platform::Tree>("tv1")),
+          vsf1(window->get<platform::ListGrid>("vsf1")),
+          cd1(window->get<platform::FileDialog>("cd1")),
+          entries(vsf1) {}
+
+    std::unique_ptr<platform::Window> window;
+    platform::Tree& tv1;
+    platform::ListGrid& vsf1;
+    platform::FileDialog& cd1;
+    EntryList entries;
+    std::vector<ControlPos> positions;
+};
+
+frmJCBasicInfo::frmJCBasicInfo() = default;
+frmJCBasicInfo::~frmJCBasicInfo() = default;
+
+frmJCBasicInfo& frmJCBasicInfo::instance() {
+    static frmJCBasicInfo window;
+    return window;
+}
+
+frmJCBasicInfo::Loaded& frmJCBasicInfo::form() {
+    if (!form_) throw std::logic_error("frmJCBasicInfo isn't loaded");
+    return *form_;
+}
+
+void frmJCBasicInfo::unload() { form_.reset(); }
+
+void frmJCBasicInfo::make() {
+    form_ = std::make_unique<Loaded>(services().toolkit.createWindow(dictionariesDesign()));
+    connectEvents();
+    connectMenus();
+}
+
+void frmJCBasicInfo::show() {
+    make();
+    // However the window ends, it and the one loaded unseen for it end here.
+    const std::shared_ptr<void> atEnd(nullptr, [this](void*) {
+        unload();
+        frmJCZLList::instance().unload();
+    });
+    form().window->showModal([this] { Form_Load(); });
+}
+
+frmJCBasicInfo& frmJCBasicInfo::loaded() {
+    if (form_) return *this;
+    make();
+    try {
+        Form_Load();
+    } catch (...) {
+        unload();
+        throw;
+    }
+    return *this;
+}
+
+platform::Tree& frmJCBasicInfo::tv1() { return form().tv1; }
+platform::ListGrid& frmJCBasicInfo::vsf1() { return form().vsf1; }
+
+void frmJCBasicInfo::connectEvents() {
+    platform::Window& window = *form().window;
+    const auto popUp = [&window](const char* name) {
+        return [&window, name](MouseButton button) {
+            if (button == MouseButton::right) window.get<Menu>(name).popUp();
+        };
+    };
+    window.resize = [this] { Form_Resize(); };
+    form().tv1.nodeClick = [this](const std::string& key) { tv1_NodeClick(key); };
+    form().tv1.mouseDown = popUp("MenuJCZL");
+    form().vsf1.mouseDown = popUp("MenuEdit");
+    form().vsf1.doubleClick = [this] { MenuUpdateJCZL_Click(); };
+    window.get<platform::Toolbar>("Toolbar1").buttonClick = [this](const std::string& key) {
+        Toolbar1_ButtonClick(key);
+    };
+}
+
+void frmJCBasicInfo::connectMenus() {
+    platform::Window& window = *form().window;
+    const auto onClick = [&window](const char* name, auto action) { window.get<Menu>(name).click = action; };
+    onClick("MenuClose", [&window] { window.close(); });
+    onClick("MenuJCZLNew1", [this] { MenuJCZLNew1_Click(); });
+    onClick("MenuJCZLUpdate1", [this] { MenuJCZLUpdate1_Click(); });
+    onClick("MenuJCZLNew", [this] { MenuJCZLNew_Click(); });
+    onClick("MenuUpdateJCZL", [this] { MenuUpdateJCZL_Click(); });
+    onClick("MenuDelJCZL", [this] { MenuDelJCZL_Click(); });
+}
+
+void frmJCBasicInfo::Form_Load() {
+    getListInfo(0);
+    form().positions.resize(form().window->controls().size());
+    GetSourcePos(*form().window, form().positions);
+}
+
+void frmJCBasicInfo::Form_Resize() { SetNewPos(*form().window, form().positions); }
+
+void frmJCBasicInfo::getListInfo(const std::int16_t&) {
+    openDB();
+    store::Recordset rows = appState().gConn->open(
+        "select fitemclassid,fitemname from tblItemclass where fitemtype='1' order by fitemclassid ");
+    platform::Tree& tree = form().tv1;
+    tree.clear();
+    tree.add("", "D0", "基础资料", kImage);
+    for (; !rows.eof(); rows.moveNext()) {
+        const std::string id = rows.text("fitemclassid");
+        tree.add("D0", "D" + id, rows.text("fitemname") + "(" + id + ")", kImage);
+        tree.ensureVisible("D" + id);
+    }
+    closeDB();
+}
+
+void frmJCBasicInfo::tv1_NodeClick(const std::string& key) {
+    if (key.empty()) return showCritical("请选择基础资料");
+    appState().gItemClassId = toInt16(key.substr(1));
+    appState().gItemName = form().tv1.text(key);
+    getDetail(appState().gItemClassId);
+}
+
+bool frmJCBasicInfo::getDetail(const std::int16_t& fItemClassId) {
+    try {
+        openDB();
+        form().entries.read(fItemClassId);
+        closeDB();
+        return true;
+    } catch (const std::exception& failure) {
+        showWarning(failure.what());
+        closeDB();
+        return false;
+    }
+}
+
+void frmJCBasicInfo::Toolbar1_ButtonClick(const std::string& key) {
+    platform::Window& window = *form().window;
+    if (key == "Exit") return window.close();
+    if (key != "Excel") return;
+    window.setPointer(platform::Pointer::hourglass);
+    if (exportToExcel()) showInformation("导出成功!");
+    window.setPointer(platform::Pointer::arrow);
+}
+
+bool frmJCBasicInfo::exportToExcel() {
+    platform::FileDialog& cd1 = form().cd1;
+    cd1.setFilter("Excel文件(*.xls)|*.xls");
+    if (!cd1.showSave() || cd1.fileName().empty()) return false;
+    exportList(form().vsf1, cd1.fileName());
+    return true;
+}
+
+void frmJCBasicInfo::MenuJCZLNew1_Click() {
+    if (!isGranted("01")) return;
+    appState().gDictTypeEditMode = 0;
+    frmJCZLType(*this).show();
+}
+
+// The class of the selected node into gItemClassId; false without a node, and for the root.
+bool frmJCBasicInfo::takeSelectedClass(const char* refusalOfRoot) {
+    const std::string key = form().tv1.selected();
+    if (key.empty()) {
+        showCritical("请选择基础资料");
+        return false;
+    }
+    appState().gItemClassId = toInt16(key.substr(1));
+    if (appState().gItemClassId != 0) return true;
+    showWarning(refusalOfRoot);
+    return false;
+}
+
+void frmJCBasicInfo::MenuJCZLUpdate1_Click() {
+    if (!isGranted("02") || !takeSelectedClass("请选择基础资料类别进行修改")) return;
+    appState().gEditMode = 1;
+    frmJCZLType(*this).show();
+}
+
+void frmJCBasicInfo::MenuJCZLNew_Click() {
+    if (!isGranted("04") || !takeSelectedClass("请选择基础资料类别进行新增")) return;
+    appState().gEditMode = 0;
+    frmJCZL().show();
+}
+
+void frmJCBasicInfo::MenuUpdateJCZL_Click() {
+    if (isGranted("05")) form().entries.updateRow();
+}
+
+void frmJCBasicInfo::MenuDelJCZL_Click() {
+    if (isGranted("06")) form().entries.deleteRow();
+}
+
+}  // namespace orvenmod

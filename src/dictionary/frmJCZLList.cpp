@@ -1,0 +1,149 @@
+#include "dictionary/frmJCZLList.h"
+
+#include <exception>
+#include <stdexcept>
+#include <string>
+
+#include "dictionary/entrylist.h"
+#include "dictionary/frmJCBasicInfo.h"
+#include "dictionary/frmJCZL.h"
+#include "dictionary/frmJCZLList_design.h"
+#include "frame/appstate.h"
+#include "frame/mdlMain.h"
+#include "frame/services.h"
+#include "platform/controls.h"
+#include "platform/window.h"
+
+namespace orvenmod {
+
+namespace {
+
+constexpr int kClose = 0;
+constexpr int kNew = 1;
+constexpr int kUpdate = 2;
+constexpr int kDelete = 3;
+
+bool isGranted(const char* digits) { return isHaveRight(appState().gRightPrefix + digits); }
+
+}  // namespace
+
+struct frmJCZLList::Loaded {
+    explicit Loaded(std::unique_ptr<platform::Window> made)
+        : window(std::move(made)), vsf1(window->get<platform::ListGrid>("vsf1")), entries(vsf1) {}
+
+    std::unique_ptr<platform::Window> window;
+    platform::ListGrid& vsf1;
+    EntryList entries;
+};
+
+frmJCZLList::frmJCZLList() = default;
+frmJCZLList::~frmJCZLList() = default;
+
+frmJCZLList& frmJCZLList::instance() {
+    static frmJCZLList window;
+    return window;
+}
+
+frmJCZLList::Loaded& frmJCZLList::form() {
+    if (!form_) throw std::logic_error("frmJCZLList isn't loaded");
+    return *form_;
+}
+
+void frmJCZLList::unload() { form_.reset(); }
+
+void frmJCZLList::make() {
+    form_ = std::make_unique<Loaded>(services().toolkit.createWindow(entryListDesign()));
+    for (int index = kClose; index <= kDelete; ++index) {
+        form().window->get<platform::Button>("cmd", index).click = [this, index] { cmd_Click(index); };
+    }
+    form().vsf1.doubleClick = [this] { vsf1_DblClick(); };
+}
+
+void frmJCZLList::show() {
+    make();
+    // However the window ends, it and the one loaded unseen for it end here.
+    const std::shared_ptr<void> atEnd(nullptr, [this](void*) {
+        unload();
+        frmJCBasicInfo::instance().unload();
+    });
+    form().window->showModal([this] { Form_Load(); });
+}
+
+frmJCZLList& frmJCZLList::loaded() {
+    if (form_) return *this;
+    make();
+    try {
+        Form_Load();
+    } catch (...) {
+        unload();
+        throw;
+    }
+    return *this;
+}
+
+platform::ListGrid& frmJCZLList::vsf1() { return form().vsf1; }
+
+void frmJCZLList::Form_Load() {
+    getDetail(appState().gItemClassId);
+    form().window->setCaption(appState().gItemName);
+}
+
+bool frmJCZLList::getDetail(const std::int32_t& fItemClassId, const std::int16_t& fType) {
+    try {
+        openDB();
+        form().entries.read(fItemClassId);
+        if (fType == 0) {
+            const store::Recordset rows =
+                appState().gConn->open("select * from tblItemclass where fitemclassid=" + std::to_string(fItemClassId) +
+                                       " and fitemtype='1' ");
+            if (!rows.eof()) appState().gItemName = rows.text("fitemname");
+        }
+        closeDB();
+        return true;
+    } catch (const std::exception& failure) {
+        showWarning(failure.what());
+        closeDB();
+        return false;
+    }
+}
+
+void frmJCZLList::cmd_Click(int Index) {
+    switch (Index) {
+        case kClose:
+            form().window->close();
+            break;
+        case kNew:
+            if (!isGranted("04")) return;
+            appState().gEditMode = 0;
+            frmJCZL().show();
+            break;
+        case kUpdate:
+            if (isGranted("05")) form().entries.updateRow();
+            break;
+        case kDelete:
+            if (isGranted("06")) form().entries.deleteRow();
+            break;
+        default:
+            break;
+    }
+}
+
+void frmJCZLList::vsf1_DblClick() {
+    if (form().vsf1.rowCount() <= 1) return;
+    if (appState().gItemCalled == 1) return returnSelected();
+    cmd_Click(kUpdate);
+}
+
+void frmJCZLList::returnSelected() {
+    AppState& state = appState();
+    const platform::ListGrid& list = form().vsf1;
+    for (int row = 1; row < list.rowCount(); ++row) {
+        if (!list.isSelected(row)) continue;
+        state.gRetNumber = list.text(row, 1);
+        state.gRetName = list.text(row, 2);
+        state.gRetItemId = list.text(row, 0);
+    }
+    form().window->close();
+}
+
+}  // namespace orvenmod

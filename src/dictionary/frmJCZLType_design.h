@@ -1,0 +1,10 @@
+// The design of frmJCZLType.
+#pragma once
+
+#include "platform/design.h"
+
+namespace orvenmod {
+
+const platform::WindowDesign& dictionaryDesign();
+
+}  // namespace orvenmod
