@@ -26,6 +26,8 @@ public:
 
     /// Digits before the point, 0 for a number below 1.
     int integerDigits() const;
+    /// Digits behind the point, without zeros at the end.
+    int scale() const { return scale_; }
     bool isZero() const { return digits_.empty(); }
     bool isNegative() const { return negative_; }
     /// The integer part; nothing beyond 64 bits.

@@ -8,7 +8,8 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-char32_t folded(char32_t c) { return lowerCharacter(c); }
+// ASCII only, as the store's text order folds: a pattern's beginning is looked up in that order.
+char32_t folded(char32_t c) { return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c; }
 
 class Matcher {
 public:
@@ -16,7 +17,7 @@ public:
         : text_(text), pattern_(pattern), escape_(escape) {}
 
     // The usual walk with one resting point: a later % makes an earlier one final.
-    bool matches(std::size_t start, bool openEnd) const {
+    bool matches(std::size_t start) const {
         std::size_t at = start;
         std::size_t in = 0;
         std::size_t restIn = kNone;
@@ -27,7 +28,7 @@ public:
                 restAt = at;
                 continue;
             }
-            if (in == pattern_.size() && (openEnd || onlyBlanks(at))) return true;
+            if (in == pattern_.size() && (in == restIn || onlyBlanks(at))) return true;
             std::size_t nextAt = at;
             std::size_t nextIn = in;
             if (at < text_.size() && in < pattern_.size() && step(nextAt, nextIn)) {
@@ -90,7 +91,7 @@ private:
 }  // namespace
 
 bool like(std::string_view text, std::string_view pattern, char32_t escape) {
-    return Matcher(text, pattern, escape).matches(0, false);
+    return Matcher(text, pattern, escape).matches(0);
 }
 
 std::size_t patternIndex(std::string_view pattern, std::string_view text) {
@@ -99,7 +100,7 @@ std::size_t patternIndex(std::string_view pattern, std::string_view text) {
     const Matcher matcher(text, pattern, 0);
     std::size_t position = 1;
     for (std::size_t at = 0; at < text.size(); ++position) {
-        if (matcher.matches(at, false)) return position;
+        if (matcher.matches(at)) return position;
         if (!anywhere) return 0;
         nextCharacter(text, at);
     }

@@ -184,6 +184,9 @@ constexpr Message kMessages[] = {
      "不能修改列 \"%1\"，因为它是计算列，或者是 UNION 运算符的结果。",
      "The column \"%1\" cannot be modified because it is either a computed column or is the result of a UNIO"
      "N operator."},
+    {281, conversion,
+     "%1 不是从 %2 转换为字符串时的有效样式号。",
+     "%1 is not a valid style number when converting from %2 to a character string."},
     {289, other,
      "无法构造数据类型 date，某些参数具有无效值。",
      "Cannot construct data type date, some of the arguments have values which are not valid."},

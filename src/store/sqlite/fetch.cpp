@@ -1,0 +1,116 @@
+#include "store/sqlite/fetch.h"
+
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+#include "store/sqlite/binding.h"
+#include "store/tsql/dates.h"
+#include "store/tsql/decimal.h"
+#include "store/tsql/error.h"
+
+namespace orvenmod::store::sqlite {
+
+namespace {
+
+using tsql::Kind;
+using tsql::Type;
+
+ColumnType columnType(const Type& type) {
+    if (type.isInteger()) return ColumnType::integer;
+    if (type.isDecimal()) return ColumnType::decimal;
+    if (type.isFloat()) return ColumnType::real;
+    if (type.isDate()) return ColumnType::date;
+    if (type.isBinary()) return ColumnType::binary;
+    return ColumnType::text;
+}
+
+std::string_view textOf(sqlite3_value* value) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+void addInteger(Recordset& rows, std::int64_t value) {
+    char buffer[24];
+    const char* end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
+    rows.addText({buffer, static_cast<std::size_t>(end - buffer)});
+}
+
+// Plain decimal, the shortest that reads back.
+void addReal(Recordset& rows, double value, const Type& type) {
+    if (type.isDecimal()) value = tsql::roundedDouble(value, type.scale);
+    if (value == 0) value = 0;  // no "-0"
+    char buffer[400];
+    const char* end =
+        type.kind == Kind::real
+            ? std::to_chars(buffer, buffer + sizeof buffer, static_cast<float>(value), std::chars_format::fixed).ptr
+            : std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr;
+    rows.addText({buffer, static_cast<std::size_t>(end - buffer)});
+}
+
+// A date that another program stored in a form of its own comes as this store would have it.
+void addForeignDate(Recordset& rows, sqlite3_value* value, const Type& type) {
+    try {
+        const tsql::Datum date = tsql::convert(datumOf(value), type, type);
+        rows.addText(date.text);
+    } catch (const tsql::Error&) {
+        rows.addText(textOf(value));
+    }
+}
+
+void addDate(Recordset& rows, sqlite3_value* value, const Type& type) {
+    if (sqlite3_value_type(value) == SQLITE_TEXT) {
+        const std::string_view text = textOf(value);
+        const bool stored = text.size() == 19 || text.size() == 23;
+        if (type.kind == Kind::time || (stored && text[4] == '-' && text[10] == ' ')) {
+            rows.addText(text);
+            return;
+        }
+    }
+    addForeignDate(rows, value, type);
+}
+
+void addCell(Recordset& rows, sqlite3_value* value, const Type& type) {
+    switch (sqlite3_value_type(value)) {
+        case SQLITE_NULL:
+            rows.addNull();
+            return;
+        case SQLITE_TEXT:
+            if (type.isDate()) return addDate(rows, value, type);
+            return rows.addText(textOf(value));
+        case SQLITE_BLOB: {
+            const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
+            return rows.addText({bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))});
+        }
+        case SQLITE_INTEGER:
+            if (type.isDate()) return addForeignDate(rows, value, type);
+            return addInteger(rows, sqlite3_value_int64(value));
+        default:
+            if (type.isDate()) return addForeignDate(rows, value, type);
+            return addReal(rows, sqlite3_value_double(value), type);
+    }
+}
+
+}  // namespace
+
+Recordset emptyRecordset(const std::vector<tsql::ResultColumn>& columns) {
+    std::vector<Column> result;
+    result.reserve(columns.size());
+    for (const tsql::ResultColumn& column : columns)
+        result.push_back({column.name, columnType(column.type)});
+    return Recordset(std::move(result));
+}
+
+int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
+    const int count = static_cast<int>(columns.size());
+    int code = sqlite3_step(statement);
+    for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
+        for (int i = 0; i < count; ++i) {
+            addCell(rows, sqlite3_column_value(statement, i), columns[static_cast<std::size_t>(i)].type);
+        }
+        rows.endRow();
+    }
+    return code;
+}
+
+}  // namespace orvenmod::store::sqlite

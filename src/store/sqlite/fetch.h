@@ -1,0 +1,19 @@
+// Copies the rows of a running query into a recordset.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <vector>
+
+#include "store/recordset.h"
+#include "store/tsql/translation.h"
+
+namespace orvenmod::store::sqlite {
+
+/// An empty recordset with the query's columns.
+Recordset emptyRecordset(const std::vector<tsql::ResultColumn>& columns);
+
+/// Steps the statement to its end and adds every row. The last result code: SQLITE_DONE, or what it failed with.
+int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows);
+
+}  // namespace orvenmod::store::sqlite

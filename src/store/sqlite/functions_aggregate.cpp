@@ -1,0 +1,90 @@
+#include <cmath>
+
+#include "store/sqlite/functioncall.h"
+
+namespace orvenmod::store::sqlite {
+
+namespace {
+
+template <typename State>
+State* stateOf(sqlite3_context* context, bool make) {
+    return static_cast<State*>(sqlite3_aggregate_context(context, make ? static_cast<int>(sizeof(State)) : 0));
+}
+
+// The only row's value. The state begins zeroed.
+struct Single {
+    sqlite3_value* value;
+    std::int64_t rows;
+};
+
+void singleStep(sqlite3_context* context, int, sqlite3_value** values) {
+    auto* state = stateOf<Single>(context, true);
+    if (state == nullptr) return sqlite3_result_error_nomem(context);
+    if (++state->rows > 1) {
+        FunctionCall(context, 0, nullptr).fail(tsql::Error(512));
+        return;
+    }
+    state->value = sqlite3_value_dup(values[0]);
+}
+
+void singleFinal(sqlite3_context* context) {
+    const auto* state = stateOf<Single>(context, false);
+    if (state == nullptr || state->value == nullptr) return sqlite3_result_null(context);
+    if (state->rows == 1) sqlite3_result_value(context, state->value);
+    sqlite3_value_free(state->value);
+}
+
+// Mean and squares of the distance from it, kept running so that large values lose nothing.
+struct Spread {
+    std::int64_t count;
+    double mean;
+    double squares;
+};
+
+void spreadStep(sqlite3_context* context, int, sqlite3_value** values) {
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
+    auto* state = stateOf<Spread>(context, true);
+    if (state == nullptr) return sqlite3_result_error_nomem(context);
+    const double value = sqlite3_value_double(values[0]);
+    const double distance = value - state->mean;
+    ++state->count;
+    state->mean += distance / static_cast<double>(state->count);
+    state->squares += distance * (value - state->mean);
+}
+
+template <bool population, bool root>
+void spreadFinal(sqlite3_context* context) {
+    const auto* state = stateOf<Spread>(context, false);
+    const std::int64_t count = state == nullptr ? 0 : state->count - (population ? 0 : 1);
+    if (count <= 0) return sqlite3_result_null(context);
+    const double variance = state->squares / static_cast<double>(count);
+    sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
+}
+
+using Step = void (*)(sqlite3_context*, int, sqlite3_value**);
+using Final = void (*)(sqlite3_context*);
+
+struct AggregateEntry {
+    const char* name;
+    Step step;
+    Final final;
+};
+
+constexpr AggregateEntry kEntries[] = {
+    {"ts_single", singleStep, singleFinal},
+    {"ts_stdev", spreadStep, spreadFinal<false, true>},
+    {"ts_stdevp", spreadStep, spreadFinal<true, true>},
+    {"ts_var", spreadStep, spreadFinal<false, false>},
+    {"ts_varp", spreadStep, spreadFinal<true, false>},
+};
+
+}  // namespace
+
+void registerAggregates(sqlite3* database, Runtime& runtime) {
+    for (const AggregateEntry& entry : kEntries) {
+        sqlite3_create_function_v2(database, entry.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                                   &runtime, nullptr, entry.step, entry.final, nullptr);
+    }
+}
+
+}  // namespace orvenmod::store::sqlite

@@ -1,0 +1,33 @@
+// What the functions of a running statement share with its connection.
+#pragma once
+
+#include <chrono>
+#include <exception>
+#include <functional>
+#include <optional>
+
+#include "store/tsql/dates.h"
+#include "store/tsql/error.h"
+
+namespace orvenmod::store::sqlite {
+
+struct Runtime {
+    /// What a function failed with: SQLite carries only a text, so the failure waits here for the statement's end.
+    std::optional<tsql::Error> error;
+    /// What the progress callback failed with.
+    std::exception_ptr interruption;
+    /// The clock, read once a statement.
+    std::optional<tsql::DateTime> now;
+
+    std::function<void()> progress;
+    std::chrono::steady_clock::time_point lastProgress;
+
+    void startStatement() {
+        error.reset();
+        interruption = nullptr;
+        now.reset();
+        if (progress) lastProgress = std::chrono::steady_clock::now();
+    }
+};
+
+}  // namespace orvenmod::store::sqlite

@@ -1,0 +1,135 @@
+#include "store/sqlite/sqlitecatalog.h"
+
+#include "store/tsql/error.h"
+#include "store/tsql/translator.h"
+
+namespace orvenmod::store::sqlite {
+
+namespace {
+
+std::string columnText(sqlite3_stmt* statement, int column) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+    return text == nullptr ? std::string()
+                           : std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
+}
+
+std::string folded(std::string_view name) {
+    std::string result(name);
+    for (char& c : result) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return result;
+}
+
+// A type that another program declared and the dialect does not know is taken by SQLite's own rule of affinity.
+tsql::Type declaredType(const std::string& declared) {
+    if (const auto type = tsql::parseType(declared)) return *type;
+    const std::string name = folded(declared);
+    const auto has = [&name](std::string_view part) { return name.find(part) != std::string::npos; };
+    if (has("int")) return tsql::typeOf(tsql::Kind::bigint);
+    if (has("char") || has("clob") || has("text")) return tsql::textType(tsql::Kind::varchar, -1);
+    if (name.empty()) return tsql::textType(tsql::Kind::varchar, -1);
+    if (has("blob")) return tsql::textType(tsql::Kind::varbinary, -1);
+    return tsql::typeOf(tsql::Kind::floating);
+}
+
+class Query {
+public:
+    Query(sqlite3* database, const char* text, const std::string& argument) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(database, text, -1, &statement, nullptr);
+        statement_.reset(statement);
+        sqlite3_bind_text(statement, 1, argument.data(), static_cast<int>(argument.size()), SQLITE_TRANSIENT);
+    }
+    bool next() { return sqlite3_step(statement_.get()) == SQLITE_ROW; }
+    std::string text(int column) { return columnText(statement_.get(), column); }
+    int integer(int column) { return sqlite3_column_int(statement_.get(), column); }
+    bool isNull(int column) { return sqlite3_column_type(statement_.get(), column) == SQLITE_NULL; }
+
+private:
+    Statement statement_;
+};
+
+}  // namespace
+
+void SqliteCatalog::detach() {
+    version_.reset();
+    objects_.clear();
+    database_ = nullptr;
+}
+
+const tsql::ObjectInfo* SqliteCatalog::find(std::string_view name) const {
+    std::string key = folded(name);
+    const auto known = objects_.find(key);
+    if (known != objects_.end()) return known->second.get();
+    auto object = read(key);
+    const tsql::ObjectInfo* result = object.get();
+    objects_.emplace(std::move(key), std::move(object));
+    return result;
+}
+
+void SqliteCatalog::clear() {
+    objects_.clear();
+    schemaVersion_ = -1;
+}
+
+void SqliteCatalog::refresh() {
+    if (!version_) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(database_, "PRAGMA schema_version", -1, &statement, nullptr);
+        version_.reset(statement);
+    }
+    const ResetStatement reset(version_.get());
+    const bool known = sqlite3_step(version_.get()) == SQLITE_ROW;
+    const long long version = known ? sqlite3_column_int64(version_.get(), 0) : -1;
+    if (known && version == schemaVersion_) return;
+    schemaVersion_ = version;
+    objects_.clear();
+}
+
+std::unique_ptr<tsql::ObjectInfo> SqliteCatalog::read(const std::string& name) const {
+    Query query(
+        database_,
+        "SELECT name, type, sql FROM sqlite_master WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')", name);
+    if (!query.next()) return nullptr;
+    auto object = std::make_unique<tsql::ObjectInfo>();
+    object->name = query.text(0);
+    const bool view = query.text(1) == "view";
+    object->kind = view ? tsql::ObjectInfo::Kind::view : tsql::ObjectInfo::Kind::table;
+    const std::string viewText = view ? tsql::storedViewText(query.text(2)) : std::string();
+    if (!viewText.empty()) {
+        object->columns = tsql::viewColumns(viewText, *this);
+        return object;
+    }
+    readColumns(*object);
+    if (!view) readIndexes(*object);
+    return object;
+}
+
+void SqliteCatalog::readColumns(tsql::ObjectInfo& object) const {
+    Query query(database_,
+                "SELECT name, type, \"notnull\", dflt_value, pk FROM pragma_table_xinfo(?1) WHERE hidden <> 1",
+                object.name);
+    Query autoincrement(database_,
+                        "SELECT sql LIKE '%autoincrement%' FROM sqlite_master WHERE type = 'table' AND name = ?1",
+                        object.name);
+    const bool counted = autoincrement.next() && autoincrement.integer(0) != 0;
+    while (query.next()) {
+        tsql::ColumnInfo column;
+        column.name = query.text(0);
+        column.declaredType = query.text(1);
+        column.type = declaredType(column.declaredType);
+        column.nullable = query.integer(2) == 0;
+        column.hasDefault = !query.isNull(3);
+        column.identity = counted && query.integer(4) != 0;
+        object.columns.push_back(std::move(column));
+    }
+}
+
+void SqliteCatalog::readIndexes(tsql::ObjectInfo& object) const {
+    Query query(database_, "SELECT name FROM pragma_index_list(?1)", object.name);
+    while (query.next())
+        object.indexes.push_back(query.text(0));
+}
+
+}  // namespace orvenmod::store::sqlite

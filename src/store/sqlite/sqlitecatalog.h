@@ -1,0 +1,40 @@
+// The database's tables and views as the translator asks for them, read from SQLite's own tables and kept until the
+// schema changes.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "store/sqlite/statement.h"
+#include "store/tsql/catalog.h"
+
+namespace orvenmod::store::sqlite {
+
+class SqliteCatalog : public tsql::Catalog {
+public:
+    /// `database` outlives the catalog.
+    void attach(sqlite3* database) { database_ = database; }
+    void detach();
+
+    const tsql::ObjectInfo* find(std::string_view name) const override;
+
+    /// Forgets what it read where the schema has changed since, also by another process.
+    void refresh();
+    void clear();
+
+private:
+    std::unique_ptr<tsql::ObjectInfo> read(const std::string& name) const;
+    void readColumns(tsql::ObjectInfo& object) const;
+    void readIndexes(tsql::ObjectInfo& object) const;
+
+    sqlite3* database_ = nullptr;
+    Statement version_;
+    long long schemaVersion_ = -1;
+    // By the name in lower case; an entry without an object is a name that was asked for in vain.
+    mutable std::unordered_map<std::string, std::unique_ptr<tsql::ObjectInfo>> objects_;
+};
+
+}  // namespace orvenmod::store::sqlite

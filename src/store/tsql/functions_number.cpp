@@ -1,0 +1,135 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "store/tsql/decimal.h"
+#include "store/tsql/error.h"
+#include "store/tsql/functions.h"
+
+namespace orvenmod::store::tsql {
+
+namespace {
+
+Datum integerValue(std::int64_t value) {
+    Datum result;
+    result.kind = Datum::Kind::integer;
+    result.integer = value;
+    return result;
+}
+
+Datum realValue(double value) {
+    Datum result;
+    result.kind = Datum::Kind::real;
+    result.real = value;
+    return result;
+}
+
+bool isInteger(const Datum& value) { return value.kind == Datum::Kind::integer; }
+
+double real(const Datum& value) { return isInteger(value) ? static_cast<double>(value.integer) : value.real; }
+
+long double wide(const Datum& value) { return isInteger(value) ? static_cast<long double>(value.integer) : value.real; }
+
+Decimal decimal(const Datum& value) {
+    return isInteger(value) ? Decimal::from(value.integer) : Decimal::from(value.real);
+}
+
+long double powerOfTen(int exponent) {
+    long double power = 1;
+    for (int i = 0; i < exponent; ++i)
+        power *= 10;
+    return power;
+}
+
+void checkPrecision(double value, int precision, int scale) {
+    if (!(std::fabs(value) < static_cast<double>(powerOfTen(precision - scale)))) {
+        throw Error(8115, {"expression", "numeric"});
+    }
+}
+
+}  // namespace
+
+std::int64_t integerQuotient(std::int64_t dividend, std::int64_t divisor) {
+    if (divisor == 0) throw Error(8134);
+    if (divisor == -1) {
+        if (dividend == std::numeric_limits<std::int64_t>::min()) throw Error(8115, {"expression", "bigint"});
+        return -dividend;
+    }
+    return dividend / divisor;
+}
+
+std::int64_t integerRemainder(std::int64_t dividend, std::int64_t divisor) {
+    if (divisor == 0) throw Error(8134);
+    return divisor == -1 ? 0 : dividend % divisor;
+}
+
+Datum decimalQuotient(const Datum& dividend, const Datum& divisor, int precision, int scale) {
+    const long double by = wide(divisor);
+    if (by == 0) throw Error(8134);
+    const long double quotient = wide(dividend) / by;
+    checkPrecision(static_cast<double>(quotient), precision, scale);
+    // A double has no more than 15 sure digits, so that beyond them there is nothing to cut.
+    constexpr long double kSure = 1e15L;
+    const long double scaled = quotient * powerOfTen(std::min(scale, 30));
+    if (std::fabs(scaled) >= kSure) return realValue(static_cast<double>(quotient));
+    const long double nearest = std::round(scaled);
+    const long double cut = std::fabs(scaled - nearest) < 1e-4L ? nearest : std::trunc(scaled);
+    const long double result = cut / powerOfTen(std::min(scale, 30));
+    const auto whole = static_cast<std::int64_t>(result);
+    if (static_cast<long double>(whole) == result) return integerValue(whole);
+    return realValue(static_cast<double>(result));
+}
+
+Datum decimalRemainder(const Datum& dividend, const Datum& divisor) {
+    if (wide(divisor) == 0) throw Error(8134);
+    if (isInteger(dividend) && isInteger(divisor))
+        return integerValue(integerRemainder(dividend.integer, divisor.integer));
+    // In units of the finer scale both are whole.
+    const Decimal left = decimal(dividend);
+    const Decimal right = decimal(divisor);
+    const int scale = std::max(left.scale(), right.scale());
+    const long double power = powerOfTen(scale);
+    const long double rest = std::fmod(std::round(wide(dividend) * power), std::round(wide(divisor) * power));
+    return realValue(static_cast<double>(rest / power));
+}
+
+Datum roundedDecimal(const Datum& value, int precision, int scale) {
+    if (isInteger(value)) {
+        checkPrecision(real(value), precision, scale);
+        return value;
+    }
+    if (!std::isfinite(value.real)) throw Error(8115, {"expression", "numeric"});
+    const double rounded = roundedDouble(value.real, scale);
+    checkPrecision(rounded, precision, scale);
+    return realValue(rounded);
+}
+
+Datum roundedNumber(const Datum& value, std::int64_t digits, bool cut) {
+    if (isInteger(value) && digits >= 0) return value;
+    if (!isInteger(value) && !std::isfinite(value.real)) return value;
+    const int scale = static_cast<int>(std::clamp<std::int64_t>(digits, -400, 400));
+    if (!isInteger(value) && !cut) return realValue(roundedDouble(value.real, scale));
+    Decimal number = decimal(value);
+    if (cut) {
+        number.truncate(scale);
+    } else {
+        number.round(scale);
+    }
+    if (!isInteger(value)) return realValue(number.toDouble());
+    const auto whole = number.toInteger();
+    if (!whole) throw Error(8115, {"expression", "bigint"});
+    return integerValue(*whole);
+}
+
+Datum powerOf(double base, double exponent, const Type& type) {
+    const double power = std::pow(base, exponent);
+    if (std::isnan(power)) throw Error(3623);
+    if (std::isinf(power)) {
+        if (base == 0) throw Error(8134);
+        throw Error(8115, {"expression", std::string(typeName(type.kind))});
+    }
+    if (type.isFloat()) return realValue(power);
+    return convert(realValue(power), typeOf(Kind::floating), type);
+}
+
+}  // namespace orvenmod::store::tsql
