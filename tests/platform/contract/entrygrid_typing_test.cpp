@@ -1,0 +1,201 @@
+// What the user does to an entry grid.
+#include <stdexcept>
+#include <vector>
+
+#include "platform/contract/contract.h"
+
+namespace orvenmod::test {
+namespace {
+
+using namespace platform;
+
+WindowDesign cellWindow() {
+    ControlDesign grid = drawn(ControlKind::entryGrid, "fps1", 0, 5000);
+    grid.width = 8000;
+    grid.columns = {{.title = "项目", .width = 1500, .locked = true}, {.title = "值", .width = 2500}};
+    return windowWith({grid});
+}
+
+/// Four rows whose second column is of that type.
+std::function<void(Window&)> cellsOf(CellType type) {
+    return [type](Window& window) {
+        auto& grid = window.get<EntryGrid>("fps1");
+        grid.setRowCount(4);
+        grid.setCellType(2, 0, type);
+    };
+}
+
+TEST_F(ToolkitContract, typingIntoACellRaisesEditChangeForEveryLetter) {
+    std::vector<std::string> texts;
+    use(cellWindow(), cellsOf(CellType::text), [&](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        grid.setText(2, 1, "old");
+        grid.editChange = [&](int column, int row) {
+            texts.push_back(std::to_string(column) + "," + std::to_string(row) + " " + grid.text(column, row));
+        };
+        user.typeCell("fps1", 2, 1, "螺A1");
+        EXPECT_EQ(grid.text(2, 1), "螺A1");
+        EXPECT_EQ(texts, (std::vector<std::string>{"2,1 螺", "2,1 螺A", "2,1 螺A1"}));
+    });
+}
+
+TEST_F(ToolkitContract, typingNothingEmptiesTheCell) {
+    use(cellWindow(), cellsOf(CellType::text), [](User& user) {
+        user.control<EntryGrid>("fps1").setText(2, 1, "old");
+        user.typeCell("fps1", 2, 1, "");
+        EXPECT_EQ(user.control<EntryGrid>("fps1").text(2, 1), "");
+    });
+}
+
+TEST_F(ToolkitContract, aHandlerMayWriteOtherCellsWhileTheUserTypes) {
+    use(cellWindow(), cellsOf(CellType::text), [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        grid.editChange = [&](int, int row) {
+            if (row == 1) grid.setText(2, 2, "01." + grid.text(2, 1));
+        };
+        user.typeCell("fps1", 2, 1, "007");
+        EXPECT_EQ(grid.text(2, 2), "01.007");
+        EXPECT_EQ(grid.text(2, 1), "007");
+    });
+}
+
+TEST_F(ToolkitContract, aNumberCellRefusesLettersAndSurplusDecimals) {
+    use(cellWindow(), cellsOf(CellType::number), [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        user.typeCell("fps1", 2, 1, "a1b2.5c");
+        EXPECT_EQ(grid.text(2, 1), "12.5");
+        user.typeCell("fps1", 2, 2, "-3.14159");
+        EXPECT_EQ(grid.text(2, 2), "-3.14");
+        grid.setNumberRule(2, 0, {.decimals = 0});
+        user.typeCell("fps1", 2, 3, "1.5");
+        EXPECT_EQ(grid.text(2, 3), "15");
+        grid.setText(2, 4, "8");
+        user.typeCell("fps1", 2, 4, "abc");
+        EXPECT_EQ(grid.text(2, 4), "8");
+    });
+}
+
+TEST_F(ToolkitContract, aNumberCellKeepsWithinItsLimits) {
+    use(cellWindow(), cellsOf(CellType::number), [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        grid.setNumberRule(2, 1, {.decimals = 1, .minimum = 10, .maximum = 200});
+        user.typeCell("fps1", 2, 1, "1999");
+        EXPECT_EQ(grid.text(2, 1), "199");
+        user.typeCell("fps1", 2, 1, "5");
+        EXPECT_EQ(grid.text(2, 1), "199");
+        user.typeCell("fps1", 2, 1, "-12");
+        EXPECT_EQ(grid.text(2, 1), "12");
+        user.typeCell("fps1", 2, 2, "-12");
+        EXPECT_EQ(grid.text(2, 2), "-12");
+    });
+}
+
+TEST_F(ToolkitContract, aNumberIsKeptInItsPlainForm) {
+    use(cellWindow(), cellsOf(CellType::number), [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        user.typeCell("fps1", 2, 1, "7.");
+        EXPECT_EQ(grid.text(2, 1), "7");
+        user.typeCell("fps1", 2, 2, ".5");
+        EXPECT_EQ(grid.text(2, 2), "0.5");
+        user.typeCell("fps1", 2, 3, "1.50");
+        EXPECT_EQ(grid.text(2, 3), "1.50");
+        grid.setText(2, 4, "3");
+        user.typeCell("fps1", 2, 4, "-");
+        EXPECT_EQ(grid.text(2, 4), "3");
+    });
+}
+
+TEST_F(ToolkitContract, aCurrencyCellTakesNumbersOnly) {
+    use(cellWindow(), cellsOf(CellType::currency), [](User& user) {
+        user.typeCell("fps1", 2, 1, "12x.75");
+        EXPECT_EQ(user.control<EntryGrid>("fps1").text(2, 1), "12.75");
+    });
+}
+
+TEST_F(ToolkitContract, aDateCellTakesDaysOfTheCalendarOnly) {
+    use(cellWindow(), cellsOf(CellType::date), [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        user.typeCell("fps1", 2, 1, "2026-11-20");
+        EXPECT_EQ(grid.text(2, 1), "2026-11-20");
+        user.typeCell("fps1", 2, 1, "2026-02-30");
+        EXPECT_EQ(grid.text(2, 1), "2026-11-20");
+        user.typeCell("fps1", 2, 2, "2024-02-29");
+        EXPECT_EQ(grid.text(2, 2), "2024-02-29");
+    });
+}
+
+TEST_F(ToolkitContract, aPickRaisesSelectionChangeThenCloseUp) {
+    std::vector<std::string> story;
+    use(cellWindow(), cellsOf(CellType::combo), [&](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        grid.setItems(2, 3, {"无", "甲", "乙"});
+        grid.comboSelectionChange = [&](int column, int row) {
+            story.push_back("change " + std::to_string(column) + "," + std::to_string(row) + " " +
+                            std::to_string(grid.selectedItem(column, row)));
+        };
+        grid.comboCloseUp = [&](int column, int row, int item) {
+            story.push_back("close " + std::to_string(column) + "," + std::to_string(row) + " " + std::to_string(item));
+        };
+        user.pickCell("fps1", 2, 3, 2);
+        EXPECT_EQ(grid.text(2, 3), "乙");
+    });
+    EXPECT_EQ(story, (std::vector<std::string>{"change 2,3 2", "close 2,3 2"}));
+}
+
+TEST_F(ToolkitContract, aFailureAfterAPickOfACellIsShownAndThePickStands) {
+    use(cellWindow(), cellsOf(CellType::combo), [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        grid.setItems(2, 1, {"无", "甲"});
+        grid.comboCloseUp = [](int, int, int) { throw std::runtime_error("类型不匹配"); };
+        user.answer(MessageKind::critical, "类型不匹配");
+        user.pickCell("fps1", 2, 1, 1);
+        EXPECT_EQ(grid.selectedItem(2, 1), 1);
+    });
+}
+
+TEST_F(ToolkitContract, aClickTogglesACheckBox) {
+    use(cellWindow(), cellsOf(CellType::checkBox), [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        user.clickCell("fps1", 2, 1);
+        EXPECT_EQ(grid.text(2, 1), "1");
+        user.clickCell("fps1", 2, 1);
+        EXPECT_EQ(grid.text(2, 1), "0");
+    });
+}
+
+TEST_F(ToolkitContract, aButtonCellRaisesItsPlace) {
+    std::vector<std::pair<int, int>> clicks;
+    use(cellWindow(), cellsOf(CellType::button), [&](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        grid.setText(2, 1, "删除");
+        grid.buttonClick = [&](int column, int row) { clicks.emplace_back(column, row); };
+        user.clickCell("fps1", 2, 4);
+        user.clickCell("fps1", 2, 1);
+    });
+    EXPECT_EQ(clicks, (std::vector<std::pair<int, int>>{{2, 4}, {2, 1}}));
+}
+
+TEST_F(ToolkitContract, aButtonMayDeleteItsOwnRow) {
+    use(cellWindow(), cellsOf(CellType::button), [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        grid.buttonClick = [&](int, int row) { grid.deleteRow(row); };
+        user.clickCell("fps1", 2, 4);
+        EXPECT_EQ(grid.rowCount(), 3);
+        user.clickCell("fps1", 2, 1);
+        EXPECT_EQ(grid.rowCount(), 2);
+    });
+}
+
+TEST_F(ToolkitContract, aClickMakesACellActive) {
+    use(cellWindow(), cellsOf(CellType::text), [](User& user) {
+        user.clickCell("fps1", 2, 3);
+        EXPECT_EQ(user.control<EntryGrid>("fps1").activeRow(), 3);
+        EXPECT_EQ(user.control<EntryGrid>("fps1").activeColumn(), 2);
+        user.clickCell("fps1", 1, 2);
+        EXPECT_EQ(user.control<EntryGrid>("fps1").activeRow(), 2);
+        EXPECT_EQ(user.control<EntryGrid>("fps1").activeColumn(), 1);
+    });
+}
+
+}  // namespace
+}  // namespace orvenmod::test
