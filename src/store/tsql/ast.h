@@ -86,9 +86,11 @@ struct Expression {
 
     // Noted by the binder.
     Type type;
-    const Source* source = nullptr;  ///< of a column
-    int column = -1;                 ///< its position in the source
-    bool aggregate = false;          ///< the function is one
+    const Source* source = nullptr;        ///< of a column
+    int column = -1;                       ///< its position in the source
+    bool aggregate = false;                ///< the function is one
+    const ObjectInfo* assigned = nullptr;  ///< of a conversion: the table whose column takes the value
+    int assignedColumn = -1;
 };
 
 struct SelectItem {

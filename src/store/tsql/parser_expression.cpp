@@ -378,6 +378,13 @@ Type Parser::parseTypeName(std::string* declared) {
         take();
         text += ")";
     }
+    if (declared == nullptr && text.find('(') == std::string::npos) {
+        // In a cast, a text without a length has 30.
+        const auto plain = parseType(text + "(30)");
+        if (plain && plain->length == 30) {
+            return *plain;
+        }
+    }
     const auto type = parseType(text);
     if (!type) {
         const std::string name = text.substr(0, text.find('('));

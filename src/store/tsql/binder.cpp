@@ -1,0 +1,93 @@
+#include "store/tsql/binder.h"
+
+#include "store/tsql/error.h"
+#include "store/tsql/lexer.h"
+#include "store/tsql/typerules.h"
+
+namespace orvenmod::store::tsql {
+
+void Binder::bind(Statement& statement) {
+    std::visit([this](auto& specific) { bindStatement(specific); }, statement);
+}
+
+void Binder::bindStatement(QueryStatement& statement) {
+    const Query& query = *statement.query;
+    if (query.select && !query.select->into.empty()) {
+        useExactLengths();
+        if (catalog_.find(query.select->into) != nullptr) {
+            throw Error(2714, {query.select->into});
+        }
+    }
+    bindQuery(*statement.query, nullptr);
+}
+
+void Binder::coerce(ExpressionPtr& expression, const Type& type) {
+    if (expression->type == type || type.isNull()) {
+        return;
+    }
+    if (expression->kind == ExpressionKind::null) {
+        expression->type = type;
+        return;
+    }
+    checkImplicit(expression->type, type);
+    ExpressionPtr conversion = makeExpression(ExpressionKind::conversion);
+    conversion->type = type;
+    conversion->operands.push_back(std::move(expression));
+    expression = std::move(conversion);
+}
+
+void Binder::coercePair(ExpressionPtr& left, ExpressionPtr& right, const char* op) {
+    const auto large = [](const Type& type) {
+        return type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image;
+    };
+    if (large(left->type) || large(right->type)) {
+        throw Error(402, {std::string(typeName(left->type.kind)), std::string(typeName(right->type.kind)), op});
+    }
+    const Type common = commonType(left->type, right->type);
+    for (ExpressionPtr* side : {&left, &right}) {
+        if (classOf((*side)->type) != classOf(common)) {
+            coerce(*side, common);
+        }
+    }
+}
+
+Type Binder::literalType(const Expression& literal) const {
+    const Literal& value = literals_[static_cast<std::size_t>(literal.literal)];
+    if (!exactLengths_ && value.kind == LiteralKind::text) {
+        return textType(Kind::varchar, 8000);
+    }
+    if (!exactLengths_ && value.kind == LiteralKind::nationalText) {
+        return textType(Kind::nvarchar, 4000);
+    }
+    return value.type();
+}
+
+/// An operand's type beside a decimal: a whole literal has as many digits as it is written with.
+Type Binder::operandType(const Expression& operand, const Type& other) {
+    if (operand.kind == ExpressionKind::literal && operand.type.kind == Kind::integer && other.kind == Kind::decimal) {
+        fixed_.insert(operand.literal);
+        return decimalType(literals_[static_cast<std::size_t>(operand.literal)].precision, 0);
+    }
+    return operand.type;
+}
+
+Type Binder::numberOf(const Type& type) const { return type.isNumber() ? type : typeOf(Kind::floating); }
+
+const ObjectInfo& Binder::findTable(const std::string& name, int missing) const {
+    const ObjectInfo* object = catalog_.find(name);
+    if (object == nullptr) {
+        throw Error(missing, {name});
+    }
+    return *object;
+}
+
+int Binder::columnOf(const ObjectInfo& object, const std::string& name) const {
+    for (std::size_t i = 0; i < object.columns.size(); ++i) {
+        if (sameName(object.columns[i].name, name)) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
+}  // namespace orvenmod::store::tsql

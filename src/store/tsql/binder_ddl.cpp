@@ -1,0 +1,207 @@
+#include <algorithm>
+
+#include "store/tsql/binder.h"
+#include "store/tsql/error.h"
+#include "store/tsql/lexer.h"
+#include "store/tsql/runtime.h"
+
+namespace orvenmod::store::tsql {
+namespace {
+
+bool hasColumn(const std::vector<ColumnDefinition>& columns, const std::string& name) {
+    return std::any_of(columns.begin(), columns.end(),
+                       [&](const ColumnDefinition& column) { return sameName(column.name, name); });
+}
+
+const char* kindWord(ObjectInfo::Kind kind) { return kind == ObjectInfo::Kind::table ? "table" : "view"; }
+
+}  // namespace
+
+/// A default stands without a table: constants and functions only.
+void Binder::bindDefinition(ColumnDefinition& column) {
+    if (!column.defaultValue) {
+        return;
+    }
+    const Scope none;
+    aggregateError_ = 147;
+    bindValue(column.defaultValue, none);
+    coerce(column.defaultValue, column.type);
+}
+
+void Binder::bindStatement(CreateTableStatement& statement) {
+    useExactLengths();
+    if (catalog_.find(statement.name) != nullptr) {
+        throw Error(2714, {statement.name});
+    }
+    auto source = std::make_unique<Source>();
+    source->name = statement.name;
+    for (std::size_t i = 0; i < statement.columns.size(); ++i) {
+        ColumnDefinition& column = statement.columns[i];
+        for (std::size_t j = 0; j < i; ++j) {
+            if (sameName(statement.columns[j].name, column.name)) {
+                throw Error(2705, {column.name, statement.name});
+            }
+        }
+        bindDefinition(column);
+        source->columns.push_back({column.name, column.type, !column.notNull, column.identity, false, {}});
+    }
+    bool primary = false;
+    for (const KeyConstraint& key : statement.keys) {
+        for (const IndexColumn& column : key.columns) {
+            if (!hasColumn(statement.columns, column.name)) {
+                throw Error(1911, {column.name, statement.name});
+            }
+        }
+        if (key.primary && primary) {
+            throw Error(8110, {statement.name});
+        }
+        primary = primary || key.primary;
+    }
+    Scope scope;
+    scope.sources.push_back(source.get());
+    for (CheckConstraint& check : statement.checks) {
+        bindCondition(check.condition, scope);
+    }
+    pseudoSources_.push_back(std::move(source));
+}
+
+void Binder::bindStatement(AlterTableStatement& statement) {
+    useExactLengths();
+    const ObjectInfo& object = findTable(statement.name, 4902);
+    if (object.kind == ObjectInfo::Kind::view) {
+        throw Error(4902, {statement.name});
+    }
+    statement.object = &object;
+    for (std::size_t i = 0; i < statement.columns.size(); ++i) {
+        ColumnDefinition& column = statement.columns[i];
+        const auto before = statement.columns.begin() + static_cast<long>(i);
+        const bool doubled = std::any_of(statement.columns.begin(), before, [&](const ColumnDefinition& other) {
+            return sameName(other.name, column.name);
+        });
+        if (doubled || columnOf(object, column.name) >= 0) {
+            throw Error(2705, {column.name, object.name});
+        }
+        if (column.notNull && !column.defaultValue) {
+            throw Error(4901, {column.name, object.name});
+        }
+        if (column.identity) {
+            throw Error(kNotSupported, {"alter table add identity"});
+        }
+        bindDefinition(column);
+    }
+    for (const KeyConstraint& key : statement.keys) {
+        for (const IndexColumn& column : key.columns) {
+            if (columnOf(object, column.name) < 0 && !hasColumn(statement.columns, column.name)) {
+                throw Error(1911, {column.name, object.name});
+            }
+        }
+    }
+    for (const std::string& name : statement.dropColumns) {
+        if (columnOf(object, name) < 0) {
+            throw Error(4924, {"DROP COLUMN", name, object.name});
+        }
+        if (object.columns.size() <= statement.dropColumns.size()) {
+            throw Error(4923, {"DROP COLUMN", name, object.name});
+        }
+    }
+}
+
+void Binder::bindStatement(CreateIndexStatement& statement) {
+    const ObjectInfo& object = findTable(statement.table, 1088);
+    if (object.kind == ObjectInfo::Kind::view) {
+        throw Error(kNotSupported, {"an index on a view"});
+    }
+    statement.object = &object;
+    for (const IndexColumn& column : statement.columns) {
+        const int position = columnOf(object, column.name);
+        if (position < 0) {
+            throw Error(1911, {column.name, object.name});
+        }
+        const Type& type = object.columns[static_cast<std::size_t>(position)].type;
+        if (type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image) {
+            throw Error(1919, {column.name, object.name});
+        }
+    }
+    for (const std::string& index : object.indexes) {
+        if (sameName(index, object.name + "." + statement.name)) {
+            throw Error(1913, {statement.name, object.name});
+        }
+    }
+}
+
+void Binder::bindStatement(CreateViewStatement& statement) {
+    useExactLengths();
+    const ObjectInfo* existing = catalog_.find(statement.name);
+    if (statement.alter && existing == nullptr) {
+        throw Error(208, {statement.name});
+    }
+    if (existing != nullptr && (!statement.alter || existing->kind == ObjectInfo::Kind::table)) {
+        throw Error(2714, {statement.name});
+    }
+    bindView(statement);
+}
+
+void Binder::bindView(CreateViewStatement& statement) {
+    useExactLengths();
+    Query& query = *statement.query;
+    if (!query.orderBy.empty() && !(query.select && query.select->top)) {
+        throw Error(1033);
+    }
+    if (query.select && !query.select->into.empty()) {
+        throw Error(156, {"into"});
+    }
+    bindQuery(query, nullptr);
+    if (!statement.columnAliases.empty()) {
+        if (statement.columnAliases.size() != query.columns.size()) {
+            throw Error(statement.columnAliases.size() < query.columns.size() ? 8158 : 8159, {statement.name});
+        }
+        for (std::size_t i = 0; i < query.columns.size(); ++i) {
+            query.columns[i].name = statement.columnAliases[i];
+        }
+    }
+    for (std::size_t i = 0; i < query.columns.size(); ++i) {
+        const std::string& name = query.columns[i].name;
+        if (name.empty()) {
+            throw Error(4511, {std::to_string(i + 1), statement.name});
+        }
+        for (std::size_t j = 0; j < i; ++j) {
+            if (sameName(query.columns[j].name, name)) {
+                throw Error(4506, {name, statement.name});
+            }
+        }
+    }
+}
+
+void Binder::bindStatement(DropStatement& statement) {
+    std::vector<DropName> existing;
+    for (DropName& name : statement.names) {
+        const bool index = statement.kind == DropStatement::Kind::index;
+        const ObjectInfo* object = catalog_.find(index ? name.table : name.name);
+        const std::string full = index ? name.table + "." + name.name : name.name;
+        bool found = object != nullptr;
+        if (object != nullptr && index) {
+            const std::string stored = object->name + "." + name.name;
+            found = std::any_of(object->indexes.begin(), object->indexes.end(),
+                                [&](const std::string& other) { return sameName(other, stored); });
+            name.table = object->name;
+        }
+        const char* word = index ? "index" : statement.kind == DropStatement::Kind::table ? "table" : "view";
+        if (!found && !statement.ifExists) {
+            throw Error(3701, {"drop", word, full});
+        }
+        if (found && !index &&
+            (object->kind == ObjectInfo::Kind::table) != (statement.kind == DropStatement::Kind::table)) {
+            throw Error(3705, {statement.kind == DropStatement::Kind::table ? "DROP TABLE" : "DROP VIEW", full,
+                               kindWord(object->kind)});
+        }
+        if (found) {
+            if (!index) {
+                name.name = object->name;
+            }
+            existing.push_back(std::move(name));
+        }
+    }
+    statement.names = std::move(existing);
+}
+
+}  // namespace orvenmod::store::tsql

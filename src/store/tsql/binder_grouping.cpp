@@ -1,0 +1,101 @@
+#include <algorithm>
+
+#include "store/tsql/binder.h"
+#include "store/tsql/error.h"
+
+namespace orvenmod::store::tsql {
+namespace {
+
+void collect(const Source& source, std::set<const Source*>& leaves) {
+    if (source.kind == Source::Kind::join) {
+        collect(*source.left, leaves);
+        collect(*source.right, leaves);
+    } else {
+        leaves.insert(&source);
+    }
+}
+
+}  // namespace
+
+/// In a grouped query, or one with aggregates, every column stands in the group by or within an aggregate.
+void Binder::checkGrouping(const Query& query) {
+    const Select& select = *query.select;
+    if (select.groupBy.empty() && !select.aggregates && !select.having) {
+        return;
+    }
+    std::set<const Source*> own;
+    for (const SourcePtr& source : select.from) {
+        collect(*source, own);
+    }
+    for (const SelectItem& item : select.items) {
+        checkGrouped(*item.expression, select, own, 8120);
+    }
+    if (select.having) {
+        checkGrouped(*select.having, select, own, 8121);
+    }
+    for (const OrderItem& order : query.orderBy) {
+        if (order.expression) {
+            checkGrouped(*order.expression, select, own, 8127);
+        }
+    }
+}
+
+void Binder::checkGrouped(const Expression& expression, const Select& select, const std::set<const Source*>& own,
+                          int error) {
+    for (const ExpressionPtr& group : select.groupBy) {
+        if (sameExpression(*group, expression)) {
+            fixLiterals(*group, expression);
+            return;
+        }
+    }
+    if (expression.aggregate) {
+        return;
+    }
+    if (expression.kind == ExpressionKind::column && own.contains(expression.source)) {
+        throw Error(error, {expression.source->exposedName() + "." + expression.name});
+    }
+    for (const ExpressionPtr& operand : expression.operands) {
+        if (operand) {
+            checkGrouped(*operand, select, own, error);
+        }
+    }
+}
+
+bool Binder::sameExpression(const Expression& left, const Expression& right) {
+    if (left.kind != right.kind || left.op != right.op || left.source != right.source || left.column != right.column ||
+        left.part != right.part || left.negated != right.negated || left.distinct != right.distinct ||
+        left.star != right.star || left.attempt != right.attempt || left.query || right.query ||
+        left.operands.size() != right.operands.size()) {
+        return false;
+    }
+    if (left.kind == ExpressionKind::function && left.name != right.name) {
+        return false;
+    }
+    if ((left.kind == ExpressionKind::cast || left.kind == ExpressionKind::conversion) && !(left.type == right.type)) {
+        return false;
+    }
+    if (left.literal >= 0) {
+        const Literal& a = literals_[static_cast<std::size_t>(left.literal)];
+        const Literal& b = literals_[static_cast<std::size_t>(right.literal)];
+        return a.kind == b.kind && a.text == b.text;
+    }
+    return std::equal(
+        left.operands.begin(), left.operands.end(), right.operands.begin(),
+        [this](const ExpressionPtr& a, const ExpressionPtr& b) { return a && b ? sameExpression(*a, *b) : a == b; });
+}
+
+/// That two expressions are the same holds only while their literals keep their values.
+void Binder::fixLiterals(const Expression& left, const Expression& right) {
+    for (const Expression* side : {&left, &right}) {
+        if (side->literal >= 0) {
+            fixed_.insert(side->literal);
+        }
+        for (const ExpressionPtr& operand : side->operands) {
+            if (operand) {
+                fixLiterals(*operand, *operand);
+            }
+        }
+    }
+}
+
+}  // namespace orvenmod::store::tsql

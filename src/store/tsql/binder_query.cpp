@@ -1,0 +1,279 @@
+#include <algorithm>
+
+#include "store/tsql/binder.h"
+#include "store/tsql/error.h"
+#include "store/tsql/lexer.h"
+#include "store/tsql/typerules.h"
+
+namespace orvenmod::store::tsql {
+
+void Binder::bindQuery(Query& query, const Scope* parent) {
+    if (query.op == SetOperator::none) {
+        bindSelect(query, parent);
+    } else {
+        bindSetOperation(query, parent);
+    }
+}
+
+void Binder::bindSelect(Query& query, const Scope* parent) {
+    Select& select = *query.select;
+    const int outerError = aggregateError_;
+    bool* outerSeen = aggregateSeen_;
+    aggregateSeen_ = &select.aggregates;
+    aggregateError_ = 147;
+    Scope scope;
+    bindSources(select.from, scope, parent);
+    scope.parent = parent;
+    if (select.where) {
+        bindCondition(select.where, scope);
+    }
+    aggregateError_ = 144;
+    for (ExpressionPtr& expression : select.groupBy) {
+        bindValue(expression, scope);
+        if (expression->kind == ExpressionKind::literal) {
+            throw Error(164);
+        }
+    }
+    aggregateError_ = 0;
+    bindTop(select);
+    expandStars(select, scope);
+    for (SelectItem& item : select.items) {
+        if (!item.expression->source) {
+            bindValue(item.expression, scope);
+        }
+        ColumnInfo column;
+        column.name = item.name;
+        column.type = item.expression->type.isNull() ? typeOf(Kind::integer) : item.expression->type;
+        if (item.expression->type.isNull()) {
+            item.expression->type = column.type;
+        }
+        query.columns.push_back(std::move(column));
+    }
+    if (select.having) {
+        bindCondition(select.having, scope);
+    }
+    bindOrderBy(query, scope);
+    checkGrouping(query);
+    aggregateError_ = outerError;
+    aggregateSeen_ = outerSeen;
+}
+
+void Binder::bindTop(Select& select) {
+    if (!select.top) {
+        return;
+    }
+    Scope empty;
+    bindValue(select.top, empty);
+    if (select.topPercent) {
+        coerce(select.top, typeOf(Kind::floating));
+    } else if (!select.top->type.isInteger()) {
+        throw Error(1060);
+    }
+}
+
+void Binder::bindSetOperation(Query& query, const Scope* parent) {
+    bindQuery(*query.left, parent);
+    bindQuery(*query.right, parent);
+    if (query.left->columns.size() != query.right->columns.size()) {
+        throw Error(205);
+    }
+    query.columns = query.left->columns;
+    for (std::size_t i = 0; i < query.columns.size(); ++i) {
+        const Type type = commonType(query.left->columns[i].type, query.right->columns[i].type);
+        query.columns[i].type = type;
+        coerceColumn(*query.left, i, type);
+        coerceColumn(*query.right, i, type);
+    }
+    bindSetOrderBy(query);
+}
+
+void Binder::coerceColumn(Query& query, std::size_t column, const Type& type) {
+    query.columns[column].type = type;
+    if (query.op == SetOperator::none) {
+        coerce(query.select->items[column].expression, type);
+    } else {
+        coerceColumn(*query.left, column, type);
+        coerceColumn(*query.right, column, type);
+    }
+}
+
+void Binder::bindSources(std::vector<SourcePtr>& from, Scope& scope, const Scope* parent) {
+    for (SourcePtr& source : from) {
+        bindSource(*source, scope, parent);
+    }
+}
+
+void Binder::bindSource(Source& source, Scope& scope, const Scope* parent) {
+    if (source.kind == Source::Kind::join) {
+        bindJoin(source, scope, parent);
+        return;
+    }
+    if (source.kind == Source::Kind::table) {
+        source.object = &findTable(source.name, 208);
+        source.columns = source.object->columns;
+    } else {
+        const Select* select = source.query->select.get();
+        if (!source.query->orderBy.empty() && (select == nullptr || !select->top)) {
+            throw Error(1033);
+        }
+        bindQuery(*source.query, parent);
+        source.columns = source.query->columns;
+        nameDerivedColumns(source);
+    }
+    addToScope(source, scope);
+}
+
+void Binder::bindJoin(Source& source, Scope& scope, const Scope* parent) {
+    Scope inner;
+    inner.parent = parent;
+    bindSource(*source.left, inner, parent);
+    bindSource(*source.right, inner, parent);
+    if (source.on) {
+        bindCondition(source.on, inner);
+    }
+    for (const Source* part : inner.sources) {
+        for (const Source* other : scope.sources) {
+            if (sameName(part->exposedName(), other->exposedName())) {
+                throw Error(1011, {part->exposedName()});
+            }
+        }
+        scope.sources.push_back(part);
+    }
+}
+
+void Binder::nameDerivedColumns(Source& source) {
+    if (!source.columnAliases.empty()) {
+        if (source.columnAliases.size() != source.columns.size()) {
+            throw Error(source.columnAliases.size() < source.columns.size() ? 8158 : 8159, {source.alias});
+        }
+        for (std::size_t i = 0; i < source.columns.size(); ++i) {
+            source.columns[i].name = source.columnAliases[i];
+        }
+    }
+    for (std::size_t i = 0; i < source.columns.size(); ++i) {
+        const std::string& name = source.columns[i].name;
+        if (name.empty()) {
+            throw Error(8155, {std::to_string(i + 1), source.alias});
+        }
+        for (std::size_t j = 0; j < i; ++j) {
+            if (sameName(source.columns[j].name, name)) {
+                throw Error(8156, {name, source.alias});
+            }
+        }
+    }
+}
+
+void Binder::addToScope(Source& source, Scope& scope) {
+    source.id = nextId_++;
+    for (const Source* other : scope.sources) {
+        if (sameName(other->exposedName(), source.exposedName())) {
+            throw Error(source.alias.empty() ? 1013 : 1011, {source.exposedName()});
+        }
+    }
+    scope.sources.push_back(&source);
+}
+
+void Binder::expandStars(Select& select, const Scope& scope) {
+    std::vector<SelectItem> items;
+    for (SelectItem& item : select.items) {
+        if (item.expression) {
+            items.push_back(std::move(item));
+            continue;
+        }
+        bool found = false;
+        for (const Source* source : scope.sources) {
+            if (!item.qualifier.empty() && !sameName(item.qualifier, source->exposedName())) {
+                continue;
+            }
+            found = true;
+            for (std::size_t i = 0; i < source->columns.size(); ++i) {
+                SelectItem& column = items.emplace_back();
+                column.name = source->columns[i].name;
+                column.expression = makeExpression(ExpressionKind::column);
+                column.expression->name = column.name;
+                column.expression->source = source;
+                column.expression->column = static_cast<int>(i);
+                column.expression->type = source->columns[i].type;
+            }
+        }
+        if (!found) {
+            throw item.qualifier.empty() ? Error(263) : Error(107, {item.qualifier});
+        }
+    }
+    select.items = std::move(items);
+}
+
+/// The select item that an order by names by number; -1 for an expression.
+int Binder::ordinalOf(const Expression& expression, std::size_t count) {
+    if (expression.kind != ExpressionKind::literal) {
+        return -1;
+    }
+    const Literal& literal = literals_[static_cast<std::size_t>(expression.literal)];
+    if (literal.kind != LiteralKind::integer) {
+        throw Error(408, {});
+    }
+    fixed_.insert(expression.literal);
+    const long ordinal = std::stol(std::string(literal.text));
+    if (ordinal < 1 || ordinal > static_cast<long>(count)) {
+        throw Error(108, {std::string(literal.text)});
+    }
+    return static_cast<int>(ordinal - 1);
+}
+
+void Binder::bindOrderBy(Query& query, const Scope& scope) {
+    Select& select = *query.select;
+    for (OrderItem& order : query.orderBy) {
+        order.item = ordinalOf(*order.expression, select.items.size());
+        const bool bare = order.expression->kind == ExpressionKind::column && order.expression->qualifier.empty();
+        for (std::size_t i = 0; bare && order.item < 0 && i < select.items.size(); ++i) {
+            if (sameName(select.items[i].name, order.expression->name)) {
+                order.item = static_cast<int>(i);
+            }
+        }
+        if (order.item < 0) {
+            bindValue(order.expression, scope);
+            for (std::size_t i = 0; order.item < 0 && i < select.items.size(); ++i) {
+                if (sameExpression(*select.items[i].expression, *order.expression)) {
+                    fixLiterals(*select.items[i].expression, *order.expression);
+                    order.item = static_cast<int>(i);
+                }
+            }
+            if (order.item < 0 && select.distinct) {
+                throw Error(145);
+            }
+        }
+        const Type& type = order.item < 0 ? order.expression->type
+                                          : select.items[static_cast<std::size_t>(order.item)].expression->type;
+        if (type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image) {
+            throw Error(306);
+        }
+        if (order.item >= 0) {
+            order.expression.reset();
+        }
+    }
+    if (select.topWithTies && query.orderBy.empty()) {
+        throw Error(1062);
+    }
+}
+
+void Binder::bindSetOrderBy(Query& query) {
+    for (OrderItem& order : query.orderBy) {
+        order.item = ordinalOf(*order.expression, query.columns.size());
+        if (order.item < 0 && order.expression->kind == ExpressionKind::column && order.expression->qualifier.empty()) {
+            for (std::size_t i = 0; order.item < 0 && i < query.columns.size(); ++i) {
+                if (sameName(query.columns[i].name, order.expression->name)) {
+                    order.item = static_cast<int>(i);
+                }
+            }
+            if (order.item < 0) {
+                throw Error(207, {order.expression->name});
+            }
+        }
+        if (order.item < 0) {
+            throw Error(104);
+        }
+        order.expression.reset();
+    }
+}
+
+}  // namespace orvenmod::store::tsql

@@ -1,0 +1,77 @@
+#include "store/tsql/sqlite_emitter.h"
+
+#include "store/tsql/lexer.h"
+
+namespace orvenmod::store::tsql {
+namespace {
+
+std::string quoted(std::string_view text, char quote) {
+    std::string result(1, quote);
+    for (const char c : text) {
+        result += c;
+        if (c == quote) {
+            result += c;
+        }
+    }
+    return result + quote;
+}
+
+/// A column without a name is named by its aggregate, as the server's clients see it.
+std::string resultName(const SelectItem& item) {
+    return item.name.empty() && item.expression->aggregate ? item.expression->name : item.name;
+}
+
+const Select& firstSelect(const Query& query) { return query.select ? *query.select : firstSelect(*query.left); }
+
+}  // namespace
+
+std::string quoteName(std::string_view name) { return quoted(name, '"'); }
+
+std::string quoteText(std::string_view text) { return quoted(text, '\''); }
+
+void SqliteEmitter::emit(const Statement& statement, std::string_view sql, Translation& translation) {
+    translation_ = &translation;
+    sql_ = sql;
+    std::visit([this](const auto& specific) { emitStatement(specific); }, statement);
+}
+
+void SqliteEmitter::emitStatement(const QueryStatement& statement) {
+    const Query& top = *statement.query;
+    const Select& first = firstSelect(top);
+    if (!first.into.empty()) {
+        emitSelectInto(top);
+        return;
+    }
+    translation_->kind = StatementKind::query;
+    for (std::size_t i = 0; i < top.columns.size(); ++i) {
+        translation_->columns.push_back({resultName(first.items[i]), top.columns[i].type});
+    }
+    translation_->statements.push_back(query(top));
+}
+
+void SqliteEmitter::emitStatement(const TransactionStatement& statement) {
+    switch (statement.kind) {
+        case TransactionStatement::Kind::begin:
+            translation_->kind = StatementKind::beginTransaction;
+            break;
+        case TransactionStatement::Kind::commit:
+            translation_->kind = StatementKind::commitTransaction;
+            break;
+        case TransactionStatement::Kind::rollback:
+            translation_->kind = StatementKind::rollbackTransaction;
+            break;
+    }
+}
+
+const std::string& SqliteEmitter::aliasOf(const Source& source) {
+    std::string& alias = aliases_[source.id];
+    if (alias.empty()) {
+        alias = source.exposedName();
+        for (int i = 2; !usedAliases_.insert(lowerName(alias)).second; ++i) {
+            alias = source.exposedName() + "_" + std::to_string(i);
+        }
+    }
+    return alias;
+}
+
+}  // namespace orvenmod::store::tsql

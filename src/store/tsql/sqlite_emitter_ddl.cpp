@@ -1,0 +1,259 @@
+#include <algorithm>
+
+#include "store/tsql/error.h"
+#include "store/tsql/lexer.h"
+#include "store/tsql/runtime.h"
+#include "store/tsql/sqlite_emitter.h"
+#include "store/tsql/viewtext.h"
+
+namespace orvenmod::store::tsql {
+namespace {
+
+/// The column by whose index the system finds a row in a table without a key.
+constexpr std::string_view kItemId = "fitemid";
+
+const ColumnInfo* findColumn(const std::vector<ColumnInfo>& columns, const std::string& name) {
+    const auto found = std::find_if(columns.begin(), columns.end(),
+                                    [&](const ColumnInfo& column) { return sameName(column.name, name); });
+    return found == columns.end() ? nullptr : &*found;
+}
+
+std::vector<ColumnInfo> infoOf(const std::vector<ColumnDefinition>& definitions) {
+    std::vector<ColumnInfo> columns;
+    for (const ColumnDefinition& definition : definitions) {
+        columns.push_back(
+            {definition.name, definition.type, true, definition.identity, false, definition.declaredType});
+    }
+    return columns;
+}
+
+/// A key that SQLite's own constraint keeps as the server does. Texts need an index of their compared form, and
+/// the name "integer" would make the column the row's id, which takes null for "the next number".
+bool isPlainKey(const KeyConstraint& key, const std::vector<ColumnInfo>& columns) {
+    return std::none_of(key.columns.begin(), key.columns.end(), [&](const IndexColumn& column) {
+        const ColumnInfo* info = findColumn(columns, column.name);
+        return info->type.isText() || info->identity || sameName(info->declaredType, "integer");
+    });
+}
+
+std::string keyName(const std::string& table, const KeyConstraint& key) {
+    return key.name.empty() ? (key.primary ? "PK__" : "UQ__") + table + "__" + key.columns[0].name : key.name;
+}
+
+}  // namespace
+
+std::string SqliteEmitter::indexColumns(const std::vector<IndexColumn>& columns,
+                                        const std::vector<ColumnInfo>& known) const {
+    std::string text;
+    for (const IndexColumn& column : columns) {
+        const ColumnInfo* info = findColumn(known, column.name);
+        const std::string name = quoteName(info->name);
+        text += (text.empty() ? "" : ", ") + (info->type.isText() ? "rtrim(" + name + ") COLLATE NOCASE" : name);
+        text += column.descending ? " DESC" : "";
+    }
+    return "(" + text + ")";
+}
+
+/// The value that a column takes where none is given, in a form that SQLite takes for a default.
+std::string SqliteEmitter::storedDefault(const ColumnDefinition& column) {
+    const Expression& expression = *column.defaultValue;
+    const bool constant =
+        expression.kind == ExpressionKind::literal || expression.kind == ExpressionKind::null ||
+        (expression.kind == ExpressionKind::conversion && expression.operands[0]->kind == ExpressionKind::literal);
+    const std::string text = value(expression);
+    return constant ? text : "(" + text + ")";
+}
+
+std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column) {
+    if (column.identity) {
+        return quoteName(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
+    }
+    std::string text = quoteName(column.name) + " " + column.declaredType + (column.notNull ? " NOT NULL" : "");
+    return column.defaultValue ? text + " DEFAULT " + storedDefault(column) : text;
+}
+
+void SqliteEmitter::addKeyIndex(const std::string& table, const KeyConstraint& key,
+                                const std::vector<ColumnInfo>& columns) {
+    const std::string name = table + std::string(key.primary ? kPrimaryKeyInfix : kUniqueInfix) + keyName(table, key);
+    translation_->statements.push_back("CREATE UNIQUE INDEX " + quoteName(name) + " ON " + quoteName(table) +
+                                       indexColumns(key.columns, columns));
+}
+
+void SqliteEmitter::emitStatement(const CreateTableStatement& statement) {
+    translation_->kind = StatementKind::ddl;
+    translation_->cacheable = false;
+    translation_->table = statement.name;
+    stored_ = inline_ = bareColumns_ = true;
+    const std::vector<ColumnInfo> columns = infoOf(statement.columns);
+    std::string text;
+    std::vector<const KeyConstraint*> indexed;
+    bool identityKey = false;
+    for (const ColumnDefinition& definition : statement.columns) {
+        ColumnDefinition column = {definition.name,
+                                   definition.type,
+                                   definition.declaredType,
+                                   definition.notNull,
+                                   definition.identity,
+                                   definition.identitySeed,
+                                   nullptr,
+                                   false};
+        for (const KeyConstraint& key : statement.keys) {
+            column.notNull =
+                column.notNull ||
+                (key.primary && std::any_of(key.columns.begin(), key.columns.end(),
+                                            [&](const IndexColumn& part) { return sameName(part.name, column.name); }));
+        }
+        text += (text.empty() ? "" : ", ") + columnDefinition(column);
+        if (definition.defaultValue) {
+            text += " DEFAULT " + storedDefault(definition);
+        }
+        identityKey = identityKey || definition.identity;
+    }
+    for (const KeyConstraint& key : statement.keys) {
+        const bool isIdentity = key.columns.size() == 1 && findColumn(columns, key.columns[0].name)->identity;
+        if (isIdentity) {
+            continue;  // the column is the row's id already
+        }
+        if (!isPlainKey(key, columns) || (key.primary && identityKey)) {
+            indexed.push_back(&key);
+            continue;
+        }
+        text += ", CONSTRAINT " + quoteName(keyName(statement.name, key)) + (key.primary ? " PRIMARY KEY" : " UNIQUE") +
+                indexColumns(key.columns, columns);
+    }
+    for (const CheckConstraint& check : statement.checks) {
+        text += check.name.empty() ? ", " : ", CONSTRAINT " + quoteName(check.name) + " ";
+        text += "CHECK (" + condition(*check.condition) + ")";
+    }
+    translation_->statements.push_back("CREATE TABLE " + quoteName(statement.name) + "(" + text + ")");
+    for (const KeyConstraint* key : indexed) {
+        addKeyIndex(statement.name, *key, columns);
+    }
+    const ColumnInfo* itemId = findColumn(columns, std::string(kItemId));
+    if (statement.keys.empty() && itemId != nullptr && !itemId->identity) {
+        translation_->statements.push_back("CREATE INDEX " + quoteName(statement.name + ".orven." + itemId->name) +
+                                           " ON " + quoteName(statement.name) +
+                                           indexColumns({{itemId->name, false}}, columns));
+    }
+    for (const ColumnDefinition& column : statement.columns) {
+        if (column.identity && column.identitySeed != "1") {
+            translation_->statements.push_back("INSERT INTO sqlite_sequence(name, seq) VALUES(" +
+                                               quoteText(statement.name) + ", " + column.identitySeed + " - 1)");
+        }
+    }
+}
+
+void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
+    translation_->kind = StatementKind::ddl;
+    translation_->cacheable = false;
+    translation_->table = statement.object->name;
+    stored_ = inline_ = bareColumns_ = true;
+    const std::string table = quoteName(statement.object->name);
+    std::vector<ColumnInfo> columns = statement.object->columns;
+    for (const ColumnDefinition& column : statement.columns) {
+        const std::string definition = columnDefinition(column);
+        if (column.defaultValue && definition.ends_with(")")) {
+            throw Error(kNotSupported, {"alter table add with a default that is computed"});
+        }
+        translation_->statements.push_back("ALTER TABLE " + table + " ADD COLUMN " + definition);
+        if (column.defaultValue && !column.notNull && !column.withValues) {
+            // The rows that are there keep null; SQLite would show them the default.
+            translation_->statements.push_back("UPDATE " + table + " SET " + quoteName(column.name) + " = NULL");
+        }
+    }
+    for (const ColumnInfo& added : infoOf(statement.columns)) {
+        columns.push_back(added);
+    }
+    for (const KeyConstraint& key : statement.keys) {
+        addKeyIndex(statement.object->name, key, columns);
+    }
+    for (const std::string& name : statement.dropColumns) {
+        translation_->statements.push_back("ALTER TABLE " + table + " DROP COLUMN " +
+                                           quoteName(findColumn(columns, name)->name));
+    }
+    for (const std::string& name : statement.dropConstraints) {
+        dropConstraint(statement, name);
+    }
+}
+
+void SqliteEmitter::dropConstraint(const AlterTableStatement& statement, const std::string& name) {
+    for (const std::string_view infix : {kPrimaryKeyInfix, kUniqueInfix}) {
+        for (const std::string& index : statement.object->indexes) {
+            if (sameName(index, statement.object->name + std::string(infix) + name)) {
+                translation_->statements.push_back("DROP INDEX " + quoteName(index));
+                return;
+            }
+        }
+    }
+    throw Error(3728, {name});
+}
+
+void SqliteEmitter::emitStatement(const CreateIndexStatement& statement) {
+    translation_->kind = StatementKind::ddl;
+    translation_->cacheable = false;
+    translation_->table = statement.object->name;
+    translation_->statements.push_back(std::string("CREATE ") + (statement.unique ? "UNIQUE " : "") + "INDEX " +
+                                       quoteName(statement.object->name + "." + statement.name) + " ON " +
+                                       quoteName(statement.object->name) +
+                                       indexColumns(statement.columns, statement.object->columns));
+}
+
+void SqliteEmitter::emitStatement(const CreateViewStatement& statement) {
+    translation_->kind = StatementKind::ddl;
+    translation_->cacheable = false;
+    translation_->table = statement.name;
+    stored_ = inline_ = true;
+    Names names;
+    for (const ColumnInfo& column : statement.query->columns) {
+        names.push_back(column.name);
+    }
+    if (statement.alter) {
+        translation_->statements.push_back("DROP VIEW " + quoteName(statement.name));
+    }
+    translation_->statements.push_back("CREATE VIEW " + quoteName(statement.name) + " AS " + keptViewText(sql_) + " " +
+                                       query(*statement.query, &names));
+}
+
+void SqliteEmitter::emitStatement(const DropStatement& statement) {
+    translation_->kind = StatementKind::ddl;
+    translation_->cacheable = false;
+    for (const DropName& name : statement.names) {
+        switch (statement.kind) {
+            case DropStatement::Kind::table:
+                translation_->statements.push_back("DROP TABLE " + quoteName(name.name));
+                break;
+            case DropStatement::Kind::view:
+                translation_->statements.push_back("DROP VIEW " + quoteName(name.name));
+                break;
+            case DropStatement::Kind::index:
+                translation_->statements.push_back("DROP INDEX " + quoteName(name.table + "." + name.name));
+                break;
+        }
+        translation_->table = name.name;
+    }
+}
+
+void SqliteEmitter::emitSelectInto(const Query& top) {
+    if (!top.select) {
+        throw Error(kNotSupported, {"select into of a union"});
+    }
+    translation_->kind = StatementKind::change;
+    translation_->cacheable = false;
+    translation_->table = top.select->into;
+    inline_ = true;
+    std::string columns;
+    Names names;
+    for (std::size_t i = 0; i < top.columns.size(); ++i) {
+        const std::string& name = top.columns[i].name;
+        if (name.empty()) {
+            throw Error(1038);
+        }
+        columns += (columns.empty() ? "" : ", ") + quoteName(name) + " " + printType(top.columns[i].type);
+        names.push_back(name);
+    }
+    const std::string table = quoteName(top.select->into);
+    translation_->statements.push_back("CREATE TABLE " + table + "(" + columns + ")");
+    translation_->statements.push_back("INSERT INTO " + table + " " + query(top, &names));
+}
+
+}  // namespace orvenmod::store::tsql

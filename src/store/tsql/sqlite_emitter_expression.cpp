@@ -1,0 +1,174 @@
+#include "store/tsql/error.h"
+#include "store/tsql/sqlite_emitter.h"
+
+namespace orvenmod::store::tsql {
+
+std::string SqliteEmitter::value(const Expression& expression) {
+    switch (expression.kind) {
+        case ExpressionKind::literal:
+            return literal(expression, expression.type);
+        case ExpressionKind::null:
+            return "NULL";
+        case ExpressionKind::column:
+            return column(expression);
+        case ExpressionKind::unary:
+            return unary(expression);
+        case ExpressionKind::arithmetic:
+            return arithmetic(expression);
+        case ExpressionKind::caseWhen:
+            return caseWhen(expression);
+        case ExpressionKind::function:
+            return function(expression);
+        case ExpressionKind::cast:
+        case ExpressionKind::conversion:
+            return conversion(expression);
+        case ExpressionKind::subquery:
+            return scalarQuery(*expression.query);
+        default:
+            return condition(expression);
+    }
+}
+
+std::string SqliteEmitter::condition(const Expression& expression) {
+    const auto& operands = expression.operands;
+    const std::string negation = expression.negated ? "NOT " : "";
+    switch (expression.kind) {
+        case ExpressionKind::logical:
+            if (expression.op == Operator::logicalNot) {
+                return "(NOT " + condition(*operands[0]) + ")";
+            }
+            return "(" + condition(*operands[0]) + (expression.op == Operator::logicalAnd ? " AND " : " OR ") +
+                   condition(*operands[1]) + ")";
+        case ExpressionKind::comparison:
+            return comparison(expression);
+        case ExpressionKind::like:
+            return like(expression);
+        case ExpressionKind::inList:
+            return inList(expression);
+        case ExpressionKind::inQuery:
+            return "(" + comparable(*operands[0], true) + " " + negation + "IN (" + comparableQuery(*expression.query) +
+                   "))";
+        case ExpressionKind::between:
+            return "(" + comparable(*operands[0], true) + " " + negation + "BETWEEN " +
+                   comparable(*operands[1], false) + " AND " + comparable(*operands[2], false) + ")";
+        case ExpressionKind::isNull:
+            return "(" + value(*operands[0]) + " IS " + negation + "NULL)";
+        case ExpressionKind::exists:
+            return "EXISTS (" + query(*expression.query) + ")";
+        case ExpressionKind::quantified:
+            return quantified(expression);
+        default:
+            throw Error(4145, {expression.name});
+    }
+}
+
+std::string SqliteEmitter::column(const Expression& expression) {
+    const ColumnInfo& column = expression.source->columns[static_cast<std::size_t>(expression.column)];
+    return (bareColumns_ ? "" : quoteName(aliasOf(*expression.source)) + ".") + quoteName(column.name);
+}
+
+std::string SqliteEmitter::arithmetic(const Expression& expression) {
+    const Type& type = expression.type;
+    if (type.isDate()) {
+        return dateArithmetic(expression);
+    }
+    const std::string left = value(*expression.operands[0]);
+    const std::string right = value(*expression.operands[1]);
+    if (type.isText() || type.isBinary()) {
+        return "(" + left + " || " + right + ")";
+    }
+    if (type.isFloat()) {
+        return floatArithmetic(expression, left, right);
+    }
+    return type.isInteger() ? integerArithmetic(expression, left, right) : decimalArithmetic(expression, left, right);
+}
+
+std::string SqliteEmitter::integerArithmetic(const Expression& expression, const std::string& left,
+                                             const std::string& right) {
+    const std::string plain = "(" + left + " " + spelling(expression.op) + " " + right + ")";
+    switch (expression.op) {
+        case Operator::divide:
+            return stored_ ? plain : "ts_idiv(" + left + ", " + right + ")";
+        case Operator::modulo:
+            return stored_ ? plain : "ts_imod(" + left + ", " + right + ")";
+        case Operator::bitAnd:
+        case Operator::bitOr:
+            return plain;
+        case Operator::bitXor:
+            return "((" + left + " | " + right + ") - (" + left + " & " + right + "))";
+        default:
+            return stored_ ? plain : "ts_range(" + plain + ", " + quoteText(printType(expression.type)) + ")";
+    }
+}
+
+std::string SqliteEmitter::decimalArithmetic(const Expression& expression, const std::string& left,
+                                             const std::string& right) {
+    const std::string plain = "(" + left + " " + spelling(expression.op) + " " + right + ")";
+    const std::string size =
+        ", " + std::to_string(expression.type.precision) + ", " + std::to_string(expression.type.scale) + ")";
+    switch (expression.op) {
+        case Operator::divide:
+            return stored_ ? "(" + left + " * 1.0 / " + right + ")" : "ts_decdiv(" + left + ", " + right + size;
+        case Operator::modulo:
+            return "ts_decmod(" + left + ", " + right + ")";
+        default:
+            return stored_ ? plain : "ts_decimal(" + plain + size;
+    }
+}
+
+std::string SqliteEmitter::floatArithmetic(const Expression& expression, const std::string& left,
+                                           const std::string& right) {
+    if (expression.op == Operator::divide) {
+        return stored_ ? "(" + left + " * 1.0 / " + right + ")" : "ts_div(" + left + ", " + right + ")";
+    }
+    return "(" + left + " " + spelling(expression.op) + " " + right + ")";
+}
+
+/// A date and whole days go through dateadd, anything else through the days since 1900 as a float.
+std::string SqliteEmitter::dateArithmetic(const Expression& expression) {
+    const Expression& left = *expression.operands[0];
+    const Expression& right = *expression.operands[1];
+    const bool minus = expression.op == Operator::subtract;
+    if (left.type.isDate() && right.type.isInteger()) {
+        return "ts_dateadd('day', " + std::string(minus ? "-" : "") + "(" + value(right) + "), " + value(left) + ")";
+    }
+    if (right.type.isDate() && left.type.isInteger() && !minus) {
+        return "ts_dateadd('day', " + value(left) + ", " + value(right) + ")";
+    }
+    const auto days = [this](const Expression& side) {
+        return "ts_cast(" + value(side) + ", " + quoteText(printType(side.type)) + ", 'float')";
+    };
+    return "ts_cast((" + days(left) + (minus ? " - " : " + ") + days(right) + "), 'float', " +
+           quoteText(printType(expression.type)) + ")";
+}
+
+std::string SqliteEmitter::unary(const Expression& expression) {
+    const std::string operand = value(*expression.operands[0]);
+    switch (expression.op) {
+        case Operator::negate:
+            return "(- " + operand + ")";
+        case Operator::bitNot:
+            return expression.type.kind == Kind::bit ? "(1 - " + operand + ")" : "(~ " + operand + ")";
+        default:
+            return operand;
+    }
+}
+
+std::string SqliteEmitter::caseWhen(const Expression& expression) {
+    const auto& operands = expression.operands;
+    std::string text = "CASE";
+    for (std::size_t i = 0; i + 1 < operands.size(); i += 2) {
+        text += " WHEN " + condition(*operands[i]);
+        ++conditional_;
+        text += " THEN " + value(*operands[i + 1]);
+        --conditional_;
+    }
+    if (operands.back()) {
+        ++conditional_;
+        text += " ELSE " + value(*operands.back());
+        --conditional_;
+    }
+    return text + " END";
+}
+
+}  // namespace orvenmod::store::tsql

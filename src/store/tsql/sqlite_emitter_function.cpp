@@ -1,0 +1,106 @@
+#include "store/tsql/sqlite_emitter.h"
+
+namespace orvenmod::store::tsql {
+
+std::string SqliteEmitter::arguments(const Expression& call, std::size_t first) {
+    std::string text;
+    for (std::size_t i = first; i < call.operands.size(); ++i) {
+        text += (i == first ? "" : ", ") + value(*call.operands[i]);
+    }
+    return text;
+}
+
+std::string SqliteEmitter::function(const Expression& call) {
+    if (call.aggregate) {
+        return aggregate(call);
+    }
+    std::string text = builtin(call);
+    if (text.empty() && stored_) {
+        text = storedFunction(call);
+    }
+    if (!text.empty()) {
+        return text;
+    }
+    const std::string& name = call.name;
+    if (name == "dateadd" || name == "datediff" || name == "datepart" || name == "datename") {
+        return "ts_" + name + "(" + quoteText(call.part) + ", " + arguments(call) + ")";
+    }
+    if (name == "datalength" || name == "power") {
+        return "ts_" + name + "(" + arguments(call) + ", " + quoteText(printType(call.operands[0]->type)) + ")";
+    }
+    if (name == "sysdatetime") {
+        return "ts_getdate()";
+    }
+    return "ts_" + name + "(" + arguments(call) + ")";
+}
+
+/// What SQLite's own functions do exactly as the server's; empty for the others.
+std::string SqliteEmitter::builtin(const Expression& call) {
+    const std::string& name = call.name;
+    if (name == "isnull" || name == "coalesce") {
+        std::string text = value(*call.operands[0]);
+        ++conditional_;
+        for (std::size_t i = 1; i < call.operands.size(); ++i) {
+            text += ", " + value(*call.operands[i]);
+        }
+        --conditional_;
+        return call.operands.size() == 1 ? text : (name == "isnull" ? "ifnull(" : "coalesce(") + text + ")";
+    }
+    if (name == "choose") {
+        std::string text = "CASE " + value(*call.operands[0]);
+        ++conditional_;
+        for (std::size_t i = 1; i < call.operands.size(); ++i) {
+            text += " WHEN " + std::to_string(i) + " THEN " + value(*call.operands[i]);
+        }
+        --conditional_;
+        return text + " END";
+    }
+    if (name == "len") {
+        return "length(rtrim(" + arguments(call) + "))";
+    }
+    if (name == "ltrim" || name == "rtrim" || name == "trim") {
+        return name + "(" + arguments(call) + ")";
+    }
+    if (name == "square") {
+        const std::string operand = value(*call.operands[0]);
+        return "(1.0 * " + operand + " * " + operand + ")";
+    }
+    if (name == "year" || name == "month" || name == "day") {
+        const char* place = name == "year" ? ", 1, 4)" : name == "month" ? ", 6, 2)" : ", 9, 2)";
+        return "CAST(substr(" + arguments(call) + place + " AS INTEGER)";
+    }
+    return "";
+}
+
+std::string SqliteEmitter::aggregate(const Expression& call) {
+    const std::string distinct = call.distinct ? "DISTINCT " : "";
+    if (call.name == "count" || call.name == "count_big") {
+        return call.star ? "count(*)" : "count(" + distinct + sortKey(*call.operands[0]) + ")";
+    }
+    const std::string operand = value(*call.operands[0]);
+    if (call.name == "min" || call.name == "max") {
+        return call.name + "(" + operand + (call.type.isText() ? " COLLATE NOCASE)" : ")");
+    }
+    const std::string sum = "sum(" + distinct + operand + ")";
+    const std::string count = "count(" + distinct + operand + ")";
+    const std::string type = quoteText(printType(call.type));
+    const std::string size = ", " + std::to_string(call.type.precision) + ", " + std::to_string(call.type.scale) + ")";
+    if (call.name == "sum") {
+        if (stored_ || call.type.isFloat()) {
+            return sum;
+        }
+        return call.type.isInteger() ? "ts_range(" + sum + ", " + type + ")" : "ts_decimal(" + sum + size;
+    }
+    if (call.name == "avg") {
+        if (call.type.isFloat()) {
+            return "avg(" + distinct + operand + ")";
+        }
+        if (stored_) {
+            return call.type.isInteger() ? "(" + sum + " / " + count + ")" : "(" + sum + " * 1.0 / " + count + ")";
+        }
+        return call.type.isInteger() ? "ts_idiv(" + sum + ", " + count + ")" : "ts_decdiv(" + sum + ", " + count + size;
+    }
+    return "ts_" + call.name + "(" + distinct + operand + ")";
+}
+
+}  // namespace orvenmod::store::tsql
