@@ -1,0 +1,57 @@
+// What the parts of the toolkit share: the guard around the handlers, the stack of modal windows and the hooks of
+// drivers.
+#pragma once
+
+#include <QCursor>
+#include <QPoint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/toolkit.h"
+
+class QWidget;
+
+namespace orvenmod::platform::qt {
+
+class Core {
+public:
+    explicit Core(Toolkit& toolkit) : toolkit_(toolkit) {}
+
+    /// Runs a handler of an event that the user caused: a failure is shown and goes no further.
+    void guard(const std::function<void()>& handler) const;
+
+    /// The same for a command (a menu, a button): what is being typed into a grid's cell is taken over first.
+    void command(const std::function<void()>& handler) const;
+
+    /// The window that new boxes and windows lie over: the innermost of the modal ones, else the host's active one.
+    QWidget* front() const;
+
+    void pushModal(QWidget* window) { modals_.push_back(window); }
+    void popModal(QWidget* window);
+
+    std::function<void(Window&)> modalObserver;
+    std::function<void(const std::string&)> documentOpener;
+
+    /// Where the next menu pops up, in global coordinates: set while a mouse or menu key event is raised.
+    std::optional<QPoint> popUpPlace;
+
+private:
+    Toolkit& toolkit_;
+    std::vector<QWidget*> modals_;
+};
+
+/// While it lives the mouse pointer is its own again, for a box over a window that shows the hourglass.
+class PlainPointer {
+public:
+    PlainPointer();
+    ~PlainPointer();
+    PlainPointer(const PlainPointer&) = delete;
+    PlainPointer& operator=(const PlainPointer&) = delete;
+
+private:
+    std::vector<QCursor> hidden_;
+};
+
+}  // namespace orvenmod::platform::qt

@@ -1,0 +1,67 @@
+#include "platform/qt/listgriditems.h"
+
+#include <QColor>
+
+#include "platform/qt/text.h"
+
+namespace orvenmod::platform::qt {
+
+namespace {
+
+Qt::Alignment alignmentOf(int units) {
+    switch (static_cast<Alignment>(units)) {
+        case Alignment::centre:
+            return Qt::AlignCenter;
+        case Alignment::right:
+            return Qt::AlignRight | Qt::AlignVCenter;
+        case Alignment::general:
+        case Alignment::left:
+            break;
+    }
+    return Qt::AlignLeft | Qt::AlignVCenter;
+}
+
+}  // namespace
+
+int ListGridItems::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_.rowCount() - 1; }
+
+int ListGridItems::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_.columnCount(); }
+
+QVariant ListGridItems::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= rowCount() || index.column() >= columnCount()) return {};
+    const int row = index.row() + 1;
+    switch (role) {
+        case Qt::DisplayRole:
+        case Qt::AccessibleTextRole:
+            return toQt(rows_.text(row, index.column()));
+        case Qt::TextAlignmentRole:
+            return QVariant::fromValue(alignmentOf(rows_.column(index.column()).alignment));
+        case Qt::ForegroundRole:
+            if (const Colour* colour = rows_.rowColour(row)) return QColor(colour->red, colour->green, colour->blue);
+            return {};
+        default:
+            return {};
+    }
+}
+
+QVariant ListGridItems::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
+    const model::ListGridModel::Column& column = rows_.column(section);
+    if (role == Qt::DisplayRole) return toQt(column.title);
+    if (role == Qt::TextAlignmentRole) return QVariant::fromValue(alignmentOf(column.headerAlignment));
+    return {};
+}
+
+void ListGridItems::appendRow(std::string_view cells) {
+    beginInsertRows({}, rowCount(), rowCount());
+    rows_.addRow(cells);
+    endInsertRows();
+}
+
+void ListGridItems::removeRow(int row) {
+    beginRemoveRows({}, row - 1, row - 1);
+    rows_.removeRow(row);
+    endRemoveRows();
+}
+
+}  // namespace orvenmod::platform::qt

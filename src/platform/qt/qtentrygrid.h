@@ -1,0 +1,52 @@
+// The entry grid: the cells stand in the shared model, which also tells what may be typed.
+#pragma once
+
+#include "platform/entrygrid.h"
+#include "platform/qt/controlbody.h"
+#include "platform/qt/core.h"
+#include "platform/qt/entrygridview.h"
+
+namespace orvenmod::platform::qt {
+
+class QtEntryGrid final : public QtControl<EntryGrid> {
+public:
+    QtEntryGrid(Core& core, const ControlDesign& design, QWidget* parent);
+
+    int rowCount() const override { return model_.rowCount(); }
+    int columnCount() const override { return model_.columnCount(); }
+    void setRowCount(int rows) override;
+    void deleteRow(int row) override;
+    int activeRow() const override { return model_.activeRow(); }
+    int activeColumn() const override { return model_.activeColumn(); }
+    void setActiveCell(int column, int row) override;
+
+    std::string text(int column, int row) const override { return model_.text(column, row); }
+    void setText(int column, int row, const std::string& text) override;
+    void setCellType(int column, int row, CellType type) override;
+    CellType cellType(int column, int row) const override { return model_.cellType(column, row); }
+    void setNumberRule(int column, int row, const NumberRule& rule) override;
+    void setLocked(int column, int row, bool locked) override;
+    bool locked(int column, int row) const override { return model_.locked(column, row); }
+    std::string cellTag(int column, int row) const override { return model_.cellTag(column, row); }
+    void setCellTag(int column, int row, const std::string& tag) override { model_.setCellTag(column, row, tag); }
+    void setItems(int column, int row, const std::vector<std::string>& items) override;
+    int selectedItem(int column, int row) const override { return model_.selectedItem(column, row); }
+    void selectItem(int column, int row, int item) override;
+    void setColumnHidden(int column, bool hidden) override;
+    bool columnHidden(int column) const override { return model_.columnHidden(column); }
+    void setLockedColour(const Colour& colour) override;
+
+private:
+    void listen();
+    void showActive();
+    void picked(CellPlace cell, int item);
+    void pressed(CellPlace cell);
+
+    Core& core_;
+    model::EntryGridModel model_;
+    EntryGridItems items_;
+    EntryActions actions_;
+    EntryGridView* view_;
+};
+
+}  // namespace orvenmod::platform::qt

@@ -1,0 +1,62 @@
+#include "platform/qt/qtfiledialog.h"
+
+#include <QFileDialog>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+#include "platform/qt/text.h"
+#include "platform/qt/windowlook.h"
+
+namespace orvenmod::platform::qt {
+
+QStringList nameFilters(const std::string& pairs) {
+    const QStringList parts = toQt(pairs).split(QLatin1Char('|'));
+    static const QRegularExpression bracket(QStringLiteral("\\s*\\([^()]*\\)\\s*$"));
+    QStringList filters;
+    for (qsizetype at = 0; at + 1 < parts.size(); at += 2) {
+        QString caption = parts[at];
+        QString pattern = parts[at + 1];
+        caption.remove(bracket);
+        filters << QStringLiteral("%1(%2)").arg(caption, pattern.replace(QLatin1Char(';'), QLatin1Char(' ')));
+    }
+    return filters;
+}
+
+bool QtFileDialog::showOpen() {
+    QFileDialog dialog(core_.front());
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return run(dialog);
+}
+
+bool QtFileDialog::showSave() {
+    QFileDialog dialog(core_.front());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    const QStringList filters = nameFilters(filter_);
+    static const QRegularExpression suffix(QStringLiteral("\\(\\*\\.(\\w+)\\)$"));
+    const QRegularExpressionMatch match = suffix.match(filters.value(0));
+    if (match.hasMatch()) dialog.setDefaultSuffix(match.captured(1));
+    return run(dialog);
+}
+
+bool QtFileDialog::run(QFileDialog& dialog) {
+    const PlainPointer pointer;
+    dressBox(dialog);
+    dialog.setObjectName(toQt(name()));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    const QStringList filters = nameFilters(filter_);
+    if (!filters.isEmpty()) dialog.setNameFilters(filters);
+    if (folder_.isEmpty()) folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (!folder_.isEmpty()) dialog.setDirectory(folder_);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
+    chosen_ = dialog.selectedFiles().constFirst();
+    folder_ = dialog.directory().absolutePath();
+    return true;
+}
+
+std::string QtFileDialog::fileName() const { return fromQt(chosen_); }
+
+std::string QtFileDialog::fileTitle() const { return fromQt(QFileInfo(chosen_).fileName()); }
+
+}  // namespace orvenmod::platform::qt

@@ -1,0 +1,190 @@
+#include "platform/qt/qtlistgrid.h"
+
+#include <QHeaderView>
+#include <QItemSelection>
+#include <QScopedValueRollback>
+
+#include "platform/qt/text.h"
+
+namespace orvenmod::platform::qt {
+
+QtListGrid::QtListGrid(Core& core, const ControlDesign& design, QWidget* parent)
+    : QtControl(design, new ListGridView(parent)),
+      core_(core),
+      model_(design.columns, design.fixedColumns),
+      items_(model_),
+      view_(static_cast<ListGridView*>(body_.widget())) {
+    view_->setModel(&items_);
+    dressColumns();
+    listen();
+}
+
+void QtListGrid::listen() {
+    view_->onDoubleClick = [this] { core_.guard([this] { doubleClick.raise(); }); };
+    view_->onKey = [this](int code) { core_.guard([this, code] { keyDown.raise(code); }); };
+    view_->onMouse = [this](MouseButton button, const QPoint& global) { mouse(button, global); };
+    const QItemSelectionModel* selection = view_->selectionModel();
+    QObject::connect(selection, &QItemSelectionModel::selectionChanged, view_,
+                     [this](const auto& selected, const auto& deselected) { mirror(selected, deselected); });
+    QObject::connect(selection, &QItemSelectionModel::currentRowChanged, view_, [this](const QModelIndex& current) {
+        if (!view_->writing) model_.setCurrentOnly(current.isValid() ? current.row() + 1 : 0);
+    });
+    QObject::connect(view_->horizontalHeader(), &QHeaderView::sectionResized, view_,
+                     [this](int column, int, int pixels) {
+                         if (!view_->writing && pixels > 0)
+                             model_.column(column).width = static_cast<int>(toTwips(pixels));
+                     });
+}
+
+void QtListGrid::bind(std::shared_ptr<const RowSource> source) {
+    const QScopedValueRollback<bool> writing(view_->writing, true);
+    items_.reset([this, &source] { model_.bind(std::move(source)); });
+    dressColumns();
+    view_->scrollToTop();
+}
+
+void QtListGrid::setRowCount(int rows) {
+    const QScopedValueRollback<bool> writing(view_->writing, true);
+    items_.reset([this, rows] { model_.setRowCount(rows); });
+    showSelection();
+}
+
+void QtListGrid::addRow(const std::string& cells) {
+    const QScopedValueRollback<bool> writing(view_->writing, true);
+    const int columns = model_.columnCount();
+    items_.appendRow(cells);
+    if (model_.columnCount() == columns) return;
+    items_.reset([] {});
+    dressColumns();
+    showSelection();
+}
+
+void QtListGrid::removeRow(int row) {
+    const QScopedValueRollback<bool> writing(view_->writing, true);
+    model_.value(row, 0);  // a row that isn't fails here, before the view hears of it
+    items_.removeRow(row);
+    showCurrent(false);
+}
+
+void QtListGrid::setText(int row, int column, std::string_view text) {
+    model_.setText(row, column, text);
+    if (row == 0)
+        items_.headingChanged(column);
+    else
+        repaint();
+}
+
+void QtListGrid::setColumnHidden(int column, bool hidden) {
+    model_.column(column).hidden = hidden;
+    view_->setColumnHidden(column, hidden);
+}
+
+void QtListGrid::setColumnAlignment(int column, int alignment) {
+    model_.column(column).alignment = alignment;
+    repaint();
+}
+
+void QtListGrid::setHeaderAlignment(int column, int alignment) {
+    model_.column(column).headerAlignment = alignment;
+    items_.headingChanged(column);
+}
+
+void QtListGrid::setColumnFormat(int column, const std::string& format) {
+    model_.column(column).format = format;
+    repaint();
+}
+
+void QtListGrid::setColumnWidth(int column, int twips) {
+    const QScopedValueRollback<bool> writing(view_->writing, true);
+    model_.column(column).width = twips;
+    view_->setColumnWidth(column, toPixels(static_cast<float>(twips)));
+}
+
+void QtListGrid::setCurrentRow(int row) {
+    const QScopedValueRollback<bool> writing(view_->writing, true);
+    model_.setCurrentRow(row);
+    showCurrent(true);
+}
+
+void QtListGrid::setSelected(int row, bool selected) {
+    const QScopedValueRollback<bool> writing(view_->writing, true);
+    model_.setSelected(row, selected);
+    view_->selectionModel()->select(
+        items_.index(row - 1, 0),
+        (selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect) | QItemSelectionModel::Rows);
+}
+
+void QtListGrid::setRowColour(int row, const Colour* colour) {
+    model_.setRowColour(row, colour);
+    repaint();
+}
+
+void QtListGrid::dressColumns() {
+    const QScopedValueRollback<bool> writing(view_->writing, true);
+    for (int column = 0; column < model_.columnCount(); ++column) {
+        const model::ListGridModel::Column& look = model_.column(column);
+        view_->setColumnWidth(column, toPixels(static_cast<float>(look.width)));
+        view_->setColumnHidden(column, look.hidden);
+    }
+}
+
+// Brings the view to the model's current row; `select` makes it the only selected one there too. Without it the
+// selection stays but for that row, whose own state is the model's.
+void QtListGrid::showCurrent(bool select) {
+    QItemSelectionModel* selection = view_->selectionModel();
+    const int row = model_.currentRow();
+    if (row == 0) {
+        if (select) selection->clear();
+        selection->clearCurrentIndex();
+        return;
+    }
+    int column = view_->currentIndex().isValid() ? view_->currentIndex().column() : 0;
+    while (column + 1 < model_.columnCount() && model_.column(column).hidden)
+        ++column;
+    const QItemSelectionModel::SelectionFlags whole = QItemSelectionModel::Rows;
+    if (select)
+        selection->setCurrentIndex(items_.index(row - 1, column), QItemSelectionModel::ClearAndSelect | whole);
+    else if (model_.isSelected(row))
+        selection->setCurrentIndex(items_.index(row - 1, column), QItemSelectionModel::Select | whole);
+    else
+        selection->setCurrentIndex(items_.index(row - 1, column), QItemSelectionModel::NoUpdate);
+}
+
+// After a reset, which empties the view's selection.
+void QtListGrid::showSelection() {
+    for (int row = 1; model_.selectedCount() > 0 && row < model_.rowCount(); ++row) {
+        if (model_.isSelected(row))
+            view_->selectionModel()->select(items_.index(row - 1, 0),
+                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    showCurrent(false);
+}
+
+void QtListGrid::mirror(const QItemSelection& selected, const QItemSelection& deselected) {
+    if (view_->writing) return;
+    const auto write = [this](const QItemSelection& ranges, bool state) {
+        for (const QItemSelectionRange& range : ranges) {
+            for (int row = range.top(); row <= range.bottom(); ++row)
+                model_.setSelected(row + 1, state);
+        }
+    };
+    write(deselected, false);
+    write(selected, true);
+}
+
+// One repaint for however many cells are written before the next turn of the event loop.
+void QtListGrid::repaint() {
+    if (repaintWaits_) return;
+    repaintWaits_ = true;
+    QTimer::singleShot(0, view_, [this] {
+        repaintWaits_ = false;
+        view_->viewport()->update();
+    });
+}
+
+void QtListGrid::mouse(MouseButton button, const QPoint& global) {
+    const QScopedValueRollback<std::optional<QPoint>> place(core_.popUpPlace, global);
+    core_.guard([this, button] { mouseDown.raise(button); });
+}
+
+}  // namespace orvenmod::platform::qt

@@ -1,0 +1,63 @@
+// The list grid. The rows, the selection and what was written stand in the shared model; the view's own selection
+// follows what code does and leads what the user does.
+#pragma once
+
+#include <QTimer>
+
+#include "platform/listgrid.h"
+#include "platform/qt/controlbody.h"
+#include "platform/qt/core.h"
+#include "platform/qt/listgriditems.h"
+#include "platform/qt/listgridview.h"
+
+class QItemSelection;
+
+namespace orvenmod::platform::qt {
+
+class QtListGrid final : public QtControl<ListGrid> {
+public:
+    QtListGrid(Core& core, const ControlDesign& design, QWidget* parent);
+
+    void bind(std::shared_ptr<const RowSource> source) override;
+    int rowCount() const override { return model_.rowCount(); }
+    int columnCount() const override { return model_.columnCount(); }
+    void setRowCount(int rows) override;
+    void addRow(const std::string& cells) override;
+    void removeRow(int row) override;
+    std::string text(int row, int column) const override { return model_.text(row, column); }
+    std::string_view value(int row, int column) const override { return model_.value(row, column); }
+    void setText(int row, int column, std::string_view text) override;
+
+    void setColumnHidden(int column, bool hidden) override;
+    bool columnHidden(int column) const override { return model_.column(column).hidden; }
+    void setColumnAlignment(int column, int alignment) override;
+    int columnAlignment(int column) const override { return model_.column(column).alignment; }
+    void setHeaderAlignment(int column, int alignment) override;
+    void setColumnFormat(int column, const std::string& format) override;
+    std::string columnFormat(int column) const override { return model_.column(column).format; }
+    void setColumnWidth(int column, int twips) override;
+    int columnWidth(int column) const override { return model_.column(column).width; }
+
+    int currentRow() const override { return model_.currentRow(); }
+    void setCurrentRow(int row) override;
+    bool isSelected(int row) const override { return model_.isSelected(row); }
+    void setSelected(int row, bool selected) override;
+    void setRowColour(int row, const Colour* colour) override;
+
+private:
+    void listen();
+    void dressColumns();
+    void showCurrent(bool select);
+    void showSelection();
+    void mirror(const QItemSelection& selected, const QItemSelection& deselected);
+    void repaint();
+    void mouse(MouseButton button, const QPoint& global);
+
+    Core& core_;
+    model::ListGridModel model_;
+    ListGridItems items_;
+    ListGridView* view_;
+    bool repaintWaits_ = false;
+};
+
+}  // namespace orvenmod::platform::qt

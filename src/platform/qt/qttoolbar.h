@@ -1,0 +1,34 @@
+// The toolbar: buttons with a picture and a caption. It lies above the area of the other controls, as the menu bar
+// does; its place and size mean nothing.
+#pragma once
+
+#include <QMainWindow>
+#include <QToolBar>
+#include <map>
+
+#include "platform/controls.h"
+#include "platform/qt/controlbody.h"
+#include "platform/qt/core.h"
+
+namespace orvenmod::platform::qt {
+
+class QtToolbar final : public QtControl<Toolbar> {
+public:
+    QtToolbar(Core& core, const ControlDesign& design, const std::vector<ToolButtonDesign>& buttons,
+              QMainWindow& window);
+
+    bool hasButton(const std::string& key) const override;
+    void setButtonVisible(const std::string& key, bool visible) override;
+    bool buttonVisible(const std::string& key) const override;
+    void setButtonEnabled(const std::string& key, bool enabled) override;
+    bool buttonEnabled(const std::string& key) const override;
+
+private:
+    void addButton(Core& core, const ToolButtonDesign& design);
+    QAction* action(const std::string& key) const;
+
+    QToolBar* bar_;
+    std::map<std::string, QAction*> actions_;
+};
+
+}  // namespace orvenmod::platform::qt

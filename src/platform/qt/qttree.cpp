@@ -1,0 +1,153 @@
+#include "platform/qt/qttree.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+
+#include "platform/qt/icons.h"
+#include "platform/qt/text.h"
+
+namespace orvenmod::platform::qt {
+
+TreeWidget::TreeWidget(QWidget* parent) : QTreeWidget(parent) {
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setIconSize(QSize(16, 16));
+    setIndentation(18);
+    setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerItem);
+    setHorizontalScrollMode(ScrollPerPixel);
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    setTabKeyNavigation(false);
+}
+
+void TreeWidget::mousePressEvent(QMouseEvent* event) {
+    const QPoint place = event->position().toPoint();
+    QTreeWidgetItem* node = itemAt(place);
+    const bool onItsText = node != nullptr && visualItemRect(node).contains(place);
+    {
+        const QScopedValueRollback<bool> guard(pressing_, true);
+        QTreeWidget::mousePressEvent(event);
+    }
+    nodePressed_ = onItsText && event->button() == Qt::LeftButton;
+    const bool right = event->button() == Qt::RightButton;
+    if (!right && event->button() != Qt::LeftButton) return;
+    // What a menu on the tree does, it does to the node that is marked.
+    if (right && onItsText && onNode) onNode(node);
+    if (onMouse) onMouse(right ? MouseButton::right : MouseButton::left, event->globalPosition().toPoint());
+}
+
+void TreeWidget::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeWidget::mouseReleaseEvent(event);
+    if (!nodePressed_ || event->button() != Qt::LeftButton) return;
+    nodePressed_ = false;
+    if (currentItem() != nullptr && onNode) onNode(currentItem());
+}
+
+void TreeWidget::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard && onMouse) {
+        const QRect place = currentItem() != nullptr ? visualItemRect(currentItem()) : QRect(0, 0, 1, 1);
+        onMouse(MouseButton::right, viewport()->mapToGlobal(place.center()));
+    }
+    event->accept();
+}
+
+void TreeWidget::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeWidget::currentChanged(current, previous);
+    if (!pressing_ && !focusing_ && onNode && current.isValid()) onNode(itemFromIndex(current));
+}
+
+// The view would make its first item current by itself.
+void TreeWidget::focusInEvent(QFocusEvent* event) {
+    const QScopedValueRollback<bool> guard(focusing_, true);
+    const bool had = currentIndex().isValid();
+    QTreeWidget::focusInEvent(event);
+    if (!had) selectionModel()->clearCurrentIndex();
+}
+
+QtTree::QtTree(Core& core, const ControlDesign& design, QWidget* parent)
+    : QtControl(design, new TreeWidget(parent)), core_(core), tree_(static_cast<TreeWidget*>(body_.widget())) {
+    tree_->onNode = [this](QTreeWidgetItem* item) { moved(item); };
+    tree_->onMouse = [this](MouseButton button, const QPoint& global) { pressed(button, global); };
+    const auto keepOpen = [this](QTreeWidgetItem* item, bool open) {
+        if (!writing_) model_.setExpanded(fromQt(item->data(0, Qt::UserRole).toString()), open);
+    };
+    QObject::connect(tree_, &QTreeWidget::itemExpanded, tree_, [keepOpen](auto* item) { keepOpen(item, true); });
+    QObject::connect(tree_, &QTreeWidget::itemCollapsed, tree_, [keepOpen](auto* item) { keepOpen(item, false); });
+}
+
+void QtTree::clear() {
+    const QScopedValueRollback<bool> writing(writing_, true);
+    model_.clear();
+    items_.clear();
+    tree_->clear();
+}
+
+void QtTree::add(const std::string& parentKey, const std::string& key, const std::string& text,
+                 const std::string& image) {
+    const QScopedValueRollback<bool> writing(writing_, true);
+    model_.add(parentKey, key, text, image);
+    auto* added = new QTreeWidgetItem;
+    added->setText(0, toQt(text));
+    added->setData(0, Qt::UserRole, toQt(key));
+    if (!image.empty()) {
+        const QString name = toQt(image);
+        auto known = icons_.constFind(name);
+        if (known == icons_.constEnd()) known = icons_.insert(name, icon(image));
+        added->setIcon(0, *known);
+    }
+    if (parentKey.empty())
+        tree_->addTopLevelItem(added);
+    else
+        item(parentKey)->addChild(added);
+    items_.push_back(added);
+}
+
+void QtTree::ensureVisible(const std::string& key) {
+    const QScopedValueRollback<bool> writing(writing_, true);
+    model_.ensureVisible(key);
+    for (QTreeWidgetItem* up = item(key)->parent(); up != nullptr; up = up->parent())
+        up->setExpanded(true);
+    tree_->scrollToItem(item(key));
+}
+
+void QtTree::remove(const std::string& key) {
+    const QScopedValueRollback<bool> writing(writing_, true);
+    QTreeWidgetItem* gone = item(key);
+    model_.remove(key);
+    delete gone;
+    showSelected();
+}
+
+std::string QtTree::parent(const std::string& key) const {
+    const std::size_t up = model_.node(key).parent;
+    return up == model::TreeModel::kRoot ? std::string() : model_.node(up).key;
+}
+
+void QtTree::select(const std::string& key) {
+    const QScopedValueRollback<bool> writing(writing_, true);
+    model_.select(key);
+    showSelected();
+}
+
+void QtTree::showSelected() {
+    const std::string key = model_.selected();
+    tree_->setCurrentItem(key.empty() ? nullptr : item(key));
+    if (key.empty()) tree_->clearSelection();
+}
+
+void QtTree::moved(QTreeWidgetItem* node) {
+    if (writing_) return;
+    const std::string key = fromQt(node->data(0, Qt::UserRole).toString());
+    model_.select(key);
+    core_.guard([this, &key] { nodeClick.raise(key); });
+}
+
+void QtTree::pressed(MouseButton button, const QPoint& global) {
+    const QScopedValueRollback<std::optional<QPoint>> place(core_.popUpPlace, global);
+    core_.guard([this, button] { mouseDown.raise(button); });
+}
+
+}  // namespace orvenmod::platform::qt

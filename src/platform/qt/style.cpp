@@ -1,0 +1,36 @@
+#include "platform/qt/style.h"
+
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace orvenmod::platform::qt {
+
+Style::Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                     QStyleHintReturn* returned) const {
+    if (hint == SH_ComboBox_Popup) return 0;  // else setListRows would have no effect
+    if (hint == SH_ItemView_ActivateItemOnSingleClick) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    if (metric == PM_ToolBarIconSize) return 20;
+    if (metric == PM_SmallIconSize) return 16;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                          const QWidget* widget) const {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    // Fusion frames lists, trees and grids the same with and without the focus.
+    if (element != PE_Frame || !option->state.testFlag(State_HasFocus)) return;
+    painter->save();
+    painter->setPen(option->palette.color(QPalette::Highlight));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+}
+
+}  // namespace orvenmod::platform::qt

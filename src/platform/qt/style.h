@@ -1,0 +1,21 @@
+// Fusion, with the few changes that make the windows comfortable: drop-downs as lists, a clear frame around the control
+// in focus.
+#pragma once
+
+#include <QProxyStyle>
+
+namespace orvenmod::platform::qt {
+
+class Style : public QProxyStyle {
+    Q_OBJECT
+public:
+    Style();
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+};
+
+}  // namespace orvenmod::platform::qt

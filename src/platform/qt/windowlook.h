@@ -1,0 +1,17 @@
+// What windows and boxes have in common, whoever owns the QApplication.
+#pragma once
+
+class QWidget;
+
+namespace orvenmod::platform::qt {
+
+/// The font, and that a host's application doesn't end with it.
+void dressWindow(QWidget& window);
+
+/// The same for a box or a dialog, modal to the whole application.
+void dressBox(QWidget& box);
+
+/// Puts a window that is about to show in the middle of the one behind it, or of the screen.
+void centre(QWidget& window, const QWidget* behind);
+
+}  // namespace orvenmod::platform::qt

@@ -1,0 +1,42 @@
+#include "platform/qt/windowwidget.h"
+
+#include <QCloseEvent>
+#include <QLayout>
+
+namespace orvenmod::platform::qt {
+
+WindowWidget::WindowWidget(bool resizable)
+    : QMainWindow(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                               Qt::WindowCloseButtonHint),
+      area_(new QWidget(this)),
+      resizable_(resizable) {
+    if (resizable) setWindowFlags(windowFlags() | Qt::WindowMinMaxButtonsHint);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setCentralWidget(area_);
+    area_->installEventFilter(this);
+}
+
+void WindowWidget::setAreaSize(QSize size) {
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    resize(size);
+    layout()->activate();
+    // What bars take away from the area, which may change once with the width.
+    for (int round = 0; round < 2 && area_->size() != size; ++round) {
+        resize(this->size() + size - area_->size());
+        layout()->activate();
+    }
+    if (!resizable_) setFixedSize(this->size());
+}
+
+void WindowWidget::closeEvent(QCloseEvent* event) {
+    event->ignore();  // the window's loop ends first, and hides it
+    if (onClose) onClose();
+}
+
+bool WindowWidget::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == area_ && event->type() == QEvent::Resize && onResize) onResize();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+}  // namespace orvenmod::platform::qt

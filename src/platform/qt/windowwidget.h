@@ -1,0 +1,31 @@
+// The widget of a window: a menu bar, perhaps a toolbar and, under them, the area in which the controls lie.
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+
+namespace orvenmod::platform::qt {
+
+class WindowWidget : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit WindowWidget(bool resizable);
+
+    QWidget* area() const { return area_; }
+    /// Sizes the window so that the area gets this size; a window of fixed size keeps it from then on.
+    void setAreaSize(QSize size);
+
+    std::function<void()> onClose;
+    std::function<void()> onResize;  ///< the area has another size
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    QMenu* createPopupMenu() override { return nullptr; }
+
+private:
+    QWidget* area_;
+    bool resizable_;
+};
+
+}  // namespace orvenmod::platform::qt
