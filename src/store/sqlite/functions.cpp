@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "store/sqlite/functioncall.h"
+#include "store/tsql/textorder.h"
 
 namespace orvenmod::store::sqlite {
 
@@ -75,7 +76,17 @@ void FunctionCall::fail(const tsql::Error& error) {
     sqlite3_result_error(context_, error.what(), -1);
 }
 
+namespace {
+
+int compareTexts(void*, int leftSize, const void* left, int rightSize, const void* right) {
+    return tsql::compareTexts({static_cast<const char*>(left), static_cast<std::size_t>(leftSize)},
+                              {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});
+}
+
+}  // namespace
+
 void registerFunctions(sqlite3* database, Runtime& runtime) {
+    sqlite3_create_collation_v2(database, "ts_order", SQLITE_UTF8, nullptr, compareTexts, nullptr);
     registerConversions(database, runtime);
     registerTextFunctions(database, runtime);
     registerNumberFunctions(database, runtime);

@@ -58,6 +58,10 @@
 // Failing
 //   ts_fail(number, argument ...)       raises that Error; never returns
 //
+// Collation
+//   ts_order      the order of texts (ORDER BY, < <= > >=, BETWEEN, min, max): signs, digits, Chinese by sound, letters
+//                 without case. Equality stays with NOCASE, which indexes have. Not for stored objects.
+//
 // Names of indexes. SQLite's indexes share one name space, so they are kept as "<table>.<index>"; those that stand
 // for a primary key or unique constraint as "<table>.constraint.pk.<name>" and "<table>.constraint.uq.<name>": a
 // doubled key in them, or SQLITE_CONSTRAINT_PRIMARYKEY / a constraint of the table's own (index origin 'pk' or 'u'), is

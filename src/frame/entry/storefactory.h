@@ -1,0 +1,28 @@
+// Picks the store by the connection string:
+//
+//   Provider=SQLite;Data Source=...                                    the embedded store
+//   Driver=...;... or DSN=...;...                                      a server over ODBC
+//   Provider=SQLOLEDB...;Data Source=...;Initial Catalog=...;
+//     User ID=...;Password=...                                         likewise, as hosts have it today
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "store/connection.h"
+
+namespace orvenmod {
+
+class StoreFactory : public store::Store {
+public:
+    StoreFactory();
+    ~StoreFactory() override;
+
+    /// Throws Failure kBadConnectionString for a string that names no store.
+    std::unique_ptr<store::Connection> connect(const std::string& connectionString) override;
+
+private:
+    std::unique_ptr<store::Store> embedded_;
+};
+
+}  // namespace orvenmod
