@@ -11,6 +11,12 @@
 
 namespace orvenmod::platform::qt {
 
+namespace {
+
+constexpr int kRowHeaderWidth = 30;
+
+}  // namespace
+
 EntryGridView::EntryGridView(QWidget* parent) : QTableView(parent) {
     dressGrid(*this);
     setSelectionMode(SingleSelection);
@@ -18,6 +24,7 @@ EntryGridView::EntryGridView(QWidget* parent) : QTableView(parent) {
     setEditTriggers(AnyKeyPressed | EditKeyPressed | DoubleClicked);
     setTabKeyNavigation(false);
     verticalHeader()->show();
+    verticalHeader()->setMinimumWidth(kRowHeaderWidth);
     verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
     verticalHeader()->setSectionsClickable(false);
     horizontalHeader()->setSectionsClickable(false);

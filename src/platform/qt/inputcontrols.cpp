@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QCalendarWidget>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 #include <algorithm>
@@ -24,6 +25,28 @@ void EditWidget::keyPressEvent(QKeyEvent* event) {
 void ComboWidget::wheelEvent(QWheelEvent* event) {
     if (hasFocus()) {
         QComboBox::wheelEvent(event);
+    } else {
+        event->ignore();
+    }
+}
+
+void DateWidget::keyPressEvent(QKeyEvent* event) {
+    const bool open =
+        event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && event->modifiers().testFlag(Qt::AltModifier));
+    if (!open) {
+        QDateEdit::keyPressEvent(event);
+        return;
+    }
+    // Qt opens it for a click on the arrow alone.
+    const QPointF arrow(width() - height() / 2.0, height() / 2.0);
+    QMouseEvent press(QEvent::MouseButtonPress, arrow, mapToGlobal(arrow), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    mousePressEvent(&press);
+}
+
+void DateWidget::wheelEvent(QWheelEvent* event) {
+    if (hasFocus()) {
+        QDateEdit::wheelEvent(event);
     } else {
         event->ignore();
     }
@@ -88,7 +111,7 @@ void QtCombo::picked(int row) {
 }
 
 QtDatePicker::QtDatePicker(const ControlDesign& design, QWidget* parent)
-    : QtControl(design, new QDateEdit(parent)), picker_(static_cast<QDateEdit*>(body_.widget())) {
+    : QtControl(design, new DateWidget(parent)), picker_(static_cast<DateWidget*>(body_.widget())) {
     picker_->setLocale(QLocale(QLocale::Chinese, QLocale::China));
     picker_->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
     picker_->setCalendarPopup(true);

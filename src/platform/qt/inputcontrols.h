@@ -37,6 +37,17 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 };
 
+/// A date edit whose calendar the keyboard opens too: F4 or Alt+Down.
+class DateWidget : public QDateEdit {
+    Q_OBJECT
+public:
+    using QDateEdit::QDateEdit;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+};
+
 class QtEdit final : public QtControl<Edit> {
 public:
     QtEdit(Core& core, const ControlDesign& design, QWidget* parent);
@@ -74,7 +85,7 @@ public:
     void setValue(const Date& value) override;
 
 private:
-    QDateEdit* picker_;
+    DateWidget* picker_;
 };
 
 }  // namespace orvenmod::platform::qt

@@ -59,6 +59,12 @@ void TreeWidget::currentChanged(const QModelIndex& current, const QModelIndex& p
     if (!pressing_ && !focusing_ && onNode && current.isValid()) onNode(itemFromIndex(current));
 }
 
+// The one column is as wide as its longest node, and never narrower than the tree: the mark spans the whole row.
+void TreeWidget::resizeEvent(QResizeEvent* event) {
+    header()->setMinimumSectionSize(viewport()->width());
+    QTreeWidget::resizeEvent(event);
+}
+
 // The view would make its first item current by itself.
 void TreeWidget::focusInEvent(QFocusEvent* event) {
     const QScopedValueRollback<bool> guard(focusing_, true);

@@ -3,13 +3,34 @@
 #include <QImageReader>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyle>
 
 #include "platform/qt/text.h"
 
 namespace orvenmod::platform::qt {
 
-void FrameWidget::paintEvent(QPaintEvent* event) {
-    if (!title().isEmpty()) QGroupBox::paintEvent(event);
+namespace {
+
+constexpr int kFrameInset = 10;
+constexpr int kFrameGap = 4;
+constexpr float kFrameStrength = 0.25F;
+
+}  // namespace
+
+void FrameWidget::paintEvent(QPaintEvent*) {
+    if (title().isEmpty()) return;
+    QPainter painter(this);
+    const int textHeight = fontMetrics().height();
+    const QRect text(kFrameInset, 0, fontMetrics().size(Qt::TextShowMnemonic, title()).width(), textHeight);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRegion(QRegion(rect()) - text.adjusted(-kFrameGap, 0, kFrameGap, 0));
+    QColor line = palette().color(QPalette::WindowText);
+    line.setAlphaF(kFrameStrength);
+    painter.setPen(line);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, textHeight / 2 + 0.5, -0.5, -0.5), 3, 3);
+    painter.setClipping(false);
+    style()->drawItemText(&painter, text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, palette(),
+                          isEnabled(), title(), QPalette::WindowText);
 }
 
 void ButtonWidget::keyPressEvent(QKeyEvent* event) {

@@ -12,14 +12,15 @@
 
 namespace orvenmod::platform::qt {
 
-/// A group box that shows nothing of itself where it has no caption.
+/// A group box with its caption on the line around it, so that controls may lie close under the caption. Without a
+/// caption it shows nothing of itself.
 class FrameWidget : public QGroupBox {
     Q_OBJECT
 public:
     using QGroupBox::QGroupBox;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void paintEvent(QPaintEvent*) override;
 };
 
 /// A push button that Enter presses too.

@@ -4,6 +4,8 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include "platform/qt/icons.h"
+
 namespace orvenmod::platform::qt {
 
 Style::Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -11,13 +13,30 @@ Style::Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                      QStyleHintReturn* returned) const {
     if (hint == SH_ComboBox_Popup) return 0;  // else setListRows would have no effect
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
     if (hint == SH_ItemView_ActivateItemOnSingleClick) return 0;
     return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+QIcon Style::standardIcon(StandardPixmap picture, const QStyleOption* option, const QWidget* widget) const {
+    switch (picture) {
+        case SP_MessageBoxQuestion:
+            return icon("question");
+        case SP_MessageBoxInformation:
+            return icon("information");
+        case SP_MessageBoxWarning:
+            return icon("warning");
+        case SP_MessageBoxCritical:
+            return icon("critical");
+        default:
+            return QProxyStyle::standardIcon(picture, option, widget);
+    }
 }
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     if (metric == PM_ToolBarIconSize) return 20;
     if (metric == PM_SmallIconSize) return 16;
+    if (metric == PM_TabBarTabVSpace) return 6;
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
 

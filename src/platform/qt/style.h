@@ -1,5 +1,5 @@
-// Fusion, with the few changes that make the windows comfortable: drop-downs as lists, a clear frame around the control
-// in focus.
+// Fusion, with the few changes that make the windows comfortable: drop-downs as lists, pictures of our own in boxes, a
+// clear frame around the control in focus.
 #pragma once
 
 #include <QProxyStyle>
@@ -13,6 +13,7 @@ public:
 
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override;
+    QIcon standardIcon(StandardPixmap picture, const QStyleOption* option, const QWidget* widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;

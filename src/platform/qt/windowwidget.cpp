@@ -20,13 +20,19 @@ void WindowWidget::setAreaSize(QSize size) {
     setMinimumSize(0, 0);
     setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     resize(size);
-    layout()->activate();
-    // What bars take away from the area, which may change once with the width.
+    layOut();
+    // What the bars take away from the area; their height may change once with the width.
     for (int round = 0; round < 2 && area_->size() != size; ++round) {
         resize(this->size() + size - area_->size());
-        layout()->activate();
+        layOut();
     }
     if (!resizable_) setFixedSize(this->size());
+}
+
+// At once, also where the window isn't shown yet.
+void WindowWidget::layOut() {
+    layout()->invalidate();
+    layout()->activate();
 }
 
 void WindowWidget::closeEvent(QCloseEvent* event) {

@@ -24,6 +24,8 @@ protected:
     QMenu* createPopupMenu() override { return nullptr; }
 
 private:
+    void layOut();
+
     QWidget* area_;
     bool resizable_;
 };
