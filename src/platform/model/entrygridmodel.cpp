@@ -169,12 +169,14 @@ bool EntryGridModel::takesText(int column, int row) const {
     return type == CellType::text || type == CellType::number || type == CellType::currency || type == CellType::date;
 }
 
-bool EntryGridModel::typed(int column, int row, const std::string& text) {
+bool EntryGridModel::mayType(int column, int row, const std::string& text) const {
     const CellType type = cellType(column, row);
-    if ((type == CellType::number || type == CellType::currency) && !mayBecomeNumber(text, numberRule(column, row))) {
-        return false;
-    }
-    if (type == CellType::date && text.find_first_not_of("0123456789-/") != std::string::npos) return false;
+    if (type == CellType::number || type == CellType::currency) return mayBecomeNumber(text, numberRule(column, row));
+    return type != CellType::date || text.find_first_not_of("0123456789-/") == std::string::npos;
+}
+
+bool EntryGridModel::typed(int column, int row, const std::string& text) {
+    if (!mayType(column, row, text)) return false;
     cell(column, row).text = text;
     return true;
 }

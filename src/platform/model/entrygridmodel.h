@@ -62,7 +62,9 @@ public:
 
     /// Whether the user can write text into the cell: shown, not locked, and of a kind that takes text.
     bool takesText(int column, int row) const;
-    /// Whether a user in that cell may have typed this far; writes it where he may.
+    /// Whether a user in that cell may have typed this far.
+    bool mayType(int column, int row, const std::string& text) const;
+    /// The same, and writes it where he may.
     bool typed(int column, int row, const std::string& text);
     /// The cell is left: keeps the text in its final form, or puts `before` back where the whole is refused.
     void finishEdit(int column, int row, const std::string& before);
