@@ -8,7 +8,8 @@
 // functions
 //   serve wherever one will do, so that the plain sqlite3 shell reads it.
 //
-// Texts are compared as rtrim(x) COLLATE NOCASE, the form in which indexes keep them.
+// Texts are equal, grouped and indexed as rtrim(x) COLLATE NOCASE, and ordered as rtrim(x) COLLATE ts_order, for which
+// no index is kept.
 #pragma once
 
 #include <map>
@@ -32,6 +33,7 @@ public:
 
 private:
     using Names = std::vector<std::string>;
+    enum class Collation { none, equality, order };
 
     // Statements.
     void emitStatement(const QueryStatement& statement);
@@ -95,8 +97,10 @@ private:
 
     // Comparisons.
     std::string comparison(const Expression& expression);
-    std::string comparable(const Expression& expression, bool collated);
+    std::string comparable(const Expression& expression, Collation collation);
+    std::string groupKey(const Expression& expression);
     std::string sortKey(const Expression& expression);
+    const char* orderCollation() const;
     std::string like(const Expression& expression);
     std::string storedLike(const Expression& expression);
     std::string inList(const Expression& expression);

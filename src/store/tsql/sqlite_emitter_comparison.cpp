@@ -4,30 +4,44 @@ namespace orvenmod::store::tsql {
 namespace {
 
 constexpr const char* kCollation = " COLLATE NOCASE";
+constexpr const char* kOrder = " COLLATE ts_order";
+
+bool isOrdering(Operator op) {
+    return op == Operator::less || op == Operator::lessEqual || op == Operator::greater || op == Operator::greaterEqual;
+}
 
 }  // namespace
 
 std::string SqliteEmitter::comparison(const Expression& expression) {
-    return "(" + comparable(*expression.operands[0], true) + " " + spelling(expression.op) + " " +
-           comparable(*expression.operands[1], false) + ")";
+    const Collation collation = isOrdering(expression.op) ? Collation::order : Collation::equality;
+    return "(" + comparable(*expression.operands[0], collation) + " " + spelling(expression.op) + " " +
+           comparable(*expression.operands[1], Collation::none) + ")";
 }
 
-/// One side of a comparison. `collated` for the left side, whose collation decides.
-std::string SqliteEmitter::comparable(const Expression& expression, bool collated) {
+/// One side of a comparison; the left one has the collation, which decides.
+std::string SqliteEmitter::comparable(const Expression& expression, Collation collation) {
     if (!expression.type.isText()) {
         return value(expression);
     }
-    const char* collation = collated ? kCollation : "";
+    const bool order = collation == Collation::order && !stored_;
+    const char* suffix = collation == Collation::none ? "" : order ? kOrder : kCollation;
     if (expression.kind == ExpressionKind::literal) {
-        return literal(expression, expression.type, Parameter::Use::trimmed) + collation;
+        return literal(expression, expression.type, Parameter::Use::trimmed) + suffix;
     }
-    return "rtrim(" + value(expression) + ")" + collation;
+    return "rtrim(" + value(expression) + ")" + suffix;
 }
 
-/// What rows are ordered and grouped by.
-std::string SqliteEmitter::sortKey(const Expression& expression) {
+/// What rows are grouped by.
+std::string SqliteEmitter::groupKey(const Expression& expression) {
     return expression.type.isText() ? "rtrim(" + value(expression) + ")" + kCollation : value(expression);
 }
+
+/// What rows are ordered by.
+std::string SqliteEmitter::sortKey(const Expression& expression) {
+    return expression.type.isText() ? "rtrim(" + value(expression) + ")" + orderCollation() : value(expression);
+}
+
+const char* SqliteEmitter::orderCollation() const { return stored_ ? kCollation : kOrder; }
 
 /// A pattern with a plain beginning bounds the texts that can match it, and an index serves the bounds.
 bool SqliteEmitter::mayUseIndex(const Expression& like) const {
@@ -57,7 +71,7 @@ std::string SqliteEmitter::like(const Expression& expression) {
     // The first bound says nothing that the others don't; but a bare column in it lets SQLite see that a row
     // which an outer join filled with nulls never passes, and turn the join into an inner one.
     const std::string column = value(text);
-    const std::string key = sortKey(text);
+    const std::string key = groupKey(text);
     return "(" + column + " >= '' AND " + key + " >= " + literal(pattern, pattern.type, Parameter::Use::likeLow) +
            " AND " + key + " < " + literal(pattern, pattern.type, Parameter::Use::likeHigh) + " AND " + match + ")";
 }
@@ -65,14 +79,15 @@ std::string SqliteEmitter::like(const Expression& expression) {
 std::string SqliteEmitter::inList(const Expression& expression) {
     std::string members;
     for (std::size_t i = 1; i < expression.operands.size(); ++i) {
-        members += (i == 1 ? "" : ", ") + comparable(*expression.operands[i], false);
+        members += (i == 1 ? "" : ", ") + comparable(*expression.operands[i], Collation::none);
     }
-    return "(" + comparable(*expression.operands[0], true) + (expression.negated ? " NOT IN (" : " IN (") + members +
-           "))";
+    return "(" + comparable(*expression.operands[0], Collation::equality) +
+           (expression.negated ? " NOT IN (" : " IN (") + members + "))";
 }
 
 std::string SqliteEmitter::quantified(const Expression& expression) {
-    const std::string left = comparable(*expression.operands[0], true);
+    const Collation collation = isOrdering(expression.op) ? Collation::order : Collation::equality;
+    const std::string left = comparable(*expression.operands[0], collation);
     if (!expression.all && expression.op == Operator::equal) {
         return "(" + left + " IN (" + comparableQuery(*expression.query) + "))";
     }

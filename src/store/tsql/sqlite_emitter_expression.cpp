@@ -46,11 +46,12 @@ std::string SqliteEmitter::condition(const Expression& expression) {
         case ExpressionKind::inList:
             return inList(expression);
         case ExpressionKind::inQuery:
-            return "(" + comparable(*operands[0], true) + " " + negation + "IN (" + comparableQuery(*expression.query) +
-                   "))";
+            return "(" + comparable(*operands[0], Collation::equality) + " " + negation + "IN (" +
+                   comparableQuery(*expression.query) + "))";
         case ExpressionKind::between:
-            return "(" + comparable(*operands[0], true) + " " + negation + "BETWEEN " +
-                   comparable(*operands[1], false) + " AND " + comparable(*operands[2], false) + ")";
+            return "(" + comparable(*operands[0], Collation::order) + " " + negation + "BETWEEN " +
+                   comparable(*operands[1], Collation::none) + " AND " + comparable(*operands[2], Collation::none) +
+                   ")";
         case ExpressionKind::isNull:
             return "(" + value(*operands[0]) + " IS " + negation + "NULL)";
         case ExpressionKind::exists:

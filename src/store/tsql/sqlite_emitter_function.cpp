@@ -75,11 +75,11 @@ std::string SqliteEmitter::builtin(const Expression& call) {
 std::string SqliteEmitter::aggregate(const Expression& call) {
     const std::string distinct = call.distinct ? "DISTINCT " : "";
     if (call.name == "count" || call.name == "count_big") {
-        return call.star ? "count(*)" : "count(" + distinct + sortKey(*call.operands[0]) + ")";
+        return call.star ? "count(*)" : "count(" + distinct + groupKey(*call.operands[0]) + ")";
     }
     const std::string operand = value(*call.operands[0]);
     if (call.name == "min" || call.name == "max") {
-        return call.name + "(" + operand + (call.type.isText() ? " COLLATE NOCASE)" : ")");
+        return call.name + "(" + operand + (call.type.isText() ? orderCollation() : "") + ")";
     }
     const std::string sum = "sum(" + distinct + operand + ")";
     const std::string count = "count(" + distinct + operand + ")";

@@ -73,7 +73,7 @@ std::string SqliteEmitter::clauses(const Select& select) {
     }
     std::vector<std::string> groups;
     for (const ExpressionPtr& group : select.groupBy) {
-        groups.push_back(sortKey(*group));
+        groups.push_back(groupKey(*group));
     }
     if (!groups.empty()) {
         text += " GROUP BY " + join(groups, ", ");
@@ -97,7 +97,7 @@ std::string SqliteEmitter::groupByItems(const Select& select) {
         const bool constant =
             item.expression->kind == ExpressionKind::literal || item.expression->kind == ExpressionKind::null;
         if (!constant) {
-            groups.push_back(sortKey(*item.expression));
+            groups.push_back(groupKey(*item.expression));
         }
     }
     return groups.empty() ? "" : " GROUP BY " + join(groups, ", ");
@@ -172,7 +172,7 @@ std::string SqliteEmitter::orderByNames(const Query& query, const Names& names) 
         const auto at = static_cast<std::size_t>(order.item);
         const std::string name = quoteName(names[at]);
         const bool text = query.columns[at].type.isText();
-        parts.push_back((text ? "rtrim(" + name + ") COLLATE NOCASE" : name) + (order.descending ? " DESC" : ""));
+        parts.push_back((text ? "rtrim(" + name + ")" + orderCollation() : name) + (order.descending ? " DESC" : ""));
     }
     return parts.empty() ? "" : " ORDER BY " + join(parts, ", ");
 }
