@@ -1,0 +1,18 @@
+// All that a host includes, in the order to read it:
+//
+//   clsBasicInfo.h    items of one class: manage, pick one, pick for a bill
+//   clsJCZL.h         dictionaries
+//   clsHSXMManage.h   designer of classes and fields
+//   settings.h        the per-user settings shared with the component
+//   schema.h          creates the suite's tables in an empty database
+//   variant.h         the type of optional arguments
+//   component.h       the classes by name, for hosts that load the component at run time
+#pragma once
+
+#include <orvenmod/clsBasicInfo.h>
+#include <orvenmod/clsHSXMManage.h>
+#include <orvenmod/clsJCZL.h>
+#include <orvenmod/component.h>
+#include <orvenmod/schema.h>
+#include <orvenmod/settings.h>
+#include <orvenmod/variant.h>

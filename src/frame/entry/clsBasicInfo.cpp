@@ -1,0 +1,86 @@
+#include <orvenmod/clsBasicInfo.h>
+
+#include <exception>
+
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/entry/entry.h"
+#include "frame/entry/windows.h"
+#include "frame/mdlMain.h"
+
+namespace orvenmod {
+
+namespace {
+
+void readLogin() { appState().gLoginUserId = toInt32(setting("SystemLogin", "gLoginUserId", "0")); }
+
+void clearResults() {
+    AppState& state = appState();
+    state.gRetNumber.clear();
+    state.gRetItemId.clear();
+    state.gRetName.clear();
+}
+
+}  // namespace
+
+clsBasicInfo::clsBasicInfo() {
+    initializeClass();
+    readLogin();
+    appState().gZeroNumber = toInt16(setting("SystemSetup", "intZeroNumber", "2"));
+    objectCreated();
+}
+
+clsBasicInfo::~clsBasicInfo() {
+    dropConnection();
+    objectDestroyed();
+}
+
+bool clsBasicInfo::mainInterface(const std::int16_t& intFitemClassId, const std::string& /*strFindField*/,
+                                 const std::string& findValue, const std::string& strDBConn,
+                                 const std::int16_t& intIsReturn, const Variant& intItemCalled,
+                                 const Variant& strParamSQL) {
+    AppState& state = appState();
+    state.gItemAllName = setting("SystemSetup", "gItemAllName", "货品");
+    state.gAppPath = setting("SystemSetup", "gAppPath", "");
+    state.gRightPrefix.assign(1, 'Y');
+    state.gNoNewAfterSave = 0;
+    fItemClassId = intFitemClassId;
+    state.gConnStr = strDBConn;
+    state.gParamSQL = variantText(strParamSQL);
+    state.gFindValue = findValue;
+    state.gItemClassId = intFitemClassId;
+    state.gIsReturn = intIsReturn;
+    readLogin();
+    state.gLoginUserName = setting("SystemLogin", "gLoginUserName", "");
+    clearResults();
+    openDB();
+    try {
+        lookUpClass();
+        state.gItemCalled = variantText(intItemCalled).empty() ? std::int16_t{0} : variantInt16(intItemCalled);
+        showModal(windows().frmBasicInfoList);
+        state.gParamSQL.clear();
+        fNumber = state.gRetNumber;
+        fItemId = state.gRetItemId;
+        fName = state.gRetName;
+        dropConnection();
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+        closeDB();
+    }
+    return false;
+}
+
+// An unknown class keeps what the last entry left, and nothing tells so.
+void clsBasicInfo::lookUpClass() const {
+    AppState& state = appState();
+    const store::Recordset rows =
+        state.gConn->open("select * from tblItemClass where fitemclassid=" + std::to_string(fItemClassId));
+    if (!rows.eof()) {
+        state.gItemName = rows.text("fItemName");
+        state.gItemTable = rows.text("fItemTable");
+        state.gViewName = rows.text("fViewName");
+    }
+    closeDB();
+}
+
+}  // namespace orvenmod

@@ -1,0 +1,27 @@
+#include <orvenmod/clsHSXMManage.h>
+
+#include "frame/appstate.h"
+#include "frame/entry/entry.h"
+#include "frame/entry/windows.h"
+
+namespace orvenmod {
+
+clsHSXMManage::clsHSXMManage() {
+    initializeClass();
+    objectCreated();
+}
+
+clsHSXMManage::~clsHSXMManage() {
+    dropConnection();
+    objectDestroyed();
+}
+
+bool clsHSXMManage::mainInterface() {
+    appState().gRightPrefix.assign(1, 'Y');
+    appState().gConnStr = DBConnection;
+    showModal(windows().frmHSXM);
+    dropConnection();
+    return false;
+}
+
+}  // namespace orvenmod

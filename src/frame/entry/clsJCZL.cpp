@@ -1,0 +1,48 @@
+#include <orvenmod/clsJCZL.h>
+
+#include "frame/appstate.h"
+#include "frame/entry/entry.h"
+#include "frame/entry/windows.h"
+
+namespace orvenmod {
+
+clsJCZL::clsJCZL() {
+    initializeClass();
+    objectCreated();
+}
+
+clsJCZL::~clsJCZL() {
+    dropConnection();
+    objectDestroyed();
+}
+
+bool clsJCZL::mainInterface(const std::string& strDBConnection) {
+    AppState& state = appState();
+    state.gRightPrefix.assign(1, 'Z');
+    state.gItemCalled = 1;
+    state.gConnStr = strDBConnection;
+    showModal(windows().frmJCBasicInfo);
+    dropConnection();
+    return false;
+}
+
+bool clsJCZL::mainSingleInterface(const std::int16_t& intIsReturn, const std::int16_t& intFitemClassId,
+                                  const std::string& strDBConnection) {
+    AppState& state = appState();
+    state.gRetName.clear();
+    state.gRetNumber.clear();
+    state.gRetItemId.clear();
+    state.gRightPrefix.assign(1, 'Z');
+    state.gIsReturn = intIsReturn;
+    state.gItemCalled = intIsReturn;
+    state.gConnStr = strDBConnection;
+    state.gItemClassId = intFitemClassId;
+    showModal(windows().frmJCZLList);
+    fName = state.gRetName;
+    fNumber = state.gRetNumber;
+    fItemId = state.gRetItemId;
+    dropConnection();
+    return false;
+}
+
+}  // namespace orvenmod

@@ -1,0 +1,54 @@
+#include "frame/entry/entry.h"
+
+#include <array>
+#include <atomic>
+#include <charconv>
+
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "frame/entry/startup.h"
+#include "frame/mdlMain.h"
+
+namespace orvenmod {
+
+namespace {
+
+constexpr int kTypeMismatch = 13;
+
+std::atomic<int> alive = 0;
+
+struct AsText {
+    std::string operator()(std::monostate) const { return ""; }
+    std::string operator()(bool value) const { return value ? "True" : "False"; }
+    std::string operator()(std::int16_t value) const { return std::to_string(value); }
+    std::string operator()(std::int32_t value) const { return std::to_string(value); }
+    std::string operator()(double value) const {
+        std::array<char, 64> buffer{};
+        return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
+    }
+    std::string operator()(const std::string& value) const { return value; }
+    std::string operator()(const std::shared_ptr<void>&) const { throw ConversionFailure(kTypeMismatch, "类型不匹配"); }
+};
+
+}  // namespace
+
+void initializeClass() {
+    startUp();
+    appState().gMsgTitle = setting("SystemSetup", "msgTitle", "奥文软件");
+    appState().gIsAdmin = toInt16(setting("SystemLogin", "IsAdmin", "0"));
+}
+
+void dropConnection() noexcept { appState().gConn.reset(); }
+
+std::string variantText(const Variant& value) { return std::visit(AsText(), value); }
+
+std::int16_t variantInt16(const Variant& value) {
+    if (const bool* flag = std::get_if<bool>(&value)) return *flag ? -1 : 0;
+    return toInt16(variantText(value));
+}
+
+void objectCreated() noexcept { ++alive; }
+void objectDestroyed() noexcept { --alive; }
+int liveObjects() noexcept { return alive; }
+
+}  // namespace orvenmod

@@ -1,0 +1,16 @@
+#include "frame/entry/windows.h"
+
+#include "browser/frmBasicInfoList.h"
+
+namespace orvenmod {
+
+Windows& windows() {
+    static Windows all{[] { frmBasicInfoList::instance().show(); }, {}, {}, {}};
+    return all;
+}
+
+void showModal(const std::function<void()>& opener) {
+    if (opener) opener();
+}
+
+}  // namespace orvenmod

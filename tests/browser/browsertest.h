@@ -1,0 +1,73 @@
+// What the tests of frmBasicInfoList share: a stage with four goods and a small, known list and search bar.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <orvenmod/clsBasicInfo.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/controls.h"
+#include "platform/entrygrid.h"
+#include "platform/listgrid.h"
+#include "platform/tree.h"
+#include "support/stage.h"
+
+namespace orvenmod::test {
+
+using platform::Answer;
+using platform::MessageKind;
+using Steps = std::function<void(User&)>;
+using Texts = std::vector<std::string>;
+
+/// The arguments of an entry.
+struct Call {
+    std::int16_t itemClass = 3;
+    std::int16_t isReturn = 0;
+    Variant itemCalled = {};
+    Variant paramSql = {};
+    std::string findValue;
+};
+
+inline const Call kManagement{};
+inline const Call kPicker{.isReturn = 1};
+inline const Call kBillPicker{.isReturn = 1, .itemCalled = 1};
+
+/// User 7 of the suite in the temporary folder, an administrator, on a database with the goods of Database::addGoods.
+/// Class 3 lists code, name, model, stock and smallest quantity and searches code, name, smallest quantity and the day
+/// it was filed.
+class BrowserStage : public Stage {
+public:
+    explicit BrowserStage(MakeScript makeScript = newMemoryScript);
+
+    /// Opens the window, plays the steps and closes it; every box must have been answered.
+    void open(const Call& call, const Steps& steps);
+    /// Opens the window for one whose load fails.
+    void openInVain(const Call& call, const std::string& failure);
+
+    /// Behind the connection string of the next entries, such as ";Busy Timeout=50".
+    std::string connectionSuffix;
+
+    /// What stood in the properties after the last open.
+    std::string fItemId, fNumber, fName;
+};
+
+/// fNumber, fName, fModel, fTimeQty, fMinQty and searches for class 3.
+void seedGoodsLists(Database& database);
+
+/// The first shown columns of the list: all data rows, the columns from 2 to `lastColumn`.
+Rows listRows(User& user, int lastColumn = 3);
+/// The codes of the list's rows.
+Texts codes(User& user);
+
+class BrowserTest : public ::testing::Test {
+protected:
+    Database& database() { return stage.database(); }
+    Script& script() { return stage.script(); }
+
+    BrowserStage stage;
+};
+
+}  // namespace orvenmod::test

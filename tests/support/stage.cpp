@@ -1,0 +1,115 @@
+#include "support/stage.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+
+#include "frame/appstate.h"
+#include "store/connectionwrapper.h"
+
+namespace orvenmod::test {
+
+namespace {
+
+std::string joined(const std::string& application, const std::string& section, const std::string& key) {
+    return application + "\\" + section + "\\" + key;
+}
+
+constexpr const char* kSuite = "Orvencom";
+
+class CountedConnection : public store::ConnectionWrapper {
+public:
+    CountedConnection(std::unique_ptr<store::Connection> target, std::shared_ptr<int> alive)
+        : ConnectionWrapper(std::move(target)), alive_(std::move(alive)) {
+        ++*alive_;
+    }
+    ~CountedConnection() override { --*alive_; }
+
+private:
+    std::shared_ptr<int> alive_;
+};
+
+}  // namespace
+
+std::string MapSettings::get(const std::string& application, const std::string& section, const std::string& key,
+                             const std::string& fallback) {
+    const auto found = values_.find(joined(application, section, key));
+    return found == values_.end() ? fallback : found->second;
+}
+
+void MapSettings::save(const std::string& application, const std::string& section, const std::string& key,
+                       const std::string& value) {
+    if (refuseSaves) throw std::runtime_error("设置无法写入");
+    values_[joined(application, section, key)] = value;
+}
+
+void MapSettings::remove(const std::string& application, const std::string& section, const std::string& key) {
+    std::string start = application + "\\";
+    if (!section.empty()) start += section + "\\";
+    std::erase_if(values_, [&](const auto& each) {
+        return key.empty() ? each.first.starts_with(start) : each.first == joined(application, section, key);
+    });
+}
+
+std::unique_ptr<store::Connection> CountingStore::connect(const std::string& connectionString) {
+    return std::make_unique<CountedConnection>(target_.connect(connectionString), alive_);
+}
+
+Stage::Stage(MakeScript makeScript)
+    : script_(makeScript()),
+      counting_(embedded_),
+      faulty_(counting_, faults_),
+      tracing_(faulty_, [this](const store::TraceRecord& record) { trace_.push_back(record); }),
+      services_{tracing_, script_->toolkit(), settings_, iniFiles_, folders_, clock_} {
+    appState() = AppState();
+    useServices(&services_);
+}
+
+Stage::~Stage() {
+    appState() = AppState();
+    useServices(nullptr);
+}
+
+void Stage::set(const std::string& section, const std::string& key, const std::string& value) {
+    settings_.save(kSuite, section, key, value);
+}
+
+std::string Stage::get(const std::string& section, const std::string& key) {
+    return settings_.get(kSuite, section, key, "");
+}
+
+std::vector<std::string> Stage::statements() const {
+    std::vector<std::string> all;
+    for (const store::TraceRecord& record : trace_) {
+        if (record.operation == "open" || record.operation == "execute") all.push_back(record.sql);
+    }
+    return all;
+}
+
+std::string Stage::lastStatement() const {
+    const auto all = statements();
+    return all.empty() ? "" : all.back();
+}
+
+std::vector<std::string> Stage::operations() const {
+    std::vector<std::string> all;
+    for (const store::TraceRecord& record : trace_)
+        all.push_back(record.operation);
+    return all;
+}
+
+std::string Stage::contents(const std::string& file) {
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+void Stage::finish() {
+    script_->finish();
+    EXPECT_EQ(connectionsAlive(), 0);
+}
+
+}  // namespace orvenmod::test
