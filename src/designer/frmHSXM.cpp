@@ -149,7 +149,7 @@ void frmHSXM::Toolbar1_ButtonClick(const std::string& key) {
 void frmHSXM::MenuExit_Click() { window().close(); }
 
 void frmHSXM::MenuHSXMNew_Click() {
-    frmItem::instance().txtIsUpdate = "0";
+    frmItem::instance().txtIsUpdate = std::string("0");
     frmHSXMNew::instance().show(*this);
 }
 

@@ -41,7 +41,7 @@ std::string fieldRow(const NewField& made, const std::string& itemClass, const s
     std::string kind = entryOf(code, 1);
     if (source == "-1") {
         source = "0";
-        kind = "";
+        kind.clear();
     }
     return filled(kFieldRow, {{"interid", interId},
                               {"class", itemClass},

@@ -1,11 +1,12 @@
 #include "frame/entry/windows.h"
 
 #include "browser/frmBasicInfoList.h"
+#include "designer/frmHSXM.h"
 
 namespace orvenmod {
 
 Windows& windows() {
-    static Windows all{[] { frmBasicInfoList::instance().show(); }, {}, {}, {}};
+    static Windows all{[] { frmBasicInfoList::instance().show(); }, [] { frmHSXM::instance().show(); }, {}, {}};
     return all;
 }
 
