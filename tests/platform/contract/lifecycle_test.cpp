@@ -42,6 +42,22 @@ TEST_F(ToolkitContract, theHourglassShowsWhileAWindowLoads) {
     window->showModal([&] { EXPECT_EQ(window->pointer(), Pointer::hourglass); });
 }
 
+TEST_F(ToolkitContract, paintingDuringLongWorkTakesNoInput) {
+    int clicks = 0;
+    use(
+        buttonWindow(),
+        [&](Window& window) {
+            window.get<Button>("cmdOK").click = [&] { ++clicks; };
+            for (int part = 0; part < 3; ++part)
+                toolkit.paintPending();
+        },
+        [&](User& user) {
+            EXPECT_EQ(clicks, 0);
+            user.click("cmdOK");
+            EXPECT_EQ(clicks, 1);
+        });
+}
+
 TEST_F(ToolkitContract, thePointerIsWhatCodeSetsIt) {
     use(buttonWindow(), [](User& user) {
         user.window().setPointer(Pointer::hourglass);

@@ -87,6 +87,36 @@ TEST_F(ToolkitContract, theMarkOfAMenuIsLeftToItsHandler) {
         });
 }
 
+TEST_F(ToolkitContract, aHiddenMenuKeepsItsShortcutFromWorking) {
+    int chosen = 0;
+    use(
+        menuWindow(),
+        [&](Window& window) {
+            window.get<Menu>("MenuFileSave").click = [&] { ++chosen; };
+            window.get<Menu>("MenuFileSave").setVisible(false);
+            EXPECT_FALSE(window.get<Menu>("MenuFileSave").visible());
+        },
+        [&](User& user) {
+            user.press("Ctrl+S");
+            EXPECT_EQ(chosen, 0);
+        });
+}
+
+TEST_F(ToolkitContract, aMenuOutsideTheBarPopsUpAllTheSame) {
+    int chosen = 0;
+    use(
+        menuWindow(),
+        [&](Window& window) {
+            window.get<Menu>("MenuFile").setVisible(false);
+            window.get<Menu>("MenuFileSave").click = [&] { ++chosen; };
+            window.get<ListGrid>("vsf1").mouseDown = [&window](MouseButton) { window.get<Menu>("MenuFile").popUp(); };
+        },
+        [&](User& user) {
+            user.rightClick("vsf1", "MenuFileSave");
+            EXPECT_EQ(chosen, 1);
+        });
+}
+
 TEST_F(ToolkitContract, aRightClickPopsAMenuUp) {
     std::vector<std::string> story;
     use(
