@@ -22,6 +22,7 @@ const std::map<std::string, std::set<std::string>>& arrows() {
         {"src/store/odbc", {"src/store", "src/store/tsql"}},
         {"src/platform", {}},
         {"src/platform/model", {"src/platform"}},
+        {"src/platform/sheet", {"src/platform"}},
         {"src/platform/desktop", {"src/platform"}},
         {"src/platform/memory", {"src/platform", "src/platform/model"}},
         {"src/platform/qt", {"src/platform", "src/platform/model"}},
@@ -33,7 +34,9 @@ const std::map<std::string, std::set<std::string>>& arrows() {
         {"src/browser", {"src/editor", "src/hierarchy", "src/frame", "src/store", "src/platform"}},
         {"src/frame/entry",
          {"include/orvenmod", "src/browser", "src/dictionary", "src/designer", "src/frame", "src/store",
-          "src/store/sqlite", "src/store/odbc", "src/platform", "src/platform/desktop", "src/platform/qt"}},
+          "src/store/tsql", "src/store/sqlite", "src/store/odbc", "src/platform", "src/platform/desktop",
+          "src/platform/sheet", "src/platform/qt"}},
+        {"src/tools", {"src/frame/entry", "src/store"}},
     };
     return kArrows;
 }

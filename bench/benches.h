@@ -1,0 +1,29 @@
+// The measurements, a file each.
+#pragma once
+
+#include <string>
+
+#include "report.h"
+
+namespace orvenmod::bench {
+
+/// What one size gave, in milliseconds, so that sizes can be compared.
+struct ListTimes {
+    int goods = 0;
+    double bare = 0;
+    double list = 0;
+    double node = 0;
+    double search = 0;
+    double zero = 0;
+};
+
+/// Rows of the list against the bare loop, their memory, and the commands that run the list again.
+ListTimes measureList(Report& report, const std::string& folder, int goods);
+/// From the entry call to the first painted rows. `bare` in milliseconds.
+void measureWindow(Report& report, const std::string& folder, int goods, double bare);
+/// The tree with 1 thousand and 10 thousand categories.
+void measureTree(Report& report, const std::string& folder);
+/// A statement whose shape is cached.
+void measureStatements(Report& report, const std::string& folder);
+
+}  // namespace orvenmod::bench

@@ -1,0 +1,71 @@
+#include <algorithm>
+
+#include "barelist.h"
+#include "benches.h"
+#include "browser/listgrid.h"
+#include "frame/appstate.h"
+#include "frame/entry/startup.h"
+#include "stage.h"
+
+namespace orvenmod::bench {
+namespace {
+
+/// Few long runs, many short ones.
+int runsFor(int goods) { return std::clamp(2000000 / goods, 3, 30); }
+
+std::int32_t largestCategory(const std::string& target) {
+    const auto connection = componentStore().connect(target);
+    const auto rows =
+        connection->open("select top 1 fItemId from tblItem where fItemClassId=3 and fDepth=1 order by fNumber");
+    connection->close();
+    return std::stoi(rows.text("fItemId"));
+}
+
+void compareMemory(Report& report, const std::string& target, std::size_t textBytes, std::size_t cells) {
+    const auto connection = componentStore().connect(target);
+    const auto rows = connection->open(listStatement());
+    connection->close();
+    constexpr double kMebibyte = 1024.0 * 1024.0;
+    report.ratio("memory of the bound list", static_cast<double>(rows.memory()) / kMebibyte, "texts + 16 bytes a cell",
+                 static_cast<double>(textBytes + 16 * cells) / kMebibyte, 1.0, "MiB");
+}
+
+}  // namespace
+
+ListTimes measureList(Report& report, const std::string& folder, int goods) {
+    const std::string target = goodsDatabase(folder, goods);
+    const int runs = runsFor(goods);
+    ListTimes times{goods};
+    ListStage stage(target);
+    stage.list().getListInfo(2);
+
+    BareList bare(target, listStatement());
+    std::size_t textBytes = bare.run();
+    Adodc rows(stage.grid());
+    rows.setConnectionString(target);
+    rows.setRecordSource(listStatement());
+    rows.refresh();
+    // By turns, so that neither has the machine's better minute.
+    double bound = std::numeric_limits<double>::max();
+    times.bare = bound;
+    for (int run = 0; run < runs; ++run) {
+        times.bare = std::min(times.bare, leastOf(1, [&] { textBytes = bare.run(); }));
+        bound = std::min(bound, leastOf(1, [&] { rows.refresh(); }));
+    }
+    report.ratio("rows fetched and bound", bound, "bare loop", times.bare, 1.25, "ms");
+    compareMemory(report, target, textBytes, bare.cells());
+
+    times.list = leastOf(runs, [&] { stage.list().getListInfo(2); });
+    report.ratio("getListInfo, columns and rows", times.list, "bare loop", times.bare, 1.5, "ms");
+    const std::int32_t category = largestCategory(target);
+    times.node = leastOf(runs, [&] { stage.list().findInfo(1, category); });
+    report.ratio("findInfo on a category", times.node, "the first list", times.list, 1.0, "ms");
+    times.search = leastOf(runs, [&] { stage.list().findInfo2(" and (  fName like '%1%' )"); });
+    report.ratio("search with 包含", times.search, "the first list", times.list, 1.0, "ms");
+    stage.list().getListInfo(2);
+    times.zero = leastOf(runs, [&] { clearZero(stage.grid()); });
+    report.ratio("clearZero", times.zero, "the first list", times.list, 1.0, "ms");
+    return times;
+}
+
+}  // namespace orvenmod::bench

@@ -1,0 +1,70 @@
+// orvenbench FOLDER SIZE...: makes databases in the folder and prints ratios. 0 where every bound is kept, 1 where one
+// is not, 2 for a wrong call or a failure.
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "benches.h"
+#include "frame/entry/startup.h"
+
+namespace {
+
+using namespace orvenmod::bench;
+
+/// Ten times the rows may take ten times as long, and a fair part more for caches that are too small.
+void compareSizes(Report& report, const std::vector<ListTimes>& all) {
+    constexpr double kMostGrowth = 2.0;
+    for (std::size_t i = 1; i < all.size(); ++i) {
+        const ListTimes& small = all[i - 1];
+        const ListTimes& large = all[i];
+        const double factor = static_cast<double>(large.goods) / small.goods;
+        report.heading(std::to_string(large.goods) + " goods against " + std::to_string(small.goods));
+        const auto compare = [&](const char* name, double before, double after) {
+            report.ratio(name, after, "as many rows of the smaller", before * factor, kMostGrowth, "ms");
+        };
+        compare("bare loop", small.bare, large.bare);
+        compare("getListInfo, columns and rows", small.list, large.list);
+        compare("findInfo on a category", small.node, large.node);
+        compare("search with 包含", small.search, large.search);
+        compare("clearZero", small.zero, large.zero);
+    }
+}
+
+int run(const std::string& folder, const std::vector<int>& sizes) {
+    std::filesystem::create_directories(folder);
+    orvenmod::startUp();
+    Report report;
+    std::vector<ListTimes> all;
+    for (const int goods : sizes) {
+        report.heading(std::to_string(goods) + " goods");
+        all.push_back(measureList(report, folder, goods));
+        measureWindow(report, folder, goods, all.back().bare);
+    }
+    compareSizes(report, all);
+    report.heading("tree");
+    measureTree(report, folder);
+    report.heading("statements");
+    measureStatements(report, folder);
+    report.heading(report.kept() ? "every bound is kept" : "NOT every bound is kept");
+    return report.kept() ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        std::fputs("orvenbench FOLDER SIZE...\n", stderr);
+        return 2;
+    }
+    try {
+        std::vector<int> sizes;
+        for (int i = 2; i < argc; ++i)
+            sizes.push_back(std::stoi(argv[i]));
+        return run(argv[1], sizes);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "orvenbench: %s\n", failure.what());
+        return 2;
+    }
+}

@@ -1,0 +1,39 @@
+#include "report.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace orvenmod::bench {
+
+double leastOf(int runs, const std::function<void()>& work) {
+    double least = std::numeric_limits<double>::max();
+    for (int run = 0; run < runs; ++run) {
+        const auto begin = std::chrono::steady_clock::now();
+        work();
+        const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - begin;
+        least = std::min(least, took.count());
+    }
+    return least;
+}
+
+void Report::heading(const std::string& text) {
+    std::printf("\n%s\n", text.c_str());
+    std::fflush(stdout);
+}
+
+void Report::ratio(const std::string& name, double ours, const std::string& boundName, double bound, double most,
+                   const std::string& unit) {
+    const double ratio = ours / bound;
+    const bool kept = ratio <= most;
+    kept_ = kept_ && kept;
+    std::printf("  %-34s %10.2f %-3s %-26s %10.2f %-3s ratio %5.2f, at most %4.2f  %s\n", name.c_str(), ours,
+                unit.c_str(), boundName.c_str(), bound, unit.c_str(), ratio, most, kept ? "kept" : "NOT KEPT");
+    std::fflush(stdout);
+}
+
+void Report::note(const std::string& text) {
+    std::printf("  %s\n", text.c_str());
+    std::fflush(stdout);
+}
+
+}  // namespace orvenmod::bench

@@ -1,0 +1,28 @@
+// What was measured, as lines for a reader: a name, two figures and what their ratio may be at most.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <limits>
+#include <string>
+
+namespace orvenmod::bench {
+
+/// The least of several runs, in milliseconds: the machine's other work only ever adds.
+double leastOf(int runs, const std::function<void()>& work);
+
+class Report {
+public:
+    void heading(const std::string& text);
+    /// `ours` against `bound`, both in `unit`; the ratio may be at most `most`.
+    void ratio(const std::string& name, double ours, const std::string& boundName, double bound, double most,
+               const std::string& unit);
+    void note(const std::string& text);
+
+    bool kept() const { return kept_; }
+
+private:
+    bool kept_ = true;
+};
+
+}  // namespace orvenmod::bench

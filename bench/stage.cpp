@@ -1,0 +1,70 @@
+#include "stage.h"
+
+#include <filesystem>
+
+#include "browser/frmBasicInfoList_design.h"
+#include "frame/appstate.h"
+#include "frame/entry/startup.h"
+#include "platform/memory/memorydriver.h"
+#include "sampledata.h"
+#include "store/schema.h"
+
+namespace orvenmod::bench {
+namespace {
+
+/// Nobody sits there: nothing is shown.
+class Nobody : public platform::memory::MemoryDriver {
+public:
+    void onModal(platform::memory::MemoryWindow&) override {}
+    platform::Answer onMessage(platform::MessageKind, const std::string&, const std::string&) override {
+        return platform::Answer::ok;
+    }
+    std::string onFileDialog(bool, const std::string&) override { return ""; }
+    void onPopUp(platform::memory::MemoryMenu&) override {}
+    void onDocument(const std::string&) override {}
+};
+
+}  // namespace
+
+std::string goodsDatabase(const std::string& folder, int goods) {
+    const std::string file = folder + "/goods-" + std::to_string(goods) + ".db";
+    const std::string target = "Provider=SQLite;Data Source=" + file;
+    if (!std::filesystem::exists(file)) {
+        // Under another name until it is whole, so that a run that was stopped leaves no half database.
+        const std::string growing = file + ".new";
+        std::filesystem::remove(growing);
+        const auto connection = componentStore().connect("Provider=SQLite;Mode=Create;Data Source=" + growing);
+        store::createSchema(*connection);
+        sample::fillSampleData(*connection, goods);
+        connection->execute("delete from tblUserVisible");
+        connection->close();
+        std::filesystem::rename(growing, file);
+    }
+    return target;
+}
+
+ListStage::ListStage(const std::string& connectionString) : driver_(std::make_unique<Nobody>()), toolkit_(*driver_) {
+    AppState& state = appState();
+    state.gConnStr = connectionString;
+    state.gItemClassId = 3;
+    state.gViewName = "vICItem";
+    state.gItemName = "货品";
+    state.gIsAdmin = 1;
+    window_ = toolkit_.createWindow(basicInfoListDesign());
+    list_ = std::make_unique<ItemList>(grid(), window_->get<platform::Tree>("tv1"), stock_);
+}
+
+ListStage::~ListStage() {
+    list_.reset();
+    appState().gConn.reset();
+    appState().gTreeFilter.clear();
+    appState().gListFilter.clear();
+}
+
+std::string listStatement() {
+    return "select fitemid,fNumber,fName,fModel,fUnit,fMinQty,fMaxQty,fA,fD,fE,fF,fHName from  vICItem where 1=1  "
+           "order "
+           "by fnumber ";
+}
+
+}  // namespace orvenmod::bench

@@ -1,0 +1,35 @@
+// What the measurements share: databases of told sizes, and a list on the memory toolkit's grid.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "browser/itemlist.h"
+#include "platform/memory/memorytoolkit.h"
+
+namespace orvenmod::bench {
+
+/// "Provider=SQLite;..." of a sample database with that many goods in the folder; made where it is missing.
+std::string goodsDatabase(const std::string& folder, int goods);
+
+/// The goods' list in a window that nobody shows.
+class ListStage {
+public:
+    explicit ListStage(const std::string& connectionString);
+    ~ListStage();
+
+    ItemList& list() { return *list_; }
+    platform::ListGrid& grid() { return window_->get<platform::ListGrid>("vsf1"); }
+
+private:
+    std::unique_ptr<platform::memory::MemoryDriver> driver_;
+    platform::memory::MemoryToolkit toolkit_;
+    std::unique_ptr<platform::Window> window_;
+    StockChoice stock_{};
+    std::unique_ptr<ItemList> list_;
+};
+
+/// The statement of the first list, without a condition.
+std::string listStatement();
+
+}  // namespace orvenmod::bench
