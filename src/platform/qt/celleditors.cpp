@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QStringListModel>
 #include <QVBoxLayout>
+#include <QValidator>
 #include <algorithm>
 
 #include "platform/qt/icons.h"
@@ -18,10 +19,23 @@ namespace {
 
 constexpr int kListRows = 12;
 
+/// Keeps a refused letter out before it shows, the marked text still marked.
+class CellValidator : public QValidator {
+public:
+    explicit CellValidator(TextCellEditor* editor) : QValidator(editor), editor_(*editor) {}
+    State validate(QString& text, int&) const override {
+        return !editor_.allowed || editor_.allowed(text) ? Acceptable : Invalid;
+    }
+
+private:
+    TextCellEditor& editor_;
+};
+
 }  // namespace
 
 TextCellEditor::TextCellEditor(QWidget* parent, bool withCalendar) : QLineEdit(parent) {
     setFrame(false);
+    setValidator(new CellValidator(this));
     connect(this, &QLineEdit::textEdited, this, &TextCellEditor::edited);
     if (!withCalendar) return;
     QAction* calendar = addAction(icon("calendar"), TrailingPosition);
@@ -37,6 +51,7 @@ void TextCellEditor::show(const QString& text) {
     if (this->text() != text) setText(text);
 }
 
+// What stood there may break the rule already; then the validator lets all through, and this doesn't.
 void TextCellEditor::edited(const QString& text) {
     if (offer(text)) {
         accepted_ = text;

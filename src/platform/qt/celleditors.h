@@ -17,8 +17,9 @@ public:
 
     /// What the cell held when the field opened.
     QString before;
-    std::function<bool(const QString&)> offer;
-    std::function<void()> done;  ///< a day was picked: the field can close
+    std::function<bool(const QString&)> allowed;  ///< whether the cell may hold this while its user types
+    std::function<bool(const QString&)> offer;    ///< the same, and the cell takes it
+    std::function<void()> done;                   ///< a day was picked: the field can close
 
     /// Shows what the cell holds now.
     void show(const QString& text);

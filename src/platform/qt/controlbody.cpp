@@ -73,7 +73,10 @@ bool ControlBody::hasFocus() const {
     if (widget_ == nullptr) return false;
     // By window, so that the window under a box keeps telling where its user was.
     const QWidget* focus = widget_->window()->focusWidget();
-    return focus != nullptr && (focus == widget_ || widget_->isAncestorOf(focus));
+    if (focus == nullptr) return false;
+    if (focus == widget_ || focus == widget_->focusProxy()) return true;
+    const bool container = kind_ == ControlKind::frame || kind_ == ControlKind::tabs;
+    return !container && widget_->isAncestorOf(focus);
 }
 
 // Edges are rounded, not sizes, so that controls that touch in twips touch in pixels.

@@ -29,6 +29,10 @@ QWidget* EntryDelegate::textEditor(QWidget* parent, const QModelIndex& index) co
     if (type == CellType::number || type == CellType::currency) editor->setAlignment(Qt::AlignRight);
     editor->before = index.data(Qt::EditRole).toString();
     const QPersistentModelIndex place(index);
+    editor->allowed = [this, place](const QString& text) {
+        const CellPlace there = EntryGridItems::cellOf(place);
+        return place.isValid() && items_.cells().mayType(there.column, there.row, fromQt(text));
+    };
     editor->offer = [this, place](const QString& text) {
         return place.isValid() && actions_.typed(EntryGridItems::cellOf(place), text);
     };

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QToolBar>
 #include <map>
 
@@ -11,6 +12,23 @@
 #include "platform/qt/core.h"
 
 namespace orvenmod::platform::qt {
+
+/// Tab leads past the toolbar, from field to field; F6 leads to its buttons and back, the arrow keys from one to the
+/// next.
+class ToolbarWidget : public QToolBar {
+    Q_OBJECT
+public:
+    explicit ToolbarWidget(QWidget* window);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void enterOrLeave();
+    void step(int direction);
+
+    QPointer<QWidget> cameFrom_;
+};
 
 class QtToolbar final : public QtControl<Toolbar> {
 public:
@@ -27,7 +45,7 @@ private:
     void addButton(Core& core, const ToolButtonDesign& design);
     QAction* action(const std::string& key) const;
 
-    QToolBar* bar_;
+    ToolbarWidget* bar_;
     std::map<std::string, QAction*> actions_;
 };
 

@@ -26,6 +26,7 @@ TreeWidget::TreeWidget(QWidget* parent) : QTreeWidget(parent) {
 void TreeWidget::mousePressEvent(QMouseEvent* event) {
     const QPoint place = event->position().toPoint();
     QTreeWidgetItem* node = itemAt(place);
+    const bool another = node != currentItem();
     const bool onItsText = node != nullptr && visualItemRect(node).contains(place);
     {
         const QScopedValueRollback<bool> guard(pressing_, true);
@@ -35,7 +36,7 @@ void TreeWidget::mousePressEvent(QMouseEvent* event) {
     const bool right = event->button() == Qt::RightButton;
     if (!right && event->button() != Qt::LeftButton) return;
     // What a menu on the tree does, it does to the node that is marked.
-    if (right && onItsText && onNode) onNode(node);
+    if (right && onItsText && another && onNode) onNode(node);
     if (onMouse) onMouse(right ? MouseButton::right : MouseButton::left, event->globalPosition().toPoint());
 }
 

@@ -2,7 +2,6 @@
 
 #include <QLabel>
 #include <QMenuBar>
-#include <QToolButton>
 #include <algorithm>
 #include <stdexcept>
 
@@ -181,13 +180,7 @@ void WindowBuilder::orderTabs() {
                             : widgets_[place];
         built_.tabStops.push_back(stop);
     }
-    std::vector<QWidget*> chain = built_.tabStops;
-    // The toolbar's buttons come last, so that Tab leads from field to field as drawn.
-    for (std::size_t place = 0; place < designs_.size(); ++place) {
-        if (designs_[place].kind != ControlKind::toolbar) continue;
-        for (QToolButton* button : widgets_[place]->findChildren<QToolButton*>())
-            chain.push_back(button);
-    }
+    const std::vector<QWidget*>& chain = built_.tabStops;
     for (std::size_t place = 1; place < chain.size(); ++place)
         QWidget::setTabOrder(chain[place - 1], chain[place]);
 }

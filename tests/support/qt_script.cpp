@@ -1,0 +1,202 @@
+// The scripts of one test over the Qt toolkit. A watcher on all events sees every box, file dialog and menu that shows,
+// wherever its loop was started, and has it answered as soon as that loop runs.
+#include "support/qt_script.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPixmap>
+#include <QPointer>
+#include <QPushButton>
+#include <QTemporaryFile>
+#include <QTest>
+#include <QTimer>
+
+#include "platform/qt/qttoolkit.h"
+#include "support/qt_user.h"
+
+namespace orvenmod::test {
+
+namespace {
+
+using namespace platform;
+
+MessageKind kindOf(const QMessageBox& box) {
+    switch (box.icon()) {
+        case QMessageBox::Warning:
+            return MessageKind::warning;
+        case QMessageBox::Critical:
+            return MessageKind::critical;
+        case QMessageBox::Question:
+            return MessageKind::question;
+        default:
+            return MessageKind::information;
+    }
+}
+
+QMessageBox::StandardButton buttonOf(Answer answer) {
+    switch (answer) {
+        case Answer::yes:
+            return QMessageBox::Yes;
+        case Answer::no:
+            return QMessageBox::No;
+        case Answer::ok:
+            break;
+    }
+    return QMessageBox::Ok;
+}
+
+/// The offscreen platform's own screen is smaller than any that a clerk has.
+void useDeskSizedScreen() {
+    if (QCoreApplication::instance() != nullptr || qgetenv("QT_QPA_PLATFORM") != "offscreen") return;
+    static QTemporaryFile screens;
+    if (!screens.open()) return;
+    screens.write(R"({"screens":[{"name":"desk","x":0,"y":0,"width":1920,"height":1080,"logicalDpi":96}]})");
+    screens.close();
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName().toUtf8());
+}
+
+class Watcher : public QObject {
+public:
+    explicit Watcher(ScriptBook& book) : book_(book) { qApp->installEventFilter(this); }
+
+    QtMenuPlan menus;
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Show) {
+            if (auto* box = qobject_cast<QMessageBox*>(watched)) soon(*box, &Watcher::answerBox);
+            if (auto* dialog = qobject_cast<QFileDialog*>(watched)) soon(*dialog, &Watcher::answerDialog);
+            if (auto* menu = qobject_cast<QMenu*>(watched)) soon(*menu, &Watcher::answerMenu);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    template <class Widget>
+    void soon(Widget& widget, void (Watcher::*answer)(Widget&)) {
+        QTimer::singleShot(0, &widget, [this, &widget, answer] {
+            if (widget.isVisible()) (this->*answer)(widget);
+        });
+    }
+
+    void answerBox(QMessageBox& box) {
+        if (qobject_cast<QFileDialog*>(box.parentWidget()) != nullptr) {
+            answerForDialog(box);
+            return;
+        }
+        const Answer answer = book_.takeAnswer(kindOf(box), box.text().toStdString(), box.windowTitle().toStdString());
+        QTest::mouseClick(box.button(buttonOf(answer)), Qt::LeftButton);
+    }
+
+    // The dialog's own questions belong to the choice: it replaces the file, and gives up on one that isn't.
+    void answerForDialog(QMessageBox& box) {
+        if (QAbstractButton* yes = box.button(QMessageBox::Yes)) {
+            QTest::mouseClick(yes, Qt::LeftButton);
+            return;
+        }
+        ADD_FAILURE() << "the file dialog refuses the file: " << box.text().toStdString();
+        QPointer<QFileDialog> dialog = qobject_cast<QFileDialog*>(box.parentWidget());
+        QTest::mouseClick(box.buttons().constFirst(), Qt::LeftButton);
+        if (dialog != nullptr) dialog->reject();
+    }
+
+    void answerDialog(QFileDialog& dialog) {
+        const std::string path = book_.takeFile();
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* buttons = dialog.findChild<QDialogButtonBox*>();
+        if (path.empty() || name == nullptr || buttons == nullptr) {
+            dialog.reject();
+            return;
+        }
+        name->setText(QString::fromStdString(path));
+        const bool saves = dialog.acceptMode() == QFileDialog::AcceptSave;
+        QTest::mouseClick(buttons->button(saves ? QDialogButtonBox::Save : QDialogButtonBox::Open), Qt::LeftButton);
+    }
+
+    void answerMenu(QMenu& menu) {
+        if (menus.next == QtMenuPlan::Next::leave) return;
+        const QtMenuPlan plan = menus;
+        menus = {};
+        QAction* entry = nullptr;
+        for (QAction* each : menu.actions()) {
+            if (each->objectName().toStdString() == plan.entry) entry = each;
+        }
+        const std::string name = menu.objectName().toStdString();
+        if (plan.next == QtMenuPlan::Next::fail) {
+            ADD_FAILURE() << "the menu " << name << " popped up without a right click";
+        } else if (!plan.entry.empty() && (entry == nullptr || !entry->isVisible() || !entry->isEnabled())) {
+            ADD_FAILURE() << "the menu " << name << " popped up and " << plan.entry << " can't be chosen in it";
+        } else if (entry != nullptr && !plan.entry.empty()) {
+            menu.setActiveAction(entry);
+            QTest::keyClick(&menu, Qt::Key_Return);
+            return;
+        }
+        menu.close();
+    }
+
+    ScriptBook& book_;
+};
+
+class QtScript final : public Script {
+public:
+    QtScript() {
+        toolkit_.setModalObserver([this](Window& window) { run(window); });
+        toolkit_.setDocumentOpener([this](const std::string& path) { book_.addDocument(path); });
+    }
+
+    Toolkit& toolkit() override { return toolkit_; }
+    void onWindow(const std::string& name, std::function<void(User&)> steps) override {
+        book_.addWindow(name, std::move(steps));
+    }
+    void answer(MessageKind kind, const std::string& text, Answer answer) override {
+        book_.addAnswer(kind, text, answer);
+    }
+    const std::vector<ShownMessage>& messages() const override { return book_.messages(); }
+    const std::vector<std::string>& documents() const override { return book_.documents(); }
+    void finish() override { book_.finish(); }
+
+private:
+    void run(Window& window) {
+        auto* root = qobject_cast<QMainWindow*>(QApplication::activeModalWidget());
+        const auto steps = book_.takeWindow(window.name());
+        if (steps && root != nullptr) {
+            QtUser user(window, *root, book_, watcher_.menus);
+            try {
+                (*steps)(user);
+            } catch (const QtStepStopped&) {
+            } catch (const std::exception& failure) {
+                ADD_FAILURE() << "the script of " << window.name() << " failed: " << failure.what();
+            }
+        }
+        if (window.shown() && root != nullptr) root->close();
+    }
+
+    ScriptBook book_;
+    qt::QtToolkit toolkit_;
+    Watcher watcher_{book_};
+};
+
+}  // namespace
+
+std::unique_ptr<Script> newQtScript() {
+    useDeskSizedScreen();
+    return std::make_unique<QtScript>();
+}
+
+bool grab(const Window& window, const std::string& path) {
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        if (each->isVisible() && each->objectName().toStdString() == window.name())
+            return each->grab().save(QString::fromStdString(path), "PNG");
+    }
+    return false;
+}
+
+}  // namespace orvenmod::test

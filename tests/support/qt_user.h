@@ -1,0 +1,89 @@
+// The scripted user of the Qt toolkit: works the real widgets with mouse and keyboard events, found by their names as a
+// test robot finds them. Acts only on what a user could reach: anything else fails the test and ends the script of that
+// window.
+#pragma once
+
+#include <QMainWindow>
+#include <QModelIndex>
+#include <QPoint>
+#include <string>
+
+#include "support/scriptbook.h"
+#include "support/user.h"
+
+class QAbstractItemView;
+class QAction;
+class QTableView;
+class QTreeWidget;
+
+namespace orvenmod::test {
+
+/// Thrown when a step can't be done; the failure is told already.
+struct QtStepStopped {};
+
+/// Lets what a step set off come to rest: what was posted is delivered, nothing is waited for.
+void settle();
+
+/// One letter, of whatever script, as the keyboard or the input method gives it.
+void pressLetter(QWidget& target, const std::string& letter);
+
+/// What the watcher does with the next menu that shows.
+struct QtMenuPlan {
+    enum class Next { fail, leave, choose };
+    Next next = Next::fail;
+    std::string entry;  ///< to choose, "" closes the menu
+};
+
+class QtUser final : public User {
+public:
+    QtUser(platform::Window& window, QMainWindow& root, ScriptBook& book, QtMenuPlan& menus)
+        : window_(window), root_(root), book_(book), menus_(menus) {}
+
+    platform::Window& window() override { return window_; }
+
+    void click(const std::string& button, int index) override;
+    void clickTool(const std::string& key) override;
+    void chooseMenu(const std::string& menu) override;
+    void press(const std::string& shortcut) override;
+    void type(const std::string& edit, const std::string& text, int index) override;
+    void pick(const std::string& combo, int row, int index) override;
+    void pickDate(const std::string& picker, const platform::Date& date) override;
+    void clickNode(const std::string& tree, const std::string& key) override;
+    void rightClick(const std::string& control, const std::string& chooseMenu) override;
+    void selectRow(const std::string& grid, int row) override;
+    void alsoSelectRow(const std::string& grid, int row) override;
+    void doubleClickRow(const std::string& grid, int row) override;
+    void keyOnGrid(const std::string& grid, int key) override;
+    void typeCell(const std::string& grid, int column, int row, const std::string& text) override;
+    void pickCell(const std::string& grid, int column, int row, int item) override;
+    void clickCell(const std::string& grid, int column, int row) override;
+    void chooseTab(const std::string& tabs, int tab) override;
+    void closeWindow() override;
+    void resizeWindow(float width, float height) override;
+    void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) override;
+    using User::answer;
+    void chooseFile(const std::string& path) override { book_.addFile(path); }
+
+private:
+    [[noreturn]] void stop(const std::string& why) const;
+    void requireFront() const;
+    /// The widget of that name, in reach of the user.
+    template <class Widget>
+    Widget& reach(const std::string& name, int index = -1);
+    QTableView& reachRow(const std::string& grid, int row);
+    QTableView& reachCell(const std::string& grid, int column, int row);
+    void clickRow(const std::string& grid, int row, Qt::KeyboardModifiers modifiers);
+    /// The middle of an item in its view's viewport, scrolled into sight.
+    QPoint spot(QAbstractItemView& view, const QModelIndex& index) const;
+    static int shownColumn(const QTableView& view);
+    void openMenus(QAction& entry);
+    QWidget& keyTarget();
+    void typeLetters(const std::string& text);
+
+    platform::Window& window_;
+    QMainWindow& root_;
+    ScriptBook& book_;
+    QtMenuPlan& menus_;
+};
+
+}  // namespace orvenmod::test

@@ -1,0 +1,210 @@
+// The scripted user's steps in grids, trees and menus.
+#include <gtest/gtest.h>
+
+#include <QAbstractProxyModel>
+#include <QApplication>
+#include <QCompleter>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTableView>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "platform/qt/keycodes.h"
+#include "support/letters.h"
+#include "support/qt_user.h"
+
+namespace orvenmod::test {
+
+using namespace platform;
+
+namespace {
+
+QTreeWidgetItem* nodeOf(QTreeWidget& tree, const std::string& key) {
+    const QString wanted = QString::fromStdString(key);
+    for (QTreeWidgetItemIterator each(&tree); *each != nullptr; ++each) {
+        if ((*each)->data(0, Qt::UserRole).toString() == wanted) return *each;
+    }
+    return nullptr;
+}
+
+/// The menus to open from the bar, outermost first.
+QList<QMenu*> menusAbove(QWidget& root, QAction& entry) {
+    QList<QMenu*> path;
+    for (QAction* below = &entry; below != nullptr;) {
+        QMenu* holder = nullptr;
+        for (QMenu* menu : root.findChildren<QMenu*>()) {
+            if (menu->actions().contains(below)) holder = menu;
+        }
+        if (holder != nullptr) path.prepend(holder);
+        below = holder != nullptr ? holder->menuAction() : nullptr;
+    }
+    return path;
+}
+
+}  // namespace
+
+void QtUser::chooseMenu(const std::string& menu) {
+    requireFront();
+    auto* bar = root_.menuBar();
+    auto* entry = bar->findChild<QAction*>(QString::fromStdString(menu));
+    if (entry == nullptr) stop("no such menu: " + menu);
+    bool reachable = entry->isVisible() && entry->isEnabled();
+    for (const QMenu* above : menusAbove(root_, *entry))
+        reachable = reachable && above->menuAction()->isVisible() && above->menuAction()->isEnabled();
+    if (!reachable) stop("the menu " + menu + " is hidden or disabled");
+    menus_.next = QtMenuPlan::Next::leave;
+    openMenus(*entry);
+    menus_.next = QtMenuPlan::Next::fail;
+    settle();
+}
+
+void QtUser::openMenus(QAction& entry) {
+    auto* bar = root_.menuBar();
+    const QList<QMenu*> path = menusAbove(root_, entry);
+    if (path.isEmpty()) {
+        QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->actionGeometry(&entry).center());
+        return;
+    }
+    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->actionGeometry(path.front()->menuAction()).center());
+    for (qsizetype place = 0; place < path.size(); ++place) {
+        if (!path[place]->isVisible()) stop("the menu " + path[place]->objectName().toStdString() + " doesn't open");
+        path[place]->setActiveAction(place + 1 < path.size() ? path[place + 1]->menuAction() : &entry);
+    }
+    QTest::keyClick(path.back(), Qt::Key_Return);
+}
+
+void QtUser::clickNode(const std::string& tree, const std::string& key) {
+    auto& widget = reach<QTreeWidget>(tree);
+    QTreeWidgetItem* node = nodeOf(widget, key);
+    if (node == nullptr) stop(tree + " has no node " + key);
+    for (QTreeWidgetItem* up = node->parent(); up != nullptr; up = up->parent())
+        up->setExpanded(true);
+    settle();
+    widget.scrollToItem(node);
+    const QRect place = widget.visualItemRect(node) & widget.viewport()->rect();
+    if (place.isEmpty()) stop(tree + " doesn't show the node " + key);
+    QTest::mouseClick(widget.viewport(), Qt::LeftButton, Qt::NoModifier, place.center());
+    settle();
+}
+
+void QtUser::rightClick(const std::string& control, const std::string& chooseMenu) {
+    auto& view = reach<QAbstractItemView>(control);
+    const QModelIndex current = view.currentIndex();
+    // Where nothing is marked, on the empty ground below the last item.
+    QPoint place(view.viewport()->width() / 2, view.viewport()->height() - 2);
+    if (current.isValid()) place = spot(view, current);
+    menus_ = {QtMenuPlan::Next::choose, chooseMenu};
+    QTest::mouseClick(view.viewport(), Qt::RightButton, Qt::NoModifier, place);
+    settle();
+    const bool missed = menus_.next == QtMenuPlan::Next::choose && !chooseMenu.empty();
+    menus_ = {};
+    if (missed) stop("no menu popped up over " + control);
+}
+
+void QtUser::clickRow(const std::string& grid, int row, Qt::KeyboardModifiers modifiers) {
+    auto& view = reachRow(grid, row);
+    if (row == 0) stop("the heading of " + grid + " can't be selected");
+    const int column = shownColumn(view);
+    if (column < 0) stop(grid + " shows no column");
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, spot(view, view.model()->index(row - 1, column)));
+}
+
+void QtUser::selectRow(const std::string& grid, int row) {
+    clickRow(grid, row, Qt::NoModifier);
+    settle();
+}
+
+void QtUser::alsoSelectRow(const std::string& grid, int row) {
+    clickRow(grid, row, Qt::ControlModifier);
+    settle();
+}
+
+void QtUser::doubleClickRow(const std::string& grid, int row) {
+    auto& view = reachRow(grid, row);
+    if (row == 0) {
+        QHeaderView* heading = view.horizontalHeader();
+        const int column = shownColumn(view);
+        const int x = column < 0 ? heading->width() / 2
+                                 : heading->sectionViewportPosition(column) + heading->sectionSize(column) / 2;
+        QTest::mouseDClick(heading->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(x, heading->height() / 2));
+    } else {
+        clickRow(grid, row, Qt::NoModifier);
+        const QPoint place = spot(view, view.model()->index(row - 1, shownColumn(view)));
+        QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    }
+    settle();
+}
+
+void QtUser::keyOnGrid(const std::string& grid, int key) {
+    auto& view = reach<QTableView>(grid);
+    view.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&view, static_cast<Qt::Key>(platform::qt::keyOfCode(key)));
+    settle();
+}
+
+void QtUser::typeCell(const std::string& grid, int column, int row, const std::string& text) {
+    auto& view = reachCell(grid, column, row);
+    const QModelIndex index = view.model()->index(row - 1, column - 1);
+    const auto& cells = control<EntryGrid>(grid);
+    if (!index.flags().testFlag(Qt::ItemIsEditable) || cells.cellType(column, row) == CellType::combo) {
+        stop(grid + " takes no text in column " + std::to_string(column) + " row " + std::to_string(row));
+    }
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, spot(view, index));
+    const QPersistentModelIndex cell(index);
+    if (text.empty()) QTest::keyClick(&view, Qt::Key_Delete);
+    typeLetters(text);
+    if (QWidget* field = view.indexWidget(index)) {
+        // Enter keeps what was typed and moves on; the user then comes back to the cell.
+        QTest::keyClick(field, Qt::Key_Return);
+        if (cell.isValid() && view.currentIndex() != cell)
+            QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, spot(view, cell));
+    }
+    settle();
+}
+
+// The first letter opens the cell's field, which has the focus from then on.
+void QtUser::typeLetters(const std::string& text) {
+    for (const std::string& letter : lettersOf(text))
+        pressLetter(keyTarget(), letter);
+}
+
+void QtUser::pickCell(const std::string& grid, int column, int row, int item) {
+    auto& view = reachCell(grid, column, row);
+    const QModelIndex index = view.model()->index(row - 1, column - 1);
+    const std::string place = grid + " column " + std::to_string(column) + " row " + std::to_string(row);
+    const auto& cells = control<EntryGrid>(grid);
+    if (cells.cellType(column, row) != CellType::combo) stop(place + " is no combo");
+    if (cells.locked(column, row)) stop(place + " is locked");
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, spot(view, index));
+    auto* field = qobject_cast<QLineEdit*>(view.indexWidget(index));
+    if (field == nullptr || field->completer() == nullptr) stop(place + " doesn't open");
+    QAbstractItemView* list = field->completer()->popup();
+    const auto* shown = qobject_cast<QAbstractProxyModel*>(field->completer()->completionModel());
+    const QModelIndex entry = shown->mapFromSource(field->completer()->model()->index(item, 0));
+    if (!entry.isValid() || !list->isVisible()) {
+        list->hide();
+        stop(place + " has no entry " + std::to_string(item));
+    }
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, spot(*list, entry));
+    settle();
+}
+
+void QtUser::clickCell(const std::string& grid, int column, int row) {
+    auto& view = reachCell(grid, column, row);
+    const QModelIndex index = view.model()->index(row - 1, column - 1);
+    const auto& cells = control<EntryGrid>(grid);
+    const CellType type = cells.cellType(column, row);
+    if (cells.locked(column, row) && (type == CellType::button || type == CellType::checkBox)) {
+        stop(grid + " column " + std::to_string(column) + " row " + std::to_string(row) + " is locked");
+    }
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, spot(view, index));
+    // A click on a choice opens its list; this user only came to the cell.
+    for (int open = 0; open < 2 && type == CellType::combo && view.indexWidget(index) != nullptr; ++open)
+        QTest::keyClick(&keyTarget(), Qt::Key_Escape);
+    settle();
+}
+
+}  // namespace orvenmod::test
