@@ -70,6 +70,8 @@ private:
     void bindTop(Select& select);
     void bindOrderBy(Query& query, const Scope& scope);
     void bindSetOrderBy(Query& query);
+    int itemNamed(const Select& select, const Expression& expression);
+    int itemLike(const Select& select, const Expression& expression);
     int ordinalOf(const Expression& expression, std::size_t count);
     void coerceColumn(Query& query, std::size_t column, const Type& type);
     void checkGrouping(const Query& query);

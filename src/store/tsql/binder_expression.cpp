@@ -209,6 +209,7 @@ void Binder::bindInList(Expression& expression, const Scope& scope) {
 void Binder::bindInQuery(Expression& expression, const Scope& scope) {
     ExpressionPtr& value = expression.operands[0];
     bindValue(value, scope);
+    refuseOrder(*expression.query);
     bindQuery(*expression.query, &scope);
     requireOneColumn(*expression.query);
     const Type& column = expression.query->columns[0].type;

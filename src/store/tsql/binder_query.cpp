@@ -220,24 +220,47 @@ int Binder::ordinalOf(const Expression& expression, std::size_t count) {
     return static_cast<int>(ordinal - 1);
 }
 
+/// The select item of that name; -1 for none.
+int Binder::itemNamed(const Select& select, const Expression& expression) {
+    if (expression.kind != ExpressionKind::column || !expression.qualifier.empty()) {
+        return -1;
+    }
+    int found = -1;
+    for (std::size_t i = 0; i < select.items.size(); ++i) {
+        if (!sameName(select.items[i].name, expression.name)) {
+            continue;
+        }
+        const bool other = found >= 0 && !sameExpression(*select.items[static_cast<std::size_t>(found)].expression,
+                                                         *select.items[i].expression);
+        if (other) {
+            throw Error(209, {expression.name});
+        }
+        found = found < 0 ? static_cast<int>(i) : found;
+    }
+    return found;
+}
+
+/// The select item that is the same expression; -1 for none.
+int Binder::itemLike(const Select& select, const Expression& expression) {
+    for (std::size_t i = 0; i < select.items.size(); ++i) {
+        if (sameExpression(*select.items[i].expression, expression)) {
+            fixLiterals(*select.items[i].expression, expression);
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
 void Binder::bindOrderBy(Query& query, const Scope& scope) {
     Select& select = *query.select;
     for (OrderItem& order : query.orderBy) {
         order.item = ordinalOf(*order.expression, select.items.size());
-        const bool bare = order.expression->kind == ExpressionKind::column && order.expression->qualifier.empty();
-        for (std::size_t i = 0; bare && order.item < 0 && i < select.items.size(); ++i) {
-            if (sameName(select.items[i].name, order.expression->name)) {
-                order.item = static_cast<int>(i);
-            }
+        if (order.item < 0) {
+            order.item = itemNamed(select, *order.expression);
         }
         if (order.item < 0) {
             bindValue(order.expression, scope);
-            for (std::size_t i = 0; order.item < 0 && i < select.items.size(); ++i) {
-                if (sameExpression(*select.items[i].expression, *order.expression)) {
-                    fixLiterals(*select.items[i].expression, *order.expression);
-                    order.item = static_cast<int>(i);
-                }
-            }
+            order.item = itemLike(select, *order.expression);
             if (order.item < 0 && select.distinct) {
                 throw Error(145);
             }

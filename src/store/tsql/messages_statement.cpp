@@ -152,6 +152,9 @@ constexpr Message kMessages[] = {
     {242, conversion,
      "从 %1 数据类型到 %2 数据类型的转换产生一个超出范围的值。",
      "The conversion of a %1 data type to a %2 data type resulted in an out-of-range value."},
+    {243, noSuchObject,
+     "类型 %1 不是已定义的系统类型。",
+     "Type %1 is not a defined system type."},
     {244, overflow,
      "%1 值 '%2' 的转换溢出了 %3 列。请使用较大的整数列。",
      "The conversion of the %1 value '%2' overflowed an %3 column. Use a larger integer column."},
@@ -174,6 +177,9 @@ constexpr Message kMessages[] = {
      "不允许从数据类型 %1 到数据类型 %2 的隐式转换(表 '%3'，列 '%4')。请使用 CONVERT 函数来运行此查询。",
      "Disallowed implicit conversion from data type %1 to data type %2, table '%3', column '%4'. Use the C"
      "ONVERT function to run this query."},
+    {263, syntax,
+     "必须指定要从中进行选择的表。",
+     "Must specify table to select from."},
     {264, duplicate,
      "在 SET 子句或 INSERT 的列列表中多次指定了列名 '%1'。在同一子句中，不能为一个列分配多个值。请修改该子"
      "句，以确保一个列仅更新一次。",

@@ -33,8 +33,7 @@ Statement Parser::parse() {
     Statement statement;
     if (first.isWord("select") || first.isSymbol("(")) {
         QueryStatement query;
-        query.query = parseQuery();
-        query.query->orderBy = parseOrderBy();
+        query.query = parseOrderedQuery();
         if (takeWord("option")) {
             throw Error(kNotSupported, {"option"});
         }
@@ -168,6 +167,9 @@ std::string Parser::takeObjectName() {
     }
     if (!owner.empty() && !sameName(owner, "dbo")) {
         throw Error(208, {owner + "." + name});
+    }
+    if (name.starts_with('#')) {
+        throw Error(kNotSupported, {"temporary tables"});
     }
     return name;
 }

@@ -39,6 +39,7 @@ private:
 
     // Queries.
     QueryPtr parseQuery();
+    QueryPtr parseOrderedQuery();
     QueryPtr parseIntersection();
     QueryPtr parseQueryTerm();
     QueryPtr parseSelect();
@@ -71,6 +72,7 @@ private:
     ExpressionPtr parseConvert(const std::string& word);
     ExpressionPtr parseFunction();
     ExpressionPtr parseColumn();
+    void skipCollation();
     Type parseTypeName(std::string* declared);
 
     // Changes.

@@ -31,8 +31,7 @@ InsertStatement Parser::parseInsert() {
             }
             fail();
         }
-        statement.query = parseQuery();
-        statement.query->orderBy = parseOrderBy();
+        statement.query = parseOrderedQuery();
         return statement;
     }
     do {

@@ -107,11 +107,8 @@ void Parser::parseColumnOption(ColumnDefinition& column, std::vector<KeyConstrai
         expectSymbol("(");
         checks.push_back({constraint, parseCondition()});
         expectSymbol(")");
-    } else if (takeWord("collate")) {
-        const std::string collation = lowerName(takeName());
-        if (collation.find("_ci_") == std::string::npos && collation != "database_default") {
-            throw Error(kNotSupported, {"collate " + collation});
-        }
+    } else if (peek().isWord("collate")) {
+        skipCollation();
     } else if (peek().isWord("references") || peek().isWord("foreign")) {
         throw Error(kNotSupported, {"foreign keys"});
     } else {
@@ -209,8 +206,7 @@ CreateViewStatement Parser::parseView(bool alter) {
         throw Error(kNotSupported, {"view options"});
     }
     expectWord("as");
-    statement.query = parseQuery();
-    statement.query->orderBy = parseOrderBy();
+    statement.query = parseOrderedQuery();
     return statement;
 }
 

@@ -78,7 +78,7 @@ ExpressionPtr Parser::parsePredicate() {
     if (takeWord("exists")) {
         ExpressionPtr result = makeExpression(ExpressionKind::exists);
         expectSymbol("(");
-        result->query = parseQuery();
+        result->query = parseOrderedQuery();
         expectSymbol(")");
         return result;
     }
@@ -121,7 +121,7 @@ ExpressionPtr Parser::parseComparison(ExpressionPtr left) {
     result->all = !any;
     result->operands.push_back(std::move(left));
     expectSymbol("(");
-    result->query = parseQuery();
+    result->query = parseOrderedQuery();
     expectSymbol(")");
     return result;
 }
@@ -146,7 +146,7 @@ ExpressionPtr Parser::parseIn(ExpressionPtr left, bool negated) {
     result->negated = negated;
     result->operands.push_back(std::move(left));
     if (query) {
-        result->query = parseQuery();
+        result->query = parseOrderedQuery();
     } else {
         do {
             result->operands.push_back(parseSum());
@@ -191,7 +191,9 @@ ExpressionPtr Parser::parseUnary() {
     } else if (peek().isSymbol("~")) {
         op = Operator::bitNot;
     } else {
-        return parsePrimary();
+        ExpressionPtr primary = parsePrimary();
+        skipCollation();
+        return primary;
     }
     take();
     if (++depth_ > 200) {
@@ -202,6 +204,17 @@ ExpressionPtr Parser::parseUnary() {
     result->operands.push_back(parseUnary());
     --depth_;
     return result;
+}
+
+/// Texts compare without regard to case anyway; another collation is not to be had.
+void Parser::skipCollation() {
+    if (!takeWord("collate")) {
+        return;
+    }
+    const std::string collation = lowerName(takeName());
+    if (collation.find("_ci_") == std::string::npos && collation != "database_default") {
+        throw Error(kNotSupported, {"collate " + collation});
+    }
 }
 
 ExpressionPtr Parser::parsePrimary() {
@@ -247,8 +260,7 @@ ExpressionPtr Parser::parseBracket() {
     ExpressionPtr result;
     if (peek().isWord("select")) {
         result = makeExpression(ExpressionKind::subquery);
-        result->query = parseQuery();
-        result->query->orderBy = parseOrderBy();
+        result->query = parseOrderedQuery();
     } else {
         result = parseCondition();
     }
@@ -354,9 +366,6 @@ ExpressionPtr Parser::parseColumn() {
     }
     if (peek().isSymbol("(")) {
         throw Error(195, {result->qualifier + "." + result->name});
-    }
-    if (peek().isWord("collate")) {
-        throw Error(kNotSupported, {"collate"});
     }
     return result;
 }

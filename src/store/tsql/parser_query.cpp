@@ -20,6 +20,12 @@ QueryPtr Parser::parseQuery() {
     return left;
 }
 
+QueryPtr Parser::parseOrderedQuery() {
+    QueryPtr query = parseQuery();
+    query->orderBy = parseOrderBy();
+    return query;
+}
+
 QueryPtr Parser::parseIntersection() {
     QueryPtr left = parseQueryTerm();
     while (takeWord("intersect")) {
@@ -230,8 +236,7 @@ SourcePtr Parser::parseSource() {
         const std::size_t start = at_;
         try {
             source->kind = Source::Kind::derived;
-            source->query = parseQuery();
-            source->query->orderBy = parseOrderBy();
+            source->query = parseOrderedQuery();
             expectSymbol(")");
             parseSourceAlias(*source);
             if (source->alias.empty()) {

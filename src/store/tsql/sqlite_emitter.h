@@ -49,7 +49,8 @@ private:
     void emitStatement(const TransactionStatement& statement);
     void emitSelectInto(const Query& query);
     void emitJoinedUpdate(const UpdateStatement& statement);
-    std::string columnDefinition(const ColumnDefinition& column);
+    std::string columnDefinition(const ColumnDefinition& column, bool inPrimaryKey);
+    void addTableExtras(const CreateTableStatement& statement, const std::vector<ColumnInfo>& columns);
     std::string storedDefault(const ColumnDefinition& column);
     void dropConstraint(const AlterTableStatement& statement, const std::string& name);
     void addKeyIndex(const std::string& table, const KeyConstraint& key, const std::vector<ColumnInfo>& columns);

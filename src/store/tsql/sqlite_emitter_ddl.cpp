@@ -36,6 +36,13 @@ bool isPlainKey(const KeyConstraint& key, const std::vector<ColumnInfo>& columns
     });
 }
 
+bool isPrimary(const std::vector<KeyConstraint>& keys, const std::string& name) {
+    return std::any_of(keys.begin(), keys.end(), [&](const KeyConstraint& key) {
+        return key.primary && std::any_of(key.columns.begin(), key.columns.end(),
+                                          [&](const IndexColumn& part) { return sameName(part.name, name); });
+    });
+}
+
 std::string keyName(const std::string& table, const KeyConstraint& key) {
     return key.name.empty() ? (key.primary ? "PK__" : "UQ__") + table + "__" + key.columns[0].name : key.name;
 }
@@ -64,11 +71,12 @@ std::string SqliteEmitter::storedDefault(const ColumnDefinition& column) {
     return constant ? text : "(" + text + ")";
 }
 
-std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column) {
+std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column, bool inPrimaryKey) {
     if (column.identity) {
         return quoteName(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
     }
-    std::string text = quoteName(column.name) + " " + column.declaredType + (column.notNull ? " NOT NULL" : "");
+    std::string text =
+        quoteName(column.name) + " " + column.declaredType + (column.notNull || inPrimaryKey ? " NOT NULL" : "");
     return column.defaultValue ? text + " DEFAULT " + storedDefault(column) : text;
 }
 
@@ -85,36 +93,18 @@ void SqliteEmitter::emitStatement(const CreateTableStatement& statement) {
     translation_->table = statement.name;
     stored_ = inline_ = bareColumns_ = true;
     const std::vector<ColumnInfo> columns = infoOf(statement.columns);
+    const bool hasIdentity =
+        std::any_of(columns.begin(), columns.end(), [](const ColumnInfo& column) { return column.identity; });
     std::string text;
-    std::vector<const KeyConstraint*> indexed;
-    bool identityKey = false;
-    for (const ColumnDefinition& definition : statement.columns) {
-        ColumnDefinition column = {definition.name,
-                                   definition.type,
-                                   definition.declaredType,
-                                   definition.notNull,
-                                   definition.identity,
-                                   definition.identitySeed,
-                                   nullptr,
-                                   false};
-        for (const KeyConstraint& key : statement.keys) {
-            column.notNull =
-                column.notNull ||
-                (key.primary && std::any_of(key.columns.begin(), key.columns.end(),
-                                            [&](const IndexColumn& part) { return sameName(part.name, column.name); }));
-        }
-        text += (text.empty() ? "" : ", ") + columnDefinition(column);
-        if (definition.defaultValue) {
-            text += " DEFAULT " + storedDefault(definition);
-        }
-        identityKey = identityKey || definition.identity;
+    for (const ColumnDefinition& column : statement.columns) {
+        text += (text.empty() ? "" : ", ") + columnDefinition(column, isPrimary(statement.keys, column.name));
     }
+    std::vector<const KeyConstraint*> indexed;
     for (const KeyConstraint& key : statement.keys) {
-        const bool isIdentity = key.columns.size() == 1 && findColumn(columns, key.columns[0].name)->identity;
-        if (isIdentity) {
+        if (key.columns.size() == 1 && findColumn(columns, key.columns[0].name)->identity) {
             continue;  // the column is the row's id already
         }
-        if (!isPlainKey(key, columns) || (key.primary && identityKey)) {
+        if (!isPlainKey(key, columns) || (key.primary && hasIdentity)) {
             indexed.push_back(&key);
             continue;
         }
@@ -129,10 +119,15 @@ void SqliteEmitter::emitStatement(const CreateTableStatement& statement) {
     for (const KeyConstraint* key : indexed) {
         addKeyIndex(statement.name, *key, columns);
     }
+    addTableExtras(statement, columns);
+}
+
+/// The index on the item's id where there is no key, and the first number of an identity column.
+void SqliteEmitter::addTableExtras(const CreateTableStatement& statement, const std::vector<ColumnInfo>& columns) {
     const ColumnInfo* itemId = findColumn(columns, std::string(kItemId));
     if (statement.keys.empty() && itemId != nullptr && !itemId->identity) {
-        translation_->statements.push_back("CREATE INDEX " + quoteName(statement.name + ".orven." + itemId->name) +
-                                           " ON " + quoteName(statement.name) +
+        const std::string name = statement.name + ".orven." + itemId->name;
+        translation_->statements.push_back("CREATE INDEX " + quoteName(name) + " ON " + quoteName(statement.name) +
                                            indexColumns({{itemId->name, false}}, columns));
     }
     for (const ColumnDefinition& column : statement.columns) {
@@ -151,7 +146,7 @@ void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
     const std::string table = quoteName(statement.object->name);
     std::vector<ColumnInfo> columns = statement.object->columns;
     for (const ColumnDefinition& column : statement.columns) {
-        const std::string definition = columnDefinition(column);
+        const std::string definition = columnDefinition(column, false);
         if (column.defaultValue && definition.ends_with(")")) {
             throw Error(kNotSupported, {"alter table add with a default that is computed"});
         }
@@ -168,8 +163,11 @@ void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
         addKeyIndex(statement.object->name, key, columns);
     }
     for (const std::string& name : statement.dropColumns) {
+        // Without it SQLite refuses while any view of the database, also another table's, doesn't hold.
+        translation_->statements.push_back("PRAGMA legacy_alter_table = ON");
         translation_->statements.push_back("ALTER TABLE " + table + " DROP COLUMN " +
                                            quoteName(findColumn(columns, name)->name));
+        translation_->statements.push_back("PRAGMA legacy_alter_table = OFF");
     }
     for (const std::string& name : statement.dropConstraints) {
         dropConstraint(statement, name);
@@ -237,7 +235,7 @@ void SqliteEmitter::emitSelectInto(const Query& top) {
     if (!top.select) {
         throw Error(kNotSupported, {"select into of a union"});
     }
-    translation_->kind = StatementKind::change;
+    translation_->kind = StatementKind::ddl;
     translation_->cacheable = false;
     translation_->table = top.select->into;
     inline_ = true;

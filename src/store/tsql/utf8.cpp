@@ -2,19 +2,30 @@
 
 namespace orvenmod::store::tsql {
 
+namespace {
+
+// A byte that belongs to no character stands for itself in a range that has no characters.
+constexpr char32_t kBrokenByte = 0xDC00;
+
+}  // namespace
+
 char32_t nextCharacter(std::string_view text, std::size_t& at) {
     const auto lead = static_cast<unsigned char>(text[at]);
     const std::size_t size = characterSize(text[at]);
-    if (size == 1 || at + size > text.size()) {
+    if (lead < 0x80) {
         ++at;
         return lead;
+    }
+    if (size == 1 || at + size > text.size()) {
+        ++at;
+        return kBrokenByte + lead;
     }
     char32_t character = lead & (0xFFu >> (size + 1));
     for (std::size_t i = 1; i < size; ++i) {
         const auto byte = static_cast<unsigned char>(text[at + i]);
         if ((byte & 0xC0) != 0x80) {
             ++at;
-            return lead;
+            return kBrokenByte + lead;
         }
         character = (character << 6) | (byte & 0x3F);
     }

@@ -13,7 +13,7 @@ inline std::size_t characterSize(char lead) {
     return byte < 0xC2 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : byte < 0xF5 ? 4 : 1;
 }
 
-/// The character at `at`, and `at` behind it. A broken sequence gives its bytes one by one.
+/// The character at `at`, and `at` behind it. A broken sequence gives its bytes one by one, as 0xDC00 and the byte.
 char32_t nextCharacter(std::string_view text, std::size_t& at);
 void appendCharacter(std::string& text, char32_t character);
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "store/tsql/conversions.h"
@@ -115,7 +116,9 @@ Datum textToFloat(std::string_view text, const Type& from, const Type& to) {
     if (!plain || end != digits.data() + digits.size() || error == std::errc::invalid_argument) {
         throw Error(8114, {messageName(from), messageName(to)});
     }
-    const bool tooLarge = error == std::errc::result_out_of_range && std::fabs(value) > 1;
+    // from_chars leaves the value alone where it is too large or too close to zero; strtod tells which.
+    if (error == std::errc::result_out_of_range) value = std::strtod(std::string(digits).c_str(), nullptr);
+    const bool tooLarge = std::isinf(value);
     if (tooLarge || (to.kind == Kind::real && std::fabs(value) > std::numeric_limits<float>::max())) {
         throw Error(8115, {"expression", messageName(to)});
     }
