@@ -23,15 +23,6 @@ namespace orvenmod::test {
 
 using namespace platform;
 
-namespace {
-
-QString shownName(const std::string& name, int index) {
-    const QString plain = QString::fromStdString(name);
-    return index < 0 ? plain : QStringLiteral("%1(%2)").arg(plain).arg(index);
-}
-
-}  // namespace
-
 void settle() { QCoreApplication::processEvents(); }
 
 void pressLetter(QWidget& target, const std::string& letter) {
@@ -51,15 +42,10 @@ void QtUser::requireFront() const {
     if (QApplication::activeModalWidget() != &root_) stop("another window lies in front");
 }
 
-template <class Widget>
-Widget& QtUser::reach(const std::string& name, int index) {
-    requireFront();
-    const QString shown = shownName(name, index);
-    auto* widget = root_.findChild<Widget*>(shown);
-    if (widget == nullptr) stop("no such control for this step: " + shown.toStdString());
-    if (!widget->isVisible()) stop(shown.toStdString() + " is not in sight");
-    if (!widget->isEnabled()) stop(shown.toStdString() + " is disabled");
-    return *widget;
+void QtUser::requireReach(const QWidget* widget, const std::string& shown) const {
+    if (widget == nullptr) stop("no such control for this step: " + shown);
+    if (!widget->isVisible()) stop(shown + " is not in sight");
+    if (!widget->isEnabled()) stop(shown + " is disabled");
 }
 
 QTableView& QtUser::reachRow(const std::string& grid, int row) {

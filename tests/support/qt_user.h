@@ -69,7 +69,14 @@ private:
     void requireFront() const;
     /// The widget of that name, in reach of the user.
     template <class Widget>
-    Widget& reach(const std::string& name, int index = -1);
+    Widget& reach(const std::string& name, int index = -1) {
+        requireFront();
+        const std::string shown = index < 0 ? name : name + "(" + std::to_string(index) + ")";
+        auto* widget = root_.findChild<Widget*>(QString::fromStdString(shown));
+        requireReach(widget, shown);
+        return *widget;
+    }
+    void requireReach(const QWidget* widget, const std::string& shown) const;
     QTableView& reachRow(const std::string& grid, int row);
     QTableView& reachCell(const std::string& grid, int column, int row);
     void clickRow(const std::string& grid, int row, Qt::KeyboardModifiers modifiers);
