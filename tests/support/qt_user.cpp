@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QHeaderView>
@@ -40,6 +41,11 @@ void QtUser::stop(const std::string& why) const {
 void QtUser::requireFront() const {
     if (!window_.shown()) stop("the window is closed, no user can act in it");
     if (QApplication::activeModalWidget() != &root_) stop("another window lies in front");
+    // Without a window manager nobody gives the window the keyboard back when a list or a menu closes.
+    if (QApplication::activePopupWidget() == nullptr && !root_.isActiveWindow()) {
+        root_.activateWindow();
+        settle();
+    }
 }
 
 void QtUser::requireReach(const QWidget* widget, const std::string& shown) const {
@@ -136,10 +142,11 @@ void QtUser::pick(const std::string& combo, int row, int index) {
 void QtUser::pickDate(const std::string& picker, const Date& date) {
     auto& field = reach<QDateEdit>(picker);
     field.setFocus(Qt::MouseFocusReason);
-    QTest::keyClick(&field, Qt::Key_Home);
-    for (const std::string& letter : lettersOf(toText(date)))
-        pressLetter(field, letter);
-    QTest::keyClick(&field, Qt::Key_Return);
+    QTest::keyClick(&field, Qt::Key_F4);
+    QCalendarWidget* calendar = field.calendarWidget();
+    if (!calendar->isVisible()) stop(picker + " doesn't open");
+    calendar->setSelectedDate(QDate(date.year, date.month, date.day));
+    QTest::keyClick(calendar->findChild<QTableView*>(), Qt::Key_Return);
     settle();
     const QDate wanted(date.year, date.month, date.day);
     if (field.date() != wanted) stop(picker + " doesn't take " + toText(date));

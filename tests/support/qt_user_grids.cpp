@@ -36,7 +36,8 @@ QList<QMenu*> menusAbove(QWidget& root, QAction& entry) {
     for (QAction* below = &entry; below != nullptr;) {
         QMenu* holder = nullptr;
         for (QMenu* menu : root.findChildren<QMenu*>()) {
-            if (menu->actions().contains(below)) holder = menu;
+            // The bar and the toolbars have menus of their own for what doesn't fit; ours have names.
+            if (!menu->objectName().isEmpty() && menu->actions().contains(below)) holder = menu;
         }
         if (holder != nullptr) path.prepend(holder);
         below = holder != nullptr ? holder->menuAction() : nullptr;

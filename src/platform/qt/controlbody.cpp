@@ -13,6 +13,7 @@ ControlBody::ControlBody(const ControlDesign& design, QWidget* widget)
       kind_(design.kind),
       tag_(design.tag),
       widget_(widget),
+      focusPart_(widget),
       left_(design.left),
       top_(design.top),
       width_(design.width),
@@ -66,7 +67,7 @@ void ControlBody::setEnabled(bool enabled) {
 void ControlBody::setFocus() {
     if (widget_ == nullptr || !widget_->isEnabled() || !widget_->isVisibleTo(widget_->window()))
         throw std::runtime_error("无效的过程调用或参数");
-    widget_->setFocus(Qt::OtherFocusReason);
+    focusPart_->setFocus(Qt::OtherFocusReason);
 }
 
 bool ControlBody::hasFocus() const {
@@ -74,7 +75,7 @@ bool ControlBody::hasFocus() const {
     // By window, so that the window under a box keeps telling where its user was.
     const QWidget* focus = widget_->window()->focusWidget();
     if (focus == nullptr) return false;
-    if (focus == widget_ || focus == widget_->focusProxy()) return true;
+    if (focus == focusPart_) return true;
     const bool container = kind_ == ControlKind::frame || kind_ == ControlKind::tabs;
     return !container && widget_->isAncestorOf(focus);
 }

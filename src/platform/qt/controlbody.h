@@ -40,6 +40,9 @@ public:
 
     void setFocus();
     bool hasFocus() const;
+    /// The part of the widget that takes the focus, where it isn't the whole.
+    void setFocusPart(QWidget* part) { focusPart_ = part; }
+    QWidget* focusPart() const { return focusPart_; }
 
 private:
     void place();
@@ -49,6 +52,7 @@ private:
     ControlKind kind_;
     std::string tag_;
     QWidget* widget_;
+    QWidget* focusPart_;
     float left_, top_, width_, height_;
     bool fixedHeight_ = false;
     bool visible_;
@@ -86,6 +90,7 @@ public:
 
     /// Null for a control that shows nothing.
     QWidget* widget() const { return body_.widget(); }
+    QWidget* focusPart() const { return body_.focusPart(); }
 
 protected:
     ControlBody body_;

@@ -37,13 +37,14 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 };
 
-/// A date edit whose calendar the keyboard opens too: F4 or Alt+Down.
+/// A date edit whose calendar the keyboard opens too: F4 or Alt+Down. Tab leads out of it, not from year to month.
 class DateWidget : public QDateEdit {
     Q_OBJECT
 public:
     using QDateEdit::QDateEdit;
 
 protected:
+    bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 };

@@ -62,7 +62,7 @@ QtTabs::QtTabs(const ControlDesign& design, QWidget* parent)
         page->setGeometry(tabs_->rect());
     tabs_->bar()->resize(tabs_->bar()->sizeHint());
     tabs_->bar()->setAccessibleName(tabs_->bar()->count() > 0 ? spokenCaption(tabs_->bar()->tabText(0)) : QString());
-    tabs_->setFocusProxy(tabs_->bar());
+    body_.setFocusPart(tabs_->bar());
 }
 
 int QtTabs::tab() const { return tabs_->bar()->currentIndex(); }

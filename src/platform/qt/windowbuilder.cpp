@@ -175,9 +175,8 @@ void WindowBuilder::addMenus() {
 void WindowBuilder::orderTabs() {
     for (std::size_t place = 0; place < designs_.size(); ++place) {
         if (!takesFocus(designs_[place].kind) || widgets_[place] == nullptr) continue;
-        QWidget* stop = widgets_[place]->focusProxy() != nullptr && designs_[place].kind == ControlKind::tabs
-                            ? widgets_[place]->focusProxy()
-                            : widgets_[place];
+        const auto* tabs = dynamic_cast<const QtTabs*>(built_.controls[place].get());
+        QWidget* stop = tabs != nullptr ? tabs->focusPart() : widgets_[place];
         built_.tabStops.push_back(stop);
     }
     const std::vector<QWidget*>& chain = built_.tabStops;
