@@ -57,7 +57,7 @@ std::string ScriptBook::takeFile() {
         ADD_FAILURE() << "a file dialog opened and the test has no file for it";
         return {};
     }
-    const std::string path = files_.front();
+    std::string path = files_.front();
     files_.pop_front();
     return path;
 }

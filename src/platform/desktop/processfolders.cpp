@@ -46,7 +46,7 @@ std::string ProcessFolders::folder(const std::string& name) {
         if (!::mkdtemp(pattern.data())) fail(pattern);
         root_ = pattern;
     }
-    const std::string path = root_ + "/" + name;
+    std::string path = root_ + "/" + name;
     if (!isOwnFolder(path) && ::mkdir(path.c_str(), 0700) != 0) fail(path);
     return path;
 }

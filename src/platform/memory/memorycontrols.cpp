@@ -36,7 +36,7 @@ MemoryTabs::MemoryTabs(MemoryWindow& window, const ControlDesign& design) : Memo
 }
 
 void MemoryTabs::setTab(int index) {
-    pages_.at(static_cast<std::size_t>(index));  // tests it
+    if (index < 0 || static_cast<std::size_t>(index) >= pages_.size()) throw std::out_of_range("下标越界");
     tab_ = index;
 }
 
