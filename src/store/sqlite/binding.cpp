@@ -4,7 +4,6 @@
 #include <string>
 
 #include "store/tsql/decimal.h"
-#include "store/tsql/error.h"
 #include "store/tsql/like.h"
 #include "store/tsql/utf8.h"
 
@@ -32,28 +31,20 @@ Datum binaryLiteral(std::string_view digits) {
     return result;
 }
 
-Datum realLiteral(std::string_view text) {
-    Datum result;
-    result.kind = Datum::Kind::real;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), result.real);
-    if (error != std::errc() && result.real != 0) throw tsql::Error(8115, {"expression", "float"});
-    return result;
-}
-
 Datum literalValue(const Literal& literal) {
     switch (literal.kind) {
         case LiteralKind::integer:
         case LiteralKind::decimal:
             if (const auto number = tsql::Decimal::parse(literal.text)) return number->toDatum();
             break;
-        case LiteralKind::money: {
+        case LiteralKind::money:
+        case LiteralKind::real: {
             Datum text;
             text.kind = Datum::Kind::text;
             text.text = literal.text;
-            return tsql::convert(text, tsql::textType(Kind::varchar, -1), tsql::typeOf(Kind::money));
+            const Kind kind = literal.kind == LiteralKind::money ? Kind::money : Kind::floating;
+            return tsql::convert(text, tsql::textType(Kind::varchar, -1), tsql::typeOf(kind));
         }
-        case LiteralKind::real:
-            return realLiteral(literal.text);
         case LiteralKind::binary:
             return binaryLiteral(literal.text);
         case LiteralKind::text:

@@ -14,6 +14,7 @@ namespace {
 constexpr std::string_view kKeyPrefix = "UNIQUE constraint failed: ";
 constexpr std::string_view kNullPrefix = "NOT NULL constraint failed: ";
 constexpr std::string_view kCheckPrefix = "CHECK constraint failed: ";
+constexpr std::string_view kTooManyTables = "at most 64 tables in a join";
 constexpr std::string_view kIndexMark = "index '";
 
 std::string afterPrefix(const std::string& text, std::string_view prefix) {
@@ -191,6 +192,7 @@ Failure failureOf(sqlite3* handle, int code, const DatabaseFile& file) {
             return text(8152, {});
         case SQLITE_ERROR:
             if (message == "integer overflow") return text(8115, {"expression", "bigint"});
+            if (message == kTooManyTables) return text(106, {"64"});
             break;
         default:
             break;

@@ -1,0 +1,93 @@
+#include "contract.h"
+
+namespace orvenmod::store::test {
+
+void StoreContract::SetUp() {
+    std::string reason;
+    store_ = storeUnderTest(reason);
+    if (store_ == nullptr) GTEST_SKIP() << reason;
+    connection_ = store_->freshDatabase();
+    connection_->execute("create table t(id int, c varchar(10), d datetime)");
+    connection_->execute("insert into t(id,c,d) values(1,'甲','2026-01-02 03:04:05')");
+    connection_->execute("insert into t(id,c,d) values(2,null,null)");
+}
+
+namespace {
+
+TEST_F(StoreContract, GivesTheRowsOfAQueryInTheirOrder) {
+    const Recordset rows = connection_->open("select id,c from t order by id desc");
+    ASSERT_EQ(rows.rowCount(), 2U);
+    EXPECT_EQ(rows.columns()[0].name, "id");
+    EXPECT_EQ(rows.cell(0, 0), "2");
+    EXPECT_EQ(rows.cell(1, 1), "甲");
+}
+
+TEST_F(StoreContract, GivesNullAsNullAndTheEmptyTextAsText) {
+    connection_->execute("insert into t(id,c) values(3,'')");
+    const Recordset rows = connection_->open("select c from t where id>1 order by id");
+    EXPECT_EQ(rows.cell(0, 0), std::nullopt);
+    EXPECT_EQ(rows.cell(1, 0), "");
+}
+
+TEST_F(StoreContract, GivesNoRowsButTheColumnsOfAnEmptyResult) {
+    const Recordset rows = connection_->open("select id,c from t where id=99");
+    EXPECT_TRUE(rows.eof());
+    EXPECT_EQ(rows.columnCount(), 2);
+}
+
+TEST_F(StoreContract, CountsTheRowsThatAStatementTouches) {
+    EXPECT_EQ(connection_->execute("update t set c='x'"), 2);
+    EXPECT_EQ(connection_->execute("delete from t where id=1"), 1);
+    EXPECT_EQ(connection_->execute("delete from t where id=1"), 0);
+}
+
+TEST_F(StoreContract, KeepsARecordsetAfterItsConnectionIsClosed) {
+    const Recordset rows = connection_->open("select c from t where id=1");
+    connection_->close();
+    EXPECT_EQ(rows.text("C"), "甲");
+}
+
+TEST_F(StoreContract, ShowsWhatIsStoredToASecondConnection) {
+    const auto other = store_->again();
+    EXPECT_EQ(other->open("select id from t where id=1").rowCount(), 1U);
+}
+
+TEST_F(StoreContract, FailsForATextThatIsNoStatement) {
+    EXPECT_NE(numberOf([&] { connection_->execute("nonsense"); }), 0);
+    EXPECT_NE(numberOf([&] { connection_->open("select from where"); }), 0);
+    EXPECT_EQ(value("select id from t where id=1"), "1");
+}
+
+TEST_F(StoreContract, TellsAnUnknownTableAndColumn) {
+    NEEDS_THE_DIALECT();
+    EXPECT_EQ(numberOf([&] { connection_->open("select * from nosuch"); }), 208);
+    EXPECT_EQ(numberOf([&] { connection_->open("select nosuch from t"); }), 207);
+}
+
+TEST_F(StoreContract, RefusesWhatItsColumnsDoNotTake) {
+    NEEDS_THE_DIALECT();
+    EXPECT_EQ(numberOf([&] { connection_->execute("insert into t(id) values('abc')"); }), 245);
+    EXPECT_EQ(numberOf([&] { connection_->execute("insert into t(c) values('12345678901')"); }), 2628);
+    EXPECT_EQ(numberOf([&] { connection_->execute("insert into t(d) values('2026-02-30')"); }), 242);
+    EXPECT_EQ(value("select count(*) from t"), "2");
+}
+
+TEST_F(StoreContract, GivesDatesInOneForm) {
+    NEEDS_THE_DIALECT();
+    EXPECT_EQ(value("select d from t where id=1"), "2026-01-02 03:04:05");
+}
+
+TEST_F(StoreContract, RefusesEveryCallOnceItIsClosed) {
+    connection_->close();
+    EXPECT_NE(numberOf([&] { connection_->execute("delete from t"); }), 0);
+    EXPECT_NE(numberOf([&] { connection_->open("select id from t"); }), 0);
+    EXPECT_NE(numberOf([&] { connection_->openTable("t"); }), 0);
+    EXPECT_NE(numberOf([&] { connection_->beginTrans(); }), 0);
+    EXPECT_FALSE(connection_->inTransaction());
+    connection_->close();
+    connection_ = store_->again();
+    EXPECT_EQ(value("select count(*) from t"), "2");
+}
+
+}  // namespace
+}  // namespace orvenmod::store::test

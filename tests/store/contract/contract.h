@@ -1,0 +1,56 @@
+// What a store under the contract gives the tests. Each binary defines storeUnderTest().
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "store/connection.h"
+
+namespace orvenmod::store::test {
+
+class StoreUnderTest {
+public:
+    virtual ~StoreUnderTest() = default;
+    /// A connection to a new, empty database.
+    virtual std::unique_ptr<Connection> freshDatabase() = 0;
+    /// A second connection to the database of the last freshDatabase().
+    virtual std::unique_ptr<Connection> again() = 0;
+    /// Whether the store refuses what the server refuses (conversions, lengths) by the server's numbers.
+    virtual bool speaksTheDialect() const = 0;
+    /// Whether a statement of the dialect's DDL is undone by a rollback.
+    virtual bool hasTransactionalDefinitions() const = 0;
+};
+
+/// The store of this binary; null, and a reason, where it can't be reached on this machine.
+StoreUnderTest* storeUnderTest(std::string& reason);
+
+class StoreContract : public ::testing::Test {
+protected:
+    void SetUp() override;
+
+    /// The number of the failure that `work` throws, 0 for none.
+    template <typename Work>
+    static int numberOf(Work work) {
+        try {
+            work();
+            return 0;
+        } catch (const Failure& failure) {
+            EXPECT_FALSE(failure.text().empty());
+            return failure.number();
+        }
+    }
+    std::string value(const std::string& sql) {
+        const Recordset rows = connection_->open(sql);
+        return rows.eof() ? "no row" : std::string(rows.cell(0, 0).value_or("NULL"));
+    }
+
+    StoreUnderTest* store_ = nullptr;
+    std::unique_ptr<Connection> connection_;
+};
+
+#define NEEDS_THE_DIALECT() \
+    if (!store_->speaksTheDialect()) GTEST_SKIP() << "this store's driver does not speak the dialect"
+
+}  // namespace orvenmod::store::test

@@ -1,0 +1,79 @@
+#include "contract.h"
+
+namespace orvenmod::store::test {
+namespace {
+
+TEST_F(StoreContract, KeepsWhatATransactionCommits) {
+    connection_->beginTrans();
+    EXPECT_TRUE(connection_->inTransaction());
+    connection_->execute("update t set c='x' where id=1");
+    connection_->commitTrans();
+    EXPECT_FALSE(connection_->inTransaction());
+    EXPECT_EQ(value("select c from t where id=1"), "x");
+}
+
+TEST_F(StoreContract, UndoesWhatATransactionRollsBack) {
+    connection_->beginTrans();
+    connection_->execute("update t set c='x' where id=1");
+    connection_->rollbackTrans();
+    EXPECT_FALSE(connection_->inTransaction());
+    EXPECT_EQ(value("select c from t where id=1"), "甲");
+}
+
+TEST_F(StoreContract, RefusesToEndATransactionThatHasNotBegun) {
+    EXPECT_EQ(numberOf([&] { connection_->commitTrans(); }), 3902);
+    EXPECT_EQ(numberOf([&] { connection_->rollbackTrans(); }), 3903);
+}
+
+TEST_F(StoreContract, RefusesASecondBeginning) {
+    connection_->beginTrans();
+    EXPECT_NE(numberOf([&] { connection_->beginTrans(); }), 0);
+    EXPECT_TRUE(connection_->inTransaction());
+    connection_->rollbackTrans();
+}
+
+TEST_F(StoreContract, KeepsATransactionOpenOverAStatementThatFails) {
+    connection_->beginTrans();
+    connection_->execute("update t set c='x' where id=1");
+    EXPECT_NE(numberOf([&] { connection_->execute("update nosuch set c=1"); }), 0);
+    EXPECT_TRUE(connection_->inTransaction());
+    connection_->commitTrans();
+    EXPECT_EQ(value("select c from t where id=1"), "x");
+}
+
+TEST_F(StoreContract, UndoesAStatementThatFailsHalfWay) {
+    NEEDS_THE_DIALECT();
+    connection_->execute("update t set c='5' where id=1");
+    connection_->execute("update t set c='abc' where id=2");
+    for (const bool within : {false, true}) {
+        if (within) connection_->beginTrans();
+        EXPECT_EQ(numberOf([&] { connection_->execute("update t set id=c"); }), 245);
+        EXPECT_EQ(value("select count(*) from t where id in (1,2)"), "2");
+        if (within) connection_->rollbackTrans();
+    }
+}
+
+TEST_F(StoreContract, UndoesAnOpenTransactionWhenItIsClosed) {
+    connection_->beginTrans();
+    connection_->execute("delete from t");
+    connection_->close();
+    connection_ = store_->again();
+    EXPECT_FALSE(connection_->inTransaction());
+    EXPECT_EQ(value("select count(*) from t"), "2");
+}
+
+TEST_F(StoreContract, UndoesADefinitionWithItsTransaction) {
+    if (!store_->hasTransactionalDefinitions()) GTEST_SKIP() << "this store's driver commits definitions at once";
+    connection_->beginTrans();
+    connection_->execute("create table u(a int)");
+    connection_->execute("alter table t add e int");
+    connection_->execute("insert into u values(1)");
+    connection_->rollbackTrans();
+    EXPECT_EQ(numberOf([&] { connection_->open("select * from u"); }), 208);
+    EXPECT_EQ(numberOf([&] { connection_->open("select e from t"); }), 207);
+    connection_->execute("create table u(b int)");
+    EXPECT_EQ(connection_->open("select b from u").rowCount(), 0U);
+}
+
+}  // namespace
+}  // namespace orvenmod::store::test

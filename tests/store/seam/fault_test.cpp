@@ -1,0 +1,75 @@
+#include "store/fault.h"
+
+#include <gtest/gtest.h>
+
+#include "scriptedstore.h"
+
+namespace orvenmod::store {
+namespace {
+
+void useAll(Store& store) {
+    const auto connection = store.connect("x");
+    connection->beginTrans();
+    connection->execute("delete t");
+    connection->open("select a from t");
+    const auto writer = connection->openTable("t");
+    writer->addNew();
+    writer->set("a", "1");
+    writer->update();
+    connection->commitTrans();
+    connection->beginTrans();
+    connection->rollbackTrans();
+    connection->close();
+}
+
+TEST(Fault, CountsEveryOperationButTheClose) {
+    test::ScriptedStore target;
+    FaultPlan plan;
+    FaultyStore store(target, plan);
+    useAll(store);
+    EXPECT_EQ(plan.count, 9);
+}
+
+TEST(Fault, FailsEachOperationInItsTurn) {
+    for (int n = 1; n <= 9; ++n) {
+        test::ScriptedStore target;
+        FaultPlan plan;
+        plan.failAt = n;
+        FaultyStore store(target, plan);
+        try {
+            useAll(store);
+            FAIL() << "operation " << n << " did not fail";
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.number(), 50000);
+            EXPECT_EQ(failure.text(), "注入的故障");
+        }
+        EXPECT_EQ(plan.count, n);
+    }
+}
+
+TEST(Fault, LeavesTheTargetUntouchedByTheOperationThatFails) {
+    test::ScriptedStore target;
+    FaultPlan plan;
+    plan.failAt = 2;
+    FaultyStore store(target, plan);
+    const auto connection = store.connect("x");
+    EXPECT_THROW(connection->execute("delete t"), Failure);
+    EXPECT_EQ(target.notes, (test::Notes{"connect x"}));
+    EXPECT_EQ(connection->execute("delete t"), 3);
+}
+
+TEST(Fault, DropsTheRowOfAnUpdateThatFails) {
+    test::ScriptedStore target;
+    FaultPlan plan;
+    plan.failAt = 3;
+    FaultyStore store(target, plan);
+    const auto connection = store.connect("x");
+    const auto writer = connection->openTable("t");
+    writer->addNew();
+    writer->set("a", "1");
+    EXPECT_THROW(writer->update(), Failure);
+    EXPECT_EQ(target.notes.back(), "addNew");
+}
+
+}  // namespace
+}  // namespace orvenmod::store

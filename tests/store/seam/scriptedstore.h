@@ -1,0 +1,72 @@
+// A store without a database: it notes what reaches it, gives two rows, and fails for a statement that says "fail".
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "store/connection.h"
+
+namespace orvenmod::store::test {
+
+using Notes = std::vector<std::string>;
+
+class ScriptedWriter : public TableWriter {
+public:
+    explicit ScriptedWriter(Notes& notes) : notes_(notes) {}
+    void addNew() override { notes_.emplace_back("addNew"); }
+    void set(std::string_view field, std::string_view text) override {
+        notes_.push_back("set " + std::string(field) + "=" + std::string(text));
+    }
+    void setNull(std::string_view field) override { notes_.push_back("null " + std::string(field)); }
+    void setBinary(std::string_view field, std::span<const std::byte> bytes) override {
+        notes_.push_back("binary " + std::string(field) + " " + std::to_string(bytes.size()));
+    }
+    void update() override { notes_.emplace_back("update"); }
+
+private:
+    Notes& notes_;
+};
+
+class ScriptedConnection : public Connection {
+public:
+    explicit ScriptedConnection(Notes& notes) : notes_(notes) {}
+    std::int64_t execute(std::string_view sql) override {
+        notes_.push_back("execute " + std::string(sql));
+        if (sql.find("fail") != std::string_view::npos) throw Failure(FailureKind::syntax, 102, "坏语句");
+        return 3;
+    }
+    Recordset open(std::string_view sql) override {
+        notes_.push_back("open " + std::string(sql));
+        Recordset rows({{"a", ColumnType::integer}});
+        for (const char* text : {"1", "2"}) {
+            rows.addText(text);
+            rows.endRow();
+        }
+        return rows;
+    }
+    std::unique_ptr<TableWriter> openTable(std::string_view table) override {
+        notes_.push_back("openTable " + std::string(table));
+        return std::make_unique<ScriptedWriter>(notes_);
+    }
+    void beginTrans() override { notes_.emplace_back("begin"); }
+    void commitTrans() override { notes_.emplace_back("commit"); }
+    void rollbackTrans() override { notes_.emplace_back("rollback"); }
+    bool inTransaction() const override { return false; }
+    void setProgress(std::function<void()>) override {}
+    void close() noexcept override { notes_.emplace_back("close"); }
+
+private:
+    Notes& notes_;
+};
+
+class ScriptedStore : public Store {
+public:
+    std::unique_ptr<Connection> connect(const std::string& connectionString) override {
+        notes.push_back("connect " + connectionString);
+        return std::make_unique<ScriptedConnection>(notes);
+    }
+    Notes notes;
+};
+
+}  // namespace orvenmod::store::test

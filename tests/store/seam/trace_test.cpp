@@ -1,0 +1,116 @@
+#include "store/trace.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "scriptedstore.h"
+#include "support/temporary.h"
+
+namespace orvenmod::store {
+namespace {
+
+using Records = std::vector<TraceRecord>;
+
+struct Traced {
+    test::ScriptedStore target;
+    Records records;
+    TracingStore store{target, [this](const TraceRecord& record) { records.push_back(record); }};
+};
+
+std::vector<std::string> operations(const Records& records) {
+    std::vector<std::string> result;
+    for (const TraceRecord& record : records)
+        result.push_back(record.operation);
+    return result;
+}
+
+TEST(Trace, NotesEveryOperationInOrder) {
+    Traced traced;
+    const auto connection = traced.store.connect("x");
+    connection->beginTrans();
+    connection->execute("delete t");
+    connection->open("select a from t");
+    const auto writer = connection->openTable("t");
+    writer->addNew();
+    writer->set("a", "1");
+    writer->update();
+    connection->commitTrans();
+    connection->rollbackTrans();
+    connection->close();
+    EXPECT_EQ(operations(traced.records), (std::vector<std::string>{"connect", "begin", "execute", "open", "openTable",
+                                                                    "addRow", "commit", "rollback", "close"}));
+}
+
+TEST(Trace, NotesTheStatementToTheBlankAndItsRows) {
+    Traced traced;
+    const auto connection = traced.store.connect("x");
+    connection->execute("delete  t ");
+    connection->open(" select a  from t");
+    connection->openTable("tblItem")->update();
+    EXPECT_EQ(traced.records[1].sql, "delete  t ");
+    EXPECT_EQ(traced.records[1].rows, 3);
+    EXPECT_EQ(traced.records[2].sql, " select a  from t");
+    EXPECT_EQ(traced.records[2].rows, 2);
+    EXPECT_EQ(traced.records[3].sql, "tblItem");
+    EXPECT_EQ(traced.records[4].sql, "tblItem");
+    EXPECT_GE(traced.records[1].milliseconds, 0);
+}
+
+TEST(Trace, NotesAFailureAndPassesItOn) {
+    Traced traced;
+    const auto connection = traced.store.connect("x");
+    EXPECT_THROW(connection->execute("fail"), Failure);
+    EXPECT_TRUE(traced.records.back().failed);
+    EXPECT_EQ(traced.records.back().number, 102);
+    EXPECT_EQ(traced.records.back().text, "坏语句");
+}
+
+TEST(Trace, NotesOneCloseOfTwo) {
+    Traced traced;
+    const auto connection = traced.store.connect("x");
+    connection->close();
+    connection->close();
+    EXPECT_EQ(operations(traced.records), (std::vector<std::string>{"connect", "close"}));
+}
+
+TEST(Trace, KeepsThePasswordOfTheConnectionStringToItself) {
+    Traced traced;
+    traced.store.connect("Password=secret");
+    EXPECT_EQ(traced.records[0].sql.find("secret"), std::string::npos);
+}
+
+TEST(Trace, WritesAJsonLineAnOperation) {
+    const orvenmod::test::TemporaryFolder folder;
+    const std::string path = folder.file("trace.jsonl");
+    test::ScriptedStore target;
+    {
+        TracingStore store(target, traceToFile(path));
+        const auto connection = store.connect("x");
+        connection->execute("insert into t values('引号\"')");
+        EXPECT_THROW(connection->execute("fail"), Failure);
+    }
+    std::ifstream file(path);
+    std::vector<nlohmann::json> lines;
+    for (std::string line; std::getline(file, line);)
+        lines.push_back(nlohmann::json::parse(line));
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[1]["operation"], "execute");
+    EXPECT_EQ(lines[1]["sql"], "insert into t values('引号\"')");
+    EXPECT_EQ(lines[1]["rows"], 3);
+    EXPECT_TRUE(lines[1]["ms"].is_number());
+    EXPECT_FALSE(lines[1].contains("failed"));
+    EXPECT_EQ(lines[2]["failed"], true);
+    EXPECT_EQ(lines[2]["number"], 102);
+    EXPECT_EQ(lines[2]["text"], "坏语句");
+}
+
+TEST(Trace, ToAFileThatCanNotBeWrittenDropsItsLines) {
+    test::ScriptedStore target;
+    TracingStore store(target, traceToFile("/no/such/folder/trace.jsonl"));
+    EXPECT_EQ(store.connect("x")->execute("delete t"), 3);
+}
+
+}  // namespace
+}  // namespace orvenmod::store

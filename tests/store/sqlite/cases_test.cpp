@@ -1,0 +1,106 @@
+// Runs the cases of a file: {"id", "group", "setup": [...], "sql", and either "error": kind, or "columns" and "rows" of
+// the statement or of the query "then"; "error_then" is the kind with which that query fails}.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "store/sqlite/sqlitestore.h"
+#include "support/temporary.h"
+
+namespace orvenmod::store::sqlite {
+namespace {
+
+using nlohmann::json;
+
+std::vector<json> casesOf(const std::string& name) {
+    std::ifstream file(std::string(ORVEN_SOURCE_DIR) + "/tests/store/" + name);
+    std::vector<json> cases;
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty()) cases.push_back(json::parse(line));
+    }
+    return cases;
+}
+
+json rowsOf(const Recordset& rows) {
+    json lines = json::array();
+    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+        json line = json::array();
+        for (int i = 0; i < rows.columnCount(); ++i) {
+            const Value value = rows.cell(row, i);
+            line.push_back(value ? json(*value) : json());
+        }
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+bool isQuery(const std::string& sql) {
+    const auto start = sql.find_first_not_of(" (");
+    return start != std::string::npos && (sql[start] == 's' || sql[start] == 'S');
+}
+
+class Case : public ::testing::TestWithParam<json> {
+protected:
+    ~Case() override { SqliteStore::dropIdleHandles(); }
+
+    // Runs a statement; its rows where it has some. The kind of a failure as an object {"error": kind}.
+    json run(Connection& connection, const std::string& sql) {
+        try {
+            if (!isQuery(sql)) {
+                connection.execute(sql);
+                return json::object();
+            }
+            const Recordset rows = connection.open(sql);
+            json columns = json::array();
+            for (const Column& column : rows.columns())
+                columns.push_back(column.name);
+            return {{"columns", columns}, {"rows", rowsOf(rows)}};
+        } catch (const Failure& failure) {
+            message_ = failure.text();
+            return {{"error", kindWord(failure.kind())}};
+        }
+    }
+
+    orvenmod::test::TemporaryFolder folder_;
+    std::string message_;
+};
+
+TEST_P(Case, AnswersAsTheServer) {
+    const json& wanted = GetParam();
+    const auto connection = SqliteStore().connect("Provider=SQLite;Mode=Create;Data Source=" + folder_.file("case.db"));
+    for (const json& sql : wanted.value("setup", json::array())) {
+        ASSERT_FALSE(run(*connection, sql.get<std::string>()).contains("error")) << sql << ": " << message_;
+    }
+    const std::string sql = wanted["sql"];
+    json got = run(*connection, sql);
+    if (wanted.contains("error")) {
+        EXPECT_EQ(got, json({{"error", wanted["error"]}})) << sql << ": " << message_;
+        return;
+    }
+    ASSERT_FALSE(got.contains("error")) << sql << ": " << message_;
+    if (wanted.contains("then")) got = run(*connection, wanted["then"].get<std::string>());
+    if (wanted.contains("error_then")) {
+        EXPECT_EQ(got, json({{"error", wanted["error_then"]}})) << sql;
+    } else {
+        EXPECT_EQ(got, json({{"columns", wanted["columns"]}, {"rows", wanted["rows"]}})) << sql << ": " << message_;
+    }
+}
+
+std::string nameOf(const ::testing::TestParamInfo<json>& info) {
+    std::string name = info.param.value("group", "case");
+    for (char& c : name) {
+        if (c == '-' || c == ' ') c = '_';
+    }
+    return name + "_" + std::to_string(info.index);
+}
+
+INSTANTIATE_TEST_SUITE_P(OfTheServer, Case, ::testing::ValuesIn(casesOf("tsql_cases.jsonl")), nameOf);
+INSTANTIATE_TEST_SUITE_P(Further, Case, ::testing::ValuesIn(casesOf("tsql_more_cases.jsonl")), nameOf);
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Case);
+
+TEST(Cases, AreAllThere) { EXPECT_EQ(casesOf("tsql_cases.jsonl").size(), 127U); }
+
+}  // namespace
+}  // namespace orvenmod::store::sqlite
