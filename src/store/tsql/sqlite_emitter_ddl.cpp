@@ -210,6 +210,8 @@ void SqliteEmitter::emitStatement(const CreateViewStatement& statement) {
     }
     translation_->statements.push_back("CREATE VIEW " + quoteName(statement.name) + " AS " + keptViewText(sql_) + " " +
                                        query(*statement.query, &names));
+    // SQLite keeps a view that passes its limits and fails every reader; read once, it is refused now.
+    translation_->statements.push_back("SELECT * FROM " + quoteName(statement.name) + " LIMIT 0");
 }
 
 void SqliteEmitter::emitStatement(const DropStatement& statement) {
