@@ -68,6 +68,7 @@ void Binder::bindCondition(ExpressionPtr& pointer, const Scope& scope) {
             bindValue(expression.operands[0], scope);
             break;
         case ExpressionKind::exists:
+            refuseOrder(*expression.query);
             bindQuery(*expression.query, &scope);
             break;
         default:

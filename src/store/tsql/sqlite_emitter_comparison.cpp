@@ -14,8 +14,9 @@ bool isOrdering(Operator op) {
 
 std::string SqliteEmitter::comparison(const Expression& expression) {
     const Collation collation = isOrdering(expression.op) ? Collation::order : Collation::equality;
-    return "(" + comparable(*expression.operands[0], collation) + " " + spelling(expression.op) + " " +
-           comparable(*expression.operands[1], Collation::none) + ")";
+    const std::string left = comparable(*expression.operands[0], collation);
+    const std::string right = comparable(*expression.operands[1], Collation::none);
+    return "(" + left + " " + spelling(expression.op) + " " + right + ")";
 }
 
 /// One side of a comparison; the left one has the collation, which decides.
@@ -72,17 +73,18 @@ std::string SqliteEmitter::like(const Expression& expression) {
     // which an outer join filled with nulls never passes, and turn the join into an inner one.
     const std::string column = value(text);
     const std::string key = groupKey(text);
-    return "(" + column + " >= '' AND " + key + " >= " + literal(pattern, pattern.type, Parameter::Use::likeLow) +
-           " AND " + key + " < " + literal(pattern, pattern.type, Parameter::Use::likeHigh) + " AND " + match + ")";
+    const std::string low = literal(pattern, pattern.type, Parameter::Use::likeLow);
+    const std::string high = literal(pattern, pattern.type, Parameter::Use::likeHigh);
+    return "(" + column + " >= '' AND " + key + " >= " + low + " AND " + key + " < " + high + " AND " + match + ")";
 }
 
 std::string SqliteEmitter::inList(const Expression& expression) {
-    std::string members;
+    std::string text = "(" + comparable(*expression.operands[0], Collation::equality);
+    text += expression.negated ? " NOT IN (" : " IN (";
     for (std::size_t i = 1; i < expression.operands.size(); ++i) {
-        members += (i == 1 ? "" : ", ") + comparable(*expression.operands[i], Collation::none);
+        text += (i == 1 ? "" : ", ") + comparable(*expression.operands[i], Collation::none);
     }
-    return "(" + comparable(*expression.operands[0], Collation::equality) +
-           (expression.negated ? " NOT IN (" : " IN (") + members + "))";
+    return text + "))";
 }
 
 std::string SqliteEmitter::quantified(const Expression& expression) {

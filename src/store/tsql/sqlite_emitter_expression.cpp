@@ -33,25 +33,30 @@ std::string SqliteEmitter::condition(const Expression& expression) {
     const auto& operands = expression.operands;
     const std::string negation = expression.negated ? "NOT " : "";
     switch (expression.kind) {
-        case ExpressionKind::logical:
+        case ExpressionKind::logical: {
+            const std::string left = condition(*operands[0]);
             if (expression.op == Operator::logicalNot) {
-                return "(NOT " + condition(*operands[0]) + ")";
+                return "(NOT " + left + ")";
             }
-            return "(" + condition(*operands[0]) + (expression.op == Operator::logicalAnd ? " AND " : " OR ") +
-                   condition(*operands[1]) + ")";
+            const std::string right = condition(*operands[1]);
+            return "(" + left + (expression.op == Operator::logicalAnd ? " AND " : " OR ") + right + ")";
+        }
         case ExpressionKind::comparison:
             return comparison(expression);
         case ExpressionKind::like:
             return like(expression);
         case ExpressionKind::inList:
             return inList(expression);
-        case ExpressionKind::inQuery:
-            return "(" + comparable(*operands[0], Collation::equality) + " " + negation + "IN (" +
-                   comparableQuery(*expression.query) + "))";
-        case ExpressionKind::between:
-            return "(" + comparable(*operands[0], Collation::order) + " " + negation + "BETWEEN " +
-                   comparable(*operands[1], Collation::none) + " AND " + comparable(*operands[2], Collation::none) +
-                   ")";
+        case ExpressionKind::inQuery: {
+            const std::string left = comparable(*operands[0], Collation::equality);
+            return "(" + left + " " + negation + "IN (" + comparableQuery(*expression.query) + "))";
+        }
+        case ExpressionKind::between: {
+            const std::string middle = comparable(*operands[0], Collation::order);
+            const std::string low = comparable(*operands[1], Collation::none);
+            const std::string high = comparable(*operands[2], Collation::none);
+            return "(" + middle + " " + negation + "BETWEEN " + low + " AND " + high + ")";
+        }
         case ExpressionKind::isNull:
             return "(" + value(*operands[0]) + " IS " + negation + "NULL)";
         case ExpressionKind::exists:

@@ -87,7 +87,8 @@ std::string SqliteEmitter::clauses(const Select& select) {
 std::string SqliteEmitter::select(const Query& query, const Names* names) {
     const Select& select = *query.select;
     std::string text = std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + items(select, names);
-    text += clauses(select) + orderBy(query, true);
+    text += clauses(select);
+    text += orderBy(query, true);
     return select.top ? text + " LIMIT " + value(*select.top) : text;
 }
 
@@ -109,14 +110,17 @@ std::string SqliteEmitter::distinctSelect(const Query& query, const Names* names
     const std::string limit = select.top ? " LIMIT " + value(*select.top) : "";
     const std::string groups = groupByItems(select);
     if (select.groupBy.empty() && !select.aggregates && !select.having && !groups.empty()) {
-        return "SELECT " + items(select, names) + clauses(select) + groups + orderBy(query, true) + limit;
+        std::string text = "SELECT " + items(select, names);
+        text += clauses(select);
+        return text + groups + orderBy(query, true) + limit;
     }
     Names inner;
     for (std::size_t i = 0; i < select.items.size(); ++i) {
         inner.push_back(names != nullptr ? (*names)[i] : "c" + std::to_string(i + 1));
     }
-    return "SELECT * FROM (SELECT " + items(select, &inner) + clauses(select) + ") GROUP BY " +
-           columnList(query, inner) + orderByNames(query, inner) + limit;
+    std::string text = "SELECT * FROM (SELECT " + items(select, &inner);
+    text += clauses(select);
+    return text + ") GROUP BY " + columnList(query, inner) + orderByNames(query, inner) + limit;
 }
 
 /// top n percent, top n with ties: by the rank of each row.
@@ -206,11 +210,12 @@ std::string SqliteEmitter::source(const Source& source) {
         }
         return "(" + query(*source.query, &names) + ") AS " + quoteName(aliasOf(source));
     }
+    std::string text = this->source(*source.left) + joinWord(source.join);
     std::string right = this->source(*source.right);
     if (source.right->kind == Source::Kind::join) {
         right = "(" + right + ")";
     }
-    std::string text = this->source(*source.left) + joinWord(source.join) + right;
+    text += right;
     return source.on ? text + " ON " + condition(*source.on) : text;
 }
 
