@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <exception>
+#include <stdexcept>
 #include <string>
 
 #include "frame/appstate.h"
@@ -71,9 +72,13 @@ void BillArea::readItem(std::int32_t itemId, std::int16_t timeQtyEntryId) {
         fps1_.setText(kModel, row, rows.text("fModel"));
         fps1_.setText(kUnit, row, rows.text("funit"));
         if (timeQtyEntryId == 0) continue;
-        const std::string stock = vsf1_.text(vsf1_.currentRow(), timeQtyEntryId + 1);
-        fps1_.setText(kStock, row, plainNumber(leadingNumber(stock)));
+        fps1_.setText(kStock, row, plainNumber(leadingNumber(stockShown(timeQtyEntryId + 1))));
     }
+}
+
+std::string BillArea::stockShown(int column) const {
+    if (column >= vsf1_.columnCount()) throw std::out_of_range("下标越界");
+    return vsf1_.text(vsf1_.currentRow(), column);
 }
 
 void BillArea::removeItem() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "platform/entrygrid.h"
 #include "platform/listgrid.h"
@@ -29,6 +30,8 @@ public:
 private:
     bool confirmDouble(std::int32_t itemId) const;
     void readItem(std::int32_t itemId, std::int16_t timeQtyEntryId);
+    /// The current row's cell, as the user sees it.
+    std::string stockShown(int column) const;
 
     platform::EntryGrid& fps1_;
     platform::ListGrid& vsf1_;

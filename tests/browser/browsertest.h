@@ -28,7 +28,7 @@ struct Call {
     std::int16_t isReturn = 0;
     Variant itemCalled = {};
     Variant paramSql = {};
-    std::string findValue;
+    std::string findValue = {};
 };
 
 inline const Call kManagement{};

@@ -92,6 +92,7 @@ TEST_F(List, aPlainUserDoesNotSeeHiddenColumns) {
 TEST_F(List, aHiddenCodeMovesTheColumnsThatAPickReads) {
     stage.set("SystemLogin", "IsAdmin", "0");
     database().hideColumn(7, 3, "fNumber");
+    database().hideColumn(7, 3, "fTimeQty");
     stage.open(kPicker, [](User& user) { user.doubleClickRow("vsf1", 1); });
     EXPECT_EQ(stage.fItemId, "101");
     EXPECT_EQ(stage.fNumber, "内六角螺丝");

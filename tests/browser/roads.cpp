@@ -86,7 +86,7 @@ TEST_P(Roads, aBillGathersItemsWithQuantities) {
     });
     EXPECT_EQ(stage.fItemId, "-1");
     EXPECT_EQ(stage.database().rows("select fItemId,fQty,fUserId,fEntryId from tblItemInput"),
-              (Rows{{"103", "2.5000", "7", "1"}}));
+              (Rows{{"103", "2.5", "7", "1"}}));
 }
 
 TEST_P(Roads, aPlainUserIsRefused) {
