@@ -60,7 +60,7 @@ std::vector<SchemaTable> itemTables() {
           {"fItemClassId,fName"},
           {"fItemClassId,fNBNumber"},
           {"fItemClassId,fParentId,fShortNumber"},
-          {"fItemClassId,fIsDetail,fDepth,fNumber,fName"},
+          {"fItemClassId,fIsDetail,fDepth"},
           {"fParentId"},
           {"fNBNumber"}}},
         {"tblSubType",
