@@ -34,6 +34,11 @@ void Binder::assign(ExpressionPtr& value, const ObjectInfo& object, int column) 
         return;
     }
     if (value->type == type) {
+        // A doubled key is told by the literals of its columns.
+        if (value->kind == ExpressionKind::literal) {
+            value->assigned = &object;
+            value->assignedColumn = column;
+        }
         return;
     }
     coerce(value, type);

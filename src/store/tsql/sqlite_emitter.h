@@ -52,6 +52,7 @@ private:
     std::string columnDefinition(const ColumnDefinition& column, bool inPrimaryKey);
     void addTableExtras(const CreateTableStatement& statement, const std::vector<ColumnInfo>& columns);
     std::string storedDefault(const ColumnDefinition& column);
+    void dropColumn(const ObjectInfo& table, const std::string& column);
     void dropConstraint(const AlterTableStatement& statement, const std::string& name);
     void addKeyIndex(const std::string& table, const KeyConstraint& key, const std::vector<ColumnInfo>& columns);
     std::string indexColumns(const std::vector<IndexColumn>& columns, const std::vector<ColumnInfo>& known) const;

@@ -132,6 +132,9 @@ bool sameRepresentation(const Type& from, const Type& to) {
 
 std::string SqliteEmitter::literal(const Expression& expression, const Type& type, Parameter::Use use,
                                    const Expression* conversion) {
+    if (conversion == nullptr && expression.assigned != nullptr) {
+        conversion = &expression;
+    }
     return inline_ ? inlined(expression.literal, type, use, conversion)
                    : parameter(expression.literal, type, use, conversion);
 }

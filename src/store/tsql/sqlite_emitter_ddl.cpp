@@ -163,15 +163,23 @@ void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
         addKeyIndex(statement.object->name, key, columns);
     }
     for (const std::string& name : statement.dropColumns) {
-        // Without it SQLite refuses while any view of the database, also another table's, doesn't hold.
-        translation_->statements.push_back("PRAGMA legacy_alter_table = ON");
-        translation_->statements.push_back("ALTER TABLE " + table + " DROP COLUMN " +
-                                           quoteName(findColumn(columns, name)->name));
-        translation_->statements.push_back("PRAGMA legacy_alter_table = OFF");
+        dropColumn(*statement.object, findColumn(columns, name)->name);
     }
     for (const std::string& name : statement.dropConstraints) {
         dropConstraint(statement, name);
     }
+}
+
+void SqliteEmitter::dropColumn(const ObjectInfo& table, const std::string& column) {
+    // The store's own index goes with its column.
+    const std::string own = table.name + ".orven." + column;
+    if (std::find(table.indexes.begin(), table.indexes.end(), own) != table.indexes.end()) {
+        translation_->statements.push_back("DROP INDEX " + quoteName(own));
+    }
+    // Without it SQLite refuses while any view of the database, also another table's, doesn't hold.
+    translation_->statements.push_back("PRAGMA legacy_alter_table = ON");
+    translation_->statements.push_back("ALTER TABLE " + quoteName(table.name) + " DROP COLUMN " + quoteName(column));
+    translation_->statements.push_back("PRAGMA legacy_alter_table = OFF");
 }
 
 void SqliteEmitter::dropConstraint(const AlterTableStatement& statement, const std::string& name) {

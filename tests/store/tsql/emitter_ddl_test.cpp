@@ -49,6 +49,17 @@ TEST(Definition, LeavesNullInTheRowsThatAreThere) {
     EXPECT_EQ(translated("alter table t add w int not null default 5").statements.size(), 1U);
 }
 
+TEST(Definition, DropsItsOwnIndexWithTheColumn) {
+    FakeCatalog catalog;
+    ObjectInfo table = tableOf("x(fItemId int, a int)");
+    table.indexes = {"x.orven.fItemId"};
+    catalog.add(table);
+    const auto dropped = translateForSqlite("alter table x drop column fitemid", catalog).statements;
+    EXPECT_EQ(dropped.at(0), R"(DROP INDEX "x.orven.fItemId")");
+    EXPECT_EQ(dropped.at(2), R"(ALTER TABLE "x" DROP COLUMN "fItemId")");
+    EXPECT_EQ(translateForSqlite("alter table x drop column a", catalog).statements.size(), 3U);
+}
+
 TEST(StoredView, CallsOnlyFunctionsThatThePlainShellHas) {
     for (const char* select :
          {"select isnull(a.d,'1900-01-01') as x from t a left join u b on a.id=b.id",
