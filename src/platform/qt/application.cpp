@@ -5,6 +5,7 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QPalette>
+#include <QSysInfo>
 #include <QTranslator>
 #include <array>
 #include <stdexcept>
@@ -48,7 +49,16 @@ void calmPalette() {
     QApplication::setPalette(palette);
 }
 
+// Without a display Qt would end the whole process.
+void requireDisplay() {
+    const bool linuxDesktop = QSysInfo::kernelType() == QLatin1String("linux");
+    const auto given = [](const char* variable) { return !qEnvironmentVariableIsEmpty(variable); };
+    if (linuxDesktop && !given("DISPLAY") && !given("WAYLAND_DISPLAY") && !given("QT_QPA_PLATFORM"))
+        throw std::runtime_error("没有可用的显示：环境变量 DISPLAY 未设置");
+}
+
 void makeApplication() {
+    requireDisplay();
     static int argumentCount = 1;
     static std::array<char, 8> name = {'o', 'r', 'v', 'e', 'n', '\0'};
     static std::array<char*, 2> arguments = {name.data(), nullptr};

@@ -1,12 +1,17 @@
 #include "platform/qt/listgriditems.h"
 
 #include <QColor>
+#include <QGuiApplication>
+#include <QPalette>
 
 #include "platform/qt/text.h"
 
 namespace orvenmod::platform::qt {
 
 namespace {
+
+constexpr int kMiddle = 128;
+constexpr int kLegibleLightness = 175;
 
 Qt::Alignment alignmentOf(int units) {
     switch (static_cast<Alignment>(units)) {
@@ -19,6 +24,14 @@ Qt::Alignment alignmentOf(int units) {
             break;
     }
     return Qt::AlignLeft | Qt::AlignVCenter;
+}
+
+// The colours are chosen for a light ground; on a dark one they keep their hue.
+QColor legible(const Colour& colour) {
+    const QColor chosen(colour.red, colour.green, colour.blue);
+    const bool dark = QGuiApplication::palette().color(QPalette::Base).lightness() < kMiddle;
+    if (!dark || chosen.lightness() >= kMiddle) return chosen;
+    return QColor::fromHsl(chosen.hslHue(), chosen.hslSaturation(), kLegibleLightness);
 }
 
 }  // namespace
@@ -37,7 +50,7 @@ QVariant ListGridItems::data(const QModelIndex& index, int role) const {
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(alignmentOf(rows_.column(index.column()).alignment));
         case Qt::ForegroundRole:
-            if (const Colour* colour = rows_.rowColour(row)) return QColor(colour->red, colour->green, colour->blue);
+            if (const Colour* colour = rows_.rowColour(row)) return legible(*colour);
             return {};
         default:
             return {};

@@ -26,24 +26,37 @@ void ToolbarWidget::enterOrLeave() {
     step(1);
 }
 
-// The buttons pass on the keys that they have no use for.
-void ToolbarWidget::keyPressEvent(QKeyEvent* event) {
-    switch (event->key()) {
+QToolButton* ToolbarWidget::addButton(QAction* action) {
+    addAction(action);
+    auto* button = qobject_cast<QToolButton*>(widgetForAction(action));
+    button->setFocusPolicy(Qt::NoFocus);
+    button->installEventFilter(this);
+    return button;
+}
+
+// The buttons have uses of their own for the arrow keys.
+bool ToolbarWidget::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && take(*static_cast<QKeyEvent*>(event))) return true;
+    return QToolBar::eventFilter(watched, event);
+}
+
+bool ToolbarWidget::take(const QKeyEvent& key) {
+    switch (key.key()) {
         case Qt::Key_Left:
             step(-1);
-            return;
+            return true;
         case Qt::Key_Right:
             step(1);
-            return;
+            return true;
         case Qt::Key_Escape:
             enterOrLeave();
-            return;
+            return true;
         case Qt::Key_Return:
         case Qt::Key_Enter:
             if (auto* button = qobject_cast<QToolButton*>(window()->focusWidget())) button->click();
-            return;
+            return true;
         default:
-            QToolBar::keyPressEvent(event);
+            return false;
     }
 }
 
@@ -59,8 +72,7 @@ void ToolbarWidget::step(int direction) {
     stops[next]->setFocus(Qt::TabFocusReason);
 }
 
-QtToolbar::QtToolbar(Core& core, const ControlDesign& design, const std::vector<ToolButtonDesign>& buttons,
-                     QMainWindow& window)
+QtToolbar::QtToolbar(Core& core, const ControlDesign& design, const WindowDesign& whole, QMainWindow& window)
     : QtControl(design, new ToolbarWidget(&window)), bar_(static_cast<ToolbarWidget*>(body_.widget())) {
     bar_->setMovable(false);
     bar_->setFloatable(false);
@@ -69,22 +81,27 @@ QtToolbar::QtToolbar(Core& core, const ControlDesign& design, const std::vector<
     bar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     window.addToolBar(Qt::TopToolBarArea, bar_);
     bar_->setVisible(design.visible);
-    for (const ToolButtonDesign& button : buttons)
+    for (const ToolButtonDesign& button : whole.toolButtons) {
         addButton(core, button);
+        // A menu of the same caption does the same, and has the key.
+        for (const MenuDesign& menu : whole.menus) {
+            if (menu.shortcut.empty() || menu.caption != button.caption) continue;
+            QAction* added = actions_.at(std::string(button.key));
+            added->setToolTip(QStringLiteral("%1 (%2)").arg(added->toolTip(), toQt(menu.shortcut)));
+        }
+    }
 }
 
 void QtToolbar::addButton(Core& core, const ToolButtonDesign& design) {
     if (design.separatorBefore) bar_->addSeparator();
     const std::string key(design.key);
-    QAction* added = bar_->addAction(icon(design.icon), toQt(design.caption));
+    auto* added = new QAction(icon(design.icon), toQt(design.caption), bar_);
     added->setObjectName(toQt(design.key));
     added->setToolTip(spokenCaption(toQt(design.caption)));
     actions_[key] = added;
-    if (QWidget* button = bar_->widgetForAction(added)) {
-        button->setObjectName(toQt(design.key));
-        button->setFocusPolicy(Qt::NoFocus);
-        button->setAccessibleName(spokenCaption(toQt(design.caption)));
-    }
+    QToolButton* button = bar_->addButton(added);
+    button->setObjectName(toQt(design.key));
+    button->setAccessibleName(spokenCaption(toQt(design.caption)));
     QObject::connect(added, &QAction::triggered, bar_,
                      [this, &core, key] { core.command([this, &key] { buttonClick.raise(key); }); });
 }

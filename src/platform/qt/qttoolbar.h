@@ -11,6 +11,8 @@
 #include "platform/qt/controlbody.h"
 #include "platform/qt/core.h"
 
+class QToolButton;
+
 namespace orvenmod::platform::qt {
 
 /// Tab leads past the toolbar, from field to field; F6 leads to its buttons and back, the arrow keys from one to the
@@ -20,10 +22,13 @@ class ToolbarWidget : public QToolBar {
 public:
     explicit ToolbarWidget(QWidget* window);
 
+    QToolButton* addButton(QAction* action);
+
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool take(const QKeyEvent& key);
     void enterOrLeave();
     void step(int direction);
 
@@ -32,8 +37,8 @@ private:
 
 class QtToolbar final : public QtControl<Toolbar> {
 public:
-    QtToolbar(Core& core, const ControlDesign& design, const std::vector<ToolButtonDesign>& buttons,
-              QMainWindow& window);
+    /// The buttons are the window's.
+    QtToolbar(Core& core, const ControlDesign& design, const WindowDesign& whole, QMainWindow& window);
 
     bool hasButton(const std::string& key) const override;
     void setButtonVisible(const std::string& key, bool visible) override;

@@ -17,7 +17,6 @@ namespace orvenmod::platform::qt {
 
 namespace {
 
-constexpr int kTitleBarHeight = 32;
 constexpr int kExposeMilliseconds = 500;
 
 }  // namespace

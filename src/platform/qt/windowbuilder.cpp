@@ -125,7 +125,7 @@ std::unique_ptr<Control> WindowBuilder::make(const ControlDesign& design, QWidge
         case ControlKind::picture:
             return made<QtPicture>(design, parent);
         case ControlKind::toolbar:
-            return made<QtToolbar>(core_, design, design_.toolButtons, widget_);
+            return made<QtToolbar>(core_, design, design_, widget_);
         case ControlKind::fileDialog:
             return made<QtFileDialog>(core_, design);
         case ControlKind::imageList:

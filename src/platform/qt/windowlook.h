@@ -5,6 +5,9 @@ class QWidget;
 
 namespace orvenmod::platform::qt {
 
+/// What a desktop's title bar takes at most; before a window shows nobody knows its frame.
+inline constexpr int kTitleBarHeight = 32;
+
 /// The font, and that a host's application doesn't end with it.
 void dressWindow(QWidget& window);
 

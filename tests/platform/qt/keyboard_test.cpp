@@ -1,0 +1,158 @@
+// What the keyboard does in Qt's own way.
+#include <QContextMenuEvent>
+#include <QTableView>
+#include <QToolButton>
+
+#include "platform/qt/keycodes.h"
+#include "platform/qt/qtwindows.h"
+
+namespace orvenmod::test {
+namespace {
+
+using namespace platform;
+
+TEST_F(QtToolkitTest, f6LeadsToTheToolbarAndBackAndTheArrowsFromButtonToButton) {
+    std::vector<std::string> clicked;
+    use(
+        sampleWindow(),
+        [&](Window& window) {
+            window.get<Toolbar>("Toolbar1").buttonClick = [&](const std::string& key) { clicked.push_back(key); };
+        },
+        [](User& user) {
+            user.control<Tree>("tv1").setFocus();
+            user.press("F6");
+            EXPECT_TRUE(found<QToolButton>("Save")->hasFocus());
+            user.press("Right");
+            user.press("Enter");
+            user.press("Left");
+            user.press("Left");
+            EXPECT_TRUE(found<QToolButton>("Exit")->hasFocus());
+            user.press("F6");
+            EXPECT_TRUE(user.control<Tree>("tv1").hasFocus());
+        });
+    EXPECT_EQ(clicked, std::vector<std::string>{"Print"});
+}
+
+TEST_F(QtToolkitTest, theMenuKeyAsksForTheMenuOfAList) {
+    std::vector<MouseButton> pressed;
+    use(
+        sampleWindow(),
+        [&](Window& window) {
+            auto& list = window.get<ListGrid>("vsf1");
+            list.addRow("1\t电阻");
+            list.mouseDown = [&](MouseButton button) { pressed.push_back(button); };
+        },
+        [](User&) {
+            auto* list = found<QTableView>("vsf1");
+            QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(5, 5), list->mapToGlobal(QPoint(5, 5)));
+            QCoreApplication::sendEvent(list, &key);
+        });
+    EXPECT_EQ(pressed, std::vector<MouseButton>{MouseButton::right});
+}
+
+TEST_F(QtToolkitTest, enterWalksTheCellsThatTakeAValueAndPassesLockedOnes) {
+    use(sampleWindow(), loadRows, [](User& user) {
+        auto& cells = user.control<EntryGrid>("fps1");
+        cells.setFocus();
+        std::vector<std::pair<int, int>> walked;
+        for (int step = 0; step < 4; ++step) {
+            user.press("Enter");
+            walked.emplace_back(cells.activeColumn(), cells.activeRow());
+        }
+        EXPECT_EQ(walked, (std::vector<std::pair<int, int>>{{3, 1}, {4, 1}, {2, 2}, {3, 2}}));
+    });
+}
+
+TEST_F(QtToolkitTest, typingInAChoiceAndEnterPicksTheFirstEntryThatContainsIt) {
+    std::vector<int> picked;
+    use(
+        sampleWindow(),
+        [&](Window& window) {
+            loadRows(window);
+            window.get<EntryGrid>("fps1").comboCloseUp = [&](int, int, int item) { picked.push_back(item); };
+        },
+        [](User& user) {
+            auto& cells = user.control<EntryGrid>("fps1");
+            cells.setFocus();
+            cells.setActiveCell(3, 1);
+            QTest::sendKeyEvent(QTest::Click, found<QTableView>("fps1"), Qt::Key_unknown, QStringLiteral("金"),
+                                Qt::NoModifier);
+            user.press("Enter");
+            EXPECT_EQ(cells.text(3, 1), "五金件");
+        });
+    EXPECT_EQ(picked, std::vector<int>{2});
+}
+
+TEST_F(QtToolkitTest, aRefusedLetterLeavesWhatIsMarkedMarked) {
+    use(sampleWindow(), loadRows, [](User& user) {
+        auto& cells = user.control<EntryGrid>("fps1");
+        cells.setFocus();
+        user.press("A");
+        user.press("5");
+        EXPECT_EQ(cells.text(2, 1), "5");
+    });
+}
+
+TEST_F(QtToolkitTest, escapePutsBackWhatStoodInTheCellAndTells) {
+    int changes = 0;
+    use(
+        sampleWindow(),
+        [&](Window& window) {
+            loadRows(window);
+            window.get<EntryGrid>("fps1").editChange = [&](int, int) { ++changes; };
+        },
+        [](User& user) {
+            auto& cells = user.control<EntryGrid>("fps1");
+            cells.setFocus();
+            user.press("5");
+            EXPECT_EQ(cells.text(2, 1), "5");
+            user.press("Esc");
+            EXPECT_EQ(cells.text(2, 1), "12");
+        });
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(QtToolkitTest, aCommandFindsTheCellAsItIsOnLeaving) {
+    std::string seen;
+    use(
+        sampleWindow(),
+        [&](Window& window) {
+            loadRows(window);
+            window.get<Toolbar>("Toolbar1").buttonClick = [&](const std::string&) {
+                seen = window.get<EntryGrid>("fps1").text(2, 1);
+            };
+        },
+        [](User& user) {
+            user.control<EntryGrid>("fps1").setFocus();
+            user.press("7");
+            user.press(".");
+            EXPECT_EQ(user.control<EntryGrid>("fps1").text(2, 1), "7.");
+            user.clickTool("Save");
+        });
+    EXPECT_EQ(seen, "7");
+}
+
+TEST_F(QtToolkitTest, whatIsNoExceptionOfOursIsShownToo) {
+    use(
+        sampleWindow(),
+        [](Window& window) { window.get<Toolbar>("Toolbar1").buttonClick = [](const std::string&) { throw 7; }; },
+        [](User& user) {
+            user.answer(MessageKind::critical, "未知错误");
+            user.clickTool("Save");
+            EXPECT_TRUE(user.window().shown());
+        });
+}
+
+TEST(KeyCodes, areThoseOfTheDesktopTheLogicComesFrom) {
+    const auto codeOf = [](Qt::Key key) { return qt::keyCodeOf(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier)); };
+    EXPECT_EQ(codeOf(Qt::Key_Return), kKeyEnter);
+    EXPECT_EQ(codeOf(Qt::Key_Enter), kKeyEnter);
+    EXPECT_EQ(codeOf(Qt::Key_Delete), 46);
+    EXPECT_EQ(codeOf(Qt::Key_F1), 112);
+    EXPECT_EQ(codeOf(Qt::Key_A), 'A');
+    EXPECT_EQ(codeOf(Qt::Key_VolumeUp), 0);
+    EXPECT_EQ(qt::keyOfCode(kKeyEnter), Qt::Key_Return);
+}
+
+}  // namespace
+}  // namespace orvenmod::test
