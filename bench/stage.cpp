@@ -8,6 +8,7 @@
 #include "platform/memory/memorydriver.h"
 #include "sampledata.h"
 #include "store/schema.h"
+#include "store/sqlite/sqlitestore.h"
 
 namespace orvenmod::bench {
 namespace {
@@ -38,6 +39,8 @@ std::string goodsDatabase(const std::string& folder, int goods) {
         sample::fillSampleData(*connection, goods);
         connection->execute("delete from tblUserVisible");
         connection->close();
+        // The last handle that goes leaves one whole file.
+        store::sqlite::SqliteStore::dropIdleHandles();
         std::filesystem::rename(growing, file);
     }
     return target;
