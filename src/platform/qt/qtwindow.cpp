@@ -97,7 +97,7 @@ void QtWindow::open() {
     loaded_ = false;
     const QScreen* screen = behind != nullptr ? behind->screen() : QGuiApplication::primaryScreen();
     if (resizable_ && screen != nullptr) {
-        const QSize frame = widget_->size() - widget_->area()->size() + QSize(0, kTitleBarHeight);
+        const QSize frame = widget_->size() - widget_->area()->size() + kFrameAllowance;
         const QSize most = screen->availableSize() - frame;
         widget_->setAreaSize(QSize(toPixels(width_), toPixels(height_)).boundedTo(most));
     }

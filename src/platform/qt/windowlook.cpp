@@ -24,7 +24,7 @@ void centre(QWidget& window, const QWidget* behind) {
     if (screen == nullptr) return;
     const QRect free = screen->availableGeometry();
     const QPoint middle = behind != nullptr ? behind->frameGeometry().center() : free.center();
-    QRect place(QPoint(), window.size() + QSize(0, kTitleBarHeight));
+    QRect place(QPoint(), window.size() + kFrameAllowance);
     place.moveCenter(middle);
     const int x = std::clamp(place.x(), free.x(), std::max(free.x(), free.right() - place.width() + 1));
     const int y = std::clamp(place.y(), free.y(), std::max(free.y(), free.bottom() - place.height() + 1));

@@ -1,12 +1,14 @@
 // What windows and boxes have in common, whoever owns the QApplication.
 #pragma once
 
+#include <QSize>
+
 class QWidget;
 
 namespace orvenmod::platform::qt {
 
-/// What a desktop's title bar takes at most; before a window shows nobody knows its frame.
-inline constexpr int kTitleBarHeight = 32;
+/// What a desktop's title bar and borders take at most; before a window shows nobody knows its frame.
+inline constexpr QSize kFrameAllowance(8, 36);
 
 /// The font, and that a host's application doesn't end with it.
 void dressWindow(QWidget& window);
