@@ -73,6 +73,7 @@ private:
     ExpressionPtr parseFunction();
     ExpressionPtr parseColumn();
     void skipCollation();
+    bool atBracketedCompound() const;
     Type parseTypeName(std::string* declared);
 
     // Changes.

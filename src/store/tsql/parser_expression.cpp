@@ -137,23 +137,39 @@ ExpressionPtr Parser::parseLike(ExpressionPtr left, bool negated) {
 
 ExpressionPtr Parser::parseIn(ExpressionPtr left, bool negated) {
     expectSymbol("(");
-    std::size_t inner = 0;
-    while (peek(inner).isSymbol("(")) {
-        ++inner;
-    }
-    const bool query = peek(inner).isWord("select");
-    ExpressionPtr result = makeExpression(query ? ExpressionKind::inQuery : ExpressionKind::inList);
+    ExpressionPtr result = makeExpression(ExpressionKind::inList);
     result->negated = negated;
     result->operands.push_back(std::move(left));
-    if (query) {
+    if (peek().isWord("select") || atBracketedCompound()) {
+        result->kind = ExpressionKind::inQuery;
         result->query = parseOrderedQuery();
-    } else {
-        do {
-            result->operands.push_back(parseSum());
-        } while (takeSymbol(","));
+        expectSymbol(")");
+        return result;
     }
+    do {
+        result->operands.push_back(parseSum());
+    } while (takeSymbol(","));
     expectSymbol(")");
+    if (result->operands.size() == 2 && result->operands[1]->kind == ExpressionKind::subquery) {
+        result->kind = ExpressionKind::inQuery;
+        result->query = std::move(result->operands[1]->query);
+        result->operands.pop_back();
+    }
     return result;
+}
+
+/// Whether a bracket opens the first part of a union: (select ..) union ..
+bool Parser::atBracketedCompound() const {
+    if (!peek().isSymbol("(")) {
+        return false;
+    }
+    std::size_t ahead = 0;
+    int open = 0;
+    do {
+        open += peek(ahead).isSymbol("(") ? 1 : peek(ahead).isSymbol(")") ? -1 : 0;
+        ++ahead;
+    } while (open > 0 && peek(ahead).kind != Token::Kind::end);
+    return peek(ahead).isWord("union") || peek(ahead).isWord("except") || peek(ahead).isWord("intersect");
 }
 
 ExpressionPtr Parser::parseBetween(ExpressionPtr left, bool negated) {
@@ -253,12 +269,8 @@ ExpressionPtr Parser::parseBracket() {
     if (++depth_ > 200) {
         throw Error(kNotSupported, {"a statement nested this deep"});
     }
-    std::size_t inner = 0;
-    while (peek(inner).isSymbol("(")) {
-        ++inner;
-    }
     ExpressionPtr result;
-    if (peek().isWord("select")) {
+    if (peek().isWord("select") || atBracketedCompound()) {
         result = makeExpression(ExpressionKind::subquery);
         result->query = parseOrderedQuery();
     } else {

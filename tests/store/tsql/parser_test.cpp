@@ -55,6 +55,17 @@ TEST(Parser, TellsABracketedQueryFromABracketedJoin) {
     EXPECT_EQ(selectOf(join).from[0]->kind, Source::Kind::join);
 }
 
+TEST(Parser, TellsAListOfQueriesFromAQuery) {
+    const auto kindOf = [](const char* condition) {
+        const auto statement = parsed<QueryStatement>(std::string("select 1 where a in ") + condition);
+        return selectOf(statement).where->kind;
+    };
+    EXPECT_EQ(kindOf("(select 1)"), ExpressionKind::inQuery);
+    EXPECT_EQ(kindOf("((select 1))"), ExpressionKind::inQuery);
+    EXPECT_EQ(kindOf("((select 1) union (select 2))"), ExpressionKind::inQuery);
+    EXPECT_EQ(kindOf("((select top 1 b from t order by b), 2)"), ExpressionKind::inList);
+}
+
 TEST(Parser, TakesOwnersAndLockHints) {
     const auto statement = parsed<QueryStatement>("select 1 from dbo.t as a with (nolock), master..x (nolock)");
     EXPECT_EQ(selectOf(statement).from[0]->name, "t");
