@@ -32,7 +32,8 @@ const char* kindWord(FailureKind kind);
 /// A failure of the store: its own text (UTF-8, in the language of the connection) and its native number.
 class Failure : public std::runtime_error {
 public:
-    Failure(FailureKind kind, int number, const std::string& text) : std::runtime_error(text), kind_(kind), number_(number) {}
+    Failure(FailureKind kind, int number, const std::string& text)
+        : std::runtime_error(text), kind_(kind), number_(number) {}
 
     FailureKind kind() const { return kind_; }
     int number() const { return number_; }

@@ -13,7 +13,7 @@ namespace orvenmod::store {
 /// table row, begin, commit and rollback each count as one. A failing operation has no effect on the target.
 struct FaultPlan {
     int count = 0;
-    int failAt = 0;                              ///< 1 for the first; 0 for none
+    int failAt = 0;  ///< 1 for the first; 0 for none
     std::string text = "注入的故障";
     int number = 50000;
 };

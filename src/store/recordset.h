@@ -79,8 +79,8 @@ private:
 
     std::vector<Column> columns_;
     std::vector<std::unique_ptr<const char*[]>> cells_;
-    std::size_t filled_ = 0;     // of the last block
-    std::size_t capacity_ = 0;   // of the last block, in cells
+    std::size_t filled_ = 0;    // of the last block
+    std::size_t capacity_ = 0;  // of the last block, in cells
     std::size_t rows_ = 0;
     std::size_t at_ = 0;
     std::vector<std::unique_ptr<char[]>> arena_;

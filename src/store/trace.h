@@ -12,13 +12,14 @@ namespace orvenmod::store {
 
 /// One operation: what was asked, and how it ended.
 struct TraceRecord {
-    std::string operation;      ///< "connect", "execute", "open", "openTable", "addRow", "begin", "commit", "rollback", "close"
-    std::string sql;            ///< the statement to the blank; the table's name for openTable and addRow
-    std::int64_t rows = 0;      ///< rows fetched or touched
+    std::string
+        operation;    ///< "connect", "execute", "open", "openTable", "addRow", "begin", "commit", "rollback", "close"
+    std::string sql;  ///< the statement to the blank; the table's name for openTable and addRow
+    std::int64_t rows = 0;  ///< rows fetched or touched
     double milliseconds = 0;
     bool failed = false;
-    int number = 0;             ///< the failure's
-    std::string text;           ///< the failure's
+    int number = 0;    ///< the failure's
+    std::string text;  ///< the failure's
 };
 
 using TraceSink = std::function<void(const TraceRecord&)>;

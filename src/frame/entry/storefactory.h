@@ -23,6 +23,7 @@ public:
 
 private:
     std::unique_ptr<store::Store> embedded_;
+    std::unique_ptr<store::Store> server_;
 };
 
 }  // namespace orvenmod

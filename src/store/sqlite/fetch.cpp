@@ -36,9 +36,17 @@ void addInteger(Recordset& rows, std::int64_t value) {
     rows.addText({buffer, static_cast<std::size_t>(end - buffer)});
 }
 
+// A decimal without the rest that arithmetic on doubles leaves. A value that another program stored with more digits
+// than its column has is no such rest and stays.
+double withoutRest(double value, int scale) {
+    constexpr double kRest = 1e-13;
+    const double rounded = tsql::roundedDouble(value, scale);
+    return std::fabs(rounded - value) <= std::fabs(value) * kRest ? rounded : value;
+}
+
 // Plain decimal, the shortest that reads back.
 void addReal(Recordset& rows, double value, const Type& type) {
-    if (type.isDecimal()) value = tsql::roundedDouble(value, type.scale);
+    if (type.isDecimal()) value = withoutRest(value, type.scale);
     if (value == 0) value = 0;  // no "-0"
     char buffer[400];
     const char* end =

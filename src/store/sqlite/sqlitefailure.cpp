@@ -118,6 +118,19 @@ std::string indexOf(sqlite3* handle, const ConstraintReport& report, bool& own) 
     return own ? std::string() : found.substr(1);
 }
 
+// The name of a constraint within the table's text: CONSTRAINT "name" PRIMARY KEY; one made of the table's where it
+// has none.
+std::string ownName(sqlite3* handle, const ConstraintReport& report) {
+    constexpr std::string_view kConstraint = "CONSTRAINT \"";
+    const std::string text =
+        queryText(handle, "SELECT sql FROM sqlite_master WHERE type = 'table' AND name = ?1", report.table);
+    const std::size_t key = text.find(report.primary ? "\" PRIMARY KEY" : "\" UNIQUE");
+    const std::size_t start = key == std::string::npos ? key : text.rfind(kConstraint, key);
+    if (start == std::string::npos) return (report.primary ? "PK_" : "UQ_") + report.table;
+    const std::size_t name = start + kConstraint.size();
+    return text.substr(name, key - name);
+}
+
 }  // namespace
 
 ConstraintReport constraintReport(sqlite3* handle, int code) {
@@ -144,7 +157,7 @@ ConstraintReport constraintReport(sqlite3* handle, int code) {
     report.key = own;
     report.primary = code != SQLITE_CONSTRAINT_UNIQUE;
     if (own) {
-        report.constraint = (report.primary ? "PK_" : "UQ_") + report.table;
+        report.constraint = ownName(handle, report);
     } else {
         nameConstraint(report);
     }

@@ -19,6 +19,8 @@ public:
     virtual std::unique_ptr<Connection> again() = 0;
     /// Whether the store refuses what the server refuses (conversions, lengths) by the server's numbers.
     virtual bool speaksTheDialect() const = 0;
+    /// The name of its type for binary contents of any size.
+    virtual std::string binaryType() const = 0;
     /// Whether a statement of the dialect's DDL is undone by a rollback.
     virtual bool hasTransactionalDefinitions() const = 0;
 };

@@ -25,6 +25,15 @@ TEST(StoreFactoryTest, OpensTheEmbeddedStoreByItsProvider) {
     store::sqlite::SqliteStore::dropIdleHandles();
 }
 
+TEST(StoreFactoryTest, AsksAServerByDriverSourceOrOleDbProvider) {
+    for (const char* string : {"Driver=NoSuchDriver;Server=127.0.0.1", "DSN=no_such_source_of_data",
+                               "Provider=SQLOLEDB.1;Data Source=127.0.0.1,1;Initial Catalog=x;User ID=a;Password=b"}) {
+        const store::Failure failure = failureOf(string);
+        EXPECT_EQ(failure.kind(), store::FailureKind::connection) << string;
+        EXPECT_EQ(failure.text().find("Provider、Driver"), std::string::npos) << string;
+    }
+}
+
 TEST(StoreFactoryTest, RefusesAStringThatNamesNoStore) {
     for (const char* string : {"", "nonsense", "Data Source=x.db", "Provider=Unknown;Data Source=x"}) {
         const store::Failure failure = failureOf(string);

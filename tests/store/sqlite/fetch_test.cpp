@@ -64,7 +64,7 @@ TEST_F(Fetch, ReadsADateThatAnotherProgramWroteInItsOwnForm) {
 }
 
 TEST_F(Fetch, ReadsTablesAndViewsThatAnotherProgramMade) {
-    foreignly("CREATE TABLE foreigner(a INTEGER, b TEXT, c NUMERIC, d)");
+    foreignly("CREATE TABLE foreigner(a INTEGER, b VARCHAR(20), c NUMERIC, d)");
     foreignly("INSERT INTO foreigner VALUES(1, 'x', 1.5, NULL)");
     foreignly("CREATE VIEW looked AS SELECT a, b FROM foreigner");
     EXPECT_EQ(value(*connection_, "select c from foreigner where b='X' and a='1'"), "1.5");

@@ -14,6 +14,7 @@ public:
     }
     std::unique_ptr<Connection> again() override { return store_.connect(connectionString()); }
     bool speaksTheDialect() const override { return true; }
+    std::string binaryType() const override { return "image"; }
     bool hasTransactionalDefinitions() const override { return true; }
 
 private:

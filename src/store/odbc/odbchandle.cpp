@@ -1,0 +1,85 @@
+#include "store/odbc/odbchandle.h"
+
+#include <utility>
+
+#include "store/tsql/messages.h"
+
+namespace orvenmod::store::odbc {
+
+namespace {
+
+// "[unixODBC][FreeTDS][SQL Server]text" without the layers.
+std::string withoutLayers(const std::string& text) {
+    std::size_t at = 0;
+    while (at < text.size() && text[at] == '[') {
+        const std::size_t end = text.find(']', at);
+        if (end == std::string::npos) break;
+        at = end + 1;
+    }
+    return at == text.size() ? text : text.substr(at);
+}
+
+// By the server's number; where a driver has none of its own, by the standard's state.
+FailureKind kindOf(int number, const std::string& state) {
+    const FailureKind known = tsql::kindOf(number);
+    if (known != FailureKind::other) return known;
+    const std::string group = state.substr(0, 2);
+    if (group == "08" || state == "IM002" || state == "28000" || state == "01000") return FailureKind::connection;
+    if (state == "HYT00" || state == "HYT01" || state == "40001") return FailureKind::busy;
+    if (state == "42S02" || state == "42S22") return FailureKind::noSuchObject;
+    if (state == "42S01" || state == "42S21") return FailureKind::duplicate;
+    if (state == "42000" || state == "37000") return FailureKind::syntax;
+    if (state == "22001") return FailureKind::truncation;
+    if (state == "22003") return FailureKind::overflow;
+    if (state == "22012") return FailureKind::divide;
+    if (state == "22018" || state == "22007" || state == "22008") return FailureKind::conversion;
+    if (group == "23") return FailureKind::key;
+    return FailureKind::other;
+}
+
+}  // namespace
+
+OdbcHandle::OdbcHandle(SQLSMALLINT type, SQLHANDLE parent) : type_(type) {
+    if (SQL_SUCCEEDED(SQLAllocHandle(type, parent, &handle_))) return;
+    throw Failure(FailureKind::connection, 0, "ODBC 管理器无法分配句柄。");
+}
+
+OdbcHandle::~OdbcHandle() {
+    if (handle_ != SQL_NULL_HANDLE) SQLFreeHandle(type_, handle_);
+}
+
+OdbcHandle::OdbcHandle(OdbcHandle&& other) noexcept
+    : type_(other.type_), handle_(std::exchange(other.handle_, static_cast<SQLHANDLE>(SQL_NULL_HANDLE))) {}
+
+OdbcHandle& OdbcHandle::operator=(OdbcHandle&& other) noexcept {
+    std::swap(type_, other.type_);
+    std::swap(handle_, other.handle_);
+    return *this;
+}
+
+void OdbcHandle::check(SQLRETURN result) const {
+    if (!SQL_SUCCEEDED(result)) throw failure();
+}
+
+Failure OdbcHandle::failure() const {
+    std::string text;
+    std::string firstState;
+    int number = 0;
+    for (SQLSMALLINT record = 1;; ++record) {
+        SQLCHAR state[6] = {};
+        SQLCHAR buffer[2048] = {};
+        SQLINTEGER native = 0;
+        SQLSMALLINT length = 0;
+        if (!SQL_SUCCEEDED(SQLGetDiagRec(type_, handle_, record, state, &native, buffer, sizeof buffer, &length)))
+            break;
+        // The first record is the cause; "the statement has been terminated" and the like follow.
+        if (record > 1) continue;
+        firstState = reinterpret_cast<const char*>(state);
+        number = native;
+        text = withoutLayers(reinterpret_cast<const char*>(buffer));
+    }
+    if (text.empty()) text = "ODBC 驱动程序没有说明原因。";
+    return {kindOf(number, firstState), number, text};
+}
+
+}  // namespace orvenmod::store::odbc
