@@ -21,6 +21,8 @@ void fillTree(platform::Tree& tree, const std::string& rootText, store::Recordse
         tree.add("D" + rows.text("fparentid"), key, rows.text("fname") + "(" + rows.text("fnumber") + ")", kImage);
         tree.ensureVisible(key);
     }
+    // Showing each node has left the last one in view; the user starts at the top.
+    tree.ensureVisible("D0");
 }
 
 std::int32_t nodeId(const std::string& key) { return key.size() < 2 ? 0 : toInt32(key.substr(1)); }

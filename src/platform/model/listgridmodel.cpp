@@ -7,6 +7,19 @@
 
 namespace orvenmod::platform::model {
 
+namespace {
+
+/// A date whose time is midnight is shown as the date alone: "2024-06-07 00:00:00" as "2024-06-07".
+std::string_view withoutMidnight(std::string_view text) {
+    constexpr std::string_view kMidnight = " 00:00:00";
+    constexpr std::size_t kDate = 10;
+    const bool isDate =
+        text.size() == kDate + kMidnight.size() && text.ends_with(kMidnight) && text[4] == '-' && text[7] == '-';
+    return isDate ? text.substr(0, kDate) : text;
+}
+
+}  // namespace
+
 ListGridModel::ListGridModel(const std::vector<GridColumn>& columns, int fixedColumns) : fixedColumns_(fixedColumns) {
     for (const GridColumn& design : columns) {
         const int alignment = static_cast<int>(design.alignment);
@@ -93,7 +106,8 @@ std::string_view ListGridModel::value(int row, int column) const {
 std::string ListGridModel::text(int row, int column) const {
     const std::string_view own = value(row, column);
     const std::string& format = columns_[static_cast<std::size_t>(column)].format;
-    return row == 0 || format.empty() ? std::string(own) : formatNumber(own, format);
+    if (row == 0) return std::string(own);
+    return format.empty() ? std::string(withoutMidnight(own)) : formatNumber(own, format);
 }
 
 void ListGridModel::setText(int row, int column, std::string_view text) {

@@ -105,5 +105,14 @@ TEST(ListGridModel, followsAPlainTableThroughRandomEdits) {
     }
 }
 
+TEST(ListGridModel, showsADateWithoutATimeThatIsMidnight) {
+    ListGridModel grid({{.title = "a"}, {.title = "b"}, {.title = "c"}}, 0);
+    grid.addRow("2024-06-07 00:00:00\t2024-06-07 08:30:00\t货 00:00:00");
+    EXPECT_EQ(grid.text(1, 0), "2024-06-07");
+    EXPECT_EQ(grid.value(1, 0), "2024-06-07 00:00:00");
+    EXPECT_EQ(grid.text(1, 1), "2024-06-07 08:30:00");
+    EXPECT_EQ(grid.text(1, 2), "货 00:00:00");
+}
+
 }  // namespace
 }  // namespace orvenmod::platform::model
