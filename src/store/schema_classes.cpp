@@ -9,6 +9,7 @@ constexpr int kDate = 0;
 constexpr int kText = 1;
 constexpr int kNumber = 13;
 constexpr int kSupplierClass = 2;
+constexpr std::string_view kPriceFormat = "#,##0.00";
 
 std::vector<FixedField> partnerFields() {
     return {
@@ -36,11 +37,11 @@ std::vector<FixedField> goodsFields() {
         {"品牌", "fA", kText, "varchar(100)", 1400},
         {"产地", "fB", kText, "varchar(100)"},
         {"条码", "fC", kText, "varchar(100)"},
-        {"参考进价", "fD", kNumber, "decimal(18,4)", 1200, 2},
-        {"参考售价", "fE", kNumber, "decimal(18,4)", 1200, 2},
+        {"参考进价", "fD", kNumber, "decimal(18,4)", 1200, 2, kPriceFormat},
+        {"参考售价", "fE", kNumber, "decimal(18,4)", 1200, 2, kPriceFormat},
         {"建档日期", "fF", kDate, "datetime", 1400},
         {"停售日期", "fG", kDate, "datetime"},
-        {"主供应商", "fH", kText, "int", 2600, 0, kSupplierClass},
+        {"主供应商", "fH", kText, "int", 2600, 0, "", kSupplierClass},
     };
 }
 

@@ -88,7 +88,7 @@ private:
             }
             const std::string column = std::string(field.name) + (isLookup(field) ? "Name" : "");
             const int align = field.type == kNumber ? kRight : field.type == kDate ? kCentre : kLeft;
-            addColumn(column, field.caption, align, field.type == kNumber ? kNumberFormat : "", field.listWidth);
+            addColumn(column, field.caption, align, field.type == kNumber ? field.format : "", field.listWidth);
         }
     }
 

@@ -16,11 +16,12 @@ std::vector<SchemaTable> suiteTables();
 struct FixedField {
     std::string_view caption;
     std::string_view name;
-    int type;                 ///< tblTableInfo.fFieldType: 0 date, 1 text, 13 number
-    std::string_view column;  ///< the type of its column
-    int listWidth = 0;        ///< width in the list in twips; 0 keeps it out of the list
-    int decimals = 0;         ///< of a number
-    int sourceClass = 0;      ///< of a lookup into another class, else 0
+    int type;                              ///< tblTableInfo.fFieldType: 0 date, 1 text, 13 number
+    std::string_view column;               ///< the type of its column
+    int listWidth = 0;                     ///< width in the list in twips; 0 keeps it out of the list
+    int decimals = 0;                      ///< of a number
+    std::string_view format = "#,###.##";  ///< of a number in the list; this one blanks zeros
+    int sourceClass = 0;                   ///< of a lookup into another class, else 0
     bool required = false;
 };
 
