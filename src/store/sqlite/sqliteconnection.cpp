@@ -5,6 +5,7 @@
 #include "store/sqlite/binding.h"
 #include "store/sqlite/fetch.h"
 #include "store/sqlite/handlepool.h"
+#include "store/sqlite/names.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/sqlite/sqlitetablewriter.h"
 
@@ -25,11 +26,6 @@ constexpr const char* kRollbackTo = "ROLLBACK TO statement";
 constexpr int kMostTranslations = 10;
 
 constexpr int kTransactionLost = 3930;
-
-bool sameName(std::string_view left, std::string_view right) {
-    return left.size() == right.size() &&
-           sqlite3_strnicmp(left.data(), right.data(), static_cast<int>(left.size())) == 0;
-}
 
 // The new value of a column where the statement gives it once as a literal; the key of a doubled row.
 std::string newValue(const tsql::Translation& translation, const tsql::Shape& shape, std::string_view column) {

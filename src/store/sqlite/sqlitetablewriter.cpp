@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "store/sqlite/binding.h"
+#include "store/sqlite/names.h"
 #include "store/sqlite/sqliteconnection.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/tsql/error.h"
@@ -13,11 +14,6 @@
 namespace orvenmod::store::sqlite {
 
 namespace {
-
-bool sameName(std::string_view left, std::string_view right) {
-    return left.size() == right.size() &&
-           sqlite3_strnicmp(left.data(), right.data(), static_cast<int>(left.size())) == 0;
-}
 
 std::string quoted(const std::string& name) {
     std::string result = "\"";

@@ -1,4 +1,4 @@
-// The pieces of convert(), by what they convert from. Used by values.cpp only.
+// The pieces of convert(), by what they convert from. Used by the values_*.cpp and functions_*.cpp only.
 #pragma once
 
 #include <string>

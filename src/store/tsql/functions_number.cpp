@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "store/tsql/conversions.h"
 #include "store/tsql/decimal.h"
 #include "store/tsql/error.h"
 #include "store/tsql/functions.h"
@@ -9,20 +10,6 @@
 namespace orvenmod::store::tsql {
 
 namespace {
-
-Datum integerValue(std::int64_t value) {
-    Datum result;
-    result.kind = Datum::Kind::integer;
-    result.integer = value;
-    return result;
-}
-
-Datum realValue(double value) {
-    Datum result;
-    result.kind = Datum::Kind::real;
-    result.real = value;
-    return result;
-}
 
 bool isInteger(const Datum& value) { return value.kind == Datum::Kind::integer; }
 
@@ -71,26 +58,26 @@ Datum decimalQuotient(const Datum& dividend, const Datum& divisor, int precision
     // A double has no more than 15 sure digits, so that beyond them there is nothing to cut.
     constexpr long double kSure = 1e15L;
     const long double scaled = quotient * powerOfTen(std::min(scale, 30));
-    if (std::fabs(scaled) >= kSure) return realValue(static_cast<double>(quotient));
+    if (std::fabs(scaled) >= kSure) return realDatum(static_cast<double>(quotient));
     const long double nearest = std::round(scaled);
     const long double cut = std::fabs(scaled - nearest) < 1e-4L ? nearest : std::trunc(scaled);
     const long double result = cut / powerOfTen(std::min(scale, 30));
     const auto whole = static_cast<std::int64_t>(result);
-    if (static_cast<long double>(whole) == result) return integerValue(whole);
-    return realValue(static_cast<double>(result));
+    if (static_cast<long double>(whole) == result) return integerDatum(whole);
+    return realDatum(static_cast<double>(result));
 }
 
 Datum decimalRemainder(const Datum& dividend, const Datum& divisor) {
     if (wide(divisor) == 0) throw Error(8134);
     if (isInteger(dividend) && isInteger(divisor))
-        return integerValue(integerRemainder(dividend.integer, divisor.integer));
+        return integerDatum(integerRemainder(dividend.integer, divisor.integer));
     // In units of the finer scale both are whole.
     const Decimal left = decimal(dividend);
     const Decimal right = decimal(divisor);
     const int scale = std::max(left.scale(), right.scale());
     const long double power = powerOfTen(scale);
     const long double rest = std::fmod(std::round(wide(dividend) * power), std::round(wide(divisor) * power));
-    return realValue(static_cast<double>(rest / power));
+    return realDatum(static_cast<double>(rest / power));
 }
 
 Datum roundedDecimal(const Datum& value, int precision, int scale) {
@@ -101,24 +88,24 @@ Datum roundedDecimal(const Datum& value, int precision, int scale) {
     if (!std::isfinite(value.real)) throw Error(8115, {"expression", "numeric"});
     const double rounded = roundedDouble(value.real, scale);
     checkPrecision(rounded, precision, scale);
-    return realValue(rounded);
+    return realDatum(rounded);
 }
 
 Datum roundedNumber(const Datum& value, std::int64_t digits, bool cut) {
     if (isInteger(value) && digits >= 0) return value;
     if (!isInteger(value) && !std::isfinite(value.real)) return value;
     const int scale = static_cast<int>(std::clamp<std::int64_t>(digits, -400, 400));
-    if (!isInteger(value) && !cut) return realValue(roundedDouble(value.real, scale));
+    if (!isInteger(value) && !cut) return realDatum(roundedDouble(value.real, scale));
     Decimal number = decimal(value);
     if (cut) {
         number.truncate(scale);
     } else {
         number.round(scale);
     }
-    if (!isInteger(value)) return realValue(number.toDouble());
+    if (!isInteger(value)) return realDatum(number.toDouble());
     const auto whole = number.toInteger();
     if (!whole) throw Error(8115, {"expression", "bigint"});
-    return integerValue(*whole);
+    return integerDatum(*whole);
 }
 
 Datum powerOf(double base, double exponent, const Type& type) {
@@ -128,8 +115,8 @@ Datum powerOf(double base, double exponent, const Type& type) {
         if (base == 0) throw Error(8134);
         throw Error(8115, {"expression", std::string(typeName(type.kind))});
     }
-    if (type.isFloat()) return realValue(power);
-    return convert(realValue(power), typeOf(Kind::floating), type);
+    if (type.isFloat()) return realDatum(power);
+    return convert(realDatum(power), typeOf(Kind::floating), type);
 }
 
 }  // namespace orvenmod::store::tsql

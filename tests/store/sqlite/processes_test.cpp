@@ -3,8 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <thread>
+#include <cstdio>
 
 #include "embeddeddatabase.h"
 
@@ -86,15 +85,18 @@ TEST_F(Processes, WaitForEachOtherToWrite) {
         connection->execute("update t set n=n+5 where id=1");
         parent.tell();
         parent.await();
-        // The parent waits for this commit in its own beginTrans; no moment of it can be missed.
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
         connection->commitTrans();
         return 0;
     });
     first.await();
     const auto connection = connect(";Busy Timeout=20000");
-    first.tell();
+    // The other one commits only when this one has begun to wait, and windows can paint meanwhile.
+    int calls = 0;
+    connection->setProgress([&] {
+        if (++calls == 1) first.tell();
+    });
     connection->beginTrans();
+    EXPECT_GE(calls, 1);
     connection->execute("update t set n=n+1 where id=1");
     connection->commitTrans();
     EXPECT_EQ(first.result(), 0);
