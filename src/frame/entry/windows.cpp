@@ -2,11 +2,14 @@
 
 #include "browser/frmBasicInfoList.h"
 #include "designer/frmHSXM.h"
+#include "dictionary/frmJCBasicInfo.h"
+#include "dictionary/frmJCZLList.h"
 
 namespace orvenmod {
 
 Windows& windows() {
-    static Windows all{[] { frmBasicInfoList::instance().show(); }, [] { frmHSXM::instance().show(); }, {}, {}};
+    static Windows all{[] { frmBasicInfoList::instance().show(); }, [] { frmHSXM::instance().show(); },
+                       [] { frmJCBasicInfo::instance().show(); }, [] { frmJCZLList::instance().show(); }};
     return all;
 }
 
