@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include <orvenmod/clsBasicInfo.h>
+#include <orvenmod/clsHSXMManage.h>
 #include <orvenmod/schema.h>
 #include <orvenmod/settings.h>
 
@@ -51,6 +52,24 @@ std::vector<Warehouse> Suite::warehouses() const {
     }
     connection->close();
     return warehouses;
+}
+
+std::vector<OwnClass> Suite::ownClasses() const {
+    const auto connection = componentStore().connect(connectionString_);
+    std::vector<OwnClass> classes;
+    for (auto rows = connection->open("select fItemClassId,fItemName from tblItemClass where fItemType='0' and "
+                                      "fItemClassId not in (1,2,3,11) and fItemClassId<=32767 order by fItemClassId");
+         !rows.eof(); rows.moveNext()) {
+        classes.push_back({static_cast<std::int16_t>(std::stoi(rows.text("fItemClassId"))), rows.text("fItemName")});
+    }
+    connection->close();
+    return classes;
+}
+
+void Suite::designClasses() const {
+    clsHSXMManage classes;
+    classes.DBConnection = connectionString_;
+    classes.mainInterface();
 }
 
 void Suite::logIn(const SuiteUser& user) const {

@@ -18,6 +18,12 @@ struct Warehouse {
     std::string name;
 };
 
+/// A class that a user of the suite made.
+struct OwnClass {
+    std::int16_t id = 0;
+    std::string name;
+};
+
 enum class OpenAs { management, picker, billPicker };
 
 /// What a menu of the suite asks of the component.
@@ -56,12 +62,16 @@ public:
 
     std::vector<SuiteUser> users() const;
     std::vector<Warehouse> warehouses() const;
+    /// The classes beside customers, suppliers, goods and accounts that fit a request.
+    std::vector<OwnClass> ownClasses() const;
 
     /// Writes who works with the suite into the settings that the component shares.
     void logIn(const SuiteUser& user) const;
 
     /// Opens the component's window and waits for it.
     Result open(const Request& request) const;
+    /// Opens the component's designer of classes and waits for it.
+    void designClasses() const;
 
 private:
     std::vector<BillRow> billRows() const;

@@ -114,6 +114,7 @@ QWidget* SuiteWindow::makeChoices() {
     }
     addButton(grid, row, 1, QStringLiteral("选单据物料"), {.openAs = OpenAs::billPicker});
     layout->addWidget(choose);
+    layout->addWidget(makeOwnClasses());
 
     auto* with = new QGroupBox(QStringLiteral("选取时"));
     auto* form = new QFormLayout(with);
@@ -132,6 +133,44 @@ QWidget* SuiteWindow::makeChoices() {
     layout->addWidget(with);
     layout->addStretch();
     return side;
+}
+
+QWidget* SuiteWindow::makeOwnClasses() {
+    auto* own = new QGroupBox(QStringLiteral("自定义类别"));
+    auto* row = new QHBoxLayout(own);
+    ownClass_ = new QComboBox;
+    ownClass_->setObjectName(QStringLiteral("ownClass"));
+    ownClass_->setAccessibleName(QStringLiteral("自定义类别"));
+    openOwn_ = new QPushButton(QStringLiteral("管理"));
+    openOwn_->setObjectName(QStringLiteral("openOwn"));
+    connect(openOwn_, &QPushButton::clicked, this,
+            [this] { open({.itemClass = static_cast<std::int16_t>(ownClass_->currentData().toInt())}); });
+    auto* design = new QPushButton(QStringLiteral("类别设计(&D)..."));
+    design->setObjectName(QStringLiteral("openDesigner"));
+    connect(design, &QPushButton::clicked, this, &SuiteWindow::designClasses);
+    row->addWidget(ownClass_, 1);
+    row->addWidget(openOwn_);
+    row->addWidget(design);
+    fillOwnClasses();
+    return own;
+}
+
+void SuiteWindow::fillOwnClasses() {
+    ownClass_->clear();
+    for (const OwnClass& own : suite_.ownClasses())
+        ownClass_->addItem(text(own.name), own.id);
+    ownClass_->setEnabled(ownClass_->count() > 0);
+    openOwn_->setEnabled(ownClass_->count() > 0);
+}
+
+void SuiteWindow::designClasses() {
+    try {
+        suite_.designClasses();
+        fillOwnClasses();
+        outcome_->setText(QStringLiteral("类别设计已关闭。"));
+    } catch (const std::exception& failure) {
+        QMessageBox::critical(this, windowTitle(), text(failure.what()));
+    }
 }
 
 QWidget* SuiteWindow::makeResults() {

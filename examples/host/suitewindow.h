@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableWidget>
 #include <QWidget>
 #include <vector>
@@ -20,6 +21,8 @@ public:
 
     /// Opens the component and shows what it left; for the buttons and for the tour.
     void open(const Request& request);
+    /// Opens the designer of classes.
+    void designClasses();
     /// Works as the user of that number in the list.
     void logInAs(int index);
 
@@ -29,7 +32,9 @@ protected:
 private:
     QWidget* makeHead();
     QWidget* makeChoices();
+    QWidget* makeOwnClasses();
     QWidget* makeResults();
+    void fillOwnClasses();
     void addButton(QGridLayout* grid, int row, int column, const QString& caption, const Request& request);
     Request withChoices(Request request) const;
     void showResult(const Result& result);
@@ -41,6 +46,8 @@ private:
     QComboBox* warehouse_ = nullptr;
     QComboBox* stockChoice_ = nullptr;
     QLineEdit* find_ = nullptr;
+    QComboBox* ownClass_ = nullptr;
+    QPushButton* openOwn_ = nullptr;
     QTableWidget* properties_ = nullptr;
     QTableWidget* billRows_ = nullptr;
     QLabel* outcome_ = nullptr;

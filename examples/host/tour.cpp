@@ -1,70 +1,21 @@
 #include "tour.h"
 
-#include <QTest>
 #include <exception>
 #include <filesystem>
-#include <functional>
 #include <iostream>
 #include <stdexcept>
 
+#include "designertour.h"
 #include "frame/services.h"
+#include "guide.h"
 #include "suitewindow.h"
 #include "visitor.h"
 
 namespace orvenmod::sample {
 namespace {
 
-using Steps = std::function<void(Visitor&)>;
-
-enum User { kAdministrator, kAccountant, kJunior, kStorekeeper };
-
-/// Opens the component through the suite's window and plays steps on the window that comes.
-class Guide {
-public:
-    Guide(SuiteWindow& suite, platform::qt::QtToolkit& toolkit, Album& album)
-        : suite_(suite), toolkit_(toolkit), album_(album) {
-        toolkit_.setModalObserver([this](platform::Window& window) { visit(window); });
-    }
-    ~Guide() { toolkit_.setModalObserver({}); }
-    Guide(const Guide&) = delete;
-    Guide& operator=(const Guide&) = delete;
-
-    void play(User user, const Request& request, Steps steps) {
-        suite_.logInAs(user);
-        steps_ = std::move(steps);
-        suite_.open(request);
-        if (failure_) std::rethrow_exception(failure_);
-        if (steps_) throw std::runtime_error("a window didn't open");
-    }
-
-    void pictureSuite(const std::string& name, const std::string& caption) {
-        QTest::qWait(20);
-        album_.add(suite_, name, caption);
-    }
-
-private:
-    // What fails here must not look like a failure of the window, so it is kept for play().
-    void visit(platform::Window& window) {
-        const Steps steps = std::exchange(steps_, nullptr);
-        try {
-            Visitor visitor(window, album_);
-            if (steps) steps(visitor);
-            visitor.boxesDone();
-        } catch (...) {
-            failure_ = std::current_exception();
-        }
-        if (window.shown()) window.close();
-    }
-
-    SuiteWindow& suite_;
-    platform::qt::QtToolkit& toolkit_;
-    Album& album_;
-    Steps steps_;
-    std::exception_ptr failure_;
-};
-
 void manageGoods(Guide& guide) {
-    guide.play(kAdministrator, {}, [](Visitor& visitor) {
+    guide.play(Guide::kAdministrator, {}, [](Visitor& visitor) {
         visitor.picture("management", "货品管理：分类、查询条件、列表");
         visitor.clickNode("tv1", "五金工具");
         visitor.picture("category", "点了一个分类：列表只剩它和下级的货品");
@@ -95,16 +46,16 @@ void manageGoods(Guide& guide) {
 }
 
 void managePartners(Guide& guide) {
-    guide.play(kAdministrator, {.itemClass = 1},
+    guide.play(Guide::kAdministrator, {.itemClass = 1},
                [](Visitor& visitor) { visitor.picture("customers", "客户管理：应收款"); });
-    guide.play(kAdministrator, {.itemClass = 2},
+    guide.play(Guide::kAdministrator, {.itemClass = 2},
                [](Visitor& visitor) { visitor.picture("suppliers", "供应商管理：应付款"); });
-    guide.play(kAdministrator, {.itemClass = 11},
+    guide.play(Guide::kAdministrator, {.itemClass = 11},
                [](Visitor& visitor) { visitor.picture("accounts", "账户管理：账号余额"); });
 }
 
 void pickGoods(Guide& guide) {
-    guide.play(kAccountant, {.openAs = OpenAs::picker, .find = "灯", .onlyInStock = true}, [](Visitor& visitor) {
+    guide.play(Guide::kAccountant, {.openAs = OpenAs::picker, .find = "灯", .onlyInStock = true}, [](Visitor& visitor) {
         visitor.picture("picker", "选取货品：查找“灯”，只看有库存的");
         visitor.clickRow("vsf1", 3);
         visitor.keyOnGrid("vsf1", Qt::Key_Return);
@@ -113,7 +64,7 @@ void pickGoods(Guide& guide) {
 }
 
 void pickForBill(Guide& guide) {
-    guide.play(kAccountant, {.openAs = OpenAs::billPicker}, [](Visitor& visitor) {
+    guide.play(Guide::kAccountant, {.openAs = OpenAs::billPicker}, [](Visitor& visitor) {
         visitor.clickNode("tv1", "书写工具");
         const char* const quantities[] = {"120", "24.5", "6"};
         for (int row = 1; row <= 3; ++row) {
@@ -133,12 +84,12 @@ void pickForBill(Guide& guide) {
 }
 
 void workWithFewRights(Guide& guide) {
-    guide.play(kJunior, {}, [](Visitor& visitor) {
+    guide.play(Guide::kJunior, {}, [](Visitor& visitor) {
         visitor.picture("plain-user", "小李：看不到参考进价和主供应商");
         visitor.expectBox(QMessageBox::Ok, "refused-box", "小李无权修改货品");
         visitor.click("cmdUpdateDetail");
     });
-    guide.play(kStorekeeper, {},
+    guide.play(Guide::kStorekeeper, {},
                [](Visitor& visitor) { visitor.picture("standing-condition", "王仓管：只看五金和电料"); });
 }
 
@@ -158,6 +109,7 @@ int playTour(SuiteWindow& window, const std::string& folder) {
         pickGoods(guide);
         pickForBill(guide);
         workWithFewRights(guide);
+        designClasses(guide);
         std::cout << album.list();
         return 0;
     } catch (const std::exception& failure) {

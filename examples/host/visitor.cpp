@@ -139,6 +139,39 @@ void Visitor::typeCell(const QString& grid, int row, int column, const QString& 
     if (QWidget* editor = QApplication::focusWidget(); editor != nullptr) QTest::keyClick(editor, Qt::Key_Return);
 }
 
+void Visitor::inputCell(const QString& grid, int row, int column, const QString& text) {
+    auto& view = find<QTableView>(grid);
+    const QModelIndex index = view.model()->index(row - 1, column - 1);
+    if (!index.isValid()) throw std::runtime_error("no cell in row " + std::to_string(row));
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
+    for (const QChar letter : text) {
+        QWidget* field = view.indexWidget(index);
+        QTest::sendKeyEvent(QTest::Click, field == nullptr ? &view : field, Qt::Key_unknown, QString(letter),
+                            Qt::NoModifier);
+    }
+    if (QWidget* field = view.indexWidget(index)) QTest::keyClick(field, Qt::Key_Return);
+}
+
+void Visitor::pickCell(const QString& grid, int row, int column, const QString& entry) {
+    auto& view = find<QTableView>(grid);
+    const QModelIndex index = view.model()->index(row - 1, column - 1);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
+    auto* field = qobject_cast<QLineEdit*>(view.indexWidget(index));
+    if (field == nullptr) throw std::runtime_error("no list in row " + std::to_string(row));
+    field->selectAll();
+    commit(*field, entry);
+    QTest::keyClick(field, Qt::Key_Return);
+    if (index.data().toString() != entry) throw std::runtime_error("no entry " + entry.toStdString());
+}
+
+void Visitor::clickTool(const QString& key) {
+    for (auto* action : root_->findChildren<QAction*>(key)) {
+        action->trigger();
+        return;
+    }
+    throw std::runtime_error("no button " + key.toStdString());
+}
+
 void Visitor::pictureMenuOf(const QString& view, const std::string& name, const std::string& caption) {
     QWidget* port = find<QAbstractScrollArea>(view).viewport();
     whenReady([] { return QApplication::activePopupWidget(); },

@@ -49,12 +49,17 @@ public:
     void clickRow(const QString& grid, int row);
     void doubleClickRow(const QString& grid, int row);
     void keyOnGrid(const QString& grid, Qt::Key key);
+    /// Writes a cell with an input method, and closes its field.
+    void inputCell(const QString& grid, int row, int column, const QString& text);
+    /// Picks the entry of a cell's list by typing it.
+    void pickCell(const QString& grid, int row, int column, const QString& entry);
     void typeCell(const QString& grid, int row, int column, const QString& text);
     /// The popup menu of a tree or grid; pictured, and closed without a choice.
     void pictureMenuOf(const QString& view, const std::string& name, const std::string& caption);
     /// The opened list of a combo; pictured and closed.
     void pictureListOf(const QString& combo, const std::string& name, const std::string& caption);
     void chooseMenu(const QString& action);
+    void clickTool(const QString& key);
 
     /// The next box is pictured and answered with the button.
     void expectBox(QMessageBox::StandardButton answer, const std::string& name, const std::string& caption);

@@ -87,6 +87,7 @@ void frmHSXMDetailNew::layOutRows() {
         grid.setCellType(kValue, row, CellType::number);
         grid.setNumberRule(kValue, row, rule);
     };
+    grid.setLockedColour(kLockedColour);
     grid.setRowCount(Row::lookup);
     for (int row = Row::name; row <= Row::lookup; ++row)
         grid.setText(kLabel, row, kLabels[row - 1]);

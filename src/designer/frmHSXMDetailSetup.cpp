@@ -43,6 +43,7 @@ void frmHSXMDetailSetup::connectEvents() {
 }
 
 void frmHSXMDetailSetup::Form_Load() {
+    fps1().setLockedColour(kLockedColour);
     fps1().setItems(Column::shown, 0, {"显示"});
     fps1().setNumberRule(Column::width, 0, {0, 1, 9999});
     loadFieldList();

@@ -27,7 +27,7 @@ platform::WindowDesign makeDesign() {
                         .width = kWidth - 2 * kMargin,
                         .height = kHeight - 2 * kMargin,
                         .accessibleName = "明细设置",
-                        .columns = {{.title = "列名", .width = 4200, .locked = true},
+                        .columns = {{.title = "列名", .width = 4500, .locked = true},
                                     {.title = "是否显示", .width = 1800, .type = CellType::checkBox},
                                     {.title = "列宽", .width = 900, .hidden = true, .type = CellType::number},
                                     {.title = "", .width = 900, .hidden = true}}}};

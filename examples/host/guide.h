@@ -1,0 +1,46 @@
+// The tour's guide: opens the component through the suite's window and plays steps on the windows that come.
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "suitewindow.h"
+#include "visitor.h"
+
+namespace orvenmod::sample {
+
+class Guide {
+public:
+    using Steps = std::function<void(Visitor&)>;
+
+    enum User { kAdministrator, kAccountant, kJunior, kStorekeeper };
+
+    Guide(SuiteWindow& suite, platform::qt::QtToolkit& toolkit, Album& album);
+    ~Guide();
+    Guide(const Guide&) = delete;
+    Guide& operator=(const Guide&) = delete;
+
+    /// Logs in, has `open` open a window, and plays the steps in it. Throws what a step failed with.
+    void play(User user, const std::function<void()>& open, const std::string& window, Steps steps);
+    /// Likewise with the list of items.
+    void play(User user, const Request& request, Steps steps);
+    /// The steps for a window that opens from within the next steps.
+    void within(const std::string& window, Steps steps) { steps_.emplace_back(window, std::move(steps)); }
+
+    void pictureSuite(const std::string& name, const std::string& caption);
+    SuiteWindow& suite() { return suite_; }
+
+private:
+    void visit(platform::Window& window);
+
+    SuiteWindow& suite_;
+    platform::qt::QtToolkit& toolkit_;
+    Album& album_;
+    std::vector<std::pair<std::string, Steps>> steps_;
+    std::exception_ptr failure_;
+};
+
+}  // namespace orvenmod::sample

@@ -1,0 +1,80 @@
+// What the tests of the editor share: a stage with four goods, two suppliers and a class of seven fields.
+//
+//   row   1 短代码 | 2 代码 (locked) | 3 名称 | 4 规格型号 | 5 最低库存 (number) | 6 建档日期 (date) | 7 主供应商
+//   (lookup)
+//         8 所属分类
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "editor/fieldrow.h"
+#include "editor/listhost.h"
+#include "frame/appstate.h"
+#include "platform/controls.h"
+#include "platform/entrygrid.h"
+#include "support/stage.h"
+
+namespace orvenmod::test {
+
+using platform::Answer;
+using platform::EntryGrid;
+using platform::MessageKind;
+using Steps = std::function<void(User&)>;
+using Texts = std::vector<std::string>;
+
+inline constexpr int kModelRow = 4;
+inline constexpr int kMinQtyRow = 5;
+inline constexpr int kDayRow = 6;
+inline constexpr int kSupplierRow = 7;
+inline constexpr int kCategoryRow = 8;
+
+/// The list behind the editor: notes what it was asked.
+class NotedList : public ListHost {
+public:
+    bool findInfo2(const std::string& strParamSQL) override {
+        refreshes.push_back(strParamSQL);
+        return true;
+    }
+    Texts refreshes;
+};
+
+class EditorStage : public Stage {
+public:
+    explicit EditorStage(MakeScript makeScript = newMemoryScript);
+
+    /// Opens the editor for a new item under the category, plays the steps and closes it.
+    void openNew(const Steps& steps, int category = 0);
+    /// Opens it for the item.
+    void openItem(int item, const Steps& steps);
+
+    NotedList list;
+
+private:
+    void open(const Steps& steps);
+};
+
+/// The value column of the rows from 1.
+Texts values(User& user);
+std::string value(User& user, int row);
+std::string chosenId(User& user, int row);
+/// Types the name that every item must have.
+void typeName(User& user, const std::string& name);
+
+class EditorTest : public ::testing::Test {
+protected:
+    Database& database() { return stage.database(); }
+    Script& script() { return stage.script(); }
+    /// tblItem's row as texts.
+    Rows item(int id);
+    Rows goods(int id);
+
+    EditorStage stage;
+};
+
+inline const std::string kTitle = "测试套件";
+
+}  // namespace orvenmod::test
