@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/design.h"
+#include "platform/report.h"
 #include "platform/window.h"
 
 namespace orvenmod::platform {
@@ -19,6 +20,9 @@ public:
     virtual ~Toolkit() = default;
 
     virtual std::unique_ptr<Window> createWindow(const WindowDesign& design) = 0;
+
+    /// A report, which the toolkit outlives.
+    virtual std::unique_ptr<Report> createReport() = 0;
 
     /// A modal box: OK, or Yes and No for a question, where closing it counts as No.
     virtual Answer message(MessageKind kind, const std::string& text, const std::string& title) = 0;

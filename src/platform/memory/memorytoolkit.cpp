@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "platform/memory/memorydriver.h"
+#include "platform/memory/memoryreport.h"
 #include "platform/memory/memorywindow.h"
 #include "platform/settings.h"
 
@@ -12,6 +13,8 @@ namespace orvenmod::platform::memory {
 std::unique_ptr<Window> MemoryToolkit::createWindow(const WindowDesign& design) {
     return std::make_unique<MemoryWindow>(*this, design);
 }
+
+std::unique_ptr<Report> MemoryToolkit::createReport() { return std::make_unique<MemoryReport>(*this); }
 
 Answer MemoryToolkit::message(MessageKind kind, const std::string& text, const std::string& title) {
     return driver_.onMessage(kind, text, title);

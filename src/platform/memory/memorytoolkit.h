@@ -4,8 +4,10 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "platform/report/reportdata.h"
 #include "platform/toolkit.h"
 
 namespace orvenmod::platform::memory {
@@ -13,12 +15,21 @@ namespace orvenmod::platform::memory {
 class MemoryDriver;
 class MemoryWindow;
 
+enum class Output { preview, print };
+
+/// A report that was previewed or printed, with all that was handed over.
+struct ShownReport {
+    Output output;
+    report::ReportData data;
+};
+
 class MemoryToolkit final : public Toolkit {
 public:
     /// The driver outlives the toolkit.
     explicit MemoryToolkit(MemoryDriver& driver) : driver_(driver) {}
 
     std::unique_ptr<Window> createWindow(const WindowDesign& design) override;
+    std::unique_ptr<Report> createReport() override;
     Answer message(MessageKind kind, const std::string& text, const std::string& title) override;
     void sendTab() override;
     void openDocument(const std::string& path) override;
@@ -31,6 +42,9 @@ public:
     MemoryWindow* front() const { return stack_.empty() ? nullptr : stack_.back(); }
     /// How often paintPending was called.
     int paints() const { return paints_; }
+
+    const std::vector<ShownReport>& reports() const { return reports_; }
+    void addReport(ShownReport report) { reports_.push_back(std::move(report)); }
 
     /// Holds a window in front while it lives.
     class Front {
@@ -47,6 +61,7 @@ public:
 private:
     MemoryDriver& driver_;
     std::vector<MemoryWindow*> stack_;
+    std::vector<ShownReport> reports_;
     int paints_ = 0;
 };
 

@@ -33,6 +33,7 @@ public:
 
     std::function<void(Window&)> modalObserver;
     std::function<void(const std::string&)> documentOpener;
+    std::string printFile;  ///< "" asks with the print dialog
 
     /// Where the next menu pops up, in global coordinates: set while a mouse or menu key event is raised.
     std::optional<QPoint> popUpPlace;

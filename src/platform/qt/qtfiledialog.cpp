@@ -9,6 +9,16 @@
 
 namespace orvenmod::platform::qt {
 
+namespace {
+
+/// "xls" of "Excel文件(*.xls)".
+QString suffixOf(const QString& filter) {
+    static const QRegularExpression suffix(QStringLiteral("\\(\\*\\.(\\w+)\\)$"));
+    return suffix.match(filter).captured(1);
+}
+
+}  // namespace
+
 QStringList nameFilters(const std::string& pairs) {
     const QStringList parts = toQt(pairs).split(QLatin1Char('|'));
     static const QRegularExpression bracket(QStringLiteral("\\s*\\([^()]*\\)\\s*$"));
@@ -34,9 +44,9 @@ bool QtFileDialog::showSave() {
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     const QStringList filters = nameFilters(filter_);
-    static const QRegularExpression suffix(QStringLiteral("\\(\\*\\.(\\w+)\\)$"));
-    const QRegularExpressionMatch match = suffix.match(filters.value(0));
-    if (match.hasMatch()) dialog.setDefaultSuffix(match.captured(1));
+    dialog.setDefaultSuffix(suffixOf(filters.value(0)));
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&dialog](const QString& filter) { dialog.setDefaultSuffix(suffixOf(filter)); });
     return run(dialog);
 }
 

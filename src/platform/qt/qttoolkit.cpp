@@ -11,6 +11,7 @@
 
 #include "platform/qt/application.h"
 #include "platform/qt/core.h"
+#include "platform/qt/qtreport.h"
 #include "platform/qt/qtwindow.h"
 #include "platform/qt/snapshot.h"
 #include "platform/qt/text.h"
@@ -44,6 +45,8 @@ QtToolkit::~QtToolkit() = default;
 std::unique_ptr<Window> QtToolkit::createWindow(const WindowDesign& design) {
     return std::make_unique<QtWindow>(*core_, design);
 }
+
+std::unique_ptr<Report> QtToolkit::createReport() { return std::make_unique<QtReport>(*core_); }
 
 Answer QtToolkit::message(MessageKind kind, const std::string& text, const std::string& title) {
     const PlainPointer pointer;
@@ -88,6 +91,8 @@ void QtToolkit::setModalObserver(std::function<void(Window&)> observer) { core_-
 void QtToolkit::setDocumentOpener(std::function<void(const std::string&)> opener) {
     core_->documentOpener = std::move(opener);
 }
+
+void QtToolkit::setPrintFile(const std::string& path) { core_->printFile = path; }
 
 void QtToolkit::savePicture(const Window& window, const std::string& path) const {
     const auto* own = dynamic_cast<const QtWindow*>(&window);

@@ -19,6 +19,7 @@ public:
     ~QtToolkit() override;
 
     std::unique_ptr<Window> createWindow(const WindowDesign& design) override;
+    std::unique_ptr<Report> createReport() override;
     Answer message(MessageKind kind, const std::string& text, const std::string& title) override;
     void sendTab() override;
     void openDocument(const std::string& path) override;
@@ -29,6 +30,9 @@ public:
 
     /// Takes the place of the desktop's programs in openDocument.
     void setDocumentOpener(std::function<void(const std::string& path)> opener);
+
+    /// Prints go to that PDF file instead of asking with the print dialog; "" asks again.
+    void setPrintFile(const std::string& path);
 
     /// Writes the window, with the menus, lists and boxes that are open over it, as a picture; the suffix names the
     /// format. Throws std::runtime_error where the window is none of this toolkit or the file can't be written.

@@ -10,6 +10,8 @@ namespace orvenmod::platform::report {
 namespace {
 
 constexpr double kLeastScale = 0.5;  // of letters: smaller ones can't be read
+// Columns are made for letters on a screen and have room to spare on paper: letters shrink later than columns.
+constexpr double kSpare = 1.3;
 constexpr double kCellPadding = 0.8;
 constexpr double kSlack = 1e-6;
 
@@ -64,6 +66,8 @@ void ReportPages::groupColumns() {
     }
 }
 
+double ReportPages::letterScale() const { return std::clamp(scale_ * kSpare, kLeastScale, 1.0); }
+
 std::size_t ReportPages::firstRow(std::size_t block) const {
     return block == 0 ? 0 : std::min(rows_, firstRows_ + (block - 1) * nextRows_);
 }
@@ -102,7 +106,7 @@ void ReportPages::placeBand(Page& page, const Band& band, double top, std::size_
 }
 
 void ReportPages::placeTitles(Page& page, const Group& group, double top) const {
-    const double points = data_.page.points * std::max(scale_, kLeastScale);
+    const double points = data_.page.points * letterScale();
     for (const auto& [column, left, width] : group) {
         const Box cell{paper_.left + left, top, width, data_.page.titleHeight};
         page.shaded.push_back(cell);
@@ -116,7 +120,7 @@ void ReportPages::placeTitles(Page& page, const Group& group, double top) const 
 }
 
 void ReportPages::placeRow(Page& page, const Group& group, std::size_t row, double top) const {
-    const double points = data_.page.points * std::max(scale_, kLeastScale);
+    const double points = data_.page.points * letterScale();
     for (const auto& [column, left, width] : group) {
         const Box cell{paper_.left + left, top, width, data_.page.rowHeight};
         page.frames.push_back(cell);

@@ -45,6 +45,7 @@ private:
     using Group = std::vector<Placed>;
 
     void groupColumns();
+    double letterScale() const;
     std::size_t firstRow(std::size_t block) const;
     void placeBand(Page& page, const Band& band, double top, std::size_t number) const;
     void placeTitles(Page& page, const Group& group, double top) const;
@@ -54,7 +55,7 @@ private:
     const ReportData& data_;
     Paper paper_;
     std::string date_;
-    double scale_ = 1;           ///< of the columns and their letters
+    double scale_ = 1;           ///< of the columns
     std::vector<Group> groups_;  ///< columns that stand on a page together
     std::size_t rows_ = 0;
     std::size_t firstRows_ = 1;  ///< on a page under the report headers

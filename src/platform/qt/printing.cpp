@@ -1,0 +1,111 @@
+#include "platform/qt/printing.h"
+
+#include <QDate>
+#include <QFile>
+#include <QFileInfo>
+#include <QPageLayout>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTemporaryFile>
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+
+#include "platform/qt/core.h"
+#include "platform/qt/pagepainter.h"
+#include "platform/qt/text.h"
+#include "platform/qt/windowlook.h"
+
+namespace orvenmod::platform::qt {
+
+namespace {
+
+constexpr double kMillimetresPerInch = 25.4;
+
+bool chosenByUser(QPrinter& printer, std::size_t pages, QWidget* parent) {
+    const PlainPointer pointer;
+    QPrintDialog dialog(&printer, parent);
+    dressBox(dialog);
+    dialog.setObjectName(QStringLiteral("print"));
+    dialog.setWindowTitle(QStringLiteral("打印"));
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    dialog.setMinMax(1, static_cast<int>(pages));
+    return dialog.exec() == QDialog::Accepted;
+}
+
+void paintPages(QPrinter& printer, const report::ReportData& data) {
+    const report::ReportPages pages(data, paperOf(printer), printedDate());
+    const int last = static_cast<int>(pages.count());
+    const int from = std::clamp(printer.fromPage() == 0 ? 1 : printer.fromPage(), 1, last);
+    const int to = std::clamp(printer.toPage() == 0 ? last : printer.toPage(), from, last);
+    QPainter painter;
+    if (!painter.begin(&printer)) throw std::runtime_error("打印机无法打印：" + fromQt(printer.printerName()));
+    for (int number = from; number <= to; ++number) {
+        if (number > from && !printer.newPage()) throw std::runtime_error("打印中断");
+        paintPage(painter, printer.resolution() / kMillimetresPerInch, pages.page(static_cast<std::size_t>(number - 1)),
+                  data.page.family);
+    }
+    if (!painter.end() || printer.printerState() == QPrinter::Error) throw std::runtime_error("打印中断");
+}
+
+/// Whether the file is a whole PDF: a full disk isn't told by those who write it.
+bool isWhole(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() < 16) return false;
+    file.seek(file.size() - 16);
+    return file.readAll().contains("%%EOF");
+}
+
+void writePdf(QPrinter& printer, const report::ReportData& data, const QString& path) {
+    const std::string refusal = "文件无法写入：" + fromQt(path);
+    QTemporaryFile partial(path + QStringLiteral(".XXXXXX.part"));
+    if (path.isEmpty() || QFileInfo(path).isDir() || !partial.open()) throw std::runtime_error(refusal);
+    partial.close();
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(partial.fileName());
+    paintPages(printer, data);
+    if (!isWhole(partial.fileName())) throw std::runtime_error(refusal);
+    QFile::setPermissions(partial.fileName(),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+    std::error_code error;
+    std::filesystem::rename(fromQt(partial.fileName()), fromQt(path), error);
+    if (error) throw std::runtime_error(refusal);
+    partial.setAutoRemove(false);
+}
+
+}  // namespace
+
+std::string printedDate() { return fromQt(QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd"))); }
+
+void preparePrinter(QPrinter& printer, const report::ReportData& data) {
+    const report::Paper& paper = data.page.paper;
+    printer.setDocName(toQt(data.title));
+    printer.setCreator(QStringLiteral("Orvenmod"));
+    printer.setFullPage(true);
+    const bool landscape = paper.width > paper.height;
+    const QSizeF upright(std::min(paper.width, paper.height), std::max(paper.width, paper.height));
+    QPageLayout layout(QPageSize(upright, QPageSize::Millimeter, QString(), QPageSize::FuzzyMatch),
+                       landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(),
+                       QPageLayout::Millimeter);
+    layout.setMode(QPageLayout::FullPageMode);
+    layout.setMargins({paper.left, paper.top, paper.right, paper.bottom});
+    printer.setPageLayout(layout);
+}
+
+report::Paper paperOf(const QPrinter& printer) {
+    const QPageLayout layout = printer.pageLayout();
+    const QSizeF size = layout.fullRect(QPageLayout::Millimeter).size();
+    const QMarginsF margins = layout.margins(QPageLayout::Millimeter);
+    return {size.width(), size.height(), margins.left(), margins.top(), margins.right(), margins.bottom()};
+}
+
+void printReport(QPrinter& printer, const report::ReportData& data, const std::string& file, QWidget* parent) {
+    if (!file.empty()) return writePdf(printer, data, toQt(file));
+    const report::ReportPages pages(data, paperOf(printer), printedDate());
+    if (!chosenByUser(printer, pages.count(), parent)) return;
+    if (printer.outputFormat() == QPrinter::PdfFormat) return writePdf(printer, data, printer.outputFileName());
+    paintPages(printer, data);
+}
+
+}  // namespace orvenmod::platform::qt

@@ -1,0 +1,25 @@
+// Puts the pages of a report on a printer or into a PDF file.
+#pragma once
+
+#include <string>
+
+#include "platform/report/reportpages.h"
+
+class QPrinter;
+class QWidget;
+
+namespace orvenmod::platform::qt {
+
+/// Today as the clerk writes it.
+std::string printedDate();
+
+/// Gives the printer the paper that the template asks for.
+void preparePrinter(QPrinter& printer, const report::ReportData& data);
+/// The paper that the printer has now, after what the user chose.
+report::Paper paperOf(const QPrinter& printer);
+
+/// Asks with the print dialog, over `parent`, and prints; `file` names a PDF instead of asking. Nothing where the user
+/// cancels. Throws std::runtime_error where the printer or the file refuses; no half file is left then.
+void printReport(QPrinter& printer, const report::ReportData& data, const std::string& file, QWidget* parent);
+
+}  // namespace orvenmod::platform::qt

@@ -1,0 +1,207 @@
+// A report through Qt's printing: the PDF is read back with pdftotext, the preview is used as a clerk would.
+#include <QAction>
+#include <QComboBox>
+#include <QDialog>
+#include <QImage>
+#include <QLabel>
+#include <QSpinBox>
+#include <QTimer>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/qt/qttoolkit.h"
+#include "platform/qt/qtwindows.h"
+#include "support/temporary.h"
+
+namespace orvenmod::test {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::Report;
+using platform::ReportAlignment;
+using platform::ReportFieldType;
+
+/// The PDF's text. A font's radicals share their pictures with letters, which a reader can't tell apart.
+std::string pdfText(const std::string& file) {
+    std::string text;
+    FILE* output = ::popen(("pdftotext -layout '" + file + "' - 2>&1").c_str(), "r");
+    std::array<char, 4096> buffer{};
+    while (output != nullptr && std::fgets(buffer.data(), buffer.size(), output) != nullptr)
+        text += buffer.data();
+    if (output != nullptr) ::pclose(output);
+    QString letters = QString::fromStdString(text).normalized(QString::NormalizationForm_KC);
+    return letters.replace(QChar(0x2EDA), QStringLiteral("页")).toStdString();
+}
+
+std::string withoutBlanks(std::string text) {
+    std::erase(text, ' ');
+    return text;
+}
+
+std::size_t countOf(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
+        ++count;
+    return count;
+}
+
+class QtReportTest : public QtToolkitTest {
+protected:
+    QtReportTest() {
+        std::ofstream(template_) << "report 1\npage A5 landscape\nmargins 10 10 10 10\nheader 14\n"
+                                    "text fTitle 0 0 190 10 size 16 bold centre\nfooter 8\n"
+                                    "text - 0 1 190 6 centre \"第 {page} 页 共 {pages} 页\"\n";
+        report_->initialize = [this] { define(); };
+        report_->fetchRecord = [this] {
+            for (int i = 1; i <= records_; ++i) {
+                report_->appendRecord();
+                report_->setFieldText(1, "货品" + std::to_string(i));
+                report_->setFieldText(2, std::to_string(i) + ".5");
+                report_->postRecord();
+            }
+        };
+    }
+    ~QtReportTest() override { toolkit().setPrintFile(""); }
+
+    platform::qt::QtToolkit& toolkit() { return dynamic_cast<platform::qt::QtToolkit&>(script->toolkit()); }
+    std::string print(const std::string& name = "list.pdf") {
+        toolkit().setPrintFile(folder_.file(name));
+        report_->print();
+        return pdfText(folder_.file(name));
+    }
+    /// Shows the preview and plays the steps on it.
+    void preview(const std::function<void(QDialog&)>& steps) {
+        bool played = false;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (played || dialog == nullptr) return;
+            played = true;
+            steps(*dialog);
+            dialog->reject();
+        });
+        watch.start(5);
+        report_->printPreview();
+        EXPECT_TRUE(played);
+    }
+    static void press(QDialog& dialog, const char* action) {
+        auto* found = dialog.findChild<QAction*>(QString::fromLatin1(action));
+        ASSERT_NE(found, nullptr) << action;
+        EXPECT_TRUE(found->isEnabled()) << action;
+        found->trigger();
+    }
+
+    TemporaryFolder folder_;
+    std::string template_ = folder_.file("Report3.grf");
+    int records_ = 50;
+    std::unique_ptr<Report> report_ = script->toolkit().createReport();
+
+private:
+    void define() {
+        report_->loadFromFile(template_);
+        report_->setTitle("货品打印");
+        report_->setHeaderText(1, "fTitle", "货品一览");
+        report_->addField("名称", ReportFieldType::text);
+        report_->addColumn("名称", "名称", 1, 6);
+        report_->addField("数量", ReportFieldType::number);
+        report_->setFieldFormat(2, "#,##0.00");
+        report_->addColumn("数量", "数量", 2, 3);
+        report_->setContentAlignment(1, ReportAlignment::right);
+    }
+};
+
+TEST_F(QtReportTest, printsEveryRecordWithTitlesAndNumbersOnEveryPage) {
+    const std::string text = print();
+    for (int i = 1; i <= records_; ++i)
+        EXPECT_NE(text.find("货品" + std::to_string(i) + " "), std::string::npos) << i;
+    EXPECT_NE(text.find("50.50"), std::string::npos);
+    EXPECT_EQ(countOf(text, "货品一览"), 1U);
+    const std::size_t pages = countOf(text, "\f");
+    EXPECT_GE(pages, 3U);
+    EXPECT_EQ(countOf(text, "名称"), pages);
+    EXPECT_NE(withoutBlanks(text).find("第1页共" + std::to_string(pages) + "页"), std::string::npos) << text;
+}
+
+TEST_F(QtReportTest, printsAnEmptyListAsOnePage) {
+    records_ = 0;
+    const std::string text = print();
+    EXPECT_EQ(countOf(text, "\f"), 1U);
+    EXPECT_EQ(countOf(text, "货品一览") + countOf(text, "名称"), 2U);
+}
+
+TEST_F(QtReportTest, aFolderOrAMissingFolderIsRefusedAndLeavesNothing) {
+    fs::create_directory(folder_.file("folder.pdf"));
+    for (const char* name : {"folder.pdf", "gone/list.pdf"}) {
+        toolkit().setPrintFile(folder_.file(name));
+        EXPECT_THROW(report_->print(), std::runtime_error) << name;
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path()), {}), 2);
+}
+
+TEST_F(QtReportTest, aMissingTemplateIsRefusedBeforeAnyWindow) {
+    fs::remove(template_);
+    EXPECT_THROW(report_->printPreview(), std::runtime_error);
+    EXPECT_THROW(print(), std::runtime_error);
+}
+
+TEST_F(QtReportTest, thePreviewTurnsItsPages) {
+    preview([](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "货品打印 - 打印预览");
+        auto* number = dialog.findChild<QSpinBox*>("PageNumber");
+        EXPECT_FALSE(dialog.findChild<QAction*>("Previous")->isEnabled());
+        EXPECT_EQ(dialog.findChild<QLabel*>("PageCount")->text(),
+                  QStringLiteral(" / 共 %1 页 ").arg(number->maximum()));
+        press(dialog, "Next");
+        EXPECT_EQ(number->value(), 2);
+        press(dialog, "Last");
+        EXPECT_EQ(number->value(), number->maximum());
+        EXPECT_FALSE(dialog.findChild<QAction*>("Next")->isEnabled());
+        press(dialog, "Previous");
+        press(dialog, "First");
+        EXPECT_EQ(number->value(), 1);
+        QTest::keyClick(&dialog, Qt::Key_PageDown);
+        EXPECT_EQ(number->value(), 2);
+        number->setValue(3);
+        EXPECT_TRUE(dialog.findChild<QAction*>("Previous")->isEnabled());
+    });
+}
+
+TEST_F(QtReportTest, thePreviewShowsTheSheetInTheChosenSize) {
+    preview([](QDialog& dialog) {
+        auto* page = dialog.findChild<QWidget*>("page");
+        auto* zoom = dialog.findChild<QComboBox*>("Zoom");
+        zoom->setCurrentIndex(zoom->findData(100));
+        const int plain = page->width();
+        EXPECT_NEAR(plain, 210 / 25.4 * 96, 30);
+        zoom->setCurrentIndex(zoom->findData(200));
+        EXPECT_GT(page->width(), plain * 3 / 2);
+        zoom->setCurrentIndex(0);
+        EXPECT_LT(page->height(), dialog.height());
+        const QImage image = page->grab().toImage();
+        int dark = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                dark += qGray(image.pixel(x, y)) < 100 ? 1 : 0;
+        }
+        EXPECT_GT(dark, 500) << "letters on the sheet";
+    });
+}
+
+TEST_F(QtReportTest, thePreviewPrintsWhatItShows) {
+    toolkit().setPrintFile(folder_.file("list.pdf"));
+    preview([](QDialog& dialog) { press(dialog, "Print"); });
+    EXPECT_EQ(countOf(pdfText(folder_.file("list.pdf")), "货品一览"), 1U);
+}
+
+TEST_F(QtReportTest, aLongPreviewLaysOutOnlyThePageThatIsLookedAt) {
+    records_ = 100000;
+    preview([](QDialog& dialog) {
+        EXPECT_GT(dialog.findChild<QSpinBox*>("PageNumber")->maximum(), 5000);
+        press(dialog, "Last");
+    });
+}
+
+}  // namespace
+}  // namespace orvenmod::test
