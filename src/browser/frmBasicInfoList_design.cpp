@@ -21,9 +21,11 @@ namespace {
 constexpr float kWidth = 19800;
 constexpr float kHeight = 8700;
 constexpr float kFrameHeight = kHeight - 120;
-constexpr float kBarTop = 240;
-constexpr float kGridTop = 690;
+// The bar's buttons grow with the window, tree and list below it don't move: the gap is for a window of 1080 pixels.
+constexpr float kBarTop = 150;
+constexpr float kGridTop = 750;
 constexpr float kButtonHeight = 345;
+constexpr float kBillBarTop = 240;
 constexpr float kTreeWidth = 4380;
 constexpr float kFrame2Left = 4620;
 constexpr float kFrame2Width = kWidth - kFrame2Left - 60;
@@ -74,26 +76,26 @@ ControlDesign inBar(ControlKind kind, std::string_view name, std::string_view ca
             .name = name,
             .caption = caption,
             .left = left,
-            .top = kBarTop,
+            .top = kind == ControlKind::button ? kBarTop : kBarTop + 15,
             .width = width,
-            .height = kind == ControlKind::edit ? 315 : kButtonHeight,
+            .height = kind == ControlKind::button ? kButtonHeight : 315,
             .tag = "t",
             .parent = "Frame2"};
 }
 
 std::vector<ControlDesign> searchBar() {
-    ControlDesign label = inBar(ControlKind::label, "Label1", "查询条件：", 90, 1020);
-    label.top = kBarTop + 60;
+    ControlDesign label = inBar(ControlKind::label, "Label1", "查询条件：", 90, 1140);
+    label.top = kBarTop + 45;
     label.height = 240;
-    ControlDesign field = inBar(ControlKind::combo, "PC", "", 1140, 2100);
+    ControlDesign field = inBar(ControlKind::combo, "PC", "", 1260, 2040);
     field.index = 0;
     field.accessibleName = "查询字段";
-    ControlDesign comparison = inBar(ControlKind::combo, "PC", "", 3300, 1500);
+    ControlDesign comparison = inBar(ControlKind::combo, "PC", "", 3360, 1500);
     comparison.index = 1;
     comparison.accessibleName = "比较方式";
-    ControlDesign value = inBar(ControlKind::edit, "txtSearch", "", 4860, 2400);
+    ControlDesign value = inBar(ControlKind::edit, "txtSearch", "", 4920, 2340);
     value.accessibleName = "查询内容";
-    ControlDesign date = inBar(ControlKind::datePicker, "dtp", "", 4860, 2400);
+    ControlDesign date = inBar(ControlKind::datePicker, "dtp", "", 4920, 2340);
     date.accessibleName = "查询日期";
     date.visible = false;
     return {label,
@@ -156,7 +158,7 @@ std::vector<ControlDesign> billArea() {
          .name = "cmdAddItem",
          .caption = "添加到单据(&A)",
          .left = 150,
-         .top = kBarTop,
+         .top = kBillBarTop,
          .width = 1800,
          .height = kButtonHeight,
          .parent = "Frame3"},
@@ -164,7 +166,7 @@ std::vector<ControlDesign> billArea() {
          .name = "cmdRemoveItem",
          .caption = "移除(&R)",
          .left = 2040,
-         .top = kBarTop,
+         .top = kBillBarTop,
          .width = 1200,
          .height = kButtonHeight,
          .parent = "Frame3"},

@@ -199,13 +199,15 @@ TEST_F(BadInput, aNodeWhoseParentIsMissing) {
     expectNextEntryWorks();
 }
 
-TEST_F(BadInput, anAlignmentThatIsNoNumber) {
-    database().execute("alter table tblFindinfoEntry drop column fAlign");
-    database().execute("alter table tblFindinfoEntry add fAlign varchar(10)");
-    database().execute("update tblFindinfoEntry set fAlign='left'");
-    stage.openInVain(kManagement, "类型不匹配");
-    database().execute("update tblFindinfoEntry set fAlign='1'");
-    expectNextEntryWorks();
+TEST_F(BadInput, anAlignmentOrAWidthThatIsNoNumber) {
+    for (const std::string column : {"fAlign", "fWidth"}) {
+        database().execute("alter table tblFindinfoEntry drop column " + column);
+        database().execute("alter table tblFindinfoEntry add " + column + " varchar(10)");
+        database().execute("update tblFindinfoEntry set " + column + "='left'");
+        stage.openInVain(kManagement, "类型不匹配");
+        database().execute("update tblFindinfoEntry set " + column + "='1'");
+        expectNextEntryWorks();
+    }
 }
 
 TEST_F(BadInput, anAlignmentAndAWidthOfNull) {

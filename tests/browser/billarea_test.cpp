@@ -250,10 +250,16 @@ TEST_F(BillArea, withoutRowsNothingIsRemovedAndNothingAsked) {
 
 TEST_F(BillArea, aManagementWindowCalledFromABillHandsOverToo) {
     stage.open({.isReturn = 0, .itemCalled = 1}, [&](User& user) {
+        // There a double click edits, so no user can fill the area.
+        auto& bill = user.control<EntryGrid>("fps1");
+        bill.setRowCount(1);
+        bill.setCellTag(1, 1, "103");
+        user.typeCell("fps1", 6, 1, "4");
         user.click("cmdAddItem");
         EXPECT_FALSE(user.window().shown());
     });
-    EXPECT_EQ(stage.fItemId, "");
+    EXPECT_EQ(stage.fItemId, "-1");
+    EXPECT_EQ(handedOver(), (Rows{{"103", "0", "4", "7", "1"}}));
 }
 
 TEST_F(BillArea, aFailureWhileAddingIsToldAndTheRowStays) {

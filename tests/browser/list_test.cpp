@@ -236,6 +236,15 @@ TEST_F(List, aNodeShowsItsWholeSubtree) {
     });
 }
 
+TEST_F(List, idsInAPathHaveNoFixedWidth) {
+    database().addCategory(3, 1, "05", "办公");
+    database().addItem(3, 106, "05.001", "订书机", 1);
+    stage.open(kManagement, [](User& user) {
+        user.clickNode("tv1", "D1");
+        EXPECT_EQ(codes(user), Texts{"05.001"}) << "not those under .12.";
+    });
+}
+
 TEST_F(List, theRootLiftsTheTreeFilter) {
     stage.open(kManagement, [&](User& user) {
         user.clickNode("tv1", "D14");

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "platform/memory/memorytoolkit.h"
 #include "support/stage.h"
 
 namespace orvenmod::test {
@@ -89,6 +90,17 @@ TEST_F(DataControl, aFailedConnectionIsTriedAgain) {
     EXPECT_EQ(stage.connectionsAlive(), 0);
     data.refresh();
     EXPECT_EQ(grid.rowCount(), 8);
+}
+
+TEST_F(DataControl, windowsPaintWhileAStatementTakesLong) {
+    const auto& toolkit = dynamic_cast<platform::memory::MemoryToolkit&>(stage.script().toolkit());
+    Adodc data(grid);
+    data.setConnectionString(stage.connectionString());
+    refresh(data, "select fItemId from tblItem");
+    const int before = toolkit.paints();
+    ASSERT_TRUE(stage.progress());
+    stage.progress()();
+    EXPECT_EQ(toolkit.paints(), before + 1);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "frame/appstate.h"
+#include "platform/memory/memorytoolkit.h"
 #include "support/stage.h"
 
 namespace orvenmod::test {
@@ -190,6 +191,15 @@ TEST_F(Gateway, anAbsentSettingYieldsTheDefaultAndIsNotWritten) {
     EXPECT_EQ(setting("SystemSetup", "msgTitle", "x"), "x");
     saveSetting("SystemSetup", "msgTitle", "");
     EXPECT_EQ(setting("SystemSetup", "msgTitle", "x"), "") << "an empty one is there";
+}
+
+TEST_F(Gateway, windowsPaintWhileAStatementTakesLong) {
+    const auto& toolkit = dynamic_cast<platform::memory::MemoryToolkit&>(stage.script().toolkit());
+    openDB();
+    const int before = toolkit.paints();
+    ASSERT_TRUE(stage.progress());
+    stage.progress()();
+    EXPECT_EQ(toolkit.paints(), before + 1);
 }
 
 }  // namespace

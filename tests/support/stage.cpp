@@ -22,14 +22,18 @@ constexpr const char* kSuite = "Orvencom";
 
 class CountedConnection : public store::ConnectionWrapper {
 public:
-    CountedConnection(std::unique_ptr<store::Connection> target, std::shared_ptr<int> alive)
-        : ConnectionWrapper(std::move(target)), alive_(std::move(alive)) {
-        ++*alive_;
+    CountedConnection(std::unique_ptr<store::Connection> target, std::shared_ptr<CountingStore::State> state)
+        : ConnectionWrapper(std::move(target)), state_(std::move(state)) {
+        ++state_->alive;
     }
-    ~CountedConnection() override { --*alive_; }
+    ~CountedConnection() override { --state_->alive; }
+    void setProgress(std::function<void()> progress) override {
+        state_->progress = progress;
+        ConnectionWrapper::setProgress(std::move(progress));
+    }
 
 private:
-    std::shared_ptr<int> alive_;
+    std::shared_ptr<CountingStore::State> state_;
 };
 
 }  // namespace
@@ -55,7 +59,7 @@ void MapSettings::remove(const std::string& application, const std::string& sect
 }
 
 std::unique_ptr<store::Connection> CountingStore::connect(const std::string& connectionString) {
-    return std::make_unique<CountedConnection>(target_.connect(connectionString), alive_);
+    return std::make_unique<CountedConnection>(target_.connect(connectionString), state_);
 }
 
 Stage::Stage(MakeScript makeScript)

@@ -47,16 +47,22 @@ public:
     platform::Date date{2026, 11, 20};
 };
 
-/// Counts the connections that are alive.
+/// Counts the connections that are alive, and notes what they are to call while a statement takes long.
 class CountingStore : public store::Store {
 public:
     explicit CountingStore(store::Store& target) : target_(target) {}
     std::unique_ptr<store::Connection> connect(const std::string& connectionString) override;
-    int alive() const { return *alive_; }
+    int alive() const { return state_->alive; }
+    const std::function<void()>& progress() const { return state_->progress; }
+
+    struct State {
+        int alive = 0;
+        std::function<void()> progress;
+    };
 
 private:
     store::Store& target_;
-    std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+    std::shared_ptr<State> state_ = std::make_shared<State>();
 };
 
 using MakeScript = std::unique_ptr<Script> (*)();
@@ -79,6 +85,8 @@ public:
     FixedClock& clock() { return clock_; }
     store::FaultPlan& faults() { return faults_; }
     int connectionsAlive() const { return counting_.alive(); }
+    /// What the last connection was told to call while a statement takes long.
+    const std::function<void()>& progress() const { return counting_.progress(); }
 
     /// The statements that reached the store, in order, failed ones included.
     std::vector<std::string> statements() const;
