@@ -1,4 +1,9 @@
 #include "designer/designerroads.h"
+#include "designer/frmHSXMDetailNew_design.h"
+#include "designer/frmHSXMDetailSetup_design.h"
+#include "designer/frmHSXMNew_design.h"
+#include "designer/frmHSXM_design.h"
+#include "support/keyboardwalk.h"
 
 namespace orvenmod::test {
 namespace {
@@ -78,6 +83,16 @@ TEST_P(DesignerRoads, refusalsLeaveTheDialogsWithWhatWasTyped) {
         user.rightClick("vsf1", "MenuDetailNew");
     });
     stage.finish();
+}
+
+TEST_P(DesignerRoads, everyWindowIsReachedByKeyboardAndNamedForAScreenReader) {
+    for (const platform::WindowDesign* design :
+         {&hsxmDesign(), &hsxmNewDesign(), &hsxmDetailNewDesign(), &hsxmDetailSetupDesign()}) {
+        SCOPED_TRACE(std::string(design->name));
+        walkByKeyboard(stage.script(), *design);
+        EXPECT_LE(design->width, 1366 * 15);
+        EXPECT_LE(design->height, (768 - 120) * 15);
+    }
 }
 
 TEST_P(DesignerRoads, aNumberUnlocksItsRowsAndALookupSetsTheTypeBack) {

@@ -255,13 +255,16 @@ TEST_F(NewClassTest, idsThatAreNoWholeNumberOfThirtyTwoBitsAreRefusedByTheStore)
     stage.finish();
 }
 
-TEST_F(NewClassTest, aQuoteInANameFailsTheTestForDuplicatesOutsideTheTrap) {
+TEST_F(NewClassTest, aQuoteInANameOrATableFailsTheTestForDuplicatesOutsideTheTrap) {
     open([&](User& user) {
         stage.inNewClass(user, [&](User& dialog) {
             typeClass(dialog, {"50", "O'Neil", "tblA"});
             dialog.answer(MessageKind::critical, "字符串 '' 后的引号不完整。");
             dialog.click("cmdOK");
             EXPECT_NE(appState().gConn, nullptr);
+            typeClass(dialog, {"50", "设备", "tbl'A"});
+            dialog.answer(MessageKind::critical, "字符串 '' 后的引号不完整。");
+            dialog.click("cmdOK");
             typeClass(dialog, {"50", "设备", "tblA"});
             dialog.answer(MessageKind::information, kClassSaved);
             dialog.click("cmdOK");
