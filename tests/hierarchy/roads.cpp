@@ -1,0 +1,116 @@
+#include "hierarchy/roads.h"
+
+#include "frame/appstate.h"
+
+namespace orvenmod::test {
+
+void HierarchyRoads::SetUp() {
+    Database& database = stage.database();
+    database.execute("delete from tblBillInfo");
+    database.execute("delete from tblbillinfoentry");
+    for (const char* type : {"1", "31", "41", "51", "61", "71"}) {
+        database.execute(std::string("insert into tblBillInfo(fTypeId,fFieldName,fFieldType) values(") + type +
+                         ",'fCustId',1)");
+    }
+}
+
+namespace {
+
+using platform::Button;
+using platform::Combo;
+using platform::Edit;
+using platform::ListGrid;
+using platform::Tree;
+
+TEST_P(HierarchyRoads, aClerkGrowsTheTree) {
+    stage.open([this](User& list) {
+        list.clickNode("tv1", "D13");
+        stage.script().onWindow("frmParent", [](User& user) {
+            EXPECT_EQ(user.control<platform::Tabs>("SSTab1").tabCaption(0), "货品分类");
+            EXPECT_EQ(user.control<Combo>("cmb", 0).selected(), 2);
+            user.type("txt", " 07", 1);
+            EXPECT_EQ(user.control<Edit>("txt", 2).text(), "01.01. 07");
+            user.press("Enter");
+            EXPECT_TRUE(user.control<Edit>("txt", 0).hasFocus());
+            user.answer(MessageKind::warning, "请输入分类名称!");
+            user.click("cmdOperate");
+            user.type("txt", "灯具", 0);
+            user.pick("cmb", 3, 0);
+            EXPECT_EQ(user.control<Edit>("txt", 2).text(), "02.07");
+            user.answer(MessageKind::information, kSaved);
+            user.click("cmdOperate");
+            EXPECT_TRUE(user.control<Edit>("txt", 1).hasFocus());
+            user.click("cmdClose");
+        });
+        list.click("MenuParentEditNew");
+        EXPECT_EQ(list.control<Tree>("tv1").parent("D105"), "D14");
+    });
+    EXPECT_EQ(stage.database().value("select fnbnumber from tblItem where fitemid=105"), ".14.105.");
+}
+
+TEST_P(HierarchyRoads, aClerkMovesACategory) {
+    stage.openUpdate(13, [](User& user) {
+        EXPECT_EQ(user.control<Button>("cmdOperate").caption(), "修改(&U)");
+        EXPECT_EQ(user.control<Edit>("txt", 2).text(), "01.01");
+        user.pick("cmb", 2, 0);
+        user.answer(MessageKind::warning, "新分类设置不正确，不能设置在原有分类及其以下分类，请检查！");
+        user.click("cmdOperate");
+        user.pick("cmb", 3, 0);
+        user.answer(MessageKind::information, kSaved);
+        user.click("cmdOperate");
+    });
+    EXPECT_EQ(stage.goods()[0], (std::vector<std::string>{"101", "02.01.001"}));
+}
+
+TEST_P(HierarchyRoads, aFailureAndItsRollbacksAreBothShown) {
+    const std::string second = rollbackFailure(stage);
+    stage.database().execute("insert into tblBillInfo(fTypeId,fFieldName,fFieldType) values(71,'fGoneId',1)");
+    stage.open([&](User& user) {
+        user.selectRow("vsf1", 1);
+        user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
+        user.answer(MessageKind::critical, "列名 'fGoneId' 无效。");
+        user.answer(MessageKind::critical, second);
+        user.click("MenuEditDelete");
+        EXPECT_TRUE(user.window().shown());
+        appState().gConn.reset();
+    });
+}
+
+TEST_P(HierarchyRoads, itemsAreDeletedDisabledAndEnabled) {
+    stage.open([](User& user) {
+        user.selectRow("vsf1", 2);
+        user.answer(MessageKind::question, "确定要禁用吗？", Answer::yes);
+        user.answer(MessageKind::information, "禁用成功！");
+        user.click("MenuLockDetail");
+        user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
+        user.answer(MessageKind::warning, "螺母已经禁用,不能删除!");
+        user.click("MenuEditDelete");
+        user.answer(MessageKind::question, "确定要反禁用吗？", Answer::yes);
+        user.answer(MessageKind::information, "反禁用成功！");
+        user.click("MenuUnLockDetail");
+        user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
+        user.answer(MessageKind::information, "数据删除成功！");
+        user.click("MenuEditDelete");
+        EXPECT_EQ(user.control<ListGrid>("vsf1").rowCount(), 4);
+        EXPECT_EQ(user.control<ListGrid>("vsf1").currentRow(), 2);
+    });
+}
+
+TEST_P(HierarchyRoads, categoriesAreDeletedWhenTheyAreEmpty) {
+    stage.database().addCategory(3, 15, "00", "空");
+    stage.open([](User& user) {
+        user.clickNode("tv1", "D14");
+        user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
+        user.answer(MessageKind::warning, "该分类下面还有明细，不能删除!");
+        user.click("MenuParentEditDelete");
+        user.clickNode("tv1", "D15");
+        const int index = user.control<Tree>("tv1").indexOf("D15");
+        user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
+        user.answer(MessageKind::information, "删除成功!");
+        user.click("MenuParentEditDelete");
+        EXPECT_EQ(user.control<Tree>("tv1").selected(), user.control<Tree>("tv1").keyAt(index));
+    });
+}
+
+}  // namespace
+}  // namespace orvenmod::test
