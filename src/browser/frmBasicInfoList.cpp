@@ -4,6 +4,8 @@
 
 #include "browser/categorytree.h"
 #include "browser/frmBasicInfoList_design.h"
+#include "browser/listexport.h"
+#include "browser/listreport.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
@@ -25,6 +27,8 @@ bool isBillMode() { return appState().gItemCalled == 1 && appState().gItemClassI
 bool isGranted(const char* digits) {
     return isHaveRight(appState().gRightPrefix + std::to_string(appState().gItemClassId) + digits);
 }
+
+void letPaint() { services().toolkit.paintPending(); }
 
 StockChoice readStockChoice() {
     const std::int32_t stockId = toInt32(setting("ShowStock", "StockId", "0"));
@@ -53,6 +57,7 @@ struct frmBasicInfoList::Shown {
     platform::ListGrid& vsf1;
     platform::EntryGrid& fps1;
     std::unique_ptr<ItemList> list;
+    std::unique_ptr<ListReport> report;
     SeekBar seekBar;
     BillArea bill;
     std::vector<ControlPos> positions;
@@ -129,6 +134,7 @@ void frmBasicInfoList::connectMenus() {
 void frmBasicInfoList::Form_Load() {
     Shown& form = shown();
     form.list = std::make_unique<ItemList>(form.vsf1, form.tv1, readStockChoice());
+    form.report = std::make_unique<ListReport>(services().toolkit.createReport(), form.vsf1, letPaint);
     appState().gIniPath = appState().gAppPath + "\\setupInfo.ini";
     buildCaptions();
     getListInfo(3);
@@ -180,6 +186,7 @@ void frmBasicInfoList::Form_Unload() {
     SetIniS(kIniSection, seekFieldKey(), std::to_string(shown().seekBar.selectedField()));
     saveSetting("ShowStock", "StockId", "0");
     saveSetting("ShowStock", "PerFKC", "0");
+    shown().report.reset();
 }
 
 void frmBasicInfoList::getListInfo(std::int16_t intType) { shown().list->getListInfo(intType); }
@@ -230,9 +237,30 @@ void frmBasicInfoList::cmdAddItem_Click() {
     shown().window->close();
 }
 
-// Export, preview and print aren't built yet: their buttons do nothing.
 void frmBasicInfoList::Toolbar1_ButtonClick(const std::string& key) {
-    if (key == "Exit") shown().window->close();
+    if (key == "Excel") {
+        exportAndTell();
+    } else if (key == "Preview") {
+        shown().report->printPreview();
+    } else if (key == "Print") {
+        shown().report->print();
+    } else if (key == "Exit") {
+        shown().window->close();
+    }
+}
+
+void frmBasicInfoList::exportAndTell() {
+    platform::Window& window = *shown().window;
+    window.setPointer(platform::Pointer::hourglass);
+    if (exportToExcel()) {
+        services().toolkit.message(platform::MessageKind::information, "导出成功!", appState().gMsgTitle);
+    }
+    window.setPointer(platform::Pointer::arrow);
+}
+
+bool frmBasicInfoList::exportToExcel() {
+    auto& cd1 = shown().window->get<platform::FileDialog>("cd1");
+    return orvenmod::exportToExcel(cd1, shown().vsf1, letPaint);
 }
 
 // The commands below hand over to the editor and the category dialog through AppState. Those windows aren't built yet,

@@ -34,6 +34,9 @@ public:
     bool findInfo(std::int16_t intType);
     bool findInfo2(const std::string& strParamSQL);
 
+    /// Writes the list to a file that the user names; false where none was named.
+    bool exportToExcel();
+
 private:
     // The parts of one showing.
     struct Shown;
@@ -54,6 +57,7 @@ private:
     void cmdFind_Click();
     void cmdAddItem_Click();
     void Toolbar1_ButtonClick(const std::string& key);
+    void exportAndTell();
 
     void MenuEditNew_Click();
     void MenuEditUpdate_Click();

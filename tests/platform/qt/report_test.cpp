@@ -7,9 +7,12 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+
+#include <sys/resource.h>
 
 #include "platform/qt/qttoolkit.h"
 #include "platform/qt/qtwindows.h"
@@ -137,6 +140,23 @@ TEST_F(QtReportTest, aFolderOrAMissingFolderIsRefusedAndLeavesNothing) {
         toolkit().setPrintFile(folder_.file(name));
         EXPECT_THROW(report_->print(), std::runtime_error) << name;
     }
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path()), {}), 2);
+}
+
+TEST_F(QtReportTest, aFullDiskIsToldAndLeavesTheOldFile) {
+    std::ofstream(folder_.file("list.pdf")) << "old";
+    toolkit().setPrintFile(folder_.file("list.pdf"));
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{4096, before.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_THROW(report_->print(), std::runtime_error);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    std::string left;
+    std::ifstream(folder_.file("list.pdf")) >> left;
+    EXPECT_EQ(left, "old");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path()), {}), 2);
 }
 

@@ -1,0 +1,14 @@
+// Which columns of the list hold numbers.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orvenmod {
+
+/// The number format of reports and spreadsheets ("#,##0.00") for the format of a list's column ("#,###.##"); nothing
+/// for a column that holds texts.
+std::optional<std::string> numberFormat(std::string_view listFormat);
+
+}  // namespace orvenmod
