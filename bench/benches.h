@@ -23,6 +23,8 @@ ListTimes measureList(Report& report, const std::string& folder, int goods);
 void measureWindow(Report& report, const std::string& folder, int goods, double bare);
 /// The tree with 1 thousand and 10 thousand categories.
 void measureTree(Report& report, const std::string& folder);
+/// The commands of the class designer on 500 classes, against their statements alone.
+void measureDesigner(Report& report, const std::string& folder);
 /// A statement whose shape is cached.
 void measureStatements(Report& report, const std::string& folder);
 

@@ -45,6 +45,8 @@ int run(const std::string& folder, const std::vector<int>& sizes) {
     compareSizes(report, all);
     report.heading("tree");
     measureTree(report, folder);
+    report.heading("class designer");
+    measureDesigner(report, folder);
     report.heading("statements");
     measureStatements(report, folder);
     report.heading(report.kept() ? "every bound is kept" : "NOT every bound is kept");

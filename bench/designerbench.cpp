@@ -1,0 +1,226 @@
+// The class designer on a database with 500 classes: each command by its window, against the statements that it sent
+// sent once more, without a window. Both work on a fresh copy of the same file.
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <stdexcept>
+#include <vector>
+
+#include "benches.h"
+#include "designer/frmHSXM.h"
+#include "frame/appstate.h"
+#include "frame/entry/startup.h"
+#include "frame/services.h"
+#include "platform/controls.h"
+#include "platform/entrygrid.h"
+#include "platform/memory/memorydriver.h"
+#include "platform/memory/memorytoolkit.h"
+#include "platform/memory/memorywindow.h"
+#include "platform/tree.h"
+#include "store/schema.h"
+#include "store/sqlite/sqlitestore.h"
+#include "store/trace.h"
+
+namespace orvenmod::bench {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::memory::MemoryWindow;
+
+constexpr int kClasses = 500;
+constexpr int kFields = 50;
+constexpr int kRuns = 5;
+
+std::string targetOf(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
+
+std::string fieldName(int field) {
+    constexpr const char* kBase[] = {"fShortNumber", "fNumber", "fName"};
+    return field <= 3 ? kBase[field - 1] : "f" + std::to_string(field);
+}
+
+void addClass(store::Connection& connection, int id) {
+    const std::string key = std::to_string(id);
+    const std::string table = "tblOwn" + key;
+    connection.execute("insert into tblItemClass(fItemClassId,fItemName,fItemTable,fItemType,fViewName) values(" + key +
+                       ",'" + table + "','" + table + "','0','v" + table + "')");
+    std::string columns = "fitemid int,fnumber varchar(100),fname varchar(100)";
+    for (int field = 1; field <= kFields; ++field) {
+        const std::string name = fieldName(field);
+        if (field > 3) columns += "," + name + " varchar(50)";
+        connection.execute(
+            "insert into tblTableInfo(fItemClassId,fInterId,fName,fFieldName,fFieldType,fIsVisible) values(" + key +
+            "," + std::to_string(field) + ",'" + name + "','" + name + "',1,1)");
+    }
+    connection.execute("create table " + table + "(" + columns + ")");
+    connection.execute("create view v" + table + " as select a.* from " + table + " as a");
+}
+
+/// A database of 500 classes of 50 fields each.
+std::string classDatabase(const std::string& folder) {
+    const std::string file = folder + "/classes-" + std::to_string(kClasses) + ".db";
+    if (fs::exists(file)) return file;
+    const std::string growing = file + ".new";
+    fs::remove(growing);
+    const auto connection = componentStore().connect(targetOf(growing) + ";Mode=Create");
+    store::createSchema(*connection);
+    connection->beginTrans();
+    for (int id = 1001; id <= 1000 + kClasses; ++id)
+        addClass(*connection, id);
+    connection->commitTrans();
+    connection->close();
+    store::sqlite::SqliteStore::dropIdleHandles();
+    fs::rename(growing, file);
+    return file;
+}
+
+using Steps = std::function<void(MemoryWindow&)>;
+
+/// Works in each window that opens, in turn.
+class Worker : public platform::memory::MemoryDriver {
+public:
+    std::vector<std::pair<std::string, Steps>> steps;
+    std::exception_ptr failure;  // for whoever opened the window: nothing may pass the toolkit
+
+    void onModal(MemoryWindow& window) override {
+        try {
+            if (steps.empty() || steps.front().first != window.name()) {
+                throw std::logic_error("unexpected " + window.name());
+            }
+            const Steps mine = std::move(steps.front().second);
+            steps.erase(steps.begin());
+            mine(window);
+        } catch (...) {
+            if (!failure) failure = std::current_exception();
+        }
+    }
+    platform::Answer onMessage(platform::MessageKind kind, const std::string& text, const std::string&) override {
+        if (kind != platform::MessageKind::information) throw std::runtime_error(text);
+        return platform::Answer::ok;
+    }
+    std::string onFileDialog(bool, const std::string&) override { return ""; }
+    void onPopUp(platform::memory::MemoryMenu&) override {}
+    void onDocument(const std::string&) override {}
+};
+
+void choose(MemoryWindow& window, const char* menu) { window.get<platform::Menu>(menu).click.raise(); }
+
+void select(MemoryWindow& window, const std::string& key) {
+    auto& tree = window.get<platform::Tree>("tv1");
+    tree.select(key);
+    tree.nodeClick.raise(key);
+}
+
+/// One command of the designer: how its window is reached and what sets it off.
+struct Command {
+    const char* name;
+    const char* menu;
+    const char* window;
+    std::function<void(MemoryWindow&)> prepare;
+    std::function<void(MemoryWindow&)> press;
+};
+
+class Stage {
+public:
+    explicit Stage(const std::string& folder)
+        : file_(classDatabase(folder)),
+          copy_(folder + "/classes-copy.db"),
+          tracing_(componentStore(), [this](const store::TraceRecord& record) { records_.push_back(record); }),
+          toolkit_(worker_),
+          services_{tracing_, toolkit_, before_.settings, before_.iniFiles, before_.folders, before_.clock} {
+        useServices(&services_);
+    }
+    ~Stage() {
+        useServices(&before_);
+        appState().gConn.reset();
+    }
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    /// Milliseconds by the window; the statements stay for bare().
+    double byWindow(const Command& command) {
+        freshCopy();
+        double took = 0;
+        worker_.steps.emplace_back("frmHSXM", [&](MemoryWindow& main) {
+            select(main, "D1001");
+            worker_.steps.emplace_back(command.window, [&](MemoryWindow& window) {
+                command.prepare(window);
+                records_.clear();
+                took = leastOf(1, [&] { command.press(window); });
+                sent_ = records_;
+            });
+            choose(main, command.menu);
+        });
+        appState().gConnStr = targetOf(copy_);
+        frmHSXM::instance().show();
+        if (worker_.failure) std::rethrow_exception(worker_.failure);
+        return took;
+    }
+
+    double bare() {
+        freshCopy();
+        // The schema was read before, as it was for the window.
+        const auto before = componentStore().connect(targetOf(copy_));
+        before->open("select * from tblTableInfo where fitemclassid=1001");
+        before->close();
+        return leastOf(1, [this] {
+            std::unique_ptr<store::Connection> connection;
+            for (const store::TraceRecord& record : sent_) {
+                if (record.operation == "connect") connection = componentStore().connect(targetOf(copy_));
+                if (record.operation == "begin") connection->beginTrans();
+                if (record.operation == "execute") connection->execute(record.sql);
+                if (record.operation == "open") connection->open(record.sql);
+                if (record.operation == "commit") connection->commitTrans();
+                if (record.operation == "close") connection->close();
+            }
+        });
+    }
+
+private:
+    void freshCopy() {
+        store::sqlite::SqliteStore::dropIdleHandles();
+        fs::copy_file(file_, copy_, fs::copy_options::overwrite_existing);
+    }
+
+    Services& before_ = services();
+    std::string file_;
+    std::string copy_;
+    std::vector<store::TraceRecord> records_;
+    std::vector<store::TraceRecord> sent_;
+    store::TracingStore tracing_;
+    Worker worker_;
+    platform::memory::MemoryToolkit toolkit_;
+    Services services_;
+};
+
+void pressTool(MemoryWindow& window, const char* key) {
+    window.get<platform::Toolbar>("Toolbar1").buttonClick.raise(key);
+}
+
+}  // namespace
+
+void measureDesigner(Report& report, const std::string& folder) {
+    Stage stage(folder);
+    const std::vector<Command> commands = {
+        {"creating a class", "MenuHSXMNew", "frmHSXMNew",
+         [](MemoryWindow& window) {
+             window.get<platform::Edit>("txtType").setText("2000");
+             window.get<platform::Edit>("txt", 0).setText("新类");
+         },
+         [](MemoryWindow& window) { window.get<platform::Button>("cmdOK").click.raise(); }},
+        {"adding a field to one of 50", "MenuDetailNew", "frmHSXMDetailNew",
+         [](MemoryWindow& window) { window.get<platform::EntryGrid>("fps1").setText(2, 1, "新字段"); },
+         [](MemoryWindow& window) { pressTool(window, "Save"); }},
+        {"field setup of 50 fields, both views", "MenuDetailSetup", "frmHSXMDetailSetup", [](MemoryWindow&) {},
+         [](MemoryWindow& window) { pressTool(window, "Save"); }}};
+    for (const Command& command : commands) {
+        double ours = std::numeric_limits<double>::max();
+        double bare = ours;
+        for (int run = 0; run < kRuns; ++run) {
+            ours = std::min(ours, stage.byWindow(command));
+            bare = std::min(bare, stage.bare());
+        }
+        report.ratio(command.name, ours, "its statements alone", bare, 1.5, "ms");
+    }
+}
+
+}  // namespace orvenmod::bench
