@@ -10,6 +10,7 @@
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
+#include "hierarchy/itemcommands.h"
 
 namespace orvenmod {
 
@@ -89,8 +90,8 @@ void frmBasicInfoList::connectEvents() {
     const auto onClick = [&window](const char* name, auto action) { window.get<Button>(name).click = action; };
     window.resize = [this] { Form_Resize(); };
     window.unload = [this] { Form_Unload(); };
-    onClick("cmdAddType", [this] { MenuParentEditNew_Click(); });
-    onClick("cmdUpdateParent", [this] { MenuParentEditUpdate_Click(); });
+    onClick("cmdAddType", [this] { ItemCommands(*this).MenuParentEditNew_Click(); });
+    onClick("cmdUpdateParent", [this] { ItemCommands(*this).MenuParentEditUpdate_Click(); });
     onClick("cmdAddDetail", [this] { MenuEditNew_Click(); });
     onClick("cmdUpdateDetail", [this] { MenuEditUpdate_Click(); });
     onClick("cmdFind", [this] { cmdFind_Click(); });
@@ -121,12 +122,14 @@ void frmBasicInfoList::connectMenus() {
         };
     };
     onClick("MenuFileExit", [&window] { window.close(); });
-    onClick("MenuParentEditNew", [this] { MenuParentEditNew_Click(); });
-    onClick("MenuParentEditUpdate", [this] { MenuParentEditUpdate_Click(); });
-    onClick("MenuParentEditDelete", [this] { MenuParentEditDelete_Click(); });
+    onClick("MenuParentEditNew", [this] { ItemCommands(*this).MenuParentEditNew_Click(); });
+    onClick("MenuParentEditUpdate", [this] { ItemCommands(*this).MenuParentEditUpdate_Click(); });
+    onClick("MenuParentEditDelete", [this] { ItemCommands(*this).MenuParentEditDelete_Click(); });
     onClick("MenuEditNew", [this] { MenuEditNew_Click(); });
     onClick("MenuEditUpdate", [this] { MenuEditUpdate_Click(); });
-    onClick("MenuEditDelete", [this] { MenuEditDelete_Click(); });
+    onClick("MenuEditDelete", [this] { ItemCommands(*this).MenuEditDelete_Click(); });
+    onClick("MenuLockDetail", [this] { ItemCommands(*this).MenuLockDetail_Click(); });
+    onClick("MenuUnLockDetail", [this] { ItemCommands(*this).MenuUnLockDetail_Click(); });
     shown().tv1.mouseDown = popUp("MenuParentEdit");
     shown().vsf1.mouseDown = popUp("MenuEdit");
 }
@@ -188,6 +191,10 @@ void frmBasicInfoList::Form_Unload() {
     saveSetting("ShowStock", "PerFKC", "0");
     shown().report.reset();
 }
+
+platform::Tree& frmBasicInfoList::tv1() { return shown().tv1; }
+
+platform::ListGrid& frmBasicInfoList::vsf1() { return shown().vsf1; }
 
 void frmBasicInfoList::getListInfo(std::int16_t intType) { shown().list->getListInfo(intType); }
 
@@ -263,8 +270,8 @@ bool frmBasicInfoList::exportToExcel() {
     return orvenmod::exportToExcel(cd1, shown().vsf1, letPaint);
 }
 
-// The commands below hand over to the editor and the category dialog through AppState. Those windows aren't built yet,
-// so the commands end where they would open them.
+// The commands below hand over to the editor through AppState. It isn't built yet, so they end where they would open
+// it.
 
 void frmBasicInfoList::MenuEditNew_Click() {
     if (isGranted("04")) appState().gEditMode = 0;
@@ -287,21 +294,5 @@ std::int32_t frmBasicInfoList::countSelected() {
     }
     return count;
 }
-
-void frmBasicInfoList::MenuEditDelete_Click() { isGranted("06"); }
-
-void frmBasicInfoList::MenuParentEditNew_Click() {
-    if (isGranted("01")) appState().gEditMode = 0;
-}
-
-void frmBasicInfoList::MenuParentEditUpdate_Click() {
-    if (!isGranted("02")) return;
-    const std::string key = shown().tv1.selected();
-    if (key.empty()) return;
-    appState().gCurItemId = nodeId(key);
-    if (appState().gCurItemId != 0) appState().gEditMode = 1;
-}
-
-void frmBasicInfoList::MenuParentEditDelete_Click() { isGranted("03"); }
 
 }  // namespace orvenmod

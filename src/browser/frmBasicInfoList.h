@@ -15,12 +15,13 @@
 #include "browser/itemlist.h"
 #include "browser/seekbar.h"
 #include "frame/scaling.h"
+#include "hierarchy/listwindow.h"
 #include "platform/controls.h"
 #include "platform/window.h"
 
 namespace orvenmod {
 
-class frmBasicInfoList {
+class frmBasicInfoList : public ListWindow {
 public:
     /// The process's window, made on first use.
     static frmBasicInfoList& instance();
@@ -30,7 +31,9 @@ public:
     void show();
 
     // What other windows ask of this one while it is shown.
-    void getListInfo(std::int16_t intType);
+    platform::Tree& tv1() override;
+    platform::ListGrid& vsf1() override;
+    void getListInfo(std::int16_t intType) override;
     bool findInfo(std::int16_t intType);
     bool findInfo2(const std::string& strParamSQL);
 
@@ -61,10 +64,6 @@ private:
 
     void MenuEditNew_Click();
     void MenuEditUpdate_Click();
-    void MenuEditDelete_Click();
-    void MenuParentEditNew_Click();
-    void MenuParentEditUpdate_Click();
-    void MenuParentEditDelete_Click();
 
     Shown& shown();
 

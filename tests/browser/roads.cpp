@@ -107,7 +107,7 @@ TEST_P(Roads, aPlainUserIsRefused) {
 }
 
 TEST_P(Roads, commandsAreReachedByMenuPopupAndShortcut) {
-    stage.open(kManagement, [](User& user) {
+    stage.open(kManagement, [this](User& user) {
         user.selectRow("vsf1", 2);
         user.press("Ctrl+U");
         EXPECT_EQ(appState().gCurItemId, 102);
@@ -115,8 +115,11 @@ TEST_P(Roads, commandsAreReachedByMenuPopupAndShortcut) {
         user.rightClick("vsf1", "MenuEditUpdate");
         EXPECT_EQ(appState().gCurItemId, 103);
         user.clickNode("tv1", "D13");
+        stage.script().onWindow("frmParent", [](User& dialog) {
+            EXPECT_EQ(appState().gCurItemId, 13);
+            dialog.click("cmdClose");
+        });
         user.chooseMenu("MenuParentEditUpdate");
-        EXPECT_EQ(appState().gCurItemId, 13);
         user.press("Ctrl+X");
         EXPECT_FALSE(user.window().shown());
     });

@@ -296,22 +296,26 @@ TEST_F(BrowserWindow, aRefusedCommandChangesNothing) {
 }
 
 TEST_F(BrowserWindow, aNewCategoryIsToldToTheDialog) {
-    stage.open(kManagement, [](User& user) {
+    stage.open(kManagement, [this](User& user) {
         user.clickNode("tv1", "D13");
         appState().gEditMode = 1;
+        script().onWindow("frmParent", [](User&) {
+            EXPECT_EQ(appState().gEditMode, 0);
+            EXPECT_EQ(appState().gCurParentId, 13);
+        });
         user.click("cmdAddType");
-        EXPECT_EQ(appState().gEditMode, 0);
-        EXPECT_EQ(appState().gCurParentId, 13);
     });
 }
 
 TEST_F(BrowserWindow, theCategoryToChangeIsToldToTheDialog) {
-    stage.open(kManagement, [](User& user) {
+    stage.open(kManagement, [this](User& user) {
         user.clickNode("tv1", "D13");
         appState().gEditMode = 0;
+        script().onWindow("frmParent", [](User&) {
+            EXPECT_EQ(appState().gEditMode, 1);
+            EXPECT_EQ(appState().gCurItemId, 13);
+        });
         user.click("cmdUpdateParent");
-        EXPECT_EQ(appState().gEditMode, 1);
-        EXPECT_EQ(appState().gCurItemId, 13);
     });
 }
 
@@ -335,29 +339,53 @@ TEST_F(BrowserWindow, withoutASelectedNodeNoCategoryIsChanged) {
 }
 
 TEST_F(BrowserWindow, theMenusOfTheBarPopUpOnTreeAndList) {
-    stage.open(kManagement, [](User& user) {
+    stage.open(kManagement, [this](User& user) {
         user.clickNode("tv1", "D12");
+        script().onWindow("frmParent", [](User&) { EXPECT_EQ(appState().gCurItemId, 12); });
         user.rightClick("tv1", "MenuParentEditUpdate");
-        EXPECT_EQ(appState().gCurItemId, 12);
         user.rightClick("vsf1", "");
     });
 }
 
-TEST_F(BrowserWindow, commandsWhoseWindowsAreNotThereTouchNothing) {
-    const auto all = [&] { return database().rows("select * from tblItem order by fItemId"); };
-    const auto before = all();
-    stage.open(kManagement, [&](User& user) {
-        stage.forgetStatements();
-        user.clickTool("Excel");
-        user.clickTool("Preview");
-        user.clickTool("Print");
-        user.chooseMenu("MenuEditDelete");
-        user.rightClick("tv1", "MenuParentEditDelete");
-        EXPECT_EQ(stage.statements(), Texts{});
-        EXPECT_EQ(user.control<ListGrid>("vsf1").rowCount(), 5);
+TEST_F(BrowserWindow, aCategoryStoredInItsDialogShowsInTheTree) {
+    stage.open(kManagement, [this](User& user) {
+        user.clickNode("tv1", "D14");
+        script().onWindow("frmParent", [](User& dialog) {
+            dialog.type("txt", "07", 1);
+            dialog.type("txt", "灯具", 0);
+            dialog.answer(MessageKind::information, "数据保存成功！");
+            dialog.click("cmdOperate");
+        });
+        user.click("cmdAddType");
+        const std::string id = database().value("select fItemId from tblItem where fNumber='02.07'");
+        EXPECT_EQ(user.control<Tree>("tv1").parent("D" + id), "D14");
+        EXPECT_EQ(user.control<Tree>("tv1").text("D" + id), "灯具(02.07)");
     });
-    EXPECT_EQ(all(), before);
-    EXPECT_TRUE(script().messages().empty());
+}
+
+TEST_F(BrowserWindow, aDeletedItemLeavesTheList) {
+    for (const char* type : {"1", "31", "41", "51", "61", "71"}) {
+        database().execute(std::string("insert into tblBillInfo(fTypeId,fFieldName,fFieldType) values(") + type +
+                           ",'fCustId',1)");
+    }
+    stage.open(kManagement, [](User& user) {
+        user.selectRow("vsf1", 4);
+        user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
+        user.answer(MessageKind::information, "数据删除成功！");
+        user.chooseMenu("MenuEditDelete");
+        EXPECT_EQ(codes(user).size(), 3U);
+    });
+    EXPECT_EQ(database().value("select count(*) as n from tblItem where fIsDetail=1"), "3");
+}
+
+TEST_F(BrowserWindow, aCategoryWithItemsStays) {
+    stage.open(kManagement, [](User& user) {
+        user.clickNode("tv1", "D14");
+        user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
+        user.answer(MessageKind::warning, "该分类下面还有明细，不能删除!");
+        user.rightClick("tv1", "MenuParentEditDelete");
+        EXPECT_TRUE(user.control<Tree>("tv1").has("D14"));
+    });
 }
 
 TEST_F(BrowserWindow, theOneShotSettingsAreSetBackHoweverTheWindowWasUsed) {
@@ -455,13 +483,18 @@ TEST_F(BrowserWindow, theListMakesRoomForTheBillArea) {
 
 TEST_F(BrowserWindow, aHeightOfAHundredOrLessLeavesWhatTheFramesGovern) {
     stage.open(kBillPicker, [](User& user) {
-        const auto& list = user.control<ListGrid>("vsf1");
-        user.resizeWindow(19800, 101);
-        EXPECT_NEAR(list.height(),
-                    user.control<Frame>("Frame2").height() - user.control<Frame>("Frame3").height() - 800, 1);
-        user.resizeWindow(19800, 100);
-        EXPECT_GE(list.height(), 0) << "scaled with the window, not by the frames";
-        EXPECT_TRUE(user.control<Frame>("Frame3").visible());
+        const float width = user.window().innerWidth();
+        const float scale = 100 / user.window().innerHeight();
+        auto& list = user.control<ListGrid>("vsf1");
+        auto& bill = user.control<Frame>("Frame3");
+        // The design's own heights: the list there fills the frame.
+        const float listHeight = user.control<Frame>("Frame2").height() - 800;
+        const float billTop = bill.top();
+        user.resizeWindow(width, 100);
+        EXPECT_NEAR(list.height(), listHeight * scale, 1) << "scaled with the window, not set by the frames";
+        EXPECT_NEAR(bill.top(), billTop * scale, 1);
+        user.resizeWindow(width, 101);
+        EXPECT_NEAR(list.height(), user.control<Frame>("Frame2").height() - bill.height() - 800, 1);
     });
 }
 
