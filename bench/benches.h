@@ -25,6 +25,8 @@ void measureWindow(Report& report, const std::string& folder, int goods, double 
 void measureTree(Report& report, const std::string& folder);
 /// The commands of the class designer on 500 classes, against their statements alone.
 void measureDesigner(Report& report, const std::string& folder);
+/// The list as a workbook, in rows a second, and the first page of a long preview.
+void measureOutput(Report& report, const std::string& folder);
 /// A statement whose shape is cached.
 void measureStatements(Report& report, const std::string& folder);
 

@@ -47,6 +47,8 @@ int run(const std::string& folder, const std::vector<int>& sizes) {
     measureTree(report, folder);
     report.heading("class designer");
     measureDesigner(report, folder);
+    report.heading("export and preview");
+    measureOutput(report, folder);
     report.heading("statements");
     measureStatements(report, folder);
     report.heading(report.kept() ? "every bound is kept" : "NOT every bound is kept");
