@@ -5,6 +5,8 @@
 
 #include "designer/designertest.h"
 #include "designer/dump.h"
+#include "editor/fieldrow.h"
+#include "editor/frmBasicInfo.h"
 #include "frame/services.h"
 
 namespace orvenmod::test {
@@ -111,6 +113,30 @@ TEST_F(LimitsTest, aClassOfTwoHundredFieldsFiftyOfThemLookupsIsSavedAndListed) {
         user.click("cmdFind");
         EXPECT_EQ(user.control<platform::ListGrid>("vsf1").rowCount(), 11);
     });
+    stage.finish();
+}
+
+TEST_F(LimitsTest, theEditorStoresAnItemOfAClassOfTwoHundredFields) {
+    stage.withClass({"50", "设备"});
+    addFields(200, 50);
+    database().addItem(1, 800, "C1", "甲客户");
+    saveSetup();
+    AppState& state = appState();
+    state.gConnStr = stage.connectionString();
+    state.gItemClassId = 50;
+    state.gItemName = "设备";
+    state.gItemTable = "tblSelfA1";
+    state.gViewName = "vtblSelfA1";
+    script().onWindow("frmBasicInfo", [](User& user) {
+        auto& grid = user.control<platform::EntryGrid>("fps1");
+        EXPECT_EQ(grid.rowCount(), 204);
+        user.typeCell("fps1", kValue, 3, "车床");
+        user.typeCell("fps1", kValue, 203, "最后");
+        user.answer(MessageKind::information, kFieldSaved);
+        user.clickTool("Save");
+    });
+    frmBasicInfo::instance().show(nullptr);
+    EXPECT_EQ(database().rows("select fName,f200,f1Name from vtblSelfA1"), (Rows{{"车床", "最后", ""}}));
     stage.finish();
 }
 
