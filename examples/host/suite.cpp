@@ -30,6 +30,10 @@ void Suite::create(int goods) const {
     const auto connection = componentStore().connect(connectionString_);
     fillSampleData(*connection, goods);
     connection->close();
+    // The page of the printed lists lies in the suite's folder; one that is there already is the user's own.
+    namespace fs = std::filesystem;
+    fs::copy_file(ORVEN_SAMPLE_TEMPLATE, fs::path(databaseFile_).parent_path() / "Report3.grf",
+                  fs::copy_options::skip_existing);
 }
 
 std::vector<SuiteUser> Suite::users() const {
