@@ -23,6 +23,9 @@
 #include "platform/qt/qttoolkit.h"
 #include "support/qt_user.h"
 
+// Read by the leak sanitizer: fontconfig keeps what it has parsed until the process ends.
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
+
 namespace orvenmod::test {
 
 namespace {
