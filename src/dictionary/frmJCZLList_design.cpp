@@ -11,7 +11,7 @@ using platform::ControlKind;
 
 namespace {
 
-constexpr float kWidth = 7800;
+constexpr float kWidth = 11400;
 constexpr float kHeight = 7200;
 constexpr float kButtonTop = 6690;
 constexpr float kButtonStep = 1350 + 120;

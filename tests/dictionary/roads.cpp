@@ -1,6 +1,11 @@
 #include "dictionary/roads.h"
 
+#include "dictionary/frmJCBasicInfo_design.h"
+#include "dictionary/frmJCZLList_design.h"
+#include "dictionary/frmJCZLType_design.h"
+#include "dictionary/frmJCZL_design.h"
 #include "frame/appstate.h"
+#include "support/keyboardwalk.h"
 #include "support/spreadsheet.h"
 
 namespace orvenmod::test {
@@ -9,6 +14,14 @@ namespace {
 using platform::Edit;
 using platform::ListGrid;
 using platform::Tree;
+
+TEST_P(DictionaryRoads, everyWindowIsWorkedByKeyboard) {
+    for (const platform::WindowDesign* design :
+         {&dictionariesDesign(), &entryListDesign(), &dictionaryDesign(), &entryDesign()}) {
+        SCOPED_TRACE(design->name);
+        walkByKeyboard(stage.script(), *design);
+    }
+}
 
 TEST_P(DictionaryRoads, aDictionaryIsCreatedAndFilled) {
     stage.openManager([this](User& manager) {

@@ -1,6 +1,8 @@
 #include "hierarchy/roads.h"
 
 #include "frame/appstate.h"
+#include "hierarchy/frmParent_design.h"
+#include "support/keyboardwalk.h"
 
 namespace orvenmod::test {
 
@@ -21,6 +23,8 @@ using platform::Combo;
 using platform::Edit;
 using platform::ListGrid;
 using platform::Tree;
+
+TEST_P(HierarchyRoads, theDialogIsWorkedByKeyboard) { walkByKeyboard(stage.script(), parentDesign()); }
 
 TEST_P(HierarchyRoads, aClerkGrowsTheTree) {
     stage.open([this](User& list) {
