@@ -106,7 +106,8 @@ void Recordset::growCells() {
 
 char* Recordset::reserve(std::size_t bytes) {
     if (bytes > left_) {
-        const std::size_t usual = std::clamp(arenaBytes_, kFirstArenaBlock, kArenaBlock);
+        // A quarter of what is there: the last block, half empty on the average, stays a small part of the whole.
+        const std::size_t usual = std::clamp(arenaBytes_ / 4, kFirstArenaBlock, kArenaBlock);
         // A text larger than a quarter of a block gets a block of its own, so that the rest of the current one
         // is not lost.
         if (bytes > usual / 4) {
