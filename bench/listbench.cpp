@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <limits>
 
 #include "barelist.h"
 #include "benches.h"

@@ -2,16 +2,23 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
+#include <limits>
 
 namespace orvenmod::bench {
+
+double threadMilliseconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
 
 double leastOf(int runs, const std::function<void()>& work) {
     double least = std::numeric_limits<double>::max();
     for (int run = 0; run < runs; ++run) {
-        const auto begin = std::chrono::steady_clock::now();
+        const double begin = threadMilliseconds();
         work();
-        const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - begin;
-        least = std::min(least, took.count());
+        least = std::min(least, threadMilliseconds() - begin);
     }
     return least;
 }

@@ -1,14 +1,15 @@
 // What was measured, as lines for a reader: a name, two figures and what their ratio may be at most.
 #pragma once
 
-#include <chrono>
 #include <functional>
-#include <limits>
 #include <string>
 
 namespace orvenmod::bench {
 
-/// The least of several runs, in milliseconds: the machine's other work only ever adds.
+/// What this thread has computed, in milliseconds: the machine's other work doesn't count.
+double threadMilliseconds();
+
+/// The least of several runs, in milliseconds of this thread.
 double leastOf(int runs, const std::function<void()>& work);
 
 class Report {
