@@ -123,22 +123,22 @@ void FieldGrid::preselectCategory() {
 
 void FieldGrid::proposeCodes() {
     const std::string shortCode = getShortNumber(appState().gCurParentId);
-    fps1_.setText(kValue, kShortCodeRow, shortCode);
+    writeCell(fps1_, kValue, kShortCodeRow, shortCode);
     composeLoosely(shortCode);
 }
 
 // Two rules compose the code, and their conditions differ: while typing and at the start any category code counts.
 void FieldGrid::composeLoosely(const std::string& shortCode) {
-    const std::string category = fps1_.text(kCategoryCode, lastRow());
-    fps1_.setText(kValue, kCodeRow, category.empty() ? shortCode : category + "." + shortCode);
+    const std::string category = readCell(fps1_, kCategoryCode, lastRow());
+    writeCell(fps1_, kValue, kCodeRow, category.empty() ? shortCode : category + "." + shortCode);
 }
 
 // After a pick, a copy and a clear an empty short code and the category code "0" don't.
 void FieldGrid::composeStrictly() {
-    const std::string shortCode = fps1_.text(kValue, kShortCodeRow);
-    const std::string category = fps1_.text(kCategoryCode, lastRow());
+    const std::string shortCode = readCell(fps1_, kValue, kShortCodeRow);
+    const std::string category = readCell(fps1_, kCategoryCode, lastRow());
     const bool both = !shortCode.empty() && !category.empty() && category != "0";
-    fps1_.setText(kValue, kCodeRow, both ? category + "." + shortCode : shortCode);
+    writeCell(fps1_, kValue, kCodeRow, both ? category + "." + shortCode : shortCode);
 }
 
 void FieldGrid::fps1_ComboCloseUp(int column, int row, int item) {
@@ -147,11 +147,11 @@ void FieldGrid::fps1_ComboCloseUp(int column, int row, int item) {
         fps1_.selectItem(kChosenId, row, item);
         if (row == lastRow()) fps1_.selectItem(kCategoryCode, row, item);
         composeStrictly();
-        const std::string category = fps1_.text(kChosenId, lastRow());
+        const std::string category = readCell(fps1_, kChosenId, lastRow());
         appState().gCurParentId = category.empty() ? 0 : toInt32(category);
     }
     // The code is composed from the old short code first; the second event of the pick composes it from the new one.
-    if (row == lastRow()) fps1_.setText(kValue, kShortCodeRow, getShortNumber(appState().gCurParentId));
+    if (row == lastRow()) writeCell(fps1_, kValue, kShortCodeRow, getShortNumber(appState().gCurParentId));
 }
 
 void FieldGrid::fps1_ComboSelChange(int column, int row) {
@@ -167,11 +167,15 @@ void FieldGrid::clearFields() {
         fps1_.setText(kValue, row, "");
         fps1_.setText(kChosenId, row, "");
     }
-    fps1_.setActiveCell(kValue, kShortCodeRow);
+    activateFirst();
+}
+
+void FieldGrid::activateFirst() {
+    if (lastRow() >= kShortCodeRow) fps1_.setActiveCell(kValue, kShortCodeRow);
 }
 
 void FieldGrid::renewCodes() {
-    fps1_.setText(kValue, kShortCodeRow, getShortNumber(appState().gCurParentId));
+    writeCell(fps1_, kValue, kShortCodeRow, getShortNumber(appState().gCurParentId));
     composeStrictly();
 }
 

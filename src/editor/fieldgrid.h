@@ -28,6 +28,8 @@ public:
     void fps1_ComboSelChange(int column, int row);
     void fps1_EditChange(int column, int row);
 
+    /// Makes the short code's value the active cell.
+    void activateFirst();
     /// Empties the fields and proposes codes; the category keeps its selection.
     void clearFields();
     /// Proposes a short code under gCurParentId and composes the code where there is something to compose.

@@ -40,6 +40,11 @@ struct FieldRow {
     bool isReference() const;
 };
 
+/// A cell's text, and writing it. A row that isn't there, since the layout failed before it, reads "" and takes
+/// nothing.
+std::string readCell(const platform::EntryGrid& fps1, int column, int row);
+void writeCell(platform::EntryGrid& fps1, int column, int row, const std::string& text);
+
 FieldRow fieldRow(const platform::EntryGrid& fps1, int row);
 
 /// Every field but the short code, which is no column of the class table.

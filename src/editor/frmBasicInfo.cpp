@@ -105,7 +105,7 @@ void frmBasicInfo::Form_Load() {
         form.fields.proposeCodes();
         form.window->setCaption(appState().gItemName + "新增");
     }
-    form.fps1.setActiveCell(kValue, kShortCodeRow);
+    form.fields.activateFirst();
     form.ctlPos.resize(form.window->controls().size());
     GetSourcePos(*form.window, form.ctlPos);
     form.fps1.setLockedColour(kLockedColour);

@@ -27,11 +27,11 @@ void showFields(platform::EntryGrid& cells, const store::Recordset& item) {
 void showCategory(FieldGrid& fields, const store::Recordset& item) {
     platform::EntryGrid& cells = fields.cells();
     const int row = fields.lastRow();
-    cells.setText(kChosenId, row, item.text("fparentid", "0"));
-    cells.setText(kCategoryCode, row, item.text("fParentIdNumber", "0"));
+    writeCell(cells, kChosenId, row, item.text("fparentid", "0"));
+    writeCell(cells, kCategoryCode, row, item.text("fParentIdNumber", "0"));
     const std::int32_t depth = toInt32(item.text("fParentDepth", "1"));
     appState().gCurParentId = toInt32(required(item.field("fparentid")));
-    cells.setText(kValue, row, categoryText(depth, item.text("fparentidName"), item.text("fparentidnumber")));
+    writeCell(cells, kValue, row, categoryText(depth, item.text("fparentidName"), item.text("fparentidnumber")));
 }
 
 }  // namespace

@@ -101,7 +101,7 @@ bool ItemStore::updateItem() {
 
 // Categories count as well: an item can't take the code of one.
 bool ItemStore::codeIsFree(const std::string& others) const {
-    const std::string code = trim(fields_.cells().text(kValue, kCodeRow));
+    const std::string code = trim(readCell(fields_.cells(), kValue, kCodeRow));
     if (query("select * from tblItem where fnumber='" + code + "' and fitemclassid=" + classId() + others).eof()) {
         return true;
     }
@@ -110,7 +110,7 @@ bool ItemStore::codeIsFree(const std::string& others) const {
 }
 
 bool ItemStore::nameIsWanted(const std::string& others) const {
-    const std::string name = trim(fields_.cells().text(kValue, kNameRow));
+    const std::string name = trim(readCell(fields_.cells(), kValue, kNameRow));
     const auto rows = query("select * from tblItem where fname='" + name + "' and fitemclassid=" + classId() + others +
                             " and fisdetail=1 ");
     return rows.eof() || askQuestion(name + "名称已经存在,是否继续!");
@@ -118,15 +118,15 @@ bool ItemStore::nameIsWanted(const std::string& others) const {
 
 ItemTexts ItemStore::texts() const {
     const platform::EntryGrid& cells = fields_.cells();
-    return {.number = cells.text(kValue, kCodeRow),
-            .name = cells.text(kValue, kNameRow),
-            .shortNumber = cells.text(kValue, kShortCodeRow)};
+    return {.number = readCell(cells, kValue, kCodeRow),
+            .name = readCell(cells, kValue, kNameRow),
+            .shortNumber = readCell(cells, kValue, kShortCodeRow)};
 }
 
 // A category that is gone leaves the item without a place: depth and parent 0, an empty path.
 Place ItemStore::place(std::int32_t itemId) const {
     const std::string own = std::to_string(itemId) + ".";
-    const std::string parent = fields_.cells().text(kChosenId, fields_.lastRow());
+    const std::string parent = readCell(fields_.cells(), kChosenId, fields_.lastRow());
     if (parent.empty() || parent == "-1" || parent == "0") return {"0", "1", "." + own};
     const auto rows = query("select fnbnumber,fdepth,fitemid from tblItem where fitemid=" + parent +
                             " and fitemclassid=" + classId() + " and fisdetail=0 ");

@@ -10,4 +10,12 @@ std::string toText(const Date& date) {
     return text;
 }
 
+std::string_view withoutMidnight(std::string_view text) {
+    constexpr std::string_view kMidnight = " 00:00:00";
+    constexpr std::size_t kDate = 10;
+    const bool isDate =
+        text.size() == kDate + kMidnight.size() && text.ends_with(kMidnight) && text[4] == '-' && text[7] == '-';
+    return isDate ? text.substr(0, kDate) : text;
+}
+
 }  // namespace orvenmod::platform

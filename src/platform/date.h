@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace orvenmod::platform {
 
@@ -14,5 +15,8 @@ struct Date {
 
 /// "2026-11-20".
 std::string toText(const Date& date);
+
+/// A date whose time is midnight as the date alone: "2024-06-07 00:00:00" as "2024-06-07"; any other text as it stands.
+std::string_view withoutMidnight(std::string_view text);
 
 }  // namespace orvenmod::platform

@@ -18,7 +18,7 @@ TEST_F(EditorBadInput, aQuoteInAFieldBreaksTheClassStatementAndIsUndone) {
     stage.openNew([](User& user) {
         typeName(user, "垫圈");
         user.typeCell("fps1", kValue, kModelRow, "3' pipe");
-        user.answer(MessageKind::critical, "“pipe”附近有语法错误。");
+        user.answer(MessageKind::critical, "字符串 ',0)' 后的引号不完整。");
         user.clickTool("Save");
         EXPECT_EQ(value(user, kModelRow), "3' pipe");
         user.typeCell("fps1", kValue, kModelRow, "3 pipe");
@@ -32,7 +32,7 @@ TEST_F(EditorBadInput, aQuoteInAFieldBreaksTheClassStatementAndIsUndone) {
 TEST_F(EditorBadInput, aQuoteInTheNameFailsBeforeTheTransactionAndTheRollbackToo) {
     stage.openNew([](User& user) {
         typeName(user, "5' 管");
-        user.answer(MessageKind::critical, "“管”附近有语法错误。");
+        user.answer(MessageKind::critical, "字符串 ' and fitemclassid=3 and fisdetail=1 ' 后的引号不完整。");
         user.answer(MessageKind::critical, kNoTransaction);
         user.clickTool("Save");
         EXPECT_EQ(value(user, kNameRow), "5' 管");
@@ -48,7 +48,7 @@ TEST_F(EditorBadInput, aNameOfAHundredAndOneCharactersIsTruncatedNowhere) {
     stage.openNew([&](User& user) {
         typeName(user, name);
         user.answer(MessageKind::critical,
-                    "将截断表“ICItem”的列“fName”中的字符串或二进制数据。截断值:“" + std::string(100, 'x') + "”。");
+                    "将在表“ICItem”的列“fName”中截断字符串或二进制数据。截断值:“" + std::string(100, 'x') + "”。");
         user.clickTool("Save");
         EXPECT_EQ(value(user, kNameRow), name);
     });
@@ -100,7 +100,8 @@ TEST_F(EditorBadInput, aDatabaseThatIsGoneKeepsWhatWasTyped) {
         typeName(user, "垫圈");
         const std::string good = appState().gConnStr;
         appState().gConnStr = "Provider=SQLite;Data Source=/none/suite.db";
-        user.answer(MessageKind::critical, "数据库文件不存在：/none/suite.db");
+        user.answer(MessageKind::critical,
+                    "找不到数据库文件“/none/suite.db”。若要新建数据库，请在连接字符串中加上 Mode=Create。");
         user.answer(MessageKind::critical, "对象变量或 With 块变量未设置");
         user.clickTool("Save");
         EXPECT_EQ(value(user, kNameRow), "垫圈");

@@ -10,9 +10,11 @@ protected:
     // The proposal under a category whose children have the codes.
     std::string proposalAfter(const Texts& codes) {
         database().execute("delete from tblItem where fItemClassId=3");
+        database().execute("delete from ICItem");
         int id = 500;
         for (const std::string& code : codes) {
-            database().addItem(3, ++id, "x" + std::to_string(id), "货", 0);
+            ++id;
+            database().addItem(3, id, "x" + std::to_string(id), "货", 0);
             database().execute("update tblItem set fShortNumber='" + code +
                                "',fParentId=9 where fItemId=" + std::to_string(id));
         }

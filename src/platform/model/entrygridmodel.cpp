@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/date.h"
 #include "platform/model/numberinput.h"
 #include "platform/numberformat.h"
 
@@ -54,7 +55,8 @@ void EntryGridModel::setText(int column, int row, const std::string& text) {
     if (cellType(column, row) == CellType::checkBox && !text.empty() && text != "0" && text != "1") {
         throw std::invalid_argument("无效的属性值：" + text);
     }
-    cell(column, row).text = text;
+    // A date cell holds a day.
+    cell(column, row).text = cellType(column, row) == CellType::date ? std::string(withoutMidnight(text)) : text;
     matchItem(column, row);
 }
 

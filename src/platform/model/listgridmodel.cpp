@@ -3,22 +3,10 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "platform/date.h"
 #include "platform/numberformat.h"
 
 namespace orvenmod::platform::model {
-
-namespace {
-
-/// A date whose time is midnight is shown as the date alone: "2024-06-07 00:00:00" as "2024-06-07".
-std::string_view withoutMidnight(std::string_view text) {
-    constexpr std::string_view kMidnight = " 00:00:00";
-    constexpr std::size_t kDate = 10;
-    const bool isDate =
-        text.size() == kDate + kMidnight.size() && text.ends_with(kMidnight) && text[4] == '-' && text[7] == '-';
-    return isDate ? text.substr(0, kDate) : text;
-}
-
-}  // namespace
 
 ListGridModel::ListGridModel(const std::vector<GridColumn>& columns, int fixedColumns) : fixedColumns_(fixedColumns) {
     for (const GridColumn& design : columns) {
