@@ -2,15 +2,16 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPageSetupDialog>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 
 #include "platform/qt/core.h"
 #include "platform/qt/previewpage.h"
@@ -26,6 +27,7 @@ namespace {
 constexpr int kWholePage = 0;
 constexpr int kPageWidth = -1;
 constexpr int kFrame = 4;
+constexpr std::array kPapers = {QPageSize::A3, QPageSize::A4, QPageSize::A5, QPageSize::B5};
 
 }  // namespace
 
@@ -140,12 +142,25 @@ void PreviewDialog::applyZoom() {
     page_->setZoom(std::max(0.1, chosen == kPageWidth ? wide : std::min(wide, high)));
 }
 
+// Qt's own page set-up knows only printers of the system and does nothing where there is none.
 void PreviewDialog::setUpPage() {
-    QPageSetupDialog dialog(&printer_, this);
-    dressBox(dialog);
-    dialog.setObjectName(QStringLiteral("pageSetup"));
-    dialog.setWindowTitle(QStringLiteral("页面设置"));
-    if (dialog.exec() == QDialog::Accepted) layOut();
+    QStringList names;
+    for (const QPageSize::PageSizeId paper : kPapers) {
+        for (const char* way : {"纵向", "横向"})
+            names << QPageSize::name(paper).section(QLatin1Char(' '), 0, 0) + QLatin1Char(' ') + QString::fromUtf8(way);
+    }
+    QInputDialog box(this);
+    dressBox(box);
+    box.setObjectName(QStringLiteral("pageSetup"));
+    box.setWindowTitle(QStringLiteral("页面设置"));
+    box.setLabelText(QStringLiteral("纸张和方向："));
+    box.setComboBoxItems(names);
+    box.setTextValue(names.at(2));
+    if (box.exec() != QDialog::Accepted) return;
+    const auto chosen = static_cast<std::size_t>(names.indexOf(box.textValue()));
+    printer_.setPageSize(QPageSize(kPapers.at(chosen / 2)));
+    printer_.setPageOrientation(chosen % 2 == 0 ? QPageLayout::Portrait : QPageLayout::Landscape);
+    layOut();
 }
 
 void PreviewDialog::printPages() { printReport(printer_, data_, core_.printFile, this); }

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QImage>
+#include <QInputDialog>
 #include <QLabel>
 #include <QSpinBox>
 #include <QTimer>
@@ -206,6 +207,23 @@ TEST_F(QtReportTest, thePreviewShowsTheSheetInTheChosenSize) {
                 dark += qGray(image.pixel(x, y)) < 100 ? 1 : 0;
         }
         EXPECT_GT(dark, 500) << "letters on the sheet";
+    });
+}
+
+TEST_F(QtReportTest, thePreviewTakesAnotherPaper) {
+    preview([](QDialog& dialog) {
+        auto* number = dialog.findChild<QSpinBox*>("PageNumber");
+        auto* page = dialog.findChild<QWidget*>("page");
+        const int before = number->maximum();
+        QTimer::singleShot(0, [] {
+            auto* box = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            box->setTextValue(QStringLiteral("A4 纵向"));
+            box->accept();
+        });
+        press(dialog, "PageSetup");
+        EXPECT_LT(number->maximum(), before);
+        EXPECT_GT(page->height(), page->width());
     });
 }
 
