@@ -121,7 +121,7 @@ TEST_F(DictionaryDialog, enterMovesOnToTheNextControl) {
 }
 
 TEST_F(DictionaryDialog, theIdOfAnyClassIsTaken) {
-    openNew([this](User& user) {
+    openNew([](User& user) {
         for (const char* id : {"501", "3"}) {
             fill(user, id, "材质");
             user.answer(MessageKind::warning, kTakenId);
