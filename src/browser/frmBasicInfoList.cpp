@@ -6,6 +6,7 @@
 #include "browser/frmBasicInfoList_design.h"
 #include "browser/listexport.h"
 #include "browser/listreport.h"
+#include "editor/frmBasicInfo.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
@@ -270,18 +271,19 @@ bool frmBasicInfoList::exportToExcel() {
     return orvenmod::exportToExcel(cd1, shown().vsf1, letPaint);
 }
 
-// The commands below hand over to the editor through AppState. It isn't built yet, so they end where they would open
-// it.
-
 void frmBasicInfoList::MenuEditNew_Click() {
-    if (isGranted("04")) appState().gEditMode = 0;
+    if (!isGranted("04")) return;
+    appState().gEditMode = 0;
+    frmBasicInfo::instance().show(this);
 }
 
 void frmBasicInfoList::MenuEditUpdate_Click() {
     if (!isGranted("05")) return;
     const platform::ListGrid& vsf1 = shown().vsf1;
     if (vsf1.rowCount() <= 1) return;
-    if (countSelected() > 0) appState().gEditMode = 1;
+    if (countSelected() == 0) return;
+    appState().gEditMode = 1;
+    frmBasicInfo::instance().show(this);
 }
 
 std::int32_t frmBasicInfoList::countSelected() {

@@ -14,6 +14,7 @@
 #include "browser/billarea.h"
 #include "browser/itemlist.h"
 #include "browser/seekbar.h"
+#include "editor/listhost.h"
 #include "frame/scaling.h"
 #include "hierarchy/listwindow.h"
 #include "platform/controls.h"
@@ -21,7 +22,7 @@
 
 namespace orvenmod {
 
-class frmBasicInfoList : public ListWindow {
+class frmBasicInfoList : public ListWindow, public ListHost {
 public:
     /// The process's window, made on first use.
     static frmBasicInfoList& instance();
@@ -35,7 +36,7 @@ public:
     platform::ListGrid& vsf1() override;
     void getListInfo(std::int16_t intType) override;
     bool findInfo(std::int16_t intType);
-    bool findInfo2(const std::string& strParamSQL);
+    bool findInfo2(const std::string& strParamSQL) override;
 
     /// Writes the list to a file that the user names; false where none was named.
     bool exportToExcel();

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "frame/appstate.h"
 #include "platform/controls.h"
 #include "platform/entrygrid.h"
 #include "platform/listgrid.h"
@@ -66,6 +67,15 @@ class BrowserTest : public ::testing::Test {
 protected:
     Database& database() { return stage.database(); }
     Script& script() { return stage.script(); }
+    /// Expects the editor to open next, in the mode and on the item (-1 for any), and closes it.
+    void expectEditor(std::int16_t mode, std::int32_t item = -1) {
+        script().onWindow("frmBasicInfo", [mode, item](User&) {
+            EXPECT_EQ(appState().gEditMode, mode);
+            if (item >= 0) {
+                EXPECT_EQ(appState().gCurItemId, item);
+            }
+        });
+    }
 
     BrowserStage stage;
 };

@@ -102,9 +102,8 @@ TEST_F(Faults, ofARightCheckRefuseTheCommand) {
     for (const char* right : {"Y302", "Y303", "Y304", "Y305", "Y306"})
         database().grant(7, right);
     const std::vector<Steps> commands = {
-        [](User& user) { user.click("cmdAddDetail"); }, [](User& user) { user.click("cmdUpdateDetail"); },
-        [](User& user) { user.chooseMenu("MenuEditDelete"); }, [](User& user) { user.click("cmdUpdateParent"); },
-        [](User& user) { user.chooseMenu("MenuParentEditDelete"); }};
+        [](User& user) { user.click("cmdUpdateDetail"); }, [](User& user) { user.chooseMenu("MenuEditDelete"); },
+        [](User& user) { user.click("cmdUpdateParent"); }, [](User& user) { user.chooseMenu("MenuParentEditDelete"); }};
     for (const Steps& command : commands) {
         sweep(
             kManagement,
@@ -121,6 +120,21 @@ TEST_F(Faults, ofARightCheckRefuseTheCommand) {
                 EXPECT_EQ(appState().gCurItemId, 9);
             });
     }
+}
+
+TEST_F(Faults, ofARightCheckOpenNoEditor) {
+    stage.set("SystemLogin", "IsAdmin", "0");
+    database().grant(7, "Y304");
+    stage.open(kManagement, [this](User& user) {
+        for (const int operation : {1, 2}) {
+            stage.faults() = {.failAt = operation};
+            user.answer(MessageKind::critical, stage.faults().text);
+            user.click("cmdAddDetail");
+            stage.faults() = {};
+        }
+        expectEditor(0);
+        user.click("cmdAddDetail");
+    });
 }
 
 TEST_F(Faults, ofAddingToTheBillAddNothing) {

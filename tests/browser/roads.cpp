@@ -108,10 +108,13 @@ TEST_P(Roads, aPlainUserIsRefused) {
 
 TEST_P(Roads, commandsAreReachedByMenuPopupAndShortcut) {
     stage.open(kManagement, [this](User& user) {
+        const Steps leave = [](User& editor) { editor.clickTool("Exit"); };
         user.selectRow("vsf1", 2);
+        stage.script().onWindow("frmBasicInfo", leave);
         user.press("Ctrl+U");
         EXPECT_EQ(appState().gCurItemId, 102);
         user.selectRow("vsf1", 3);
+        stage.script().onWindow("frmBasicInfo", leave);
         user.rightClick("vsf1", "MenuEditUpdate");
         EXPECT_EQ(appState().gCurItemId, 103);
         user.clickNode("tv1", "D13");

@@ -199,40 +199,39 @@ TEST_F(BrowserWindow, noCommandIsDisabledInAPicker) {
 }
 
 TEST_F(BrowserWindow, aDoubleClickInManagementOpensNoPick) {
-    stage.open(kManagement, [](User& user) {
+    stage.open(kManagement, [this](User& user) {
+        expectEditor(1, 102);
         user.doubleClickRow("vsf1", 2);
         EXPECT_TRUE(user.window().shown());
-        EXPECT_EQ(appState().gCurItemId, 102);
-        EXPECT_EQ(appState().gEditMode, 1);
     });
     EXPECT_EQ(stage.fItemId, "");
 }
 
 TEST_F(BrowserWindow, inManagementCalledFromABillADoubleClickEdits) {
-    stage.open({.isReturn = 0, .itemCalled = 1}, [](User& user) {
+    stage.open({.isReturn = 0, .itemCalled = 1}, [this](User& user) {
+        expectEditor(1, 103);
         user.doubleClickRow("vsf1", 3);
-        EXPECT_EQ(appState().gCurItemId, 103);
         EXPECT_EQ(user.control<platform::EntryGrid>("fps1").rowCount(), 0);
     });
 }
 
 TEST_F(BrowserWindow, aNewItemIsToldToTheEditor) {
     beUserWith({"Y304"});
-    stage.open(kManagement, [](User& user) {
+    stage.open(kManagement, [this](User& user) {
         const std::vector<std::function<void()>> ways = {
             [&] { user.click("cmdAddDetail"); }, [&] { user.chooseMenu("MenuEditNew"); }, [&] { user.press("Ctrl+A"); },
             [&] { user.rightClick("vsf1", "MenuEditNew"); }};
         for (const auto& way : ways) {
             appState().gEditMode = 1;
+            expectEditor(0);
             way();
-            EXPECT_EQ(appState().gEditMode, 0);
         }
     });
 }
 
 TEST_F(BrowserWindow, theItemToChangeIsToldToTheEditor) {
     beUserWith({"Y305"});
-    stage.open(kManagement, [](User& user) {
+    stage.open(kManagement, [this](User& user) {
         const std::vector<std::function<void()>> ways = {
             [&] { user.click("cmdUpdateDetail"); }, [&] { user.chooseMenu("MenuEditUpdate"); },
             [&] { user.press("Ctrl+U"); }, [&] { user.rightClick("vsf1", "MenuEditUpdate"); },
@@ -241,19 +240,38 @@ TEST_F(BrowserWindow, theItemToChangeIsToldToTheEditor) {
             appState().gEditMode = 0;
             appState().gCurItemId = 0;
             user.selectRow("vsf1", 2);
+            expectEditor(1, 102);
             way();
-            EXPECT_EQ(appState().gEditMode, 1);
-            EXPECT_EQ(appState().gCurItemId, 102);
         }
     });
 }
 
 TEST_F(BrowserWindow, ofSeveralSelectedRowsTheLastIsChanged) {
-    stage.open(kManagement, [](User& user) {
+    stage.open(kManagement, [this](User& user) {
         user.selectRow("vsf1", 4);
         user.alsoSelectRow("vsf1", 2);
+        expectEditor(1, 104);
         user.click("cmdUpdateDetail");
-        EXPECT_EQ(appState().gCurItemId, 104);
+    });
+}
+
+TEST_F(BrowserWindow, aSavedItemShowsInTheListBehind) {
+    database().execute("delete from tblMaxNum");
+    database().execute("insert into tblMaxNum(fTableName,fMaxNum) values('tblItem',500)");
+    stage.open(kManagement, [this](User& user) {
+        user.clickNode("tv1", "D14");
+        script().onWindow("frmBasicInfo", [](User& editor) {
+            editor.typeCell("fps1", 2, 1, "007");
+            editor.typeCell("fps1", 2, 3, "灯泡");
+            editor.answer(MessageKind::information, "数据保存成功!");
+            editor.clickTool("Save");
+        });
+        user.press("Ctrl+A");
+        EXPECT_EQ(
+            stage.lastStatement(),
+            "select fitemid,fNumber,fName,fModel,fMinQty from  vICItem where 1=1  and fNBNumber like '.14.%' order by "
+            "fnumber ");
+        EXPECT_EQ(listRows(user), (Rows{{"02.001", "墙壁开关"}, {"02.007", "灯泡"}}));
     });
 }
 
