@@ -27,7 +27,7 @@ void Album::add(QWidget& widget, const std::string& name, const std::string& cap
 std::string Album::list() const {
     std::string text;
     for (const auto& [file, caption] : pictures_)
-        text += file + "  " + caption + "\n";
+        text.append(file).append("  ").append(caption).append("\n");
     std::ofstream(folder_ + "/pictures.txt") << text;
     return text;
 }

@@ -151,7 +151,7 @@ void addPlainClass(SampleWriter& writer, int id, const std::string& name, const 
 
 Node addPlainItem(SampleWriter& writer, int itemClass, const char* table, const Node& parent, const std::string& number,
                   const std::string& name) {
-    const Node item = writer.addItem(itemClass, parent, number, name);
+    Node item = writer.addItem(itemClass, parent, number, name);
     writer.insert(table, "fItemId,fNumber,fName", {item.id, item.number, name});
     return item;
 }

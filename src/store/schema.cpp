@@ -71,6 +71,7 @@ const std::vector<SchemaView>& schemaViews() {
     }();
     static const std::vector<SchemaView> kViews([] {
         std::vector<SchemaView> views;
+        views.reserve(kTexts.size());
         for (const auto& [name, text] : kTexts) {
             views.push_back({name, text});
         }

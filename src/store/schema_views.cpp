@@ -43,8 +43,8 @@ std::string fixedClassView(const FixedClass& fixed) {
         const std::string alias = "A" + std::to_string(++lookups);
         head += lookupColumns(field.name, alias);
         opening += " ";
-        tail +=
-            " left outer join tblItem  as " + alias + " on " + alias + ".fitemid=a." + std::string(field.name) + " ";
+        tail.append(" left outer join tblItem  as ").append(alias).append(" on ").append(alias);
+        tail.append(".fitemid=a.").append(field.name).append(" ");
     }
     return head + opening + tail;
 }
@@ -94,6 +94,7 @@ std::vector<std::string> stockViewRows() {
         }
     }
     std::vector<std::string> statements;
+    statements.reserve(rows.size());
     for (const auto& [name, description] : rows) {
         statements.push_back("insert into tblviewdesc(ftypeid,fFieldName,fFieldDesc,fFieldType) values(5033,'" + name +
                              "','" + description.first + "'," + std::to_string(description.second) + ")");
