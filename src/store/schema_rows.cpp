@@ -150,11 +150,15 @@ private:
                                                                                          {"10", "附件查看"},
                                                                                          {"20", "明细查看"}}};
         const std::string group = "Y" + std::to_string(fixed_.id);
-        const std::string head = "insert into  tblsystemprivillenge(fnumber,fname,fisdetail,fParentNumber) values(";
-        rows_.push_back(head + quoted(group) + "," + quoted(fixed_.name) + ",0,'')");
+        addRight(group, fixed_.name, false, "");
         for (const auto& [suffix, name] : kRights) {
-            rows_.push_back(head + quoted(group + suffix) + "," + quoted(name) + ",1," + quoted(group) + ")");
+            addRight(group + suffix, name, true, group);
         }
+    }
+
+    void addRight(const std::string& number, std::string_view name, bool isDetail, const std::string& group) {
+        rows_.push_back("insert into  tblsystemprivillenge(fnumber,fname,fisdetail,fParentNumber) values(" +
+                        quoted(number) + "," + quoted(name) + (isDetail ? ",1," : ",0,") + quoted(group) + ")");
     }
 
     const FixedClass& fixed_;
