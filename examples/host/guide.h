@@ -31,6 +31,8 @@ public:
     void within(const std::string& window, Steps steps) { steps_.emplace_back(window, std::move(steps)); }
 
     void pictureSuite(const std::string& name, const std::string& caption);
+    /// Prints go to that PDF file; "" asks again.
+    void printTo(const std::string& file) { toolkit_.setPrintFile(file); }
     SuiteWindow& suite() { return suite_; }
 
 private:

@@ -188,13 +188,14 @@ private:
     int width_;
 };
 
-// A field that a user added: the goods' colour, a lookup into a dictionary.
+// A field that a user added: the goods' colour, a lookup into a dictionary. It is hidden from the editor, which opens no
+// field of a dictionary; list and search show it.
 void addColourField(SampleWriter& writer) {
     writer.execute("alter table ICItem add  FSelfA1  int ");
     writer.insert("tblTableInfo",
                   "fIsVisible,fInterId,fItemClassId,fName,fFieldName,fNumberDec,FMaxNumber,FMinNumber,fDefaultValue,"
                   "fIsNull,fValueItemId,fItemType,fFieldType,fIsLock",
-                  {1, 16, kGoods, "颜色", "FSelfA1", 0, 0, 0, "", 0, 202, "1", 1, 0});
+                  {0, 16, kGoods, "颜色", "FSelfA1", 0, 0, 0, "", 0, 202, "1", 1, 0});
     writer.insert("tblMaxbillno", "fTypeId,fPreLetter,fBillNo", {1001, "A", 1});
     const std::string columns = "fTypeId,fFieldName,fTitleName,fNumType,fItemClassId,fIsDefault,fEntryId,fNumberName";
     writer.insert("tblFindinfoEntry2", columns, {6003, "FSelfA1Number", "颜色代码", 2, 6003, 1, 16, 0});

@@ -4,6 +4,7 @@
 
 #include <orvenmod/clsBasicInfo.h>
 #include <orvenmod/clsHSXMManage.h>
+#include <orvenmod/clsJCZL.h>
 #include <orvenmod/schema.h>
 #include <orvenmod/settings.h>
 
@@ -74,6 +75,17 @@ void Suite::designClasses() const {
     clsHSXMManage classes;
     classes.DBConnection = connectionString_;
     classes.mainInterface();
+}
+
+void Suite::keepDictionaries() const {
+    clsJCZL dictionaries;
+    dictionaries.mainInterface(connectionString_);
+}
+
+Result Suite::pickDictionary(std::int16_t dictionary) const {
+    clsJCZL dictionaries;
+    dictionaries.mainSingleInterface(1, dictionary, connectionString_);
+    return {dictionaries.fItemId, dictionaries.fNumber, dictionaries.fName, {}};
 }
 
 void Suite::logIn(const SuiteUser& user) const {

@@ -72,6 +72,10 @@ public:
     Result open(const Request& request) const;
     /// Opens the component's designer of classes and waits for it.
     void designClasses() const;
+    /// Opens the component's dictionaries and waits for them.
+    void keepDictionaries() const;
+    /// Lets the user pick an entry of the dictionary.
+    Result pickDictionary(std::int16_t dictionary) const;
 
 private:
     std::vector<BillRow> billRows() const;

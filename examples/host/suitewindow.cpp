@@ -148,9 +148,13 @@ QWidget* SuiteWindow::makeOwnClasses() {
     auto* design = new QPushButton(QStringLiteral("类别设计(&D)..."));
     design->setObjectName(QStringLiteral("openDesigner"));
     connect(design, &QPushButton::clicked, this, &SuiteWindow::designClasses);
+    auto* dictionaries = new QPushButton(QStringLiteral("基础资料(&Z)..."));
+    dictionaries->setObjectName(QStringLiteral("openDictionaries"));
+    connect(dictionaries, &QPushButton::clicked, this, &SuiteWindow::keepDictionaries);
     row->addWidget(ownClass_, 1);
     row->addWidget(openOwn_);
     row->addWidget(design);
+    row->addWidget(dictionaries);
     fillOwnClasses();
     return own;
 }
@@ -168,6 +172,23 @@ void SuiteWindow::designClasses() {
         suite_.designClasses();
         fillOwnClasses();
         outcome_->setText(QStringLiteral("类别设计已关闭。"));
+    } catch (const std::exception& failure) {
+        QMessageBox::critical(this, windowTitle(), text(failure.what()));
+    }
+}
+
+void SuiteWindow::keepDictionaries() {
+    try {
+        suite_.keepDictionaries();
+        outcome_->setText(QStringLiteral("基础资料已关闭。"));
+    } catch (const std::exception& failure) {
+        QMessageBox::critical(this, windowTitle(), text(failure.what()));
+    }
+}
+
+void SuiteWindow::pickDictionary(std::int16_t dictionary) {
+    try {
+        showResult(suite_.pickDictionary(dictionary));
     } catch (const std::exception& failure) {
         QMessageBox::critical(this, windowTitle(), text(failure.what()));
     }

@@ -23,6 +23,10 @@ public:
     void open(const Request& request);
     /// Opens the designer of classes.
     void designClasses();
+    /// Opens the dictionaries.
+    void keepDictionaries();
+    /// Picks an entry of a dictionary and shows what came back.
+    void pickDictionary(std::int16_t dictionary);
     /// Works as the user of that number in the list.
     void logInAs(int index);
 

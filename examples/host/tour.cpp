@@ -8,6 +8,7 @@
 #include "designertour.h"
 #include "frame/services.h"
 #include "guide.h"
+#include "itemtour.h"
 #include "suitewindow.h"
 #include "visitor.h"
 
@@ -109,7 +110,11 @@ int playTour(SuiteWindow& window, const std::string& folder) {
         pickGoods(guide);
         pickForBill(guide);
         workWithFewRights(guide);
+        keepItems(guide);
+        keepCategories(guide);
+        printItems(guide, folder);
         designClasses(guide);
+        keepDictionaries(guide);
         std::cout << album.list();
         return 0;
     } catch (const std::exception& failure) {

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -172,6 +173,12 @@ void Visitor::clickTool(const QString& key) {
     throw std::runtime_error("no button " + key.toStdString());
 }
 
+void Visitor::chooseTab(const QString& tabs, int page) {
+    auto* bar = find<QWidget>(tabs).findChild<QTabBar*>();
+    if (bar == nullptr) throw std::runtime_error("no tabs " + tabs.toStdString());
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(page).center());
+}
+
 void Visitor::pictureMenuOf(const QString& view, const std::string& name, const std::string& caption) {
     QWidget* port = find<QAbstractScrollArea>(view).viewport();
     whenReady([] { return QApplication::activePopupWidget(); },
@@ -197,6 +204,20 @@ void Visitor::expectBox(QMessageBox::StandardButton answer, const std::string& n
         --boxes_;
         album_.add(box, name, caption);
         box.button(answer)->click();
+    });
+}
+
+void Visitor::expectDialog(const QString& dialog, const std::string& name, const std::string& caption) {
+    ++boxes_;
+    const auto shown = [dialog]() -> QWidget* {
+        QWidget* top = QApplication::activeModalWidget();
+        return top != nullptr && top->objectName() == dialog && top->isVisible() ? top : nullptr;
+    };
+    whenReady(shown, [this, name, caption](QWidget& widget) {
+        --boxes_;
+        QTest::qWait(10 * kLook);
+        album_.add(widget, name, caption);
+        widget.close();
     });
 }
 

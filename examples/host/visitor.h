@@ -60,9 +60,12 @@ public:
     void pictureListOf(const QString& combo, const std::string& name, const std::string& caption);
     void chooseMenu(const QString& action);
     void clickTool(const QString& key);
+    void chooseTab(const QString& tabs, int page);
 
     /// The next box is pictured and answered with the button.
     void expectBox(QMessageBox::StandardButton answer, const std::string& name, const std::string& caption);
+    /// The next dialog of that name is pictured and closed.
+    void expectDialog(const QString& dialog, const std::string& name, const std::string& caption);
     /// Throws where an expected box didn't come.
     void boxesDone() const;
 

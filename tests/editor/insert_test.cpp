@@ -155,7 +155,7 @@ TEST_F(EditorInsert, aCategoryThatIsGoneLeavesTheItemWithoutAPlace) {
 }
 
 TEST_F(EditorInsert, anEmptyShortCodeIsRefusedOnlyWhereTheFieldAsks) {
-    stage.openNew([this](User& user) {
+    stage.openNew([](User& user) {
         user.typeCell("fps1", kValue, kShortCodeRow, "");
         typeName(user, "垫圈");
         user.answer(MessageKind::warning, "短代码不能为空!");

@@ -1,0 +1,14 @@
+// The part of the tour that keeps items: editor, categories, a delete that is refused, print preview, dictionaries.
+#pragma once
+
+#include "guide.h"
+
+namespace orvenmod::sample {
+
+void keepItems(Guide& guide);
+void keepCategories(Guide& guide);
+/// Leaves the list of goods as a PDF file in the folder.
+void printItems(Guide& guide, const std::string& folder);
+void keepDictionaries(Guide& guide);
+
+}  // namespace orvenmod::sample
