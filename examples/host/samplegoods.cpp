@@ -208,6 +208,8 @@ void addColourField(SampleWriter& writer) {
 
 void addGoods(SampleWriter& writer, SampleIds& ids, int count) {
     addColourField(writer);
+    // The bill area reads the stock from the list as it is shown, and a number ends for it at the first comma.
+    writer.execute("update tblFindinfoEntry set fDataFormat='' where fTypeId=6003 and fFieldName='fTimeQty'");
     std::vector<Shelf> shelves = addTree(writer);
     const int kinds = static_cast<int>(shelves.size());
     const int width = std::max(3, static_cast<int>(std::to_string(count / kinds + 1).size()));

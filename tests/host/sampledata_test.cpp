@@ -83,6 +83,10 @@ TEST_F(Sample, keepsStockByBatchAndPosition) {
               "0");
 }
 
+TEST_F(Sample, showsStockInTheFormThatTheBillAreaReadsWhole) {
+    EXPECT_EQ(value("select fDataFormat from tblFindinfoEntry where fTypeId=6003 and fFieldName='fTimeQty'"), "");
+}
+
 TEST_F(Sample, namesInItsCatalogueOnlyColumnsThatTheBillsHave) {
     struct Family {
         const char* types;
