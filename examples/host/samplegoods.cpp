@@ -188,8 +188,8 @@ private:
     int width_;
 };
 
-// A field that a user added: the goods' colour, a lookup into a dictionary. It is hidden from the editor, which opens no
-// field of a dictionary; list and search show it.
+// A field that a user added: the goods' colour, a lookup into a dictionary. It is hidden from the editor, which opens
+// no field of a dictionary; list and search show it.
 void addColourField(SampleWriter& writer) {
     writer.execute("alter table ICItem add  FSelfA1  int ");
     writer.insert("tblTableInfo",
