@@ -37,7 +37,7 @@ configure() {
 build() {
   local name="$1"
   shift
-  if ! cmake --build "build/$name" --parallel "$(jobs)" --target "${@:-all}" >"build/$name/build.log" 2>&1; then
+  if ! cmake --build "build/$name" --parallel "$(jobs)" --target "${@:-all}" -- -k 0 >"build/$name/build.log" 2>&1; then
     grep -v '^\[[0-9]*/[0-9]*\] \(Building\|Linking\)' "build/$name/build.log" | tail -n 100 >&2
     return 1
   fi
