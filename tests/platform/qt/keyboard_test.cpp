@@ -3,6 +3,7 @@
 #include <QTableView>
 #include <QToolButton>
 
+#include "platform/qt/application.h"
 #include "platform/qt/keycodes.h"
 #include "platform/qt/qtwindows.h"
 
@@ -144,6 +145,7 @@ TEST_F(QtToolkitTest, whatIsNoExceptionOfOursIsShownToo) {
 }
 
 TEST(KeyCodes, areThoseOfTheDesktopTheLogicComesFrom) {
+    platform::qt::ensureApplication();  // a key event belongs to a keyboard of the application
     const auto codeOf = [](Qt::Key key) { return qt::keyCodeOf(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier)); };
     EXPECT_EQ(codeOf(Qt::Key_Return), kKeyEnter);
     EXPECT_EQ(codeOf(Qt::Key_Enter), kKeyEnter);
