@@ -88,7 +88,7 @@ void BillArea::removeItem() {
 }
 
 void BillArea::addToBill() {
-    try {
+    trapped([&] {
         openDB();
         const std::string user = std::to_string(appState().gLoginUserId);
         appState().gConn->execute("delete from tblItemInput where fuserid=" + user);
@@ -99,11 +99,8 @@ void BillArea::addToBill() {
                                       fps1_.cellTag(kNumber, row) + "," + "0" + "," + quantity + "," + user + "," +
                                       std::to_string(row) + ")");
         }
-        closeDB();
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-    }
+        return true;
+    });
 }
 
 }  // namespace orvenmod

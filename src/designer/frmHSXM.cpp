@@ -1,7 +1,5 @@
 #include "designer/frmHSXM.h"
 
-#include <exception>
-
 #include "designer/frmHSXMDetailNew.h"
 #include "designer/frmHSXMDetailSetup.h"
 #include "designer/frmHSXMNew.h"
@@ -106,15 +104,10 @@ void frmHSXM::getListInfo() {
 
 bool frmHSXM::findInfo(const std::string& strParam, std::int16_t /*intType*/) {
     if (!openDB()) return false;
-    try {
+    return trapped([&] {
         fillGrid(strParam);
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 // Hidden fields are listed as well. The grid keeps the rows added before a failure.

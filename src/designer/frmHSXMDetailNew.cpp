@@ -1,8 +1,5 @@
 #include "designer/frmHSXMDetailNew.h"
 
-#include <exception>
-#include <functional>
-
 #include "designer/classview.h"
 #include "designer/frmHSXMDetailNew_design.h"
 #include "designer/frmItem.h"
@@ -29,19 +26,6 @@ constexpr const char* kLabels[] = {"名称",   "字段名称", "数据类型", "
 constexpr NumberRule kLimit{2, -99999999.99, 99999999.99};
 
 using Items = std::vector<std::string>;
-
-bool trapped(const std::function<void()>& work) {
-    bool done = false;
-    try {
-        if (!openDB()) return false;
-        work();
-        done = true;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-    }
-    closeDB();
-    return done;
-}
 
 }  // namespace
 
@@ -103,13 +87,19 @@ void frmHSXMDetailNew::layOutRows() {
 
 bool frmHSXMDetailNew::loadFieldForm() {
     return trapped([this] {
+        if (!openDB()) return false;
         fillLookups();
         fps1().setText(kValue, Row::field, proposedFieldName());
+        return true;
     });
 }
 
 bool frmHSXMDetailNew::proposeFieldName() {
-    return trapped([this] { fps1().setText(kValue, Row::field, proposedFieldName()); });
+    return trapped([this] {
+        if (!openDB()) return false;
+        fps1().setText(kValue, Row::field, proposedFieldName());
+        return true;
+    });
 }
 
 // Names and codes are kept in step by their place in the lists.

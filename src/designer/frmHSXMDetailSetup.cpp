@@ -1,7 +1,5 @@
 #include "designer/frmHSXMDetailSetup.h"
 
-#include <exception>
-
 #include "designer/classview.h"
 #include "designer/frmHSXMDetailSetup_design.h"
 #include "designer/frmItem.h"
@@ -53,7 +51,7 @@ void frmHSXMDetailSetup::Form_Unload() { frmItem::instance().unload(); }
 
 bool frmHSXMDetailSetup::loadFieldList() {
     if (!openDB()) return false;
-    try {
+    return trapped([&] {
         platform::EntryGrid& grid = fps1();
         grid.setRowCount(0);
         auto rows = appState().gConn->open("select finterid,fname,fisvisible from tbltableinfo  where fitemclassid=" +
@@ -64,13 +62,8 @@ bool frmHSXMDetailSetup::loadFieldList() {
             grid.setText(Column::shown, row, rows.text("fisvisible"));
             grid.setText(Column::interId, row, rows.text("finterid"));
         }
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 bool frmHSXMDetailSetup::saveFieldSetup() {

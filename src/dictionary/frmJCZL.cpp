@@ -108,7 +108,7 @@ bool frmJCZL::checkInput(void (*showRefusal)(const std::string&)) {
 bool frmJCZL::insertDetail() {
     const std::string code = trim(code_.text());
     const std::string name = trim(name_.text());
-    try {
+    return trapped([&] {
         if (!checkInput(showCritical)) return false;
         openDB();
         const bool refused = !openRows(sameCodeStatement(code)).eof();
@@ -120,20 +120,15 @@ bool frmJCZL::insertDetail() {
                                       ",'" + code + "','" + name + "'," + std::to_string(appState().gItemClassId) +
                                       ")");
         }
-        closeDB();
         return !refused;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 bool frmJCZL::updateDetail() {
     const std::string code = trim(code_.text());
     const std::string name = trim(name_.text());
     const std::string id = std::to_string(appState().gCurItemId);
-    try {
+    return trapped([&] {
         if (!checkInput(showWarning)) return false;
         openDB();
         const bool refused = !openRows(sameCodeStatement(code) + " and fitemid<>" + id).eof();
@@ -143,13 +138,8 @@ bool frmJCZL::updateDetail() {
             appState().gConn->execute("update  tblSubType set fnumber='" + code + "',fname='" + name +
                                       "' where fitemid=" + id);
         }
-        closeDB();
         return !refused;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 }  // namespace orvenmod

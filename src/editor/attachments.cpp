@@ -1,7 +1,5 @@
 #include "editor/attachments.h"
 
-#include <exception>
-
 #include "editor/binaryfile.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
@@ -112,18 +110,16 @@ void Attachments::fps2_ButtonClicked(int column, int row) {
 
 void Attachments::delFJ(std::int32_t entryId) {
     openDB();
-    try {
+    trapped([&] {
         appState().gConn->execute("delete from tblItemFJ where fitemid=" + currentItem() +
                                   " and fEntryId=" + std::to_string(entryId));
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-    }
-    closeDB();
+        return true;
+    });
 }
 
 void Attachments::getFJInfo(std::int32_t entryId) {
     openDB();
-    try {
+    trapped([&] {
         removeOpened();
         store::Recordset rows = appState().gConn->open("select * from tblItemFJ where fitemid=" + currentItem() +
                                                        " and fEntryId=" + std::to_string(entryId));
@@ -136,10 +132,8 @@ void Attachments::getFJInfo(std::int32_t entryId) {
             services().toolkit.openDocument(path);
             fjTempFile_ = path;
         }
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-    }
-    closeDB();
+        return true;
+    });
 }
 
 }  // namespace orvenmod

@@ -1,6 +1,5 @@
 #include "editor/fieldgrid.h"
 
-#include <exception>
 #include <vector>
 
 #include "editor/shortnumber.h"
@@ -30,7 +29,7 @@ platform::NumberRule numberRule(const store::Recordset& field) {
 
 bool FieldGrid::initFps() {
     openDB();
-    try {
+    return trapped([&] {
         store::Recordset fields = appState().gConn->open("select * from tblTableInfo where fitemclassid=" + classId() +
                                                          " and fisvisible=1 " + " order by finterid");
         for (; !fields.eof(); fields.moveNext())
@@ -39,13 +38,8 @@ bool FieldGrid::initFps() {
         for (int column = kFieldName; column <= kLastColumn; ++column)
             fps1_.setColumnHidden(column, true);
         if (appState().gEditMode == 0 && appState().gCurParentId > 0) preselectCategory();
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 void FieldGrid::addField(const store::Recordset& field) {

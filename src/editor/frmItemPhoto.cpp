@@ -1,6 +1,5 @@
 #include "editor/frmItemPhoto.h"
 
-#include <exception>
 #include <string>
 
 #include "editor/binaryfile.h"
@@ -74,7 +73,7 @@ void frmItemPhoto::Form_Load() {
 
 void frmItemPhoto::getItemPhoto() {
     openDB();
-    try {
+    trapped([&] {
         store::Recordset photos =
             appState().gConn->open("select * from ICItemPhoto where fitemid=" + std::to_string(appState().gCurItemId));
         for (; !photos.eof(); photos.moveNext()) {
@@ -83,10 +82,8 @@ void frmItemPhoto::getItemPhoto() {
             window_->get<Picture>("pict1").show(path);
             appState().gPhotoPath = path;
         }
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-    }
-    closeDB();
+        return true;
+    });
 }
 
 void frmItemPhoto::cmdOK_Click() {

@@ -1,6 +1,5 @@
 #include "editor/itemload.h"
 
-#include <exception>
 #include <string>
 
 #include "frame/appstate.h"
@@ -38,25 +37,19 @@ void showCategory(FieldGrid& fields, const store::Recordset& item) {
 
 bool getBasicInfo(FieldGrid& fields, Photo& photo, Attachments& attachments) {
     openDB();
-    try {
+    return trapped([&] {
         const auto item = appState().gConn->open("select * from " + appState().gViewName +
                                                  " where fitemid=" + std::to_string(appState().gCurItemId));
         if (item.eof()) {
             showWarning("数据读取错误！");
-            closeDB();
             return false;
         }
         showFields(fields.cells(), item);
         showCategory(fields, item);
         if (appState().gItemClassId == kPhotoClass) photo.load();
         attachments.load();
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 }  // namespace orvenmod

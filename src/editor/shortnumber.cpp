@@ -1,7 +1,5 @@
 #include "editor/shortnumber.h"
 
-#include <exception>
-
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
@@ -35,19 +33,16 @@ std::string successor(const std::string& highest) {
 
 std::string getShortNumber(std::int32_t parentId) {
     openDB();
-    try {
+    std::string result = kFirst;
+    trapped([&] {
         const int length = greatestLength(parentId);
         const auto rows = appState().gConn->open(
             "select isnull(max(cast(fshortnumber as varchar(10))),0) as fshortnumber from tblitem where fitemclassid=" +
             siblings(parentId) + " and len(fshortnumber)=" + std::to_string(length));
-        const std::string result = rows.eof() ? "" : successor(required(rows.field("fshortnumber")));
-        closeDB();
-        return result;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return kFirst;
-    }
+        result = rows.eof() ? "" : successor(required(rows.field("fshortnumber")));
+        return true;
+    });
+    return result;
 }
 
 }  // namespace orvenmod

@@ -40,6 +40,17 @@ void closeDB() noexcept {
     state.gConn.reset();
 }
 
+bool trapped(const std::function<bool()>& routine) {
+    bool done = false;
+    try {
+        done = routine();
+    } catch (const std::exception& failure) {
+        showCritical(failure.what());
+    }
+    closeDB();
+    return done;
+}
+
 void rollbackTrans() {
     if (!appState().gConn) throw std::runtime_error("对象变量或 With 块变量未设置");
     appState().gConn->rollbackTrans();

@@ -1,6 +1,7 @@
 // The gateway: connection, right check, settings and the ini file.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "store/connection.h"
@@ -15,6 +16,10 @@ bool openDB();
 
 /// Closes and drops gConn if there is one.
 void closeDB() noexcept;
+
+/// The trap at the end of a database routine: the connection is closed on every way out; a failure is shown in the
+/// critical box and gives False, else the routine's own result holds.
+bool trapped(const std::function<bool()>& routine);
 
 /// Undoes the transaction of gConn. A failure where none is open, or no connection is.
 void rollbackTrans();

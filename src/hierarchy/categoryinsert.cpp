@@ -1,7 +1,5 @@
 #include "hierarchy/categoryinsert.h"
 
-#include <exception>
-
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
@@ -46,7 +44,7 @@ void insertRow(const CategoryChange& wanted, const std::string& id) {
 }  // namespace
 
 bool insertCategory(const CategoryChange& wanted) {
-    try {
+    return trapped([&] {
         openDB();
         const bool refused = codeIsTaken(wanted.code);
         if (refused) {
@@ -54,13 +52,8 @@ bool insertCategory(const CategoryChange& wanted) {
         } else {
             insertRow(wanted, takeId());
         }
-        closeDB();
         return !refused;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 }  // namespace orvenmod

@@ -1,7 +1,5 @@
 #include "hierarchy/frmParent.h"
 
-#include <exception>
-
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
@@ -70,7 +68,7 @@ void frmParent::Form_Load() {
 }
 
 bool frmParent::loadParentInfo() {
-    try {
+    return trapped([&] {
         openDB();
         listParents();
         if (appState().gEditMode == 1) {
@@ -79,13 +77,8 @@ bool frmParent::loadParentInfo() {
         } else if (appState().gCurParentId >= 1) {
             selectParent(std::to_string(appState().gCurParentId));
         }
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 void frmParent::listParents() {

@@ -1,6 +1,5 @@
 #include "hierarchy/itemroutines.h"
 
-#include <exception>
 #include <string>
 
 #include "frame/appstate.h"
@@ -24,7 +23,7 @@ constexpr LockChange kUnLock = {"select count(fitemid) as fitemid1 from tblItem 
                                 "该项目未禁用！", "update tblItem set fisLock=0  where fitemid="};
 
 bool changeLock(const LockChange& wanted) {
-    try {
+    return trapped([&] {
         openDB();
         const std::string id = std::to_string(appState().gCurItemId);
         const bool refused = toInt32(required(appState().gConn->open(wanted.test + id).field("fitemid1"))) > 0;
@@ -33,13 +32,8 @@ bool changeLock(const LockChange& wanted) {
         } else {
             appState().gConn->execute(wanted.change + id);
         }
-        closeDB();
         return !refused;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 }  // namespace
@@ -58,7 +52,7 @@ bool lockDetail() { return changeLock(kLock); }
 bool unLockDetail() { return changeLock(kUnLock); }
 
 bool delParent(const std::int32_t& id) {
-    try {
+    return trapped([&] {
         openDB();
         const std::string number = std::to_string(id);
         const bool refused =
@@ -68,13 +62,8 @@ bool delParent(const std::int32_t& id) {
         } else {
             appState().gConn->execute("delete from tblItem where fitemid=" + number);
         }
-        closeDB();
         return !refused;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-        return false;
-    }
+    });
 }
 
 }  // namespace orvenmod
