@@ -188,6 +188,15 @@ void SqliteConnection::atomically(const std::function<void()>& work) {
     }
 }
 
+void SqliteConnection::storeRow(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (...) {
+        noteLostTransaction();
+        throw;
+    }
+}
+
 void SqliteConnection::undo() noexcept {
     // What the schema was within the work is undone with it.
     database_->catalog().clear();

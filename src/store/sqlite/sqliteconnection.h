@@ -33,12 +33,16 @@ public:
 
     /// The open database. Throws Failure where the connection is closed or its transaction is lost.
     Database& database();
-    /// Runs `work` so that it has no effect when it throws, and leaves an open transaction open.
-    void atomically(const std::function<void()>& work);
+    /// Runs `work`, which stores one row. SQLite itself undoes that when it fails: a savepoint would only copy the
+    /// pages that the row takes over from deleted ones, and hold them in memory; a photo's are as large as the photo.
+    void storeRow(const std::function<void()>& work);
 
 private:
     /// `lost`: SQLite undid it by itself, on a full disk; it only can be rolled back.
     enum class Transaction { none, open, lost };
+
+    /// Runs `work` so that it has no effect when it throws, and leaves an open transaction open.
+    void atomically(const std::function<void()>& work);
 
     template <typename Work>
     auto worded(Work work);

@@ -133,11 +133,7 @@ void SqliteTableWriter::update() {
     if (!std::exchange(begun_, false)) throw tsql::worded(database.file().language, tsql::kNoRowBegun, {});
     database.runtime().startStatement();
     try {
-        if (connection_.inTransaction()) {
-            connection_.atomically([this] { store(); });
-        } else {
-            store();
-        }
+        connection_.storeRow([this] { store(); });
     } catch (const tsql::Error& error) {
         throw tsql::worded(database.file().language, error);
     }

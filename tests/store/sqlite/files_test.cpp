@@ -119,6 +119,31 @@ TEST_F(Files, WithoutRoomAreAFailureThatLosesNothing) {
     EXPECT_EQ(value(*connect(), "select count(*) from t"), "1");
 }
 
+// Contents that outgrow the room half-way.
+void addLargeRow(Connection& connection) {
+    const std::vector<std::byte> contents(1 << 20);
+    const auto rows = connection.openTable("pictures");
+    rows->addNew();
+    rows->set("id", "7");
+    rows->setBinary("a", contents);
+    rows->update();
+}
+
+TEST_F(Files, WithoutRoomForARowsContentsAreAsBefore) {
+    connect()->execute("create table pictures(id int,a image)");
+    const auto connection = connectionWithoutRoom(connectionString());
+    EXPECT_EQ(failureOf([&] { addLargeRow(*connection); }).number(), tsql::kDiskFull);
+    EXPECT_EQ(value(*connection, "select count(*) from pictures"), "0");
+
+    connection->beginTrans();
+    connection->execute("insert into t(id) values(1)");
+    EXPECT_EQ(failureOf([&] { addLargeRow(*connection); }).number(), tsql::kDiskFull);
+    EXPECT_TRUE(connection->inTransaction());
+    connection->rollbackTrans();
+    EXPECT_EQ(value(*connection, "select count(*) from t"), "0");
+    EXPECT_EQ(value(*connection, "select count(*) from pictures"), "0");
+}
+
 TEST_F(Files, WithoutRoomLeaveATransactionThatCanBeRolledBack) {
     connect()->execute("create table large(a varchar(8000))");
     const auto connection = connectionWithoutRoom(connectionString());
