@@ -57,7 +57,8 @@ std::vector<SchemaTable> itemTables() {
           {"fNBNumber", "varchar(200)"}},
          "fItemId",
          {{"fItemClassId,fNumber"},
-          {"fItemClassId,fName"},
+          // The third column makes it the best one for a detail item's name; the categories' would look as good.
+          {"fItemClassId,fName,fIsDetail"},
           {"fItemClassId,fNBNumber"},
           {"fItemClassId,fParentId,fShortNumber"},
           {"fItemClassId,fIsDetail,fDepth"},

@@ -71,6 +71,51 @@ TEST_F(Plans, codesNamesAndPathsOfItemsAreFoundByIndex) {
     }
 }
 
+struct Served {
+    const char* sql;
+    const char* by;
+};
+
+// Saving an item tests its code and name and proposes the next code among a million of its class: each step names the
+// index that serves it, and no class or category but its own is looked at.
+TEST_F(Plans, aSaveOfTheEditorIsServedByTheseIndexes) {
+    const std::vector<Served> save = {
+        {"select * from tblItem where fnumber='01.001' and fitemclassid=3",
+         "SEARCH tblItem USING INDEX tblItem.ix_tblItem_1 (fItemClassId=? AND <expr>=?)"},
+        {"select * from tblItem where fname='螺丝' and fitemclassid=3 and fisdetail=1 ",
+         "SEARCH tblItem USING INDEX tblItem.ix_tblItem_2 (fItemClassId=? AND <expr>=? AND fIsDetail=?)"},
+        {"select * from tblItem where fnumber='01.001' and fitemclassid=3 and fitemid<>7",
+         "SEARCH tblItem USING INDEX tblItem.ix_tblItem_1 (fItemClassId=? AND <expr>=?)"},
+        {"select * from tblItem where fname='螺丝' and fitemclassid=3 and fitemid<>7 and fisdetail=1 ",
+         "SEARCH tblItem USING INDEX tblItem.ix_tblItem_2 (fItemClassId=? AND <expr>=? AND fIsDetail=?)"},
+        {"select fislock as fislock1 from tblItem where fitemid=7",
+         "SEARCH tblItem USING INDEX sqlite_autoindex_tblItem_1 (fItemId=?)"},
+        {"select * from tblMaxnum where ftablename='tblItem'",
+         "SEARCH tblMaxnum USING INDEX tblMaxNum.constraint.pk.PK__tblMaxNum__fTableName (<expr>=?)"},
+        {"update tblMaxNum set  fmaxnum=fmaxnum+1  where ftablename='tblItem'",
+         "SEARCH tblMaxNum USING INDEX tblMaxNum.constraint.pk.PK__tblMaxNum__fTableName (<expr>=?)"},
+        {"select fnbnumber,fdepth,fitemid from tblItem where fitemid=13 and fitemclassid=3 and fisdetail=0 ",
+         "SEARCH tblItem USING INDEX sqlite_autoindex_tblItem_1 (fItemId=?)"},
+        {"update ICItem set  fNumber='01', fName='a', fModel='' where fitemid=7",
+         "SEARCH ICItem USING INDEX sqlite_autoindex_ICItem_1 (fItemId=?)"},
+        {"update tblItem set fnumber='01',fname='a',fparentid=13,fdepth=3,fNBNumber='.13.7.',fShortNumber='01'  where "
+         "fitemid=7",
+         "SEARCH tblItem USING INDEX sqlite_autoindex_tblItem_1 (fItemId=?)"},
+        {"delete from icitemphoto where fitemid=7",
+         "SEARCH icitemphoto USING INDEX ICItemPhoto.ix_ICItemPhoto_1 (fItemId=?)"},
+        {"update tblItemFJ set fName='a' where fitemid=7 and fentryid=1",
+         "SEARCH tblItemFJ USING INDEX tblItemFJ.ix_tblItemFJ_1 (fItemId=? AND fEntryId=?)"},
+        {"select isnull(max(len(fshortnumber)),1) as fshortnumber from tblitem where fitemclassid=3 and fparentid=13",
+         "SEARCH tblitem USING INDEX tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=?)"},
+        {"select isnull(max(cast(fshortnumber as varchar(10))),0) as fshortnumber from tblitem where fitemclassid=3 "
+         "and fparentid=13 and len(fshortnumber)=3",
+         "SEARCH tblitem USING INDEX tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=?)"},
+    };
+    for (const Served& statement : save) {
+        EXPECT_EQ(plan(statement.sql), std::vector<std::string>{statement.by}) << statement.sql;
+    }
+}
+
 TEST_F(Plans, theTreeReadsTheCategoriesOfItsClassAlone) {
     const char* sql =
         "select fitemid,fname,fparentid,fdepth,fNBNumber,fnumber from tblItem where fisdetail=0 and fitemclassid=3 "
