@@ -24,10 +24,9 @@ void seed(Database& database) {
 
 }  // namespace
 
-EditorStage::EditorStage(MakeScript makeScript) : Stage(makeScript) {
-    seed(database());
+void chooseGoods(const std::string& connectionString) {
     AppState& state = appState();
-    state.gConnStr = connectionString();
+    state.gConnStr = connectionString;
     state.gMsgTitle = kTitle;
     state.gIsAdmin = 1;
     state.gRightPrefix = "Y";
@@ -37,6 +36,11 @@ EditorStage::EditorStage(MakeScript makeScript) : Stage(makeScript) {
     state.gItemTable = "ICItem";
     state.gViewName = "vICItem";
     state.gListFilter = " and fNBNumber like '.12.%'";
+}
+
+EditorStage::EditorStage(MakeScript makeScript) : Stage(makeScript) {
+    seed(database());
+    chooseGoods(connectionString());
 }
 
 void EditorStage::open(const Steps& steps) {

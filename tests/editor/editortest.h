@@ -42,6 +42,9 @@ public:
     Texts refreshes;
 };
 
+/// What the list tells the editor: goods, an administrator, the title of the boxes.
+void chooseGoods(const std::string& connectionString);
+
 class EditorStage : public Stage {
 public:
     explicit EditorStage(MakeScript makeScript = newMemoryScript);

@@ -66,7 +66,11 @@ Stage::Stage(MakeScript makeScript)
     : script_(makeScript()),
       counting_(embedded_),
       faulty_(counting_, faults_),
-      tracing_(faulty_, [this](const store::TraceRecord& record) { trace_.push_back(record); }),
+      tracing_(faulty_,
+               [this](const store::TraceRecord& record) {
+                   trace_.push_back(record);
+                   if (watcher_) watcher_(record);
+               }),
       services_{tracing_, script_->toolkit(), settings_, iniFiles_, folders_, clock_} {
     appState() = AppState();
     useServices(&services_);

@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "frame/services.h"
@@ -94,6 +95,8 @@ public:
     /// All operations by name: "connect", "open" ...
     std::vector<std::string> operations() const;
     void forgetStatements() { trace_.clear(); }
+    /// Called after each operation, before the logic goes on: the moment for somebody else to act.
+    void afterOperation(store::TraceSink watcher) { watcher_ = std::move(watcher); }
 
     /// The contents of a file, "" where there is none.
     static std::string contents(const std::string& file);
@@ -111,6 +114,7 @@ private:
     platform::desktop::ProcessFolders folders_;
     store::sqlite::SqliteStore embedded_;
     std::vector<store::TraceRecord> trace_;
+    store::TraceSink watcher_;
     store::FaultPlan faults_;
     CountingStore counting_;
     store::FaultyStore faulty_;

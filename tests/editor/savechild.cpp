@@ -1,0 +1,117 @@
+// savechild CONNECTION CLERK FIRST COUNT FILE: a clerk who saves so many new items, one after the other, in one window
+// of the editor. Each has a name of his own, the next of his short codes from FIRST on, and FILE as its attachment.
+// Says "ready" when the window is open and waits for a line; then tells each save that was refused as
+//   refused TAB kind TAB title TAB text TAB kept|lost
+// and presses on until the item is stored.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <iostream>
+#include <string>
+
+#include "editor/editortest.h"
+#include "editor/frmBasicInfo.h"
+#include "frame/services.h"
+#include "platform/memory/memorydriver.h"
+#include "support/memory_user.h"
+
+namespace orvenmod::test {
+namespace {
+
+constexpr int kMostAttempts = 1000;
+
+struct Task {
+    std::string clerk;
+    int firstCode = 0;
+    int count = 0;
+    std::string file;
+};
+
+class Clerk : public platform::memory::MemoryDriver {
+public:
+    explicit Clerk(Task task) : task_(std::move(task)) {}
+
+    void onModal(platform::memory::MemoryWindow& window) override {
+        MemoryUser user(window, book_, popUp_);
+        std::cout << "ready" << std::endl;
+        std::string go;
+        std::getline(std::cin, go);
+        try {
+            for (int item = 0; item < task_.count; ++item)
+                saveOne(user, item);
+        } catch (const ScriptStopped&) {
+        }
+    }
+    Answer onMessage(MessageKind kind, const std::string& text, const std::string& title) override {
+        box_ = {kind, text, title};
+        return Answer::ok;
+    }
+    std::string onFileDialog(bool, const std::string&) override { return task_.file; }
+    void onPopUp(platform::memory::MemoryMenu&) override {}
+    void onDocument(const std::string&) override {}
+
+private:
+    void saveOne(User& user, int item) {
+        user.chooseTab("SSTab1", 0);
+        user.typeCell("fps1", kValue, kShortCodeRow, std::to_string(task_.firstCode + item));
+        typeName(user, task_.clerk + std::to_string(item));
+        user.typeCell("fps1", kValue, kModelRow, task_.clerk);
+        user.pickCell("fps1", kValue, kSupplierRow, item % 2);
+        user.chooseTab("SSTab1", 1);
+        user.click("cmdAddFJ");
+        user.typeCell("fps2", 3, 1, task_.clerk + std::to_string(item));
+        const Texts typed = screen(user);
+        for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+            user.clickTool("Save");
+            if (box_.kind == MessageKind::information) return;
+            std::cout << "refused\t" << describeBox(box_.kind, "") << "\t" << box_.title << "\t" << box_.text << "\t"
+                      << (screen(user) == typed ? "kept" : "lost") << std::endl;
+        }
+        ADD_FAILURE() << "never stored: " << box_.text;
+    }
+
+    // All that was typed, chosen and added.
+    static Texts screen(User& user) {
+        Texts all = values(user);
+        for (int row = 1; row <= user.control<EntryGrid>("fps1").rowCount(); ++row)
+            all.push_back(chosenId(user, row));
+        const auto& attachments = user.control<EntryGrid>("fps2");
+        for (int row = 1; row <= attachments.rowCount(); ++row)
+            all.push_back(attachments.text(3, row) + attachments.text(5, row));
+        all.push_back(user.window().caption());
+        all.push_back(std::to_string(appState().gEditMode));
+        return all;
+    }
+
+    Task task_;
+    ScriptBook book_;
+    PopUpChoice popUp_;
+    ShownMessage box_;
+};
+
+int run(const std::string& connectionString, const Task& task) {
+    Clerk clerk(task);
+    platform::memory::MemoryToolkit toolkit(clerk);
+    MapSettings settings;
+    FixedClock clock;
+    platform::desktop::PlainIniFiles iniFiles;
+    platform::desktop::ProcessFolders folders;
+    store::sqlite::SqliteStore store;
+    Services services{store, toolkit, settings, iniFiles, folders, clock};
+    useServices(&services);
+    chooseGoods(connectionString);
+    appState().gCurParentId = 13;
+    frmBasicInfo::instance().show(nullptr);
+    useServices(nullptr);
+    return ::testing::UnitTest::GetInstance()->Failed() ? 1 : 0;
+}
+
+}  // namespace
+}  // namespace orvenmod::test
+
+int main(int count, char** arguments) {
+    if (count != 6) return 2;
+    ::testing::InitGoogleTest(&count, arguments);
+    return orvenmod::test::run(arguments[1],
+                               {arguments[2], std::stoi(arguments[3]), std::stoi(arguments[4]), arguments[5]});
+}

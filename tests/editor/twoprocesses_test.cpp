@@ -1,0 +1,105 @@
+// Two clerks at two machines save into one database at once. The id is read and then moved on without a lock, so both
+// can get the same one: the database refuses one of them, who presses again.
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+
+#include "editor/editortest.h"
+#include "support/childprogram.h"
+
+namespace orvenmod::test {
+namespace {
+
+constexpr int kEach = 100;
+constexpr int kLastId = 202;  // of the stage
+
+struct ClerkAtWork {
+    std::string name;
+    int firstCode;
+};
+
+const ClerkAtWork kClerks[] = {{"甲", 1000}, {"乙", 5000}};
+
+class EditorTwoProcesses : public EditorTest {
+protected:
+    EditorTwoProcesses() { std::ofstream(file_) << "plan"; }
+
+    Texts argumentsOf(const ClerkAtWork& clerk) {
+        // Whoever waits for the other one's save must not give up on a slow machine.
+        return {stage.connectionString() + ";Busy Timeout=120000", clerk.name, std::to_string(clerk.firstCode),
+                std::to_string(kEach), file_};
+    }
+
+    // Lets both save at the same time; what they tell of their refused saves.
+    Texts saveAtOnce() {
+        ChildProgram first(ORVEN_SAVE_CHILD, argumentsOf(kClerks[0]));
+        ChildProgram second(ORVEN_SAVE_CHILD, argumentsOf(kClerks[1]));
+        Texts refused;
+        for (ChildProgram* clerk : {&first, &second})
+            EXPECT_EQ(clerk->line(), "ready");
+        for (ChildProgram* clerk : {&first, &second})
+            clerk->tell("go");
+        for (ChildProgram* clerk : {&first, &second}) {
+            while (const auto line = clerk->line())
+                refused.push_back(*line);
+            EXPECT_EQ(clerk->end(), 0);
+        }
+        return refused;
+    }
+
+    std::string count(const std::string& rest) { return database().value("select count(*) from " + rest); }
+
+    const std::string file_ = database().folder().file("plan.pdf");
+    const std::string all_ = std::to_string(2 * kEach);
+};
+
+// Name, model and codes of every item that was typed, in the order of the names' bytes.
+Rows typed() {
+    Rows all;
+    for (const ClerkAtWork& clerk : kClerks) {
+        for (int item = 0; item < kEach; ++item) {
+            const std::string shortCode = std::to_string(clerk.firstCode + item);
+            all.push_back({clerk.name + std::to_string(item), clerk.name, "01.01." + shortCode, shortCode});
+        }
+    }
+    std::sort(all.begin(), all.end());
+    return all;
+}
+
+TEST_F(EditorTwoProcesses, saveAHundredItemsEachAndLoseDoubleOrHalveNone) {
+    const Texts refused = saveAtOnce();
+    RecordProperty("refused", static_cast<int>(refused.size()));
+    std::cout << "refused saves: " << refused.size() << "\n";
+    const std::string told = "refused\tcritical box: \t" + kTitle + "\t违反了 PRIMARY KEY 约束";
+    for (const std::string& line : refused) {
+        EXPECT_EQ(line.substr(0, told.size()), told) << line;
+        EXPECT_TRUE(line.ends_with("\tkept")) << line;
+    }
+
+    // Both tables hold every item that was typed, once, and the rows of one id are of one item.
+    Rows stored = database().rows(
+        "select a.fName,a.fModel,b.fNumber,b.fShortNumber from ICItem as a,tblItem as b where a.fItemId=b.fItemId and "
+        "a.fNumber=b.fNumber and a.fName=b.fName and b.fItemClassId=3 and b.fIsDetail=1 and a.fItemId>202");
+    std::sort(stored.begin(), stored.end());
+    EXPECT_EQ(stored, typed());
+    EXPECT_EQ(count("tblItem where fItemId>202"), all_);
+    EXPECT_EQ(count("ICItem where fItemId>202"), all_);
+    EXPECT_EQ(count("tblItemFJ"), all_);
+    EXPECT_EQ(count("tblItemFJ as a,tblItem as b where a.fItemId=b.fItemId and a.fName=b.fName and a.fEntryId=1 and "
+                    "datalength(a.fFJ)=4"),
+              all_);
+
+    // Each hangs in the tree below its category, and its path is that of the category with its own id.
+    EXPECT_EQ(count("tblItem as a,tblItem as b where a.fItemId>202 and b.fItemId=a.fParentId and b.fItemId=13 and "
+                    "b.fIsDetail=0 and a.fDepth=b.fDepth+1 and "
+                    "a.fNBNumber=b.fNBNumber+cast(a.fItemId as varchar(10))+'.'"),
+              all_);
+    EXPECT_EQ(count("vICItem where fItemId>202 and fParentId=13 and fParentIdNumber='01.01'"), all_);
+
+    // Every press of the button took one step of the counter, the refused ones too.
+    EXPECT_EQ(database().value("select fMaxNum from tblMaxNum where fTableName='tblItem'"),
+              std::to_string(kLastId + 2 * kEach + static_cast<int>(refused.size())));
+}
+
+}  // namespace
+}  // namespace orvenmod::test
