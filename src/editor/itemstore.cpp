@@ -35,7 +35,7 @@ bool isLocked(std::int32_t itemId) {
 }
 
 template <class Work>
-bool trapped(Work work) {
+bool trappedSave(Work work) {
     try {
         const bool stored = work();
         closeDB();
@@ -52,11 +52,11 @@ bool trapped(Work work) {
 }  // namespace
 
 bool ItemStore::insert() {
-    return trapped([this] { return insertItem(); });
+    return trappedSave([this] { return insertItem(); });
 }
 
 bool ItemStore::update() {
-    return trapped([this] { return updateItem(); });
+    return trappedSave([this] { return updateItem(); });
 }
 
 bool ItemStore::insertItem() {
