@@ -14,7 +14,7 @@ struct DialogMeasures {
     float width = 0, height = 0;
     float fieldLeft = 0;
     float margin = 300;
-    float firstLine = 300;           ///< top of the first field
+    float firstLine = 300;            ///< top of the first field
     std::string_view container = "";  ///< name of the tabs that the lines lie in
 };
 
