@@ -2,7 +2,6 @@
 
 #include <exception>
 
-#include "frame/appstate.h"
 #include "frame/mdlMain.h"
 
 namespace orvenmod {
@@ -14,7 +13,7 @@ bool saved(const std::function<void()>& work) {
         return true;
     } catch (const std::exception& failure) {
         showCritical(failure.what());
-        appState().gConn->rollbackTrans();
+        rollbackTrans();
         closeDB();
         return false;
     }

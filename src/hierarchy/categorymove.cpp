@@ -157,7 +157,7 @@ bool moveCategory(const CategoryChange& wanted) {
         return !refused;
     } catch (const std::exception& failure) {
         showCritical(failure.what());
-        if (appState().gConn) appState().gConn->rollbackTrans();
+        if (appState().gConn) rollbackTrans();
         closeDB();
         return false;
     }

@@ -80,7 +80,7 @@ bool deleteUnused(std::int32_t id, const GuardedDelete& what) {
         return !refused;
     } catch (const std::exception& failure) {
         what.showFailure(failure.what());
-        if (what.inTransaction && appState().gConn) appState().gConn->rollbackTrans();
+        if (what.inTransaction && appState().gConn) rollbackTrans();
         closeDB();
         return false;
     }

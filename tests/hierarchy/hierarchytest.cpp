@@ -152,7 +152,7 @@ std::string rollbackFailure(Stage& stage) {
     openDB();
     std::string text;
     try {
-        appState().gConn->rollbackTrans();
+        rollbackTrans();
     } catch (const store::Failure& failure) {
         text = failure.text();
     }
