@@ -1,6 +1,11 @@
 #include "dictionary/entrylist.h"
 
+#include <array>
+#include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "dictionary/deljczl.h"
 #include "dictionary/frmJCZL.h"
@@ -10,21 +15,35 @@
 
 namespace orvenmod {
 
-void EntryList::read(std::int32_t itemClassId) {
-    const store::Recordset rows = appState().gConn->open(
-        "select fitemid,fname,fnumber from tblSubType where fitemclassid=" + std::to_string(itemClassId) +
-        " order by fnumber ");
-    const int id = rows.column("fitemid");
-    const int code = rows.column("fnumber");
-    const int name = rows.column("fname");
-    vsf1_.setRowCount(1);
-    std::string cells;
-    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
-        cells = rows.cell(row, id).value_or("");
-        cells.append("\t").append(rows.cell(row, code).value_or(""));
-        cells.append("\t").append(rows.cell(row, name).value_or(""));
-        vsf1_.addRow(cells);
+namespace {
+
+// A dictionary's entries in the order of the list's columns; those behind the third stay empty.
+class EntryRows : public platform::RowSource {
+public:
+    EntryRows(store::Recordset rows, int columns)
+        : rows_(std::move(rows)),
+          columns_(columns),
+          shown_{rows_.column("fitemid"), rows_.column("fnumber"), rows_.column("fname")} {}
+
+    std::size_t rowCount() const override { return rows_.rowCount(); }
+    int columnCount() const override { return columns_; }
+    std::optional<std::string_view> cell(std::size_t row, int column) const override {
+        const auto place = static_cast<std::size_t>(column);
+        return place < shown_.size() ? rows_.cell(row, shown_[place]) : std::nullopt;
     }
+
+private:
+    store::Recordset rows_;
+    int columns_;
+    std::array<int, 3> shown_;
+};
+
+}  // namespace
+
+void EntryList::read(std::int32_t itemClassId) {
+    store::Recordset rows = appState().gConn->open("select fitemid,fname,fnumber from tblSubType where fitemclassid=" +
+                                                   std::to_string(itemClassId) + " order by fnumber ");
+    vsf1_.bind(std::make_shared<EntryRows>(std::move(rows), vsf1_.columnCount()));
 }
 
 bool EntryList::hasCurrentRow() const { return vsf1_.rowCount() > 1 && vsf1_.currentRow() >= 1; }
