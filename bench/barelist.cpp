@@ -1,30 +1,30 @@
 #include "barelist.h"
 
 #include <stdexcept>
+#include <utility>
 
+#include "store/sqlite/binding.h"
 #include "store/sqlite/database.h"
 #include "store/tsql/shape.h"
 
 namespace orvenmod::bench {
 
 struct BareList::Handle {
-    explicit Handle(const std::string& connectionString)
-        : database(store::sqlite::DatabaseFile::parse(connectionString)) {}
+    Handle(const std::string& connectionString, std::string text)
+        : sql(std::move(text)), database(store::sqlite::DatabaseFile::parse(connectionString)) {}
 
+    std::string sql;
+    store::tsql::Shape shape;  // views sql
     store::sqlite::Database database;
     store::sqlite::Statement statement;
 };
 
 BareList::BareList(const std::string& connectionString, const std::string& sql)
-    : handle_(std::make_unique<Handle>(connectionString)) {
-    store::tsql::Shape shape;
-    shape.scan(sql);
-    const auto& translation = handle_->database.prepare(sql, shape).translation;
-    // 1=1 is all that is bound here.
+    : handle_(std::make_unique<Handle>(connectionString, sql)) {
+    handle_->shape.scan(handle_->sql);
+    const auto& translation = handle_->database.prepare(handle_->sql, handle_->shape).translation;
     handle_->statement = handle_->database.prepareNative(translation.statements.at(0));
-    for (int i = 1; i <= sqlite3_bind_parameter_count(handle_->statement.get()); ++i) {
-        sqlite3_bind_int(handle_->statement.get(), i, 1);
-    }
+    store::sqlite::bindLiterals(handle_->statement.get(), translation, handle_->shape);
 }
 
 BareList::~BareList() = default;

@@ -25,6 +25,12 @@ void measureWindow(Report& report, const std::string& folder, int goods, double 
 void measureTree(Report& report, const std::string& folder);
 /// The commands of the class designer on 500 classes, against their statements alone.
 void measureDesigner(Report& report, const std::string& folder);
+/// Moves of subtrees of 1 thousand to 100 thousand rows among so many goods, against their statements in SQLite's loop.
+void measureMoves(Report& report, const std::string& folder, int goods);
+/// The guard over a catalogue of 200 fields on bills of 1 million rows, against its statements in SQLite's loop.
+void measureGuard(Report& report, const std::string& folder);
+/// The list of a dictionary of 100 thousand entries.
+void measureDictionary(Report& report, const std::string& folder);
 /// The list as a workbook, in rows a second, and the first page of a long preview.
 void measureOutput(Report& report, const std::string& folder);
 /// A statement whose shape is cached.

@@ -17,7 +17,7 @@
 #include "platform/memory/memorytoolkit.h"
 #include "platform/memory/memorywindow.h"
 #include "platform/tree.h"
-#include "store/schema.h"
+#include "stage.h"
 #include "store/sqlite/sqlitestore.h"
 #include "store/trace.h"
 
@@ -30,8 +30,6 @@ using platform::memory::MemoryWindow;
 constexpr int kClasses = 500;
 constexpr int kFields = 50;
 constexpr int kRuns = 5;
-
-std::string targetOf(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
 
 std::string fieldName(int field) {
     constexpr const char* kBase[] = {"fShortNumber", "fNumber", "fName"};
@@ -57,20 +55,12 @@ void addClass(store::Connection& connection, int id) {
 
 /// A database of 500 classes of 50 fields each.
 std::string classDatabase(const std::string& folder) {
-    const std::string file = folder + "/classes-" + std::to_string(kClasses) + ".db";
-    if (fs::exists(file)) return file;
-    const std::string growing = file + ".new";
-    fs::remove(growing);
-    const auto connection = componentStore().connect(targetOf(growing) + ";Mode=Create");
-    store::createSchema(*connection);
-    connection->beginTrans();
-    for (int id = 1001; id <= 1000 + kClasses; ++id)
-        addClass(*connection, id);
-    connection->commitTrans();
-    connection->close();
-    store::sqlite::SqliteStore::dropIdleHandles();
-    fs::rename(growing, file);
-    return file;
+    return databaseFile(folder + "/classes-" + std::to_string(kClasses) + ".db", [](store::Connection& connection) {
+        connection.beginTrans();
+        for (int id = 1001; id <= 1000 + kClasses; ++id)
+            addClass(connection, id);
+        connection.commitTrans();
+    });
 }
 
 using Steps = std::function<void(MemoryWindow&)>;

@@ -46,6 +46,12 @@ int run(const std::string& folder, const std::vector<int>& sizes) {
     compareSizes(report, all);
     report.heading("tree");
     measureTree(report, folder);
+    report.heading("moves among " + std::to_string(sizes.back()) + " goods");
+    measureMoves(report, folder, sizes.back());
+    report.heading("guard");
+    measureGuard(report, folder);
+    report.heading("dictionary");
+    measureDictionary(report, folder);
     report.heading("class designer");
     measureDesigner(report, folder);
     report.heading("export and preview");

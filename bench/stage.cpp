@@ -27,23 +27,44 @@ public:
 
 }  // namespace
 
+std::string targetOf(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
+
+std::string databaseFile(const std::string& file, const std::function<void(store::Connection&)>& fill) {
+    if (std::filesystem::exists(file)) return file;
+    // Under another name until it is whole.
+    const std::string growing = file + ".new";
+    std::filesystem::remove(growing);
+    const auto connection = componentStore().connect(targetOf(growing) + ";Mode=Create");
+    store::createSchema(*connection);
+    fill(*connection);
+    connection->close();
+    // The last handle that goes leaves one whole file.
+    store::sqlite::SqliteStore::dropIdleHandles();
+    std::filesystem::rename(growing, file);
+    return file;
+}
+
 std::string goodsDatabase(const std::string& folder, int goods) {
-    const std::string file = folder + "/goods-" + std::to_string(goods) + ".db";
-    const std::string target = "Provider=SQLite;Data Source=" + file;
-    if (!std::filesystem::exists(file)) {
-        // Under another name until it is whole, so that a run that was stopped leaves no half database.
-        const std::string growing = file + ".new";
-        std::filesystem::remove(growing);
-        const auto connection = componentStore().connect("Provider=SQLite;Mode=Create;Data Source=" + growing);
-        store::createSchema(*connection);
-        sample::fillSampleData(*connection, goods);
-        connection->execute("delete from tblUserVisible");
-        connection->close();
-        // The last handle that goes leaves one whole file.
-        store::sqlite::SqliteStore::dropIdleHandles();
-        std::filesystem::rename(growing, file);
-    }
-    return target;
+    return targetOf(
+        databaseFile(folder + "/goods-" + std::to_string(goods) + ".db", [goods](store::Connection& connection) {
+            sample::fillSampleData(connection, goods);
+            connection.execute("delete from tblUserVisible");
+        }));
+}
+
+QuietServices::QuietServices(store::Store& store)
+    : before_(services()), driver_(std::make_unique<Nobody>()), toolkit_(*driver_), services_{store,
+                                                                                              toolkit_,
+                                                                                              before_.settings,
+                                                                                              before_.iniFiles,
+                                                                                              before_.folders,
+                                                                                              before_.clock} {
+    useServices(&services_);
+}
+
+QuietServices::~QuietServices() {
+    useServices(&before_);
+    appState().gConn.reset();
 }
 
 ListStage::ListStage(const std::string& connectionString) : driver_(std::make_unique<Nobody>()), toolkit_(*driver_) {
