@@ -1,6 +1,5 @@
 #include "hierarchy/categorymove.h"
 
-#include <chrono>
 #include <exception>
 #include <string_view>
 
@@ -14,6 +13,7 @@ namespace orvenmod {
 namespace {
 
 constexpr int kInvalidCall = 5;
+constexpr int kRowsBetweenPaints = 100;
 
 // Where a category stands: as stored, or as it is to be.
 struct Place {
@@ -39,20 +39,6 @@ std::string movedCode(const std::string& code, const std::string& oldCode, const
     if (oldCode.empty()) return code;
     return newCode + code.substr(at + oldCode.size());
 }
-
-// Lets the windows paint ten times a second while the rows are written.
-class Breath {
-public:
-    void take() {
-        const auto now = std::chrono::steady_clock::now();
-        if (now - last_ < std::chrono::milliseconds(100)) return;
-        last_ = now;
-        services().toolkit.paintPending();
-    }
-
-private:
-    std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
-};
 
 class Move {
 public:
@@ -119,12 +105,12 @@ private:
 
     // The category's own row is among them; the statement that ends the move has the last word on it.
     void moveRows() const {
-        Breath breath;
+        int moved = 0;
         store::Recordset rows = openRows("select fNBNumber,fitemid,fnumber from tblItem where fitemclassid=" + class_ +
                                          "  and fNBNumber like '" + old_.path + "%'");
         for (; !rows.eof(); rows.moveNext()) {
             moveRow(rows);
-            breath.take();
+            if (++moved % kRowsBetweenPaints == 0) services().toolkit.paintPending();
         }
     }
 

@@ -13,12 +13,13 @@ using platform::ListGrid;
 
 struct Command {
     std::string name;
-    Steps prepare;            ///< before the operations are counted
-    Steps act;                ///< the command itself
-    Texts questions = {};     ///< asked before anything reaches the store
-    std::string success;      ///< told at the end
-    bool rollsBack = false;   ///< a failure before the transaction brings a second one
-    bool countsAnId = false;  ///< may lose an id
+    std::string database = {};  ///< a statement that sets the stage
+    Steps prepare;              ///< before the operations are counted
+    Steps act;                  ///< the command itself
+    Texts questions = {};       ///< asked before anything reaches the store
+    std::string success;        ///< told at the end
+    bool rollsBack = false;     ///< a failure before the transaction brings a second one
+    bool countsAnId = false;    ///< may lose an id
 };
 
 /// The database as a whole, as far as these commands can touch it.
@@ -36,7 +37,7 @@ Rows snapshot(Database& database, bool withCounter) {
     return all;
 }
 
-void prepare(Database& database) {
+void prepare(Database& database, const std::string& statement) {
     database.execute("delete from tblBillInfo");
     database.execute("delete from tblbillinfoentry");
     for (const int type : {1, 31, 41, 51, 61, 71}) {
@@ -44,13 +45,14 @@ void prepare(Database& database) {
                          ",'fCustId',1)");
     }
     database.addCategory(3, 15, "00", "空");
+    if (!statement.empty()) database.execute(statement);
 }
 
 /// Runs the command with the n-th operation failing (0 for none); the count of operations.
 int run(const Command& command, int failAt, std::vector<ShownMessage>& shown, Rows& before, Rows& after,
         Texts& operations) {
     HierarchyStage stage;
-    prepare(stage.database());
+    prepare(stage.database(), command.database);
     const std::string second = rollbackFailure(stage);
     int count = 0;
     const auto watched = [&](User& user) {
@@ -156,12 +158,108 @@ INSTANTIATE_TEST_SUITE_P(Commands, HierarchyFaults,
                                                  .act = [](User& user) { user.click("MenuLockDetail"); },
                                                  .questions = {"确定要禁用吗？"},
                                                  .success = "禁用成功！"},
+                                         Command{.name = "unlock",
+                                                 .database = "update tblItem set fIsLock=1 where fItemId=101",
+                                                 .prepare = kSelectRow,
+                                                 .act = [](User& user) { user.click("MenuUnLockDetail"); },
+                                                 .questions = {"确定要反禁用吗？"},
+                                                 .success = "反禁用成功！"},
                                          Command{.name = "deleteCategory",
                                                  .prepare = [](User& user) { user.clickNode("tv1", "D15"); },
                                                  .act = [](User& user) { user.click("MenuParentEditDelete"); },
                                                  .questions = {"确定要删除吗？"},
                                                  .success = "删除成功!"}),
                          [](const testing::TestParamInfo<Command>& each) { return each.param.name; });
+
+struct Opening {
+    std::string name;
+    std::string button;
+    int operations;
+};
+
+class DialogFaults : public testing::TestWithParam<Opening> {};
+
+TEST_P(DialogFaults, aDialogThatCannotReadItsCategoriesOpensAllTheSame) {
+    for (int n = 1; n <= GetParam().operations; ++n) {
+        SCOPED_TRACE("operation " + std::to_string(n) + " fails");
+        HierarchyStage stage;
+        stage.open([&](User& list) {
+            list.clickNode("tv1", "D13");
+            stage.faults() = {.failAt = n};
+            stage.script().onWindow("frmParent", [&](User& user) {
+                EXPECT_FALSE(appState().gConn);
+                EXPECT_EQ(stage.faults().count, n);
+                EXPECT_EQ(user.control<platform::Combo>("cmb", 0).rowCount(), n < 3 ? 0 : 4);
+                EXPECT_EQ(user.control<platform::Edit>("txt", 0).text(), "");
+                user.click("cmdClose");
+            });
+            list.answer(MessageKind::critical, kFault);
+            list.click(GetParam().button);
+            EXPECT_EQ(stage.faults().count, n) << "closing it reads nothing";
+            stage.faults() = {};
+            stage.script().onWindow(
+                "frmParent", [&](User& user) { EXPECT_EQ(user.control<platform::Combo>("cmb", 0).rowCount(), 4); });
+            list.click(GetParam().button);
+        });
+        stage.finish();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Modes, DialogFaults,
+                         testing::Values(Opening{"new", "MenuParentEditNew", 2},
+                                         Opening{"change", "MenuParentEditUpdate", 3}),
+                         [](const testing::TestParamInfo<Opening>& each) { return each.param.name; });
+
+class RightFaults : public testing::TestWithParam<std::string> {};
+
+TEST_P(RightFaults, aRightThatCannotBeReadIsNoRight) {
+    for (int n = 1; n <= 2; ++n) {
+        SCOPED_TRACE("operation " + std::to_string(n) + " fails");
+        HierarchyStage stage;
+        appState().gIsAdmin = 0;
+        for (const char* right : {"Y301", "Y302", "Y303", "Y306"})
+            stage.database().grant(7, right);
+        stage.open([&](User& list) {
+            list.clickNode("tv1", "D13");
+            list.selectRow("vsf1", 1);
+            const Rows before = snapshot(stage.database(), true);
+            stage.faults() = {.failAt = n};
+            list.answer(MessageKind::critical, kFault);
+            list.click(GetParam());
+            EXPECT_EQ(stage.faults().count, n);
+            EXPECT_EQ(snapshot(stage.database(), true), before);
+            // Where the query failed the connection stays, for the next command.
+            EXPECT_EQ(appState().gConn != nullptr, n == 2);
+            closeDB();
+        });
+        stage.finish();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, RightFaults,
+                         testing::Values("MenuEditDelete", "MenuParentEditNew", "MenuParentEditUpdate",
+                                         "MenuParentEditDelete"),
+                         [](const testing::TestParamInfo<std::string>& each) { return each.param; });
+
+TEST(TreeFaults, aTreeThatCannotBeReadAgainIsToldOnceTheDialogHasClosed) {
+    for (int n = 1; n <= 2; ++n) {
+        SCOPED_TRACE("operation " + std::to_string(n) + " fails");
+        HierarchyStage stage;
+        stage.openNew([&](User& user) {
+            enter(user, "新类", "07", 0);
+            user.answer(MessageKind::information, kSaved);
+            user.click("cmdOperate");
+            stage.faults() = {.failAt = n};
+            user.answer(MessageKind::critical, kFault);
+            user.click("cmdClose");
+        });
+        stage.faults() = {};
+        closeDB();
+        EXPECT_EQ(stage.asked, std::vector<int>({3, 1}));
+        EXPECT_EQ(stage.database().value("select count(*) from tblItem where fnumber='07'"), "1");
+        stage.finish();
+    }
+}
 
 }  // namespace
 }  // namespace orvenmod::test

@@ -1,6 +1,7 @@
 #include "hierarchy/roads.h"
 
 #include "frame/appstate.h"
+#include "frame/services.h"
 #include "hierarchy/frmParent_design.h"
 #include "support/keyboardwalk.h"
 
@@ -23,6 +24,32 @@ using platform::Combo;
 using platform::Edit;
 using platform::ListGrid;
 using platform::Tree;
+
+/// Notes the pointer of a window each time that the windows may paint.
+class WatchedToolkit : public platform::Toolkit {
+public:
+    explicit WatchedToolkit(platform::Toolkit& target) : target_(target) {}
+
+    std::unique_ptr<platform::Window> createWindow(const platform::WindowDesign& design) override {
+        return target_.createWindow(design);
+    }
+    std::unique_ptr<platform::Report> createReport() override { return target_.createReport(); }
+    Answer message(MessageKind kind, const std::string& text, const std::string& title) override {
+        return target_.message(kind, text, title);
+    }
+    void sendTab() override { target_.sendTab(); }
+    void openDocument(const std::string& path) override { target_.openDocument(path); }
+    void paintPending() override {
+        target_.paintPending();
+        if (watched != nullptr) pointers.push_back(watched->pointer());
+    }
+
+    platform::Window* watched = nullptr;
+    std::vector<platform::Pointer> pointers;
+
+private:
+    platform::Toolkit& target_;
+};
 
 TEST_P(HierarchyRoads, theDialogIsWorkedByKeyboard) { walkByKeyboard(stage.script(), parentDesign()); }
 
@@ -64,6 +91,39 @@ TEST_P(HierarchyRoads, aClerkMovesACategory) {
         user.click("cmdOperate");
     });
     EXPECT_EQ(stage.goods()[0], (std::vector<std::string>{"101", "02.01.001"}));
+}
+
+TEST_P(HierarchyRoads, aLongMoveShowsTheHourglassAndLetsTheWindowsPaint) {
+    stage.database().execute("begin transaction");
+    for (int id = 1001; id <= 1250; ++id)
+        stage.database().addItem(3, id, "01.01." + std::to_string(id), "件", 13);
+    stage.database().execute("commit");
+    Services& before = services();
+    WatchedToolkit toolkit(before.toolkit);
+    Services watching{before.store, toolkit, before.settings, before.iniFiles, before.folders, before.clock};
+    useServices(&watching);
+    stage.openUpdate(13, [&](User& user) {
+        toolkit.watched = &user.window();
+        user.pick("cmb", 3, 0);
+        user.answer(MessageKind::information, kSaved);
+        user.click("cmdOperate");
+        EXPECT_EQ(user.window().pointer(), platform::Pointer::arrow);
+        toolkit.watched = nullptr;
+    });
+    useServices(&before);
+    // 253 rows were moved.
+    EXPECT_EQ(toolkit.pointers, std::vector<platform::Pointer>(2, platform::Pointer::hourglass));
+    EXPECT_EQ(stage.goods().back(), (std::vector<std::string>{"1250", "02.01.1250"}));
+}
+
+TEST_P(HierarchyRoads, aMoveThatFailsTakesTheHourglassAway) {
+    stage.database().execute("update tblItem set fNumber='frei' where fItemId=102");
+    stage.openUpdate(13, [](User& user) {
+        user.pick("cmb", 3, 0);
+        user.answer(MessageKind::critical, "无效的过程调用或参数");
+        user.click("cmdOperate");
+        EXPECT_EQ(user.window().pointer(), platform::Pointer::arrow);
+    });
 }
 
 TEST_P(HierarchyRoads, aFailureAndItsRollbacksAreBothShown) {
