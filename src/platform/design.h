@@ -27,6 +27,23 @@ enum class ControlKind {
     dataControl  ///< unseen row source
 };
 
+/// Whether the keyboard can reach a control of that kind.
+constexpr bool takesFocus(ControlKind kind) {
+    switch (kind) {
+        case ControlKind::button:
+        case ControlKind::edit:
+        case ControlKind::combo:
+        case ControlKind::datePicker:
+        case ControlKind::tree:
+        case ControlKind::listGrid:
+        case ControlKind::entryGrid:
+        case ControlKind::tabs:
+            return true;
+        default:
+            return false;
+    }
+}
+
 /// Cell alignment in a list grid, in the units of the list metadata.
 enum class Alignment { general = 0, left = 1, centre = 4, right = 7 };
 

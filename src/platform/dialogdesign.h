@@ -1,5 +1,5 @@
 // The design of a small dialog: lines of a caption and its field below one another, a row of buttons in the lower right
-// corner. All of them look alike, so each says only what it asks for.
+// corner. Such dialogs look alike, so a window says only what is in it.
 #pragma once
 
 #include <string_view>
@@ -15,7 +15,7 @@ struct DialogMeasures {
     float fieldLeft = 0;
     float margin = 300;
     float firstLine = 300;            ///< top of the first field
-    std::string_view container = "";  ///< name of the tabs that the lines lie in
+    std::string_view container = "";  ///< the tabs control that the lines lie in
 };
 
 class DialogDesign {
@@ -23,17 +23,17 @@ public:
     DialogDesign(std::string_view name, std::string_view caption, const DialogMeasures& measures);
 
     void add(const ControlDesign& control) { design_.controls.push_back(control); }
-    /// A caption and its field, told by name, kind and place in a control array; the places are filled in.
+    /// A caption and its field; their places are told here.
     void line(ControlDesign label, ControlDesign field);
-    /// Buttons from left to right, the last at the margin.
+    /// From left to right, the last at the margin; their places are told here.
     void buttons(std::vector<ControlDesign> buttons);
 
-    WindowDesign design() const { return design_; }
+    const WindowDesign& design() const { return design_; }
 
 private:
     DialogMeasures measures_;
+    float nextLine_;
     WindowDesign design_;
-    float top_;
 };
 
 }  // namespace orvenmod::platform

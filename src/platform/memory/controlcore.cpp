@@ -31,21 +31,7 @@ bool ControlCore::usable() const {
     return shown();
 }
 
-bool ControlCore::tabStop() const {
-    switch (design_.kind) {
-        case ControlKind::button:
-        case ControlKind::edit:
-        case ControlKind::combo:
-        case ControlKind::datePicker:
-        case ControlKind::tree:
-        case ControlKind::listGrid:
-        case ControlKind::entryGrid:
-        case ControlKind::tabs:
-            return usable();
-        default:
-            return false;
-    }
-}
+bool ControlCore::tabStop() const { return takesFocus(design_.kind) && usable(); }
 
 void ControlCore::focus() {
     if (!tabStop()) throw std::runtime_error("无效的过程调用或参数");

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "platform/qt/alignment.h"
 #include "platform/qt/text.h"
 
 namespace orvenmod::platform::qt {
@@ -11,16 +12,7 @@ namespace {
 Qt::Alignment alignmentOf(const model::EntryGridModel& cells, CellPlace cell) {
     const CellType type = cells.cellType(cell.column, cell.row);
     if (type == CellType::number || type == CellType::currency) return Qt::AlignRight | Qt::AlignVCenter;
-    switch (cells.columnAlignment(cell.column)) {
-        case Alignment::centre:
-            return Qt::AlignCenter;
-        case Alignment::right:
-            return Qt::AlignRight | Qt::AlignVCenter;
-        case Alignment::general:
-        case Alignment::left:
-            break;
-    }
-    return Qt::AlignLeft | Qt::AlignVCenter;
+    return toQt(cells.columnAlignment(cell.column));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 
+#include "platform/qt/alignment.h"
 #include "platform/qt/text.h"
 
 namespace orvenmod::platform::qt {
@@ -13,18 +14,8 @@ namespace {
 constexpr int kMiddle = 128;
 constexpr int kLegibleLightness = 175;
 
-Qt::Alignment alignmentOf(int units) {
-    switch (static_cast<Alignment>(units)) {
-        case Alignment::centre:
-            return Qt::AlignCenter;
-        case Alignment::right:
-            return Qt::AlignRight | Qt::AlignVCenter;
-        case Alignment::general:
-        case Alignment::left:
-            break;
-    }
-    return Qt::AlignLeft | Qt::AlignVCenter;
-}
+// The metadata may hold any number; one that means nothing is read as left.
+Qt::Alignment alignmentOf(int units) { return toQt(static_cast<Alignment>(units)); }
 
 // The colours are chosen for a light ground; on a dark one they keep their hue.
 QColor legible(const Colour& colour) {

@@ -18,26 +18,6 @@
 
 namespace orvenmod::platform::qt {
 
-namespace {
-
-bool takesFocus(ControlKind kind) {
-    switch (kind) {
-        case ControlKind::button:
-        case ControlKind::edit:
-        case ControlKind::combo:
-        case ControlKind::datePicker:
-        case ControlKind::tree:
-        case ControlKind::listGrid:
-        case ControlKind::entryGrid:
-        case ControlKind::tabs:
-            return true;
-        default:
-            return false;
-    }
-}
-
-}  // namespace
-
 BuiltWindow WindowBuilder::build(Core& core, const WindowDesign& design, WindowWidget& widget) {
     WindowBuilder builder(core, design, widget);
     builder.checkNames();
