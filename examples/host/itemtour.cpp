@@ -43,6 +43,8 @@ void keepCategories(Guide& guide) {
         visitor.clickNode("tv1", "五金工具");
         guide.within("frmParent", [](Visitor& dialog) {
             dialog.pick("cmb(0)", "   手动工具(02.01)");
+            dialog.type("txt(1)", "90");
+            dialog.picture("change-category", "修改分类：换上级、改代码");
             dialog.expectBox(QMessageBox::Ok, "refused-move", "不能移到自己的下级");
             dialog.click("cmdOperate");
         });
@@ -65,6 +67,15 @@ void printItems(Guide& guide, const std::string& folder) {
 void keepDictionaries(Guide& guide) {
     const auto open = [&guide] { guide.suite().keepDictionaries(); };
     guide.play(Guide::kAdministrator, open, "frmJCBasicInfo", [&guide](Visitor& visitor) {
+        visitor.clickNode("tv1", "计量单位(201)");
+        guide.within("frmJCZL", [](Visitor& dialog) {
+            dialog.type("txt(0)", "91");
+            dialog.type("txt(1)", "托盘");
+            dialog.picture("new-entry", "新增明细资料");
+            dialog.expectBox(QMessageBox::Ok, "entry-saved", "明细已保存");
+            dialog.click("cmdOK");
+        });
+        visitor.chooseMenu("MenuJCZLNew");
         guide.within("frmJCZLType", [](Visitor& dialog) {
             dialog.type("txt1", "90");
             dialog.type("txt", "包装方式");
@@ -73,23 +84,14 @@ void keepDictionaries(Guide& guide) {
             dialog.click("cmdOK");
         });
         visitor.chooseMenu("MenuJCZLNew1");
-        visitor.clickNode("tv1", "包装方式");
-        guide.within("frmJCZL", [](Visitor& dialog) {
-            dialog.type("txt(0)", "01");
-            dialog.type("txt(1)", "纸箱");
-            dialog.picture("new-entry", "新增明细资料");
-            dialog.expectBox(QMessageBox::Ok, "entry-saved", "明细已保存");
-            dialog.click("cmdOK");
-        });
-        visitor.chooseMenu("MenuJCZLNew");
-        visitor.clickNode("tv1", "包装方式");
+        visitor.clickNode("tv1", "计量单位(201)");
         visitor.picture("dictionaries", "基础资料：类别和明细");
     });
     guide.play(
-        Guide::kAdministrator, [&guide] { guide.suite().pickDictionary(90); }, "frmJCZLList",
+        Guide::kAdministrator, [&guide] { guide.suite().pickDictionary(201); }, "frmJCZLList",
         [](Visitor& visitor) {
             visitor.picture("dictionary-picker", "选取一条基础资料");
-            visitor.doubleClickRow("vsf1", 1);
+            visitor.doubleClickRow("vsf1", 3);
         });
     guide.pictureSuite("dictionary-picked", "选取后：主程序读到的属性");
 }

@@ -79,6 +79,7 @@ void Visitor::click(const QString& button) { QTest::mouseClick(&find<QWidget>(bu
 
 void Visitor::type(const QString& edit, const QString& text) {
     auto& line = find<QLineEdit>(edit);
+    if (!line.isEnabled()) throw std::runtime_error("nobody can type into " + edit.toStdString());
     line.setFocus();
     line.selectAll();
     QTest::keyClick(&line, Qt::Key_Delete);
