@@ -152,6 +152,16 @@ TEST_F(DictionaryDialog, aQuoteInTheNameIsTheStoresFailure) {
     EXPECT_EQ(dictionaries().size(), 2U);
 }
 
+TEST_F(DictionaryDialog, aNameOfMoreThanAHundredCharactersIsRefusedByItsColumn) {
+    openNew([](User& user) {
+        fill(user, "503", std::string(101, '7'));
+        user.answer(MessageKind::warning, "将在表“tblItemClass”的列“fItemName”中截断字符串或二进制数据。截断值:“" +
+                                              std::string(100, '7') + "”。");
+        user.click("cmdOK");
+    });
+    EXPECT_EQ(dictionaries().size(), 2U);
+}
+
 TEST_F(DictionaryDialog, anIdBeyond16BitsIsStoredAndItsNodeCannotBeChosen) {
     stage.openManager([this](User& manager) {
         script().onWindow("frmJCZLType", [](User& user) {

@@ -86,10 +86,14 @@ TEST_F(EntryDelete, aPartnersBalanceUnderTheSameIdRefusesIt) {
     expectRefused(2, "该项目在收付款单中已经使用,不能删除!");
 }
 
-TEST_F(EntryDelete, aCatalogueWithoutAFieldOfStockBillsFailsInAWarning) {
-    database().execute("delete from tblBillInfo where fTypeId=1");
+class UnguardedFamily : public EntryDelete, public testing::WithParamInterface<int> {};
+
+TEST_P(UnguardedFamily, aCatalogueWithoutAFieldOfItFailsInAWarning) {
+    database().execute("delete from tblBillInfo where fTypeId=" + std::to_string(GetParam()));
     expectRefused(2, "'' 附近有语法错误。");
 }
+
+INSTANTIATE_TEST_SUITE_P(Bills, UnguardedFamily, testing::Values(1, 31, 41, 61, 71));
 
 TEST_F(EntryDelete, aFieldThatTheBillHasNotFailsInAWarning) {
     database().execute("insert into tblBillInfo(fTypeId,fFieldName,fFieldType) values(71,'fGoneId',2)");

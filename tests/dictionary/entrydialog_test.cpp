@@ -209,6 +209,28 @@ TEST_F(EntryDialog, aQuoteIsTheStoresFailureInACriticalBox) {
     EXPECT_EQ(stage.entries().size(), 4U);
 }
 
+TEST_F(EntryDialog, aCodeAndANameOfMoreThanAHundredCharactersAreRefusedByTheirColumns) {
+    const auto refused = [](const std::string& column) {
+        return "将在表“tblSubType”的列“" + column + "”中截断字符串或二进制数据。截断值:“" + std::string(100, '7') +
+               "”。";
+    };
+    openUpdate(1, [&](User& user) {
+        fill(user, std::string(101, '7'), "件");
+        user.answer(MessageKind::critical, refused("fNumber"));
+        user.click("cmdOK");
+        fill(user, "04", std::string(101, '7'));
+        user.answer(MessageKind::critical, refused("fName"));
+        user.click("cmdOK");
+    });
+    openNew([&](User& user) {
+        fill(user, "04", std::string(101, '7'));
+        user.answer(MessageKind::critical, refused("fName"));
+        user.click("cmdOK");
+    });
+    EXPECT_EQ(stage.entries().size(), 4U);
+    EXPECT_EQ(stage.entries()[0], (std::vector<std::string>{"1", "01", "个", "501"}));
+}
+
 TEST_F(EntryDialog, fromTheManagerTheUnseenPickerIsRefreshedAndTheVisibleListIsNot) {
     stage.openManager([this](User& manager) {
         manager.clickNode("tv1", "D501");

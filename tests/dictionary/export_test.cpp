@@ -1,4 +1,7 @@
 // The export of the manager's list, read back by a reader that isn't ours.
+#include <sys/resource.h>
+
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 
@@ -32,6 +35,8 @@ TEST_F(DictionaryExport, writesEveryCellAsTextWithIdAndHeading) {
     exportTo(file("单位.xls"));
     EXPECT_EQ(readSpreadsheet(file("单位.xls")),
               (Rows{{"", "代码", "名称"}, {"2", "007", "=1+1"}, {"1", "01", "个"}, {"3", "03", "吨"}}));
+    EXPECT_EQ(readSpreadsheetFormats(file("单位.xls")),
+              (Rows{{"", "@", "@"}, {"@", "@", "@"}, {"@", "@", "@"}, {"@", "@", "@"}}));
 }
 
 TEST_F(DictionaryExport, ofAnEmptyListWritesTheHeading) {
@@ -74,6 +79,44 @@ TEST_F(DictionaryExport, aFullDiskLeavesNoFileAndTheOldOne) {
     exportTo("/dev/full/unit.xls");
     EXPECT_EQ(Stage::contents(file("old.xls")), "old");
     EXPECT_FALSE(fs::exists("/dev/full/unit.xls"));
+}
+
+/// While it lives no file grows beyond a kilobyte, as on a disk that is full.
+class FullDisk {
+public:
+    FullDisk() : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit small{1024, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit before_{};
+    void (*handler_)(int);
+};
+
+TEST_F(DictionaryExport, aDiskThatFillsUpLeavesNoFileOrTheOldOne) {
+    std::ofstream(file("old.xls")) << "old";
+    stage.openManager([this](User& user) {
+        user.clickNode("tv1", "D501");
+        const FullDisk full;
+        for (const char* name : {"old.xls", "new.xls"}) {
+            user.chooseFile(file(name));
+            user.answer(MessageKind::information, kExported);
+            user.clickTool("Excel");
+        }
+    });
+    EXPECT_EQ(Stage::contents(file("old.xls")), "old");
+    for (const auto& entry : fs::directory_iterator(database().folder().path())) {
+        const std::string name = entry.path().filename().string();
+        EXPECT_TRUE(name == "old.xls" || name.starts_with("suite.db")) << name;
+    }
 }
 
 }  // namespace

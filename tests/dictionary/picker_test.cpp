@@ -35,6 +35,8 @@ TEST_F(DictionaryPicker, captionsAndColumnsAreThoseOfTheDesign) {
         EXPECT_EQ(vsf1.columnCount(), 10);
         EXPECT_EQ((Texts{vsf1.text(0, 0), vsf1.text(0, 1), vsf1.text(0, 2), vsf1.text(0, 9)}),
                   (Texts{"内部ID", "代码", "名称", ""}));
+        EXPECT_EQ((Texts{vsf1.text(1, 0), vsf1.text(1, 1), vsf1.text(1, 2), vsf1.text(1, 3), vsf1.text(1, 9)}),
+                  (Texts{"1", "01", "个", "", ""}));
         EXPECT_TRUE(vsf1.columnHidden(0));
         EXPECT_EQ(vsf1.columnWidth(0), 900);
         EXPECT_EQ(vsf1.columnWidth(1), 2415);

@@ -92,6 +92,26 @@ TEST_P(DictionaryRoads, anEntryIsPicked) {
     EXPECT_EQ(appState().gRetName, "吨");
 }
 
+TEST_P(DictionaryRoads, thePickersListIsWorkedByArrowKeysAndEnterPicksNothing) {
+    stage.openList(501, 1, [this](User& list) {
+        const auto& vsf1 = list.control<platform::ListGrid>("vsf1");
+        EXPECT_TRUE(vsf1.hasFocus());
+        for (const int row : {1, 2, 3}) {
+            list.press("Down");
+            EXPECT_EQ(vsf1.currentRow(), row);
+        }
+        list.press("Up");
+        EXPECT_TRUE(vsf1.isSelected(2));
+        EXPECT_FALSE(vsf1.isSelected(3));
+        list.press("Enter");
+        EXPECT_TRUE(list.window().shown());
+        stage.script().onWindow("frmJCZL",
+                                [](User& user) { EXPECT_EQ(user.control<platform::Edit>("txt", 1).text(), "箱"); });
+        list.click("cmd", 2);
+    });
+    EXPECT_EQ(appState().gRetItemId, "");
+}
+
 TEST_P(DictionaryRoads, theListIsExported) {
     const std::string file = stage.database().folder().file("单位.xls");
     stage.openManager([&](User& manager) {

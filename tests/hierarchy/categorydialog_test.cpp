@@ -360,6 +360,7 @@ TEST_F(CategoryDialog, afterAChangeTheNextSaveIsAnInsert) {
         user.type("txt", "家电", 0);
         save(user);
         EXPECT_EQ(appState().gEditMode, 0);
+        EXPECT_EQ(appState().gCurItemId, 14);
         EXPECT_EQ(user.control<Button>("cmdOperate").caption(), "新增(&A)");
         fill(user, "灯具", "05");
         save(user);

@@ -236,6 +236,49 @@ TEST_F(CategoryMove, aCodeThatMakesAChildsTooLongIsRolledBack) {
     EXPECT_EQ(stage.items(), before);
 }
 
+TEST_F(CategoryMove, aCodeOfMoreThanAHundredCharactersIsRolledBack) {
+    database().addCategory(3, 15, "05", "空");
+    const Rows before = stage.items();
+    script().answer(MessageKind::critical,
+                    "将在表“tblItem”的列“fNumber”中截断字符串或二进制数据。截断值:“" + std::string(100, '9') + "”。",
+                    Answer::ok);
+    EXPECT_FALSE(change(15, {"空", "9", std::string(101, '9'), "0"}));
+    EXPECT_EQ(stage.items(), before);
+    EXPECT_EQ(stage.operations()[stage.operations().size() - 2], "rollback");
+}
+
+TEST_F(CategoryMove, blanksAroundACodeGoAndInnerOnesStay) {
+    stage.openUpdate(13, [](User& user) {
+        user.type("txt", " 0 9 ", 1);
+        EXPECT_EQ(user.control<platform::Edit>("txt", 2).text(), "01. 0 9 ");
+        user.answer(MessageKind::information, kSaved);
+        user.click("cmdOperate");
+    });
+    EXPECT_EQ(database().rows("select fnumber,fshortnumber from tblItem where fitemid in (13,101) order by fitemid"),
+              (Rows{{"01. 0 9", "0 9"}, {"01. 0 9.001", "001"}}));
+}
+
+TEST_F(CategoryMove, inADialogWithoutCategoriesItFailsAndSoDoesItsRollback) {
+    const Rows before = stage.items();
+    const std::string second = rollbackFailure(stage);
+    stage.open([&](User& list) {
+        list.clickNode("tv1", "D13");
+        stage.faults() = {.failAt = 1};
+        script().onWindow("frmParent", [&](User& user) {
+            stage.faults() = {};
+            user.type("txt", "螺丝", 0);
+            user.type("txt", "09", 1);
+            user.answer(MessageKind::critical, "类型不匹配");
+            user.answer(MessageKind::critical, second);
+            user.click("cmdOperate");
+            closeDB();
+        });
+        list.answer(MessageKind::critical, kFault);
+        list.click("MenuParentEditUpdate");
+    });
+    EXPECT_EQ(stage.items(), before);
+}
+
 TEST_F(CategoryMove, aClassWithoutATableFailsAndIsRolledBack) {
     appState().gItemTable = "tblGone";
     const Rows before = stage.items();

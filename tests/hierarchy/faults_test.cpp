@@ -37,22 +37,13 @@ Rows snapshot(Database& database, bool withCounter) {
     return all;
 }
 
-void prepare(Database& database, const std::string& statement) {
-    database.execute("delete from tblBillInfo");
-    database.execute("delete from tblbillinfoentry");
-    for (const int type : {1, 31, 41, 51, 61, 71}) {
-        database.execute("insert into tblBillInfo(fTypeId,fFieldName,fFieldType) values(" + std::to_string(type) +
-                         ",'fCustId',1)");
-    }
-    database.addCategory(3, 15, "00", "空");
-    if (!statement.empty()) database.execute(statement);
-}
-
 /// Runs the command with the n-th operation failing (0 for none); the count of operations.
 int run(const Command& command, int failAt, std::vector<ShownMessage>& shown, Rows& before, Rows& after,
         Texts& operations) {
     HierarchyStage stage;
-    prepare(stage.database(), command.database);
+    stage.catalogueOneFieldAFamily();
+    stage.database().addCategory(3, 15, "00", "空");
+    if (!command.database.empty()) stage.database().execute(command.database);
     const std::string second = rollbackFailure(stage);
     int count = 0;
     const auto watched = [&](User& user) {

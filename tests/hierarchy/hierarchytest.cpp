@@ -139,6 +139,15 @@ void HierarchyStage::openUpdate(int category, const Steps& steps) {
     openDialog("MenuParentEditUpdate", "D" + std::to_string(category), steps);
 }
 
+void HierarchyStage::catalogueOneFieldAFamily() {
+    database().execute("delete from tblBillInfo");
+    database().execute("delete from tblbillinfoentry");
+    for (const char* type : {"1", "31", "41", "51", "61", "71"}) {
+        database().execute(std::string("insert into tblBillInfo(fTypeId,fFieldName,fFieldType) values(") + type +
+                           ",'fCustId',1)");
+    }
+}
+
 Rows HierarchyStage::items() {
     return database().rows(
         "select fitemid,fnumber,fnbnumber,fdepth,fparentid,fshortnumber,fname from tblItem where fitemclassid=3 order "

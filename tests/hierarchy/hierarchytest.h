@@ -61,6 +61,9 @@ public:
 
     std::vector<int> asked;  ///< of the last list
 
+    /// Leaves the catalogue of bill fields with fCustId of the heads, once for each family.
+    void catalogueOneFieldAFamily();
+
     /// id, code, path, depth, parent, short code and name of the class's rows, by id.
     Rows items();
     /// id and code of the class's table.

@@ -7,15 +7,7 @@
 
 namespace orvenmod::test {
 
-void HierarchyRoads::SetUp() {
-    Database& database = stage.database();
-    database.execute("delete from tblBillInfo");
-    database.execute("delete from tblbillinfoentry");
-    for (const char* type : {"1", "31", "41", "51", "61", "71"}) {
-        database.execute(std::string("insert into tblBillInfo(fTypeId,fFieldName,fFieldType) values(") + type +
-                         ",'fCustId',1)");
-    }
-}
+void HierarchyRoads::SetUp() { stage.catalogueOneFieldAFamily(); }
 
 namespace {
 

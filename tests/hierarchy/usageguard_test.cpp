@@ -10,12 +10,9 @@ namespace {
 class UsageGuard : public HierarchyTest {
 protected:
     UsageGuard() {
-        database().execute("delete from tblBillInfo");
-        database().execute("delete from tblbillinfoentry");
-        for (const int type : {1, 31, 41, 51, 61, 71}) {
-            addField("tblBillInfo", type, "fCustId");
-            if (type != 51) addField("tblbillinfoentry", type, "fItemId");
-        }
+        stage.catalogueOneFieldAFamily();
+        for (const int type : {1, 31, 41, 61, 71})
+            addField("tblbillinfoentry", type, "fItemId");
     }
 
     void addField(const std::string& catalogue, int type, const std::string& field, int kind = 1) {
@@ -221,10 +218,28 @@ protected:
     }
 };
 
-TEST_F(UsageGuardFailure, aCatalogueWithoutAFieldOfAFamilyFails) {
-    database().execute("delete from tblBillInfo where fTypeId=31");
-    database().execute("delete from tblbillinfoentry where fTypeId=31");
+class UnguardedFamily : public UsageGuardFailure, public testing::WithParamInterface<int> {};
+
+TEST_P(UnguardedFamily, aCatalogueWithoutAFieldOfItFails) {
+    const std::string type = std::to_string(GetParam());
+    database().execute("delete from tblBillInfo where fTypeId=" + type);
+    database().execute("delete from tblbillinfoentry where fTypeId=" + type);
     expectFailure("'' 附近有语法错误。");
+}
+
+INSTANTIATE_TEST_SUITE_P(Bills, UnguardedFamily, testing::Values(31, 41, 61, 71));
+
+TEST_F(UsageGuardFailure, anEmptyCatalogueFails) {
+    database().execute("delete from tblBillInfo");
+    database().execute("delete from tblbillinfoentry");
+    expectFailure("'' 附近有语法错误。");
+}
+
+TEST_F(UsageGuardFailure, aFieldWhoseNameHoldsAQuoteFails) {
+    addField("tblBillInfo", 71, "f''Id");
+    expectFailure(
+        "字符串 'Id=101 union all select top 1 finterid from tblFP  where fCustId=101 union all select top 1 finterid "
+        "from tblFPEntry where fItemId=101' 后的引号不完整。");
 }
 
 TEST_F(UsageGuardFailure, aFieldThatTheBillHasNotFails) {

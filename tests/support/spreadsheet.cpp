@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
 #include <utility>
 
@@ -46,26 +47,49 @@ Cells parseCsv(const std::string& text) {
     return rows;
 }
 
+/// The file in another form.
+std::string converted(const std::string& file, const std::string& suffix, const std::string& filter) {
+    const TemporaryFolder folder;
+    const std::string command = "soffice -env:UserInstallation=file://" + folder.path() +
+                                "/profile --headless --convert-to '" + suffix + filter + "' --outdir '" +
+                                folder.path() + "' '" + file + "' >'" + folder.file("log") + "' 2>&1";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+        if (entry.path().extension() != "." + suffix) continue;
+        std::ostringstream text;
+        text << std::ifstream(entry.path()).rdbuf();
+        return text.str();
+    }
+    ADD_FAILURE() << "no spreadsheet: " << file;
+    return "";
+}
+
 }  // namespace
 
 Cells readSpreadsheet(const std::string& file, Reading reading) {
-    const TemporaryFolder folder;
     // The filter's options: separator, quote, UTF-8, first line, column formats, language, quote texts, special
     // numbers, as shown, formulas, spaces, sheet.
     const std::string options =
         std::string("44,34,76,1,,0,true,false,") + (reading == Reading::asShown ? "true" : "false") + ",false,false,1";
-    const std::string command = "soffice -env:UserInstallation=file://" + folder.path() +
-                                "/profile --headless --convert-to 'csv:Text - txt - csv (StarCalc):" + options +
-                                "' --outdir '" + folder.path() + "' '" + file + "' >'" + folder.file("log") + "' 2>&1";
-    EXPECT_EQ(std::system(command.c_str()), 0);
-    for (const auto& entry : fs::directory_iterator(folder.path())) {
-        if (entry.path().extension() != ".csv") continue;
-        std::ostringstream text;
-        text << std::ifstream(entry.path()).rdbuf();
-        return parseCsv(text.str());
+    return parseCsv(converted(file, "csv", ":Text - txt - csv (StarCalc):" + options));
+}
+
+Cells readSpreadsheetFormats(const std::string& file) {
+    // As HTML a cell bears its format behind two languages: <td sdnum="2052;0;@">.
+    static const std::regex kCell(R"(<tr|<td[^>]*>)");
+    static const std::regex kFormat(R"re(sdnum="[^;"]*;[^;"]*;([^"]*)")re");
+    const std::string page = converted(file, "html", "");
+    Cells rows;
+    for (auto at = std::sregex_iterator(page.begin(), page.end(), kCell); at != std::sregex_iterator(); ++at) {
+        const std::string tag = at->str();
+        if (tag == "<tr") {
+            rows.emplace_back();
+            continue;
+        }
+        std::smatch format;
+        rows.back().push_back(std::regex_search(tag, format, kFormat) ? format[1].str() : "");
     }
-    ADD_FAILURE() << "no spreadsheet: " << file;
-    return {};
+    return rows;
 }
 
 }  // namespace orvenmod::test
