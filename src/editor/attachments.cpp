@@ -40,6 +40,7 @@ void Attachments::add(const std::string& caption, const std::string& fileName, c
     const int row = fps2_.rowCount() + 1;
     fps2_.setRowCount(row);
     fps2_.setText(kCaptionColumn, row, caption);
+    fps2_.setRequired(kCaptionColumn, row, true);
     fps2_.setText(kFileName, row, fileName);
     fps2_.setText(kPath, row, path);
 }
@@ -91,6 +92,9 @@ void Attachments::cmdAddFJ_Click() {
     cd2_.setFilter("附件文件(*.*)|*.*");
     if (!cd2_.showOpen() || cd2_.fileName().empty()) return;
     add("", cd2_.fileTitle(), cd2_.fileName());
+    // Its name is what the user types next.
+    fps2_.setActiveCell(kCaptionColumn, fps2_.rowCount());
+    fps2_.setFocus();
 }
 
 void Attachments::fps2_ButtonClicked(int column, int row) {

@@ -54,6 +54,7 @@ void FieldGrid::addField(const store::Recordset& field) {
     if (toInt16(type) == kNumberType) fps1_.setNumberRule(kValue, row, numberRule(field));
     fps1_.setText(kSourceClass, row, field.text("FValueItemID"));
     fps1_.setText(kIsNull, row, field.text("fisNull"));
+    fps1_.setRequired(kCaption, row, isRequired(row));
     fps1_.setText(kSourceKind, row, field.text("FItemType"));
     if (fieldRow(fps1_, row).isReference()) addReferenceLists(field, row);
 }
@@ -173,9 +174,12 @@ void FieldGrid::renewCodes() {
     composeStrictly();
 }
 
+// 1 means that the field must be filled, whatever the column's name suggests.
+bool FieldGrid::isRequired(int row) const { return trim(fps1_.text(kIsNull, row)) == "1"; }
+
 bool FieldGrid::checkFields() const {
     for (int row = 1; row < lastRow(); ++row) {
-        if (trim(fps1_.text(kIsNull, row)) != "1" || !trim(fps1_.text(kValue, row)).empty()) continue;
+        if (!isRequired(row) || !trim(fps1_.text(kValue, row)).empty()) continue;
         showWarning(fps1_.text(kCaption, row) + "不能为空!");
         return false;
     }

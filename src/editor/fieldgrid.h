@@ -44,6 +44,7 @@ private:
     void preselectCategory();
     void composeLoosely(const std::string& shortCode);
     void composeStrictly();
+    bool isRequired(int row) const;
 
     platform::EntryGrid& fps1_;
 };

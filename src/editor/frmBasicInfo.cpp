@@ -106,6 +106,7 @@ void frmBasicInfo::Form_Load() {
         form.window->setCaption(appState().gItemName + "新增");
     }
     form.fields.activateFirst();
+    form.fps1.setFocus();
     form.ctlPos.resize(form.window->controls().size());
     GetSourcePos(*form.window, form.ctlPos);
     form.fps1.setLockedColour(kLockedColour);

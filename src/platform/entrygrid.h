@@ -41,6 +41,9 @@ public:
     virtual void setNumberRule(int column, int row, const NumberRule& rule) = 0;
     virtual void setLocked(int column, int row, bool locked) = 0;
     virtual bool locked(int column, int row) const = 0;
+    /// Marks the cell, beside its text, as the name or place of a value that must be filled.
+    virtual void setRequired(int column, int row, bool required) = 0;
+    virtual bool required(int column, int row) const = 0;
 
     virtual std::string cellTag(int column, int row) const = 0;
     virtual void setCellTag(int column, int row, const std::string& tag) = 0;

@@ -40,11 +40,36 @@ void MemoryUser::press(const std::string& shortcut) {
         guard([menu] { menu->click.raise(); });
         return;
     }
-    if (pressMnemonic(shortcut)) return;
+    if (turnPage(shortcut) || pressMnemonic(shortcut)) return;
     if (shortcut == "Tab" || shortcut == "Shift+Tab") {
         window_.moveFocus(shortcut != "Tab");
     } else if (ControlCore* focus = window_.focused()) {
         pressOn(*focus, shortcut);
+    }
+}
+
+bool MemoryUser::turnPage(const std::string& shortcut) {
+    if (shortcut != "Ctrl+PageDown" && shortcut != "Ctrl+PageUp") return false;
+    for (Control* each : window_.controls()) {
+        auto* tabs = dynamic_cast<MemoryTabs*>(each);
+        if (!tabs || !tabs->usable()) continue;
+        const int count = static_cast<int>(tabs->design().pages.size());
+        const int step = shortcut == "Ctrl+PageDown" ? 1 : count - 1;
+        int next = (tabs->tab() + step) % count;
+        while (!tabs->tabEnabled(next))
+            next = (next + step) % count;
+        tabs->setTab(next);
+        tabs->focus();
+        focusFirstOf(*tabs);
+        return true;
+    }
+    return false;
+}
+
+void MemoryUser::focusFirstOf(const ControlCore& container) {
+    for (Control* each : window_.controls()) {
+        auto* core = dynamic_cast<ControlCore*>(each);
+        if (core && core->parent == &container && core->tabStop()) return core->focus();
     }
 }
 

@@ -66,6 +66,8 @@ private:
     platform::memory::MemoryListGrid& reachRow(const std::string& grid, int row);
     platform::memory::MemoryEntryGrid& reachCell(const std::string& grid, int column, int row);
     void typeLetters(platform::Edit& edit, const std::string& text);
+    bool turnPage(const std::string& shortcut);
+    void focusFirstOf(const platform::memory::ControlCore& container);
     bool pressMnemonic(const std::string& shortcut);
     void pressOn(platform::memory::ControlCore& focus, const std::string& key);
     void moveRow(platform::Control& control, int step);

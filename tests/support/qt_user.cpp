@@ -17,6 +17,7 @@
 #include <QTest>
 #include <QToolBar>
 #include <QTreeWidget>
+#include <algorithm>
 
 #include "support/letters.h"
 
@@ -104,10 +105,24 @@ void QtUser::clickTool(const std::string& key) {
 
 void QtUser::press(const std::string& shortcut) {
     requireFront();
-    const std::string key = shortcut == "Enter" ? "Return" : shortcut;
-    const QKeySequence sequence = QKeySequence::fromString(QString::fromStdString(key), QKeySequence::PortableText);
+    const QString key = QString::fromStdString(shortcut).replace("Enter", "Return").replace("Page", "Pg");
+    const QKeySequence sequence = QKeySequence::fromString(key, QKeySequence::PortableText);
     if (sequence.isEmpty() || sequence[0].key() == Qt::Key_unknown) stop("no such key: " + shortcut);
+    // A letter with Alt may open a menu of the bar, and then the next keys are for it.
+    const bool opens = sequence[0].keyboardModifiers().testFlag(Qt::AltModifier);
+    if (opens) menus_.next = QtMenuPlan::Next::leave;
     QTest::keyClick(&keyTarget(), sequence[0].key(), sequence[0].keyboardModifiers());
+    settle();
+    if (opens) finishClick();
+    if (opens) menus_.next = QtMenuPlan::Next::fail;
+}
+
+// A button that is pressed by its letter stays down for a moment before it clicks.
+void QtUser::finishClick() {
+    const QList<QPushButton*> buttons = root_.findChildren<QPushButton*>();
+    const auto isDown = [](const QPushButton* button) { return button->isDown(); };
+    const auto allUp = [&] { return std::none_of(buttons.begin(), buttons.end(), isDown); };
+    if (!QTest::qWaitFor(allUp)) stop("a button stays down");
     settle();
 }
 

@@ -85,6 +85,7 @@ private:
     static int shownColumn(const QTableView& view);
     void openMenus(QAction& entry);
     QWidget& keyTarget();
+    void finishClick();
     void typeLetters(const std::string& text);
 
     platform::Window& window_;

@@ -29,6 +29,8 @@ public:
     void setNumberRule(int column, int row, const NumberRule& rule) override;
     void setLocked(int column, int row, bool locked) override { model_.setLocked(column, row, locked); }
     bool locked(int column, int row) const override { return model_.locked(column, row); }
+    void setRequired(int column, int row, bool required) override { model_.setRequired(column, row, required); }
+    bool required(int column, int row) const override { return model_.required(column, row); }
     std::string cellTag(int column, int row) const override { return model_.cellTag(column, row); }
     void setCellTag(int column, int row, const std::string& tag) override { model_.setCellTag(column, row, tag); }
     void setItems(int column, int row, const std::vector<std::string>& items) override;

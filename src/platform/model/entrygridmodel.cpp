@@ -121,6 +121,10 @@ void EntryGridModel::setLocked(int column, int row, bool locked) {
         cell(column, each).locked.reset();
 }
 
+bool EntryGridModel::required(int column, int row) const { return cell(column, row).required; }
+
+void EntryGridModel::setRequired(int column, int row, bool required) { cell(column, row).required = required; }
+
 const std::string& EntryGridModel::cellTag(int column, int row) const { return cell(column, row).tag; }
 
 void EntryGridModel::setCellTag(int column, int row, const std::string& tag) { cell(column, row).tag = tag; }

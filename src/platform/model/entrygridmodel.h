@@ -44,6 +44,8 @@ public:
     void setNumberRule(int column, int row, const NumberRule& rule);
     bool locked(int column, int row) const;
     void setLocked(int column, int row, bool locked);
+    bool required(int column, int row) const;
+    void setRequired(int column, int row, bool required);
     const std::string& cellTag(int column, int row) const;
     void setCellTag(int column, int row, const std::string& tag);
 
@@ -78,6 +80,7 @@ private:
         std::optional<bool> locked;
         std::shared_ptr<const Items> items;
         int selected = -1;
+        bool required = false;
     };
     struct Column {
         std::string title;

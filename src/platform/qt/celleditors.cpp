@@ -33,7 +33,7 @@ private:
 
 }  // namespace
 
-TextCellEditor::TextCellEditor(QWidget* parent, bool withCalendar) : QLineEdit(parent) {
+TextCellEditor::TextCellEditor(QWidget* parent, bool withCalendar) : QLineEdit(parent), hasCalendar_(withCalendar) {
     setFrame(false);
     setValidator(new CellValidator(this));
     connect(this, &QLineEdit::textEdited, this, &TextCellEditor::edited);
@@ -99,10 +99,8 @@ ItemCellEditor::ItemCellEditor(QWidget* parent, const QStringList& items) : QLin
     list->popup()->setFont(font());
     setCompleter(list);
     list->popup()->installEventFilter(this);
-    connect(list, qOverload<const QModelIndex&>(&QCompleter::activated), this, [this, list](const QModelIndex& shown) {
-        const auto* proxy = qobject_cast<QAbstractProxyModel*>(list->completionModel());
-        picked(proxy->mapToSource(shown).row());
-    });
+    connect(list, qOverload<const QModelIndex&>(&QCompleter::activated), this,
+            [this](const QModelIndex& shown) { picked(sourceRow(shown)); });
     connect(this, &QLineEdit::textEdited, this, [this](const QString& text) {
         touched = true;
         if (text.isEmpty()) openList();
@@ -122,19 +120,24 @@ void ItemCellEditor::mouseReleaseEvent(QMouseEvent* event) {
     if (!completer()->popup()->isVisible()) openList();
 }
 
-// Enter in the list where nothing is marked takes the first entry shown, so that typing and Enter suffice.
+// Enter in the list takes the marked entry, or where none is the first shown, so that typing and Enter suffice.
 bool ItemCellEditor::eventFilter(QObject* watched, QEvent* event) {
     QAbstractItemView* list = completer()->popup();
-    if (watched == list && event->type() == QEvent::KeyPress && !list->currentIndex().isValid()) {
+    if (watched == list && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
-        const int item = meant();
+        const int item = list->currentIndex().isValid() ? sourceRow(list->currentIndex()) : meant();
         if ((key == Qt::Key_Return || key == Qt::Key_Enter) && item >= 0) {
             list->hide();
             picked(item);
+            entered();
             return true;
         }
     }
     return QLineEdit::eventFilter(watched, event);
+}
+
+int ItemCellEditor::sourceRow(const QModelIndex& shown) const {
+    return qobject_cast<QAbstractProxyModel*>(completer()->completionModel())->mapToSource(shown).row();
 }
 
 int ItemCellEditor::meant() const {

@@ -23,11 +23,13 @@ public:
 
     /// Shows what the cell holds now.
     void show(const QString& text);
+    bool hasCalendar() const { return hasCalendar_; }
+    void openCalendar();
 
 private:
     void edited(const QString& text);
-    void openCalendar();
 
+    bool hasCalendar_;
     QString accepted_;
 };
 
@@ -38,6 +40,7 @@ public:
     ItemCellEditor(QWidget* parent, const QStringList& items);
 
     std::function<void(int)> picked;
+    std::function<void()> entered;  ///< after a pick by Enter
 
     void openList();
     /// The entry of exactly the text in the field, -1 for none.
@@ -52,6 +55,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// The entry that the list shows there.
+    int sourceRow(const QModelIndex& shown) const;
+
     QStringList items_;
 };
 

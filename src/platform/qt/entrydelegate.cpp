@@ -48,6 +48,7 @@ QWidget* EntryDelegate::itemEditor(QWidget* parent, const QModelIndex& index) co
     auto* editor = new ItemCellEditor(parent, items);
     const QPersistentModelIndex place(index);
     editor->picked = [this, editor, place](int item) { take(*editor, place, item); };
+    editor->entered = [this] { view_.advance(); };
     return editor;
 }
 
@@ -93,6 +94,9 @@ bool EntryDelegate::keyInText(TextCellEditor& editor, QKeyEvent& event) {
         case Qt::Key_Enter:
             leave(&editor);
             view_.advance();
+            return true;
+        case Qt::Key_F4:
+            if (editor.hasCalendar()) editor.openCalendar();
             return true;
         case Qt::Key_Up:
         case Qt::Key_Down:

@@ -41,6 +41,7 @@ private:
     bool keyInItems(ItemCellEditor& editor, QKeyEvent& event);
     void leave(QWidget* editor);
     void take(ItemCellEditor& editor, const QModelIndex& index, int item) const;
+    void paintStar(QPainter& painter, const QStyleOptionViewItem& cell) const;
     void paintButton(QPainter& painter, const QStyleOptionViewItem& cell, const QModelIndex& index) const;
     void paintCheckBox(QPainter& painter, const QStyleOptionViewItem& cell, const QModelIndex& index) const;
     void paintCombo(QPainter& painter, const QStyleOptionViewItem& cell) const;

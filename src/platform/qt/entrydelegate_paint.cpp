@@ -12,11 +12,20 @@ namespace {
 
 constexpr int kArrowWidth = 18;
 constexpr int kMargin = 3;
+constexpr int kStarWidth = 14;
 
 // The cell without its text: background, selection, focus.
 void paintGround(QPainter& painter, QStyleOptionViewItem cell) {
     cell.text.clear();
     QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &cell, &painter, cell.widget);
+}
+
+// Calm on the light ground of a locked cell and legible on a dark one.
+QColor starColour(const QStyleOptionViewItem& cell) {
+    if (cell.state.testFlag(QStyle::State_Selected)) return cell.palette.color(QPalette::HighlightedText);
+    const bool ownGround = cell.backgroundBrush.style() != Qt::NoBrush;
+    const QColor ground = ownGround ? cell.backgroundBrush.color() : cell.palette.color(QPalette::Base);
+    return ground.lightness() > 127 ? QColor(176, 48, 48) : QColor(240, 140, 140);
 }
 
 }  // namespace
@@ -40,6 +49,15 @@ void EntryDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
             break;
     }
     QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+    if (items_.cells().required(place.column, place.row)) paintStar(*painter, cell);
+}
+
+void EntryDelegate::paintStar(QPainter& painter, const QStyleOptionViewItem& cell) const {
+    painter.save();
+    painter.setFont(cell.font);
+    painter.setPen(starColour(cell));
+    painter.drawText(cell.rect.adjusted(cell.rect.width() - kStarWidth, 0, 0, 0), Qt::AlignCenter, QStringLiteral("*"));
+    painter.restore();
 }
 
 void EntryDelegate::paintButton(QPainter& painter, const QStyleOptionViewItem& cell, const QModelIndex& index) const {

@@ -30,6 +30,10 @@ QVariant EntryGridItems::data(const QModelIndex& index, int role) const {
             return toQt(cells_.displayText(cell.column, cell.row));
         case Qt::EditRole:
             return toQt(cells_.text(cell.column, cell.row));
+        case Qt::ToolTipRole:
+        case Qt::AccessibleDescriptionRole:
+            if (cells_.required(cell.column, cell.row)) return QStringLiteral("必填");
+            return {};
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(alignmentOf(cells_, cell));
         case Qt::BackgroundRole:

@@ -63,6 +63,12 @@ void EntryGridView::finishEdit() {
 
 void EntryGridView::open(const QModelIndex& index) { QTableView::edit(index); }
 
+void EntryGridView::dropDown(const QModelIndex& index) {
+    open(index);
+    auto* day = qobject_cast<TextCellEditor*>(indexWidget(index));
+    if (day != nullptr && day->hasCalendar()) day->openCalendar();
+}
+
 bool EntryGridView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
     if (!QTableView::edit(index, trigger, event)) return false;
     auto* choice = qobject_cast<ItemCellEditor*>(indexWidget(index));
@@ -105,11 +111,11 @@ void EntryGridView::keyPressEvent(QKeyEvent* event) {
             actions_->pressed(cell);
             return;
         case Qt::Key_F4:
-            open(index);
+            dropDown(index);
             return;
         case Qt::Key_Down:
             if (!(event->modifiers() & Qt::AltModifier)) break;
-            open(index);
+            dropDown(index);
             return;
         case Qt::Key_Delete:
             if (index.isValid() && items_->cells().takesText(cell.column, cell.row)) {

@@ -22,6 +22,8 @@ public:
     void finishEdit();
     /// Opens the cell's field, and for a choice its list.
     void open(const QModelIndex& index);
+    /// The same, and for a day its calendar.
+    void dropDown(const QModelIndex& index);
 
     /// Code is at work: the view's signals are no user's.
     bool writing = false;

@@ -84,6 +84,11 @@ void QtEntryGrid::setLocked(int column, int row, bool locked) {
     items_.cellChanged({column, row});
 }
 
+void QtEntryGrid::setRequired(int column, int row, bool required) {
+    model_.setRequired(column, row, required);
+    items_.cellChanged({column, row});
+}
+
 void QtEntryGrid::setItems(int column, int row, const std::vector<std::string>& items) {
     model_.setItems(column, row, items);
     items_.cellChanged({column, row});

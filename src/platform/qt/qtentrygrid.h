@@ -27,6 +27,8 @@ public:
     void setNumberRule(int column, int row, const NumberRule& rule) override;
     void setLocked(int column, int row, bool locked) override;
     bool locked(int column, int row) const override { return model_.locked(column, row); }
+    void setRequired(int column, int row, bool required) override;
+    bool required(int column, int row) const override { return model_.required(column, row); }
     std::string cellTag(int column, int row) const override { return model_.cellTag(column, row); }
     void setCellTag(int column, int row, const std::string& tag) override { model_.setCellTag(column, row, tag); }
     void setItems(int column, int row, const std::vector<std::string>& items) override;

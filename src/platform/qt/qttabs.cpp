@@ -1,5 +1,6 @@
 #include "platform/qt/qttabs.h"
 
+#include <QShortcut>
 #include <QStyleOptionTabWidgetFrame>
 #include <QStylePainter>
 #include <algorithm>
@@ -14,6 +15,8 @@ TabsWidget::TabsWidget(QWidget* parent) : QWidget(parent), bar_(new QTabBar(this
     bar_->setDrawBase(false);
     bar_->setExpanding(false);
     connect(bar_, &QTabBar::currentChanged, this, &TabsWidget::showPage);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_PageDown, this), &QShortcut::activated, this, [this] { turn(1); });
+    connect(new QShortcut(Qt::CTRL | Qt::Key_PageUp, this), &QShortcut::activated, this, [this] { turn(-1); });
 }
 
 QWidget* TabsWidget::addPage(const QString& caption) {
@@ -51,6 +54,26 @@ void TabsWidget::showPage(int index) {
         pages_[page]->setVisible(static_cast<int>(page) == index);
     bar_->raise();
     update();
+}
+
+void TabsWidget::turn(int step) {
+    const int count = bar_->count();
+    for (int tried = 1; tried < count; ++tried) {
+        const int index = (bar_->currentIndex() + count + step * tried) % count;
+        if (!bar_->isTabEnabled(index)) continue;
+        bar_->setCurrentIndex(index);
+        firstStop()->setFocus(Qt::ShortcutFocusReason);
+        return;
+    }
+}
+
+QWidget* TabsWidget::firstStop() const {
+    const QWidget* page = pages_[static_cast<std::size_t>(bar_->currentIndex())];
+    for (QWidget* stop = bar_->nextInFocusChain(); stop != bar_; stop = stop->nextInFocusChain()) {
+        const bool tabbed = (stop->focusPolicy() & Qt::TabFocus) != 0;
+        if (tabbed && stop->isEnabled() && stop->isVisible() && page->isAncestorOf(stop)) return stop;
+    }
+    return bar_;
 }
 
 QtTabs::QtTabs(const ControlDesign& design, QWidget* parent)

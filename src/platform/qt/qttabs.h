@@ -1,4 +1,5 @@
 // Tabs: a tab bar over pages that all fill the control, so that a child's place counts from the control's own corner.
+// Ctrl+PageDown and Ctrl+PageUp turn the pages from anywhere in the window and lead to the page's first control.
 #pragma once
 
 #include <QTabBar>
@@ -23,6 +24,9 @@ protected:
 
 private:
     void showPage(int index);
+    void turn(int step);
+    /// The first of the open page that takes the focus; the bar where none does.
+    QWidget* firstStop() const;
 
     QTabBar* bar_;
     std::vector<QWidget*> pages_;

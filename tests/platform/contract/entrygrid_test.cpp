@@ -85,6 +85,21 @@ TEST_F(ToolkitContract, aLockIsSetForACellOrAWholeColumn) {
     });
 }
 
+TEST_F(ToolkitContract, aCellIsMarkedAsRequiredBesideItsText) {
+    use(fieldWindow(), threeRows, [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        grid.setText(1, 2, "名称");
+        grid.setRequired(1, 2, true);
+        EXPECT_TRUE(grid.required(1, 2));
+        EXPECT_FALSE(grid.required(1, 1));
+        EXPECT_EQ(grid.text(1, 2), "名称");
+        grid.deleteRow(1);
+        EXPECT_TRUE(grid.required(1, 1));
+        grid.setRequired(1, 1, false);
+        EXPECT_FALSE(grid.required(1, 1));
+    });
+}
+
 TEST_F(ToolkitContract, columnsAreHiddenAndShown) {
     use(fieldWindow(), threeRows, [](User& user) {
         auto& grid = user.control<EntryGrid>("fps1");

@@ -54,5 +54,26 @@ TEST_F(ToolkitContract, aPageCanBeMadeUnavailable) {
     });
 }
 
+TEST_F(ToolkitContract, keysTurnThePagesAndPassUnavailableOnes) {
+    use(tabsWindow(), [](User& user) {
+        auto& tabs = user.control<Tabs>("SSTab1");
+        user.control<Edit>("txtFirst").setFocus();
+        user.press("Ctrl+PageDown");
+        EXPECT_EQ(tabs.tab(), 1);
+        EXPECT_TRUE(user.control<Edit>("txtSecond").hasFocus());
+        user.press("Ctrl+PageDown");
+        EXPECT_EQ(tabs.tab(), 2);
+        EXPECT_TRUE(tabs.hasFocus()) << "nothing lies on that page";
+        user.press("Ctrl+PageDown");
+        EXPECT_EQ(tabs.tab(), 0) << "the pages go round";
+        tabs.setTabEnabled(2, false);
+        user.press("Ctrl+PageUp");
+        EXPECT_EQ(tabs.tab(), 1);
+        user.press("Ctrl+PageUp");
+        EXPECT_EQ(tabs.tab(), 0);
+        EXPECT_TRUE(user.control<Edit>("txtFirst").hasFocus());
+    });
+}
+
 }  // namespace
 }  // namespace orvenmod::test
