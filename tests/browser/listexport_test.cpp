@@ -2,14 +2,13 @@
 #include "browser/listexport.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 
 #include "browser/browsertest.h"
 #include "platform/memory/memorytoolkit.h"
+#include "support/machinelimits.h"
 #include "support/spreadsheet.h"
 
 namespace orvenmod::test {
@@ -32,26 +31,6 @@ Rows shownCells(const ListGrid& grid) {
     }
     return rows;
 }
-
-/// Files may grow to so many bytes only while it lives.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit small{bytes, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    void (*handler_)(int);
-    rlimit before_{};
-};
 
 class ListExport : public BrowserTest, public ::testing::WithParamInterface<std::string> {
 protected:

@@ -8,15 +8,13 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <array>
-#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 
-#include <sys/resource.h>
-
 #include "platform/qt/qttoolkit.h"
 #include "platform/qt/qtwindows.h"
+#include "support/machinelimits.h"
 #include "support/temporary.h"
 
 namespace orvenmod::test {
@@ -147,14 +145,10 @@ TEST_F(QtReportTest, aFolderOrAMissingFolderIsRefusedAndLeavesNothing) {
 TEST_F(QtReportTest, aFullDiskIsToldAndLeavesTheOldFile) {
     std::ofstream(folder_.file("list.pdf")) << "old";
     toolkit().setPrintFile(folder_.file("list.pdf"));
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit small{4096, before.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &small);
-    EXPECT_THROW(report_->print(), std::runtime_error);
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    {
+        const FullDisk disk(4096);
+        EXPECT_THROW(report_->print(), std::runtime_error);
+    }
     std::string left;
     std::ifstream(folder_.file("list.pdf")) >> left;
     EXPECT_EQ(left, "old");
