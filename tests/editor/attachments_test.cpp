@@ -1,10 +1,8 @@
 // Attachments: added, opened, deleted.
 #include <filesystem>
-#include <fstream>
 
 #include "editor/binaryfile.h"
 #include "editor/editortest.h"
-#include "frame/services.h"
 
 namespace orvenmod::test {
 namespace {
@@ -13,32 +11,12 @@ namespace fs = std::filesystem;
 
 class EditorAttachments : public EditorTest {
 protected:
-    std::string makeFile(const std::string& name, const std::string& content) {
-        const std::string path = database().folder().file(name);
-        std::ofstream(path, std::ios::binary) << content;
-        return path;
-    }
-
-    // A stored attachment of item 101.
-    void storeAttachment(int entry, const std::string& fileName, const std::string& content) {
-        const auto connection = services().store.connect(stage.connectionString());
-        const auto rows = connection->openTable("tblItemFJ");
-        rows->addNew();
-        rows->set("fItemId", "101");
-        rows->set("fEntryId", std::to_string(entry));
-        rows->set("fName", "附件");
-        rows->set("fFileName", fileName);
-        rows->setBinary("fFJ", std::as_bytes(std::span(content)));
-        rows->update();
-        connection->close();
-    }
-
     int rowsOf(User& user) { return user.control<EntryGrid>("fps2").rowCount(); }
     std::string stored() { return database().value("select count(*) from tblItemFJ where fItemId=101"); }
 };
 
 TEST_F(EditorAttachments, areStoredWithTheItem) {
-    const std::string path = makeFile("图 纸.pdf", std::string("a\0b", 3));
+    const std::string path = stage.makeFile("图 纸.pdf", std::string("a\0b", 3));
     stage.openNew([&](User& user) {
         typeName(user, "垫圈");
         user.chooseTab("SSTab1", 1);
@@ -59,7 +37,7 @@ TEST_F(EditorAttachments, areStoredWithTheItem) {
 }
 
 TEST_F(EditorAttachments, aBlankNameStopsTheSave) {
-    const std::string path = makeFile("a.txt", "a");
+    const std::string path = stage.makeFile("a.txt", "a");
     stage.openNew([&](User& user) {
         typeName(user, "垫圈");
         user.chooseTab("SSTab1", 1);
@@ -85,7 +63,7 @@ TEST_F(EditorAttachments, aCancelledDialogAddsNothing) {
 }
 
 TEST_F(EditorAttachments, deletingAStoredOneAsksOnceAndDeletesAtOnce) {
-    storeAttachment(4, "a.txt", "a");
+    stage.storeAttachment(4, "a.txt", "a");
     stage.openItem(101, [&](User& user) {
         user.chooseTab("SSTab1", 1);
         user.answer(MessageKind::question, "确定要删除吗？", Answer::no);
@@ -101,7 +79,7 @@ TEST_F(EditorAttachments, deletingAStoredOneAsksOnceAndDeletesAtOnce) {
 }
 
 TEST_F(EditorAttachments, deletingANewOneTouchesTheGridAlone) {
-    const std::string path = makeFile("a.txt", "a");
+    const std::string path = stage.makeFile("a.txt", "a");
     stage.openNew([&](User& user) {
         user.chooseTab("SSTab1", 1);
         user.chooseFile(path);
@@ -115,7 +93,7 @@ TEST_F(EditorAttachments, deletingANewOneTouchesTheGridAlone) {
 }
 
 TEST_F(EditorAttachments, aDeleteThatFailsLeavesTheRowOffTheScreen) {
-    storeAttachment(4, "a.txt", "a");
+    stage.storeAttachment(4, "a.txt", "a");
     stage.openItem(101, [&](User& user) {
         user.chooseTab("SSTab1", 1);
         stage.faults() = {.failAt = 2};
@@ -131,7 +109,7 @@ TEST_F(EditorAttachments, aDeleteThatFailsLeavesTheRowOffTheScreen) {
 
 TEST_F(EditorAttachments, theRightsAreAsked) {
     appState().gIsAdmin = 0;
-    storeAttachment(4, "a.txt", "a");
+    stage.storeAttachment(4, "a.txt", "a");
     const std::string refused = "您无此权限，请与系统管理员联系！";
     stage.openItem(101, [&](User& user) {
         user.chooseTab("SSTab1", 1);
@@ -151,7 +129,7 @@ TEST_F(EditorAttachments, theRightsAreAsked) {
 }
 
 TEST_F(EditorAttachments, aNewOneIsOpenedWhereItLies) {
-    const std::string path = makeFile("a b.txt", "a");
+    const std::string path = stage.makeFile("a b.txt", "a");
     stage.openNew([&](User& user) {
         user.chooseTab("SSTab1", 1);
         user.chooseFile(path);
@@ -162,8 +140,8 @@ TEST_F(EditorAttachments, aNewOneIsOpenedWhereItLies) {
 }
 
 TEST_F(EditorAttachments, aStoredOneIsTakenOutOpenedAndRemoved) {
-    storeAttachment(4, "a.txt", "first");
-    storeAttachment(5, "b.txt", "second");
+    stage.storeAttachment(4, "a.txt", "first");
+    stage.storeAttachment(5, "b.txt", "second");
     std::string first;
     std::string second;
     stage.openItem(101, [&](User& user) {
@@ -181,8 +159,8 @@ TEST_F(EditorAttachments, aStoredOneIsTakenOutOpenedAndRemoved) {
 }
 
 TEST_F(EditorAttachments, twoRowsOfOneEntryAppendTheirNames) {
-    storeAttachment(4, "a.txt", "first");
-    storeAttachment(4, "b.txt", "second");
+    stage.storeAttachment(4, "a.txt", "first");
+    stage.storeAttachment(4, "b.txt", "second");
     stage.openItem(101, [&](User& user) {
         user.chooseTab("SSTab1", 1);
         user.clickCell("fps2", 2, 1);
@@ -221,7 +199,7 @@ TEST_F(EditorAttachments, hostileNamesStayInTheirFolder) {
 }
 
 TEST_F(EditorAttachments, aFileThatVanishedUndoesTheItem) {
-    const std::string path = makeFile("a.txt", "a");
+    const std::string path = stage.makeFile("a.txt", "a");
     stage.openNew([&](User& user) {
         typeName(user, "垫圈");
         user.chooseTab("SSTab1", 1);
@@ -245,7 +223,7 @@ TEST_F(EditorAttachments, contentsComeBackTheSame) {
         std::string content(size, '\0');
         for (std::size_t i = 0; i < size; ++i)
             content[i] = static_cast<char>(i * 31 >> 3);
-        storeAttachment(1, "big.bin", content);
+        stage.storeAttachment(1, "big.bin", content);
         stage.openItem(101, [&](User& user) {
             user.chooseTab("SSTab1", 1);
             user.clickCell("fps2", 2, 1);

@@ -1,6 +1,9 @@
 #include "editor/editortest.h"
 
+#include <fstream>
+
 #include "editor/frmBasicInfo.h"
+#include "frame/services.h"
 
 namespace orvenmod::test {
 
@@ -60,6 +63,33 @@ void EditorStage::openItem(int item, const Steps& steps) {
     appState().gEditMode = 1;
     appState().gCurItemId = item;
     open(steps);
+}
+
+std::string EditorStage::makeFile(const std::string& name, const std::string& content) {
+    std::string path = database().folder().file(name);
+    std::ofstream(path, std::ios::binary) << content;
+    return path;
+}
+
+void EditorStage::storeAttachment(int entry, const std::string& fileName, const std::string& content) {
+    const auto connection = services().store.connect(connectionString());
+    const auto rows = connection->openTable("tblItemFJ");
+    rows->addNew();
+    rows->set("fItemId", "101");
+    rows->set("fEntryId", std::to_string(entry));
+    rows->set("fName", "附件");
+    rows->set("fFileName", fileName);
+    rows->setBinary("fFJ", std::as_bytes(std::span(content)));
+    rows->update();
+    connection->close();
+}
+
+const std::string& redBitmap() {
+    static const std::string bitmap(
+        "BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\4\0\0\0\0\0\0\0\0\0\0\0"
+        "\0\0\0\0\0\0\0\0\0\0\xFF\0",
+        58);
+    return bitmap;
 }
 
 Texts values(User& user) {

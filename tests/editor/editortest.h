@@ -54,11 +54,19 @@ public:
     /// Opens it for the item.
     void openItem(int item, const Steps& steps);
 
+    /// A file in the test's own folder.
+    std::string makeFile(const std::string& name, const std::string& content);
+    /// A stored attachment of item 101.
+    void storeAttachment(int entry, const std::string& fileName, const std::string& content);
+
     NotedList list;
 
 private:
     void open(const Steps& steps);
 };
+
+/// A bitmap of one red pixel.
+const std::string& redBitmap();
 
 /// The value column of the rows from 1.
 Texts values(User& user);

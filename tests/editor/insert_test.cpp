@@ -1,6 +1,4 @@
 // A new item stored.
-#include <fstream>
-
 #include "editor/editortest.h"
 
 namespace orvenmod::test {
@@ -181,8 +179,6 @@ TEST_F(EditorInsert, aFieldThatIsHiddenStaysOutOfTheStatement) {
 }
 
 TEST_F(EditorInsert, aCopyIsSavedAsANewItem) {
-    const std::string file = database().folder().file("a.pdf");
-    std::ofstream(file) << "plan";
     database().execute("insert into tblItemFJ(fItemId,fEntryId,fName,fFileName) values(101,1,'图纸','a.pdf')");
     stage.openItem(101, [this](User& user) {
         user.clickTool("Copy");

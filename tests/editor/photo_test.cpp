@@ -1,6 +1,5 @@
 // The photo of goods: chosen, stored, taken out again.
 #include <filesystem>
-#include <fstream>
 
 #include "editor/editortest.h"
 
@@ -11,20 +10,8 @@ namespace fs = std::filesystem;
 
 using platform::Picture;
 
-// A bitmap of one red pixel.
-const std::string kBitmap(
-    "BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\4\0\0\0\0\0\0\0\0\0\0\0"
-    "\0\0\0\0\0\0\0\0\0\0\xFF\0",
-    58);
-
 class EditorPhoto : public EditorTest {
 protected:
-    EditorPhoto() : path_(database().folder().file("照片.bmp")) { write(path_, kBitmap); }
-
-    static void write(const std::string& path, const std::string& content) {
-        std::ofstream(path, std::ios::binary) << content;
-    }
-
     void choose(User& user, const std::string& path) {
         user.chooseTab("SSTab1", 2);
         user.chooseFile(path);
@@ -47,7 +34,7 @@ protected:
         return database().rows("select fHZ,datalength(fPhoto) from ICItemPhoto where fItemId=" + std::to_string(id));
     }
 
-    std::string path_;
+    std::string path_ = stage.makeFile("照片.bmp", redBitmap());
 };
 
 TEST_F(EditorPhoto, isStoredWithANewItem) {
@@ -70,7 +57,7 @@ TEST_F(EditorPhoto, goesOutAndComesInAgainWithAChange) {
     stage.openItem(101, [&](User& user) {
         EXPECT_FALSE(user.control<Picture>("pict1").empty());
         EXPECT_EQ(fs::path(appState().gPhotoPath).filename(), "Temp001.bmp");
-        EXPECT_EQ(Stage::contents(appState().gPhotoPath), kBitmap);
+        EXPECT_EQ(Stage::contents(appState().gPhotoPath), redBitmap());
         saveChange(user);
     });
     EXPECT_EQ(stored(101), (Rows{{".bmp", "58"}}));
@@ -122,8 +109,7 @@ TEST_F(EditorPhoto, aCancelledDialogChangesNothing) {
 }
 
 TEST_F(EditorPhoto, aFileThatIsNoPictureShowsNothingAndSaysNothing) {
-    const std::string text = database().folder().file("note.jpg");
-    write(text, "no picture");
+    const std::string text = stage.makeFile("note.jpg", "no picture");
     stage.openNew([&](User& user) {
         choose(user, text);
         EXPECT_TRUE(user.control<Picture>("pict1").empty());
@@ -132,8 +118,7 @@ TEST_F(EditorPhoto, aFileThatIsNoPictureShowsNothingAndSaysNothing) {
 }
 
 TEST_F(EditorPhoto, aPhotoOfNoBytesIsStoredAndShowsNothing) {
-    const std::string empty = database().folder().file("empty.jpg");
-    write(empty, "");
+    const std::string empty = stage.makeFile("empty.jpg", "");
     stage.openItem(101, [&](User& user) {
         choose(user, empty);
         saveChange(user);

@@ -1,6 +1,4 @@
 // A stored item changed.
-#include <fstream>
-
 #include "editor/editortest.h"
 
 namespace orvenmod::test {
@@ -107,8 +105,7 @@ TEST_F(EditorUpdate, aHiddenFieldKeepsItsValue) {
 }
 
 TEST_F(EditorUpdate, attachmentsAreToldApartByTheirTag) {
-    const std::string file = database().folder().file("new.txt");
-    std::ofstream(file) << "new";
+    const std::string file = stage.makeFile("new.txt", "new");
     database().execute("insert into tblItemFJ(fItemId,fEntryId,fName,fFileName) values(101,4,'图纸','a.pdf')");
     stage.openItem(101, [&](User& user) {
         user.chooseTab("SSTab1", 1);
@@ -128,8 +125,7 @@ TEST_F(EditorUpdate, attachmentsAreToldApartByTheirTag) {
 }
 
 TEST_F(EditorUpdate, rowsOfANewItemThatStaysAreStoredTwice) {
-    const std::string file = database().folder().file("new.txt");
-    std::ofstream(file) << "new";
+    const std::string file = stage.makeFile("new.txt", "new");
     stage.openNew([&](User& user) {
         user.chooseMenu("MenuNewAfterSave");
         typeName(user, "垫圈");

@@ -1,0 +1,215 @@
+// The editor's typed cells as a clerk meets them in Qt: what can be typed, picked and seen.
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QCompleter>
+#include <QImage>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+#include <cmath>
+
+#include "editor/editortest.h"
+#include "support/qt_user.h"
+
+namespace orvenmod::test {
+namespace {
+
+constexpr QRgb kLocked = qRgb(244, 244, 217);
+
+class EditorCells : public testing::Test {
+protected:
+    void TearDown() override { stage.finish(); }
+
+    void setField(const std::string& field, const std::string& values) {
+        stage.database().execute("update tblTableInfo set " + values + " where fItemClassId=3 and fFieldName='" +
+                                 field + "'");
+    }
+
+    static QTableView& fields() { return *QApplication::activeModalWidget()->findChild<QTableView*>("fps1"); }
+    static QModelIndex cell(int column, int row) { return fields().model()->index(row - 1, column - 1); }
+    /// What the cell looks like.
+    static QImage look(int column, int row) {
+        return fields().viewport()->grab(fields().visualRect(cell(column, row))).toImage();
+    }
+
+    EditorStage stage{newQtScript};
+};
+
+/// Of the brightness of two colours, 1 to 21; 4.5 is what small text needs.
+double contrast(const QColor& one, const QColor& other) {
+    const auto brightness = [](const QColor& colour) {
+        const auto part = [](double value) {
+            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
+    };
+    const auto [low, high] = std::minmax({brightness(one), brightness(other)});
+    return (high + 0.05) / (low + 0.05);
+}
+
+int pixelsUnlike(const QImage& image, int left, QRgb ground) {
+    int count = 0;
+    for (int y = 2; y < image.height() - 2; ++y) {
+        for (int x = left; x < image.width() - 2; ++x)
+            count += image.pixel(x, y) != ground;
+    }
+    return count;
+}
+
+TEST_F(EditorCells, aDayIsPickedFromTheCalendarByKeys) {
+    stage.openItem(101, [](User& user) {
+        user.typeCell("fps1", kValue, kDayRow, "2026-03-04");
+        user.press("F4");
+        auto* calendar = QApplication::activePopupWidget()->findChild<QCalendarWidget*>();
+        ASSERT_NE(calendar, nullptr);
+        EXPECT_EQ(calendar->selectedDate(), QDate(2026, 3, 4)) << "it opens at the day of the cell";
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        settle();
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        EXPECT_EQ(value(user, kDayRow), "2026-03-12");
+    });
+}
+
+TEST_F(EditorCells, aDayIsTypedInAnyOfTheUsualForms) {
+    stage.openNew([](User& user) {
+        user.typeCell("fps1", kValue, kDayRow, "2026/3/4");
+        EXPECT_EQ(value(user, kDayRow), "2026-03-04");
+        user.typeCell("fps1", kValue, kDayRow, "2026-02-30");
+        EXPECT_EQ(value(user, kDayRow), "2026-03-04") << "no day of the calendar";
+        user.typeCell("fps1", kValue, kDayRow, "abc");
+        EXPECT_EQ(value(user, kDayRow), "2026-03-04");
+        user.typeCell("fps1", kValue, kDayRow, "");
+        EXPECT_EQ(value(user, kDayRow), "");
+    });
+}
+
+TEST_F(EditorCells, aNumberKeepsTheDecimalsAndLimitsOfItsField) {
+    setField("fMinQty", "fNumberDec=2,FMaxNumber=100,FMinNumber=-5");
+    stage.openNew([](User& user) {
+        user.typeCell("fps1", kValue, kMinQtyRow, "12.345");
+        EXPECT_EQ(value(user, kMinQtyRow), "12.34");
+        EXPECT_EQ(cell(kValue, kMinQtyRow).data().toString(), "12.34");
+        user.typeCell("fps1", kValue, kMinQtyRow, "150");
+        EXPECT_EQ(value(user, kMinQtyRow), "15");
+        user.typeCell("fps1", kValue, kMinQtyRow, "-9");
+        EXPECT_EQ(value(user, kMinQtyRow), "15");
+        user.typeCell("fps1", kValue, kMinQtyRow, "7x");
+        EXPECT_EQ(value(user, kMinQtyRow), "7");
+        EXPECT_EQ(cell(kValue, kMinQtyRow).data().toString(), "7.00");
+        EXPECT_TRUE(cell(kValue, kMinQtyRow).data(Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignRight);
+    });
+}
+
+TEST_F(EditorCells, aCurrencyShowsItsSeparatorsAndKeepsThePlainNumber) {
+    setField("fMinQty", "fFieldType=12");
+    stage.openNew([this](User& user) {
+        user.typeCell("fps1", kValue, kMinQtyRow, "1234567.5");
+        EXPECT_EQ(value(user, kMinQtyRow), "1234567.5");
+        EXPECT_EQ(cell(kValue, kMinQtyRow).data().toString(), "1,234,567.50");
+        typeName(user, "垫圈");
+        user.answer(MessageKind::information, "数据保存成功!");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(stage.database().value("select fMinQty from ICItem where fItemId=203"), "1234567.5");
+}
+
+TEST_F(EditorCells, aChoiceIsSearchedByTypingAndEscapeLeavesIt) {
+    stage.openNew([](User& user) {
+        user.pickCell("fps1", kValue, kSupplierRow, 0);
+        user.clickCell("fps1", kValue, kSupplierRow);
+        pressLetter(fields(), "南");
+        auto* field = qobject_cast<QLineEdit*>(fields().indexWidget(cell(kValue, kSupplierRow)));
+        ASSERT_NE(field, nullptr);
+        EXPECT_EQ(field->completer()->completionModel()->rowCount(), 1) << "only what contains it is offered";
+        user.press("Enter");
+        EXPECT_EQ(value(user, kSupplierRow), "华南供应");
+        EXPECT_EQ(chosenId(user, kSupplierRow), "202");
+        user.clickCell("fps1", kValue, kSupplierRow);
+        pressLetter(fields(), "东");
+        for (int open = 0; open < 2 && fields().indexWidget(cell(kValue, kSupplierRow)) != nullptr; ++open)
+            user.press("Esc");
+        EXPECT_EQ(value(user, kSupplierRow), "华南供应");
+        pressLetter(fields(), "x");
+        user.press("Enter");
+        EXPECT_EQ(value(user, kSupplierRow), "华南供应") << "nothing contains it";
+    });
+}
+
+TEST_F(EditorCells, enterWalksFromValueToValuePastTheLockedCode) {
+    stage.openNew([](User& user) {
+        std::vector<int> walked;
+        for (int step = 0; step < 8; ++step) {
+            walked.push_back(user.control<EntryGrid>("fps1").activeRow());
+            EXPECT_EQ(user.control<EntryGrid>("fps1").activeColumn(), kValue);
+            user.press("Enter");
+        }
+        EXPECT_EQ(walked, (std::vector<int>{kShortCodeRow, kNameRow, kModelRow, kMinQtyRow, kDayRow, kSupplierRow,
+                                            kCategoryRow, kCategoryRow}));
+    });
+}
+
+TEST_F(EditorCells, lockedCellsCarryTheirColourAndStayLegible) {
+    stage.openNew([](User& user) {
+        const QImage locked = look(kValue, kCodeRow);
+        EXPECT_EQ(locked.pixel(locked.width() / 2, 3), kLocked);
+        EXPECT_GT(contrast(QColor(kLocked), cell(kValue, kCodeRow).data(Qt::ForegroundRole).value<QColor>()), 4.5);
+        EXPECT_GT(pixelsUnlike(locked, 0, kLocked), 10) << "its text shows";
+        const QImage open = look(kValue, kNameRow);
+        EXPECT_NE(open.pixel(open.width() / 2, 3), kLocked);
+        user.clickCell("fps1", kValue, kCodeRow);
+        pressLetter(fields(), "9");
+        EXPECT_EQ(value(user, kCodeRow), "04") << "and nobody types in them";
+    });
+}
+
+TEST_F(EditorCells, aRequiredFieldBearsAStarBesideItsName) {
+    stage.openNew([](User& user) {
+        const auto& grid = user.control<EntryGrid>("fps1");
+        EXPECT_TRUE(grid.required(kCaption, kNameRow));
+        EXPECT_FALSE(grid.required(kCaption, kModelRow));
+        EXPECT_EQ(grid.text(kCaption, kNameRow), "名称");
+        constexpr int kStar = 20;
+        const auto atTheEnd = [](int row) {
+            const QImage image = look(kCaption, row);
+            return pixelsUnlike(image, image.width() - kStar, kLocked);
+        };
+        EXPECT_GT(atTheEnd(kNameRow), 3);
+        EXPECT_EQ(atTheEnd(kModelRow), 0);
+        EXPECT_EQ(cell(kCaption, kNameRow).data(Qt::ToolTipRole).toString(), "必填");
+        EXPECT_EQ(cell(kCaption, kNameRow).data(Qt::AccessibleDescriptionRole).toString(), "必填");
+        EXPECT_FALSE(cell(kCaption, kModelRow).data(Qt::ToolTipRole).isValid());
+    });
+}
+
+TEST_F(EditorCells, aJpegAndABitmapAreShownInTheirProportions) {
+    QImage drawn(60, 20, QImage::Format_RGB32);
+    drawn.fill(Qt::blue);
+    for (const char* format : {"jpg", "bmp"}) {
+        const std::string path = stage.database().folder().file(std::string("wide.") + format);
+        ASSERT_TRUE(drawn.save(QString::fromStdString(path))) << format;
+        stage.openNew([&](User& user) {
+            user.chooseTab("SSTab1", 2);
+            user.chooseFile(path);
+            user.click("cmdAdd");
+            auto* frame = QApplication::activeModalWidget()->findChild<QWidget*>("pict1");
+            const QImage shown = frame->grab().toImage();
+            const auto isBlue = [&shown](int x, int y) {
+                const QColor colour = shown.pixelColor(x, y);
+                return colour.blue() > 200 && colour.red() < 60 && colour.green() < 60;
+            };
+            int wide = 0;
+            int high = 0;
+            for (int x = 0; x < shown.width(); ++x)
+                wide += isBlue(x, shown.height() / 2);
+            for (int y = 0; y < shown.height(); ++y)
+                high += isBlue(shown.width() / 2, y);
+            ASSERT_GT(high, 0) << format;
+            EXPECT_NEAR(static_cast<double>(wide) / high, 3, 0.1) << format;
+        });
+    }
+}
+
+}  // namespace
+}  // namespace orvenmod::test
