@@ -1,26 +1,67 @@
 #include "itemtour.h"
 
+#include <QTemporaryDir>
+
+#include "samplefiles.h"
+
 namespace orvenmod::sample {
 
+namespace {
+
+constexpr int kNameRow = 3;
+constexpr int kModelRow = 4;
+constexpr int kSupplierRow = 15;
+constexpr int kAttachments = 1;
+constexpr int kPhoto = 2;
+
+void attach(Visitor& editor, const QString& file, int row, const QString& caption) {
+    editor.chooseFile(file);
+    editor.click("cmdAddFJ");
+    editor.inputCell("fps2", row, 3, caption);
+}
+
+void addPen(Visitor& editor, const QTemporaryDir& files) {
+    editor.inputCell("fps1", kNameRow, 2, "示例中性笔");
+    editor.inputCell("fps1", kModelRow, 2, "0.5mm 黑");
+    editor.pickCell("fps1", kSupplierRow, 2, "文华制笔厂");
+    editor.picture("new-item", "新增货品：代码已经排好");
+    editor.pictureCellList("fps1", kSupplierRow, 2, "制笔", "supplier-list", "输入几个字就找到供应商");
+    editor.chooseTab("SSTab1", kAttachments);
+    attach(editor, files.filePath("检验报告.txt"), 1, "检验报告");
+    attach(editor, files.filePath("报价单.txt"), 2, "厂家报价");
+    editor.picture("new-attachments", "新增货品：两个附件");
+    editor.chooseTab("SSTab1", kPhoto);
+    editor.chooseFile(files.filePath("中性笔.jpg"));
+    editor.click("cmdAdd");
+    editor.picture("new-photo", "新增货品：图片");
+    editor.expectBox(QMessageBox::Ok, "item-saved", "已保存，可以接着新增");
+    editor.clickTool("Save");
+    editor.boxesDone();
+    editor.chooseTab("SSTab1", 0);
+    editor.picture("next-item", "接着新增：分类不变，代码排到下一个");
+}
+
+void showPen(Visitor& editor) {
+    editor.picture("change-item", "修改货品");
+    editor.chooseTab("SSTab1", kAttachments);
+    editor.picture("attachments", "附件");
+    editor.chooseTab("SSTab1", kPhoto);
+    editor.picture("photo", "物料图片");
+}
+
+}  // namespace
+
 void keepItems(Guide& guide) {
-    guide.play(Guide::kAdministrator, {}, [&guide](Visitor& visitor) {
+    const QTemporaryDir files;
+    drawPhoto(files.filePath("中性笔.jpg"));
+    writeDocument(files.filePath("检验报告.txt"), "书写长度 800 米，符合要求。");
+    writeDocument(files.filePath("报价单.txt"), "0.5mm 黑，每支 0.95 元，1200 支起。");
+    guide.play(Guide::kAdministrator, {}, [&guide, &files](Visitor& visitor) {
         visitor.clickNode("tv1", "中性笔");
-        guide.within("frmBasicInfo", [](Visitor& editor) {
-            editor.inputCell("fps1", 3, 2, "示例中性笔");
-            editor.pickCell("fps1", 15, 2, "文华制笔厂");
-            editor.picture("new-item", "新增货品：代码已经排好");
-            editor.expectBox(QMessageBox::Ok, "item-saved", "已保存，可以接着新增");
-            editor.clickTool("Save");
-        });
+        guide.within("frmBasicInfo", [&files](Visitor& editor) { addPen(editor, files); });
         visitor.chooseMenu("MenuEditNew");
-        visitor.clickRow("vsf1", 2);
-        guide.within("frmBasicInfo", [](Visitor& editor) {
-            editor.picture("change-item", "修改货品");
-            editor.chooseTab("SSTab1", 1);
-            editor.picture("attachments", "附件");
-            editor.chooseTab("SSTab1", 2);
-            editor.picture("photo", "物料图片");
-        });
+        visitor.clickLastRow("vsf1");
+        guide.within("frmBasicInfo", showPen);
         visitor.chooseMenu("MenuEditUpdate");
         visitor.clickRow("vsf1", 1);
         visitor.expectBox(QMessageBox::Yes, "delete-box", "删除前先问");

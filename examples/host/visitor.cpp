@@ -3,8 +3,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QCompleter>
 #include <QContextMenuEvent>
 #include <QDateEdit>
+#include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -115,6 +118,8 @@ void Visitor::clickRow(const QString& grid, int row) {
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, rowCentre(view, row));
 }
 
+void Visitor::clickLastRow(const QString& grid) { clickRow(grid, find<QTableView>(grid).model()->rowCount()); }
+
 void Visitor::doubleClickRow(const QString& grid, int row) {
     auto& view = find<QTableView>(grid);
     const QPoint place = rowCentre(view, row);
@@ -166,6 +171,21 @@ void Visitor::pickCell(const QString& grid, int row, int column, const QString& 
     if (index.data().toString() != entry) throw std::runtime_error("no entry " + entry.toStdString());
 }
 
+void Visitor::pictureCellList(const QString& grid, int row, int column, const QString& typed, const std::string& name,
+                              const std::string& caption) {
+    auto& view = find<QTableView>(grid);
+    const QModelIndex index = view.model()->index(row - 1, column - 1);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
+    auto* field = qobject_cast<QLineEdit*>(view.indexWidget(index));
+    if (field == nullptr) throw std::runtime_error("no list in row " + std::to_string(row));
+    field->selectAll();
+    for (const QChar letter : typed)
+        QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+    picture(name, caption);
+    QTest::keyClick(field->completer()->popup(), Qt::Key_Escape);
+    QTest::keyClick(field, Qt::Key_Escape);
+}
+
 void Visitor::clickTool(const QString& key) {
     for (auto* action : root_->findChildren<QAction*>(key)) {
         action->trigger();
@@ -205,6 +225,19 @@ void Visitor::expectBox(QMessageBox::StandardButton answer, const std::string& n
         --boxes_;
         album_.add(box, name, caption);
         box.button(answer)->click();
+    });
+}
+
+void Visitor::chooseFile(const QString& path) {
+    ++boxes_;
+    const auto shown = []() -> QFileDialog* {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        return dialog != nullptr && dialog->isVisible() ? dialog : nullptr;
+    };
+    whenReady(shown, [this, path](QFileDialog& dialog) {
+        --boxes_;
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
+        QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open), Qt::LeftButton);
     });
 }
 

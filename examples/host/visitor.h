@@ -47,12 +47,16 @@ public:
     void setDate(const QString& picker, int year, int month, int day);
     void clickNode(const QString& tree, const QString& textBegin);
     void clickRow(const QString& grid, int row);
+    void clickLastRow(const QString& grid);
     void doubleClickRow(const QString& grid, int row);
     void keyOnGrid(const QString& grid, Qt::Key key);
     /// Writes a cell with an input method, and closes its field.
     void inputCell(const QString& grid, int row, int column, const QString& text);
     /// Picks the entry of a cell's list by typing it.
     void pickCell(const QString& grid, int row, int column, const QString& entry);
+    /// The list of a cell's choice with what was typed in it; pictured and closed.
+    void pictureCellList(const QString& grid, int row, int column, const QString& typed, const std::string& name,
+                         const std::string& caption);
     void typeCell(const QString& grid, int row, int column, const QString& text);
     /// The popup menu of a tree or grid; pictured, and closed without a choice.
     void pictureMenuOf(const QString& view, const std::string& name, const std::string& caption);
@@ -64,6 +68,8 @@ public:
 
     /// The next box is pictured and answered with the button.
     void expectBox(QMessageBox::StandardButton answer, const std::string& name, const std::string& caption);
+    /// The next file dialog takes the file.
+    void chooseFile(const QString& path);
     /// The next dialog of that name is pictured and closed.
     void expectDialog(const QString& dialog, const std::string& name, const std::string& caption);
     /// Throws where an expected box didn't come.

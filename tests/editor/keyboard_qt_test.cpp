@@ -83,6 +83,15 @@ TEST_F(EditorKeyboard, anAttachmentIsOpenedAndDeletedWithoutAMouse) {
     EXPECT_EQ(stage.database().value("select count(*) from tblItemFJ"), "0");
 }
 
+TEST_F(EditorKeyboard, aTabThatIsClickedTakesTheKeyboardAlong) {
+    stage.openNew([](User& user) {
+        user.chooseTab("SSTab1", 1);
+        EXPECT_TRUE(user.control<Button>("cmdAddFJ").hasFocus());
+        user.chooseTab("SSTab1", 0);
+        EXPECT_TRUE(user.control<EntryGrid>("fps1").hasFocus());
+    });
+}
+
 TEST_F(EditorKeyboard, theToolbarIsReachedByF6) {
     stage.openItem(102, [](User& user) {
         user.press("F6");

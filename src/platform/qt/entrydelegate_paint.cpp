@@ -108,8 +108,10 @@ void EntryDelegate::paintCombo(QPainter& painter, const QStyleOptionViewItem& ce
     arrow.initFrom(&view_);
     arrow.palette = cell.palette;
     arrow.rect = QRect(cell.rect.right() - kArrowWidth + 2, cell.rect.center().y() - 5, 11, 11);
-    if (cell.state.testFlag(QStyle::State_Selected))
-        arrow.palette.setColor(QPalette::ButtonText, cell.palette.color(QPalette::HighlightedText));
+    if (cell.state.testFlag(QStyle::State_Selected)) {
+        for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+            arrow.palette.setColor(role, cell.palette.color(QPalette::HighlightedText));
+    }
     view_.style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, &painter, &view_);
 }
 

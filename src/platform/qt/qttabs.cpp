@@ -1,5 +1,6 @@
 #include "platform/qt/qttabs.h"
 
+#include <QApplication>
 #include <QShortcut>
 #include <QStyleOptionTabWidgetFrame>
 #include <QStylePainter>
@@ -49,11 +50,15 @@ void TabsWidget::paintEvent(QPaintEvent*) {
     painter.drawPrimitive(QStyle::PE_FrameTabWidget, option);
 }
 
+// What had the keyboard on the page that goes hands it to the page that comes.
 void TabsWidget::showPage(int index) {
+    const QWidget* focus = QApplication::focusWidget();
+    const bool handsOver = focus != nullptr && focus != bar_ && isAncestorOf(focus);
     for (std::size_t page = 0; page < pages_.size(); ++page)
         pages_[page]->setVisible(static_cast<int>(page) == index);
     bar_->raise();
     update();
+    if (handsOver) firstStop()->setFocus(Qt::OtherFocusReason);
 }
 
 void TabsWidget::turn(int step) {
