@@ -24,7 +24,8 @@ void createIndexes(Connection& connection, const SchemaTable& table) {
     for (const SchemaIndex& index : table.indexes) {
         const std::string name = "ix_" + std::string(table.name) + "_" + std::to_string(++number);
         connection.execute(std::string(index.unique ? "create unique index " : "create index ") + name + " on " +
-                           std::string(table.name) + "(" + std::string(index.columns) + ")");
+                           std::string(table.name) + "(" + std::string(index.columns) + ")" +
+                           (index.included.empty() ? "" : " include (" + std::string(index.included) + ")"));
     }
 }
 

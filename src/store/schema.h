@@ -19,6 +19,7 @@ struct SchemaColumn {
 struct SchemaIndex {
     std::string_view columns;  ///< "fItemClassId,fNumber"
     bool unique = false;
+    std::string_view included = {};  ///< columns that it carries along, so that a statement needs no row
 };
 
 struct SchemaTable {

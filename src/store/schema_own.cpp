@@ -60,7 +60,8 @@ std::vector<SchemaTable> itemTables() {
           // The third column makes it the best one for a detail item's name; the categories' would look as good.
           {"fItemClassId,fName,fIsDetail"},
           {"fItemClassId,fNBNumber"},
-          {"fItemClassId,fParentId,fShortNumber"},
+          // The next short code is sought among all below one category.
+          {"fItemClassId,fParentId", false, "fShortNumber"},
           {"fItemClassId,fIsDetail,fDepth"},
           {"fParentId"},
           {"fNBNumber"}}},

@@ -243,6 +243,7 @@ struct CreateIndexStatement {
     std::string table;
     bool unique = false;
     std::vector<IndexColumn> columns;
+    std::vector<IndexColumn> included;
 
     const ObjectInfo* object = nullptr;
 };

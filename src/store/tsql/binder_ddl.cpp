@@ -112,14 +112,16 @@ void Binder::bindStatement(CreateIndexStatement& statement) {
         throw Error(kNotSupported, {"an index on a view"});
     }
     statement.object = &object;
-    for (const IndexColumn& column : statement.columns) {
-        const int position = columnOf(object, column.name);
-        if (position < 0) {
-            throw Error(1911, {column.name, object.name});
-        }
-        const Type& type = object.columns[static_cast<std::size_t>(position)].type;
-        if (type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image) {
-            throw Error(1919, {column.name, object.name});
+    for (const auto* columns : {&statement.columns, &statement.included}) {
+        for (const IndexColumn& column : *columns) {
+            const int position = columnOf(object, column.name);
+            if (position < 0) {
+                throw Error(1911, {column.name, object.name});
+            }
+            const Type& type = object.columns[static_cast<std::size_t>(position)].type;
+            if (type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image) {
+                throw Error(1919, {column.name, object.name});
+            }
         }
     }
     for (const std::string& index : object.indexes) {

@@ -94,7 +94,7 @@ private:
     void parseTableConstraint(std::vector<KeyConstraint>& keys, std::vector<CheckConstraint>& checks);
     bool atTableConstraint() const;
     std::vector<IndexColumn> parseIndexColumns();
-    void skipIndexOptions();
+    std::vector<IndexColumn> parseIndexOptions();
     DropStatement parseDrop();
     TransactionStatement parseTransaction();
 

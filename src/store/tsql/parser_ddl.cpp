@@ -101,7 +101,7 @@ void Parser::parseColumnOption(ColumnDefinition& column, std::vector<KeyConstrai
         if (!takeWord("clustered")) {
             takeWord("nonclustered");
         }
-        skipIndexOptions();
+        parseIndexOptions();
         keys.push_back(std::move(key));
     } else if (takeWord("check")) {
         expectSymbol("(");
@@ -138,7 +138,7 @@ void Parser::parseTableConstraint(std::vector<KeyConstraint>& keys, std::vector<
         takeWord("nonclustered");
     }
     key.columns = parseIndexColumns();
-    skipIndexOptions();
+    parseIndexOptions();
     keys.push_back(std::move(key));
 }
 
@@ -158,10 +158,12 @@ std::vector<IndexColumn> Parser::parseIndexColumns() {
     return columns;
 }
 
-/// include (..), with (fillfactor = 80, ..), on filegroup: how an index is kept, not what it means.
-void Parser::skipIndexOptions() {
+/// include (..), with (fillfactor = 80, ..), on filegroup: how an index is kept, not what it means. The columns that it
+/// includes.
+std::vector<IndexColumn> Parser::parseIndexOptions() {
+    std::vector<IndexColumn> included;
     if (takeWord("include")) {
-        parseIndexColumns();
+        included = parseIndexColumns();
     }
     if (peek().isWord("with") && peek(1).isSymbol("(")) {
         at_ += 2;
@@ -176,6 +178,7 @@ void Parser::skipIndexOptions() {
     if (takeWord("on")) {
         takeName();
     }
+    return included;
 }
 
 CreateIndexStatement Parser::parseCreateIndex(bool unique) {
@@ -188,7 +191,7 @@ CreateIndexStatement Parser::parseCreateIndex(bool unique) {
     if (peek().isWord("where")) {
         throw Error(kNotSupported, {"filtered indexes"});
     }
-    skipIndexOptions();
+    statement.included = parseIndexOptions();
     return statement;
 }
 

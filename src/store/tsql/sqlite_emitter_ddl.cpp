@@ -198,10 +198,18 @@ void SqliteEmitter::emitStatement(const CreateIndexStatement& statement) {
     translation_->kind = StatementKind::ddl;
     translation_->cacheable = false;
     translation_->table = statement.object->name;
+    std::string columns = indexColumns(statement.columns, statement.object->columns);
+    // Behind the key, so that the index answers without the row. In a unique one they would be part of the key.
+    if (!statement.unique && !statement.included.empty()) {
+        columns.pop_back();
+        for (const IndexColumn& column : statement.included) {
+            columns += ", " + quoteName(findColumn(statement.object->columns, column.name)->name);
+        }
+        columns += ")";
+    }
     translation_->statements.push_back(std::string("CREATE ") + (statement.unique ? "UNIQUE " : "") + "INDEX " +
                                        quoteName(statement.object->name + "." + statement.name) + " ON " +
-                                       quoteName(statement.object->name) +
-                                       indexColumns(statement.columns, statement.object->columns));
+                                       quoteName(statement.object->name) + columns);
 }
 
 void SqliteEmitter::emitStatement(const CreateViewStatement& statement) {

@@ -106,10 +106,10 @@ TEST_F(Plans, aSaveOfTheEditorIsServedByTheseIndexes) {
         {"update tblItemFJ set fName='a' where fitemid=7 and fentryid=1",
          "SEARCH tblItemFJ USING INDEX tblItemFJ.ix_tblItemFJ_1 (fItemId=? AND fEntryId=?)"},
         {"select isnull(max(len(fshortnumber)),1) as fshortnumber from tblitem where fitemclassid=3 and fparentid=13",
-         "SEARCH tblitem USING INDEX tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=?)"},
+         "SEARCH tblitem USING COVERING INDEX tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=?)"},
         {"select isnull(max(cast(fshortnumber as varchar(10))),0) as fshortnumber from tblitem where fitemclassid=3 "
          "and fparentid=13 and len(fshortnumber)=3",
-         "SEARCH tblitem USING INDEX tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=?)"},
+         "SEARCH tblitem USING COVERING INDEX tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=?)"},
     };
     for (const Served& statement : save) {
         EXPECT_EQ(plan(statement.sql), std::vector<std::string>{statement.by}) << statement.sql;

@@ -113,6 +113,7 @@ TEST(Binder, ChecksWhatADefinitionNeeds) {
     EXPECT_EQ(failureOf("drop table nosuch"), 3701);
     EXPECT_EQ(failureOf("drop table v"), 3705);
     EXPECT_EQ(failureOf("create index i on t(zz)"), 1911);
+    EXPECT_EQ(failureOf("create index i on t(n) include (zz)"), 1911);
     EXPECT_EQ(failureOf("truncate table nosuch"), 4701);
 }
 

@@ -41,6 +41,11 @@ TEST(Definition, IndexesTextsInTheirComparedForm) {
               R"(CREATE INDEX "t.ix" ON "t"("n", rtrim("c") COLLATE NOCASE DESC))");
 }
 
+TEST(Definition, IncludesColumnsBehindTheKeyOfAnIndexButNotOfAUniqueOne) {
+    EXPECT_EQ(emitted("create index ix on t(n) include (C)"), R"(CREATE INDEX "t.ix" ON "t"("n", "c"))");
+    EXPECT_EQ(emitted("create unique index ix on t(n) include (c)"), R"(CREATE UNIQUE INDEX "t.ix" ON "t"("n"))");
+}
+
 TEST(Definition, LeavesNullInTheRowsThatAreThere) {
     const Translation added = translated("alter table t add w varchar(10) default 'x'");
     ASSERT_EQ(added.statements.size(), 2U);
