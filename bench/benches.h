@@ -15,6 +15,7 @@ struct ListTimes {
     double node = 0;
     double search = 0;
     double zero = 0;
+    double save = 0;
 };
 
 /// Rows of the list against the bare loop, their memory, and the commands that run the list again.
@@ -31,6 +32,12 @@ void measureMoves(Report& report, const std::string& folder, int goods);
 void measureGuard(Report& report, const std::string& folder);
 /// The list of a dictionary of 100 thousand entries.
 void measureDictionary(Report& report, const std::string& folder);
+/// The editor of a class with 60 fields, 10 lookups of 10 thousand items and 5 thousand categories.
+void measureEditor(Report& report, const std::string& folder);
+/// A new item saved; the milliseconds.
+double measureSave(Report& report, const std::string& folder, int goods);
+/// Contents of 64 MiB going in and coming back: the memory that they take.
+void measureContents(Report& report, const std::string& folder);
 /// The list as a workbook, in rows a second, and the first page of a long preview.
 void measureOutput(Report& report, const std::string& folder);
 /// A statement whose shape is cached.

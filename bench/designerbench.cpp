@@ -1,21 +1,15 @@
 // The class designer on a database with 500 classes: each command by its window, against the statements that it sent
 // sent once more, without a window. Both work on a fresh copy of the same file.
-#include <exception>
 #include <filesystem>
-#include <functional>
-#include <stdexcept>
 #include <vector>
 
 #include "benches.h"
 #include "designer/frmHSXM.h"
 #include "frame/appstate.h"
 #include "frame/entry/startup.h"
-#include "frame/services.h"
+#include "memorystage.h"
 #include "platform/controls.h"
 #include "platform/entrygrid.h"
-#include "platform/memory/memorydriver.h"
-#include "platform/memory/memorytoolkit.h"
-#include "platform/memory/memorywindow.h"
 #include "platform/tree.h"
 #include "stage.h"
 #include "store/sqlite/sqlitestore.h"
@@ -63,35 +57,6 @@ std::string classDatabase(const std::string& folder) {
     });
 }
 
-using Steps = std::function<void(MemoryWindow&)>;
-
-/// Works in each window that opens, in turn.
-class Worker : public platform::memory::MemoryDriver {
-public:
-    std::vector<std::pair<std::string, Steps>> steps;
-    std::exception_ptr failure;  // for whoever opened the window: nothing may pass the toolkit
-
-    void onModal(MemoryWindow& window) override {
-        try {
-            if (steps.empty() || steps.front().first != window.name()) {
-                throw std::logic_error("unexpected " + window.name());
-            }
-            const Steps mine = std::move(steps.front().second);
-            steps.erase(steps.begin());
-            mine(window);
-        } catch (...) {
-            if (!failure) failure = std::current_exception();
-        }
-    }
-    platform::Answer onMessage(platform::MessageKind kind, const std::string& text, const std::string&) override {
-        if (kind != platform::MessageKind::information) throw std::runtime_error(text);
-        return platform::Answer::ok;
-    }
-    std::string onFileDialog(bool, const std::string&) override { return ""; }
-    void onPopUp(platform::memory::MemoryMenu&) override {}
-    void onDocument(const std::string&) override {}
-};
-
 void choose(MemoryWindow& window, const char* menu) { window.get<platform::Menu>(menu).click.raise(); }
 
 void select(MemoryWindow& window, const std::string& key) {
@@ -111,38 +76,25 @@ struct Command {
 
 class Stage {
 public:
-    explicit Stage(const std::string& folder)
-        : file_(classDatabase(folder)),
-          copy_(folder + "/classes-copy.db"),
-          tracing_(componentStore(), [this](const store::TraceRecord& record) { records_.push_back(record); }),
-          toolkit_(worker_),
-          services_{tracing_, toolkit_, before_.settings, before_.iniFiles, before_.folders, before_.clock} {
-        useServices(&services_);
-    }
-    ~Stage() {
-        useServices(&before_);
-        appState().gConn.reset();
-    }
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+    explicit Stage(const std::string& folder) : file_(classDatabase(folder)), copy_(folder + "/classes-copy.db") {}
 
     /// Milliseconds by the window; the statements stay for bare().
     double byWindow(const Command& command) {
         freshCopy();
         double took = 0;
-        worker_.steps.emplace_back("frmHSXM", [&](MemoryWindow& main) {
+        windows_.onWindow("frmHSXM", [&](MemoryWindow& main) {
             select(main, "D1001");
-            worker_.steps.emplace_back(command.window, [&](MemoryWindow& window) {
+            windows_.onWindow(command.window, [&](MemoryWindow& window) {
                 command.prepare(window);
-                records_.clear();
+                windows_.forgetRecords();
                 took = leastOf(1, [&] { command.press(window); });
-                sent_ = records_;
+                sent_ = windows_.records();
             });
             choose(main, command.menu);
         });
         appState().gConnStr = targetOf(copy_);
         frmHSXM::instance().show();
-        if (worker_.failure) std::rethrow_exception(worker_.failure);
+        windows_.check();
         return took;
     }
 
@@ -171,15 +123,10 @@ private:
         fs::copy_file(file_, copy_, fs::copy_options::overwrite_existing);
     }
 
-    Services& before_ = services();
     std::string file_;
     std::string copy_;
-    std::vector<store::TraceRecord> records_;
     std::vector<store::TraceRecord> sent_;
-    store::TracingStore tracing_;
-    Worker worker_;
-    platform::memory::MemoryToolkit toolkit_;
-    Services services_;
+    MemoryStage windows_;
 };
 
 void pressTool(MemoryWindow& window, const char* key) {

@@ -3,7 +3,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "barelist.h"
+#include "bareloop.h"
 #include "benches.h"
 #include "dictionary/frmJCZLList.h"
 #include "frame/appstate.h"
@@ -38,7 +38,8 @@ void measureDictionary(Report& report, const std::string& folder) {
     AppState& state = appState();
     state.gConnStr = target;
     state.gItemClassId = kDictionary;
-    BareList bareList(target, "select fitemid,fname,fnumber from tblSubType where fitemclassid=501 order by fnumber ");
+    BareLoop bareList(target,
+                      {"select fitemid,fname,fnumber from tblSubType where fitemclassid=501 order by fnumber "});
     frmJCZLList& window = frmJCZLList::instance().loaded();
     double ours = std::numeric_limits<double>::max();
     double bare = ours;

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "barelist.h"
+#include "bareloop.h"
 #include "benches.h"
 #include "browser/listgrid.h"
 #include "frame/appstate.h"
@@ -40,7 +40,7 @@ ListTimes measureList(Report& report, const std::string& folder, int goods) {
     ListStage stage(target);
     stage.list().getListInfo(2);
 
-    BareList bare(target, listStatement());
+    BareLoop bare(target, {listStatement()});
     std::size_t textBytes = bare.run();
     Adodc rows(stage.grid());
     rows.setConnectionString(target);

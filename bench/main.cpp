@@ -30,6 +30,7 @@ void compareSizes(Report& report, const std::vector<ListTimes>& all) {
         compare("findInfo on a category", small.node, large.node);
         compare("search with 包含", small.search, large.search);
         compare("clearZero", small.zero, large.zero);
+        compare("saving a new item", small.save, large.save);
     }
 }
 
@@ -42,6 +43,7 @@ int run(const std::string& folder, const std::vector<int>& sizes) {
         report.heading(std::to_string(goods) + " goods");
         all.push_back(measureList(report, folder, goods));
         measureWindow(report, folder, goods, all.back().bare);
+        all.back().save = measureSave(report, folder, goods);
     }
     compareSizes(report, all);
     report.heading("tree");
@@ -52,6 +54,9 @@ int run(const std::string& folder, const std::vector<int>& sizes) {
     measureGuard(report, folder);
     report.heading("dictionary");
     measureDictionary(report, folder);
+    report.heading("editor");
+    measureEditor(report, folder);
+    measureContents(report, folder);
     report.heading("class designer");
     measureDesigner(report, folder);
     report.heading("export and preview");

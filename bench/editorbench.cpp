@@ -1,0 +1,199 @@
+// The editor of a wide class: opened for a new item and for a stored one, against the statements that it sends.
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+#include <limits>
+#include <stdexcept>
+
+#include "bareloop.h"
+#include "benches.h"
+#include "editor/frmBasicInfo.h"
+#include "frame/appstate.h"
+#include "frame/entry/startup.h"
+#include "memorystage.h"
+#include "platform/entrygrid.h"
+#include "platform/qt/qttoolkit.h"
+#include "store/schema.h"
+#include "store/sqlite/sqlitestore.h"
+
+namespace orvenmod::bench {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kFields = 60;
+constexpr int kLookups = 10;
+constexpr int kEntries = 10000;
+constexpr int kCategories = 5000;
+constexpr int kClass = 1001;
+constexpr int kFirstLookup = 1101;
+constexpr int kItem = 900000;
+constexpr int kCategory = 200;  // one of the second level
+constexpr int kRuns = 8;
+
+std::string targetOf(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
+
+bool isLookup(int field) { return field > kFields - kLookups; }
+
+std::string fieldName(int field) {
+    constexpr const char* kBase[] = {"fShortNumber", "fNumber", "fName"};
+    return field <= 3 ? kBase[field - 1] : "f" + std::to_string(field);
+}
+
+void addItem(store::Connection& connection, int id, int itemClass, const std::string& parent, int depth, bool detail,
+             const std::string& code) {
+    connection.execute(
+        "insert into tblItem(fItemId,fNumber,fName,fItemClassId,fParentId,fIsDetail,fDepth,fIsLock,fNBNumber,"
+        "fShortNumber) values(" +
+        std::to_string(id) + ",'" + code + "','名称" + code + "'," + std::to_string(itemClass) + "," + parent + "," +
+        (detail ? "1" : "0") + "," + std::to_string(depth) + ",0,'." + std::to_string(id) + ".','001')");
+}
+
+void addFields(store::Connection& connection) {
+    for (int field = 1; field <= kFields; ++field) {
+        const std::string number = std::to_string(field);
+        const std::string source = isLookup(field) ? std::to_string(kFirstLookup + kFields - field) : "0";
+        connection.execute(
+            "insert into tblTableInfo(fItemClassId,fInterId,fName,fFieldName,fFieldType,fIsVisible,fIsNull,"
+            "fValueItemId,fItemType) values(" +
+            std::to_string(kClass) + "," + number + ",'字段" + number + "','" + fieldName(field) + "',1,1,0," + source +
+            ",'0')");
+    }
+}
+
+void addTableAndView(store::Connection& connection) {
+    std::string columns = "fitemid int,fnumber varchar(100),fname varchar(100)";
+    std::string names;
+    std::string joins;
+    for (int field = 4; field <= kFields; ++field) {
+        const std::string name = fieldName(field);
+        columns += "," + name + (isLookup(field) ? " int" : " varchar(50)");
+        if (!isLookup(field)) continue;
+        names += ",t" + name + ".fName as " + name + "Name";
+        joins += " left join tblItem as t" + name + " on t" + name + ".fItemId=a." + name;
+    }
+    connection.execute("create table tblWide(" + columns + ",primary key (fitemid))");
+    connection.execute(
+        "create view vWide as select a.*,b.fShortNumber,b.fParentId,c.fName as fParentIdName,c.fDepth as fParentDepth,"
+        "c.fNumber as fParentIdNumber" +
+        names +
+        " from tblWide as a left join tblItem as b on a.fItemId=b.fItemId left join tblItem as c on "
+        "c.fItemId=b.fParentId" +
+        joins);
+}
+
+void fill(store::Connection& connection) {
+    addFields(connection);
+    for (int id = 1; id <= kCategories; ++id) {
+        const int depth = id <= 10 ? 1 : id <= 500 ? 2 : 3;
+        const int parent = depth == 1 ? 0 : depth == 2 ? id % 10 + 1 : 11 + id % 490;
+        addItem(connection, id, kClass, std::to_string(parent), depth, false, std::to_string(10000 + id));
+    }
+    for (int lookup = 0; lookup < kLookups; ++lookup) {
+        for (int entry = 0; entry < kEntries; ++entry) {
+            addItem(connection, 10000 + lookup * kEntries + entry, kFirstLookup + lookup, "0", 1, true,
+                    std::to_string(100000 + entry));
+        }
+    }
+    addTableAndView(connection);
+    addItem(connection, kItem, kClass, std::to_string(kCategory), 3, true, "10200.001");
+    connection.execute("insert into tblWide(fitemid,fnumber,fname,f60,f51) values(" + std::to_string(kItem) +
+                       ",'10200.001','名称',15000,109999)");
+}
+
+std::string wideDatabase(const std::string& folder) {
+    const std::string file = folder + "/editor-" + std::to_string(kFields) + ".db";
+    if (fs::exists(file)) return targetOf(file);
+    const std::string growing = file + ".new";
+    fs::remove(growing);
+    const auto connection = componentStore().connect(targetOf(growing) + ";Mode=Create");
+    store::createSchema(*connection);
+    connection->beginTrans();
+    fill(*connection);
+    connection->commitTrans();
+    connection->close();
+    store::sqlite::SqliteStore::dropIdleHandles();
+    fs::rename(growing, file);
+    return targetOf(file);
+}
+
+void chooseItem(const std::string& target, std::int16_t editMode) {
+    AppState& state = appState();
+    state.gConnStr = target;
+    state.gItemClassId = kClass;
+    state.gItemName = "宽表";
+    state.gItemTable = "tblWide";
+    state.gViewName = "vWide";
+    state.gIsAdmin = 1;
+    state.gEditMode = editMode;
+    state.gCurItemId = kItem;
+    state.gCurParentId = kCategory;
+}
+
+struct Opening {
+    const char* name;
+    std::int16_t editMode;
+};
+
+/// The statements alone, in milliseconds.
+double measureOpening(Report& report, const std::string& target, const Opening& opening) {
+    double ours = std::numeric_limits<double>::max();
+    double bare = ours;
+    MemoryStage windows;
+    std::unique_ptr<BareLoop> statements;
+    for (int run = 0; run < kRuns; ++run) {
+        chooseItem(target, opening.editMode);
+        windows.forgetRecords();
+        double loaded = 0;
+        windows.onWindow("frmBasicInfo", [&](platform::memory::MemoryWindow& window) {
+            loaded = threadMilliseconds();
+            if (window.get<platform::EntryGrid>("fps1").rowCount() != kFields + 1) throw std::logic_error("no grid");
+        });
+        const double begin = threadMilliseconds();
+        frmBasicInfo::instance().show(nullptr);
+        windows.check();
+        ours = std::min(ours, loaded - begin);
+        if (!statements) statements = std::make_unique<BareLoop>(target, statementsOf(windows.records()));
+        bare = std::min(bare, leastOf(1, [&] { statements->run(); }));
+    }
+    report.ratio(opening.name, ours, "its statements alone", bare, 1.5, "ms");
+    return bare;
+}
+
+void measurePainted(Report& report, const std::string& target, double bare) {
+    auto* toolkit = dynamic_cast<platform::qt::QtToolkit*>(&services().toolkit);
+    if (toolkit == nullptr) throw std::logic_error("the window is measured on the Qt toolkit");
+    double painted = 0;
+    std::chrono::steady_clock::time_point paintedAt;
+    toolkit->setModalObserver([&](platform::Window& window) {
+        painted = threadMilliseconds();
+        paintedAt = std::chrono::steady_clock::now();
+        window.close();
+    });
+    double least = std::numeric_limits<double>::max();
+    double byClock = least;
+    for (int run = 0; run < kRuns; ++run) {
+        chooseItem(target, 1);
+        const double begin = threadMilliseconds();
+        const auto shown = std::chrono::steady_clock::now();
+        frmBasicInfo::instance().show(nullptr);
+        const std::chrono::duration<double, std::milli> waited = paintedAt - shown;
+        least = std::min(least, painted - begin);
+        byClock = std::min(byClock, waited.count());
+    }
+    toolkit->setModalObserver({});
+    report.ratio("a stored item to the first paint", least, "1.5 times these + 150 ms", 1.5 * bare + 150, 1.0, "ms");
+    report.note("  by the clock, with the machine's other work: " + std::to_string(std::lround(byClock)) + " ms");
+}
+
+}  // namespace
+
+void measureEditor(Report& report, const std::string& folder) {
+    const std::string target = wideDatabase(folder);
+    measureOpening(report, target, {"opening for a new item", 0});
+    const double bare = measureOpening(report, target, {"opening for a stored item", 1});
+    measurePainted(report, target, bare);
+}
+
+}  // namespace orvenmod::bench

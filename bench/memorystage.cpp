@@ -1,0 +1,53 @@
+#include "memorystage.h"
+
+#include <stdexcept>
+
+#include "frame/appstate.h"
+#include "frame/entry/startup.h"
+
+namespace orvenmod::bench {
+
+using platform::memory::MemoryWindow;
+
+MemoryStage::MemoryStage()
+    : before_(services()),
+      tracing_(componentStore(), [this](const store::TraceRecord& record) { records_.push_back(record); }),
+      toolkit_(*this),
+      services_{tracing_, toolkit_, before_.settings, before_.iniFiles, before_.folders, before_.clock} {
+    useServices(&services_);
+}
+
+MemoryStage::~MemoryStage() {
+    useServices(&before_);
+    appState().gConn.reset();
+}
+
+void MemoryStage::onModal(MemoryWindow& window) {
+    try {
+        if (steps_.empty() || steps_.front().first != window.name()) {
+            throw std::logic_error("unexpected " + window.name());
+        }
+        const Steps mine = std::move(steps_.front().second);
+        steps_.erase(steps_.begin());
+        mine(window);
+    } catch (...) {
+        if (!failure_) failure_ = std::current_exception();
+    }
+}
+
+platform::Answer MemoryStage::onMessage(platform::MessageKind kind, const std::string& text, const std::string&) {
+    if (kind != platform::MessageKind::information) throw std::runtime_error(text);
+    return platform::Answer::ok;
+}
+
+std::vector<std::string> statementsOf(const std::vector<store::TraceRecord>& records) {
+    std::vector<std::string> all;
+    for (const store::TraceRecord& record : records) {
+        if (record.operation == "open" || record.operation == "execute") all.push_back(record.sql);
+        if (record.operation == "begin") all.emplace_back("begin transaction");
+        if (record.operation == "commit") all.emplace_back("commit transaction");
+    }
+    return all;
+}
+
+}  // namespace orvenmod::bench
