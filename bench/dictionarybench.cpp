@@ -40,12 +40,12 @@ void measureDictionary(Report& report, const std::string& folder) {
     state.gItemClassId = kDictionary;
     BareLoop bareList(target,
                       {"select fitemid,fname,fnumber from tblSubType where fitemclassid=501 order by fnumber "});
-    frmJCZLList& window = frmJCZLList::instance().loaded();
+    EntryWindow& window = frmJCZLList::instance().loaded();
     double ours = std::numeric_limits<double>::max();
     double bare = ours;
     for (int run = 0; run < kRuns; ++run) {
         bare = std::min(bare, leastOf(1, [&] { bareList.run(); }));
-        ours = std::min(ours, leastOf(1, [&] { window.getDetail(kDictionary, 1); }));
+        ours = std::min(ours, leastOf(1, [&] { window.refreshEntries(kDictionary); }));
     }
     if (window.vsf1().rowCount() != kEntries + 1) throw std::runtime_error("the list isn't whole");
     window.unload();

@@ -25,8 +25,6 @@ namespace {
 
 constexpr const char* kImage = "Folder";
 
-bool isGranted(const char* digits) { return isHaveRight(appState().gRightPrefix + digits); }
-
 }  // namespace
 
 struct frmJCBasicInfo::Loaded {
@@ -60,33 +58,14 @@ frmJCBasicInfo::Loaded& frmJCBasicInfo::form() {
 
 void frmJCBasicInfo::unload() { form_.reset(); }
 
-void frmJCBasicInfo::make() {
+platform::Window& frmJCBasicInfo::make() {
     form_ = std::make_unique<Loaded>(services().toolkit.createWindow(dictionariesDesign()));
     connectEvents();
     connectMenus();
+    return *form().window;
 }
 
-void frmJCBasicInfo::show() {
-    make();
-    // However the window ends, it and the one loaded unseen for it end here.
-    const std::shared_ptr<void> atEnd(nullptr, [this](void*) {
-        unload();
-        frmJCZLList::instance().unload();
-    });
-    form().window->showModal([this] { Form_Load(); });
-}
-
-frmJCBasicInfo& frmJCBasicInfo::loaded() {
-    if (form_) return *this;
-    make();
-    try {
-        Form_Load();
-    } catch (...) {
-        unload();
-        throw;
-    }
-    return *this;
-}
+EntryWindow& frmJCBasicInfo::other() { return frmJCZLList::instance(); }
 
 platform::Tree& frmJCBasicInfo::tv1() { return form().tv1; }
 platform::ListGrid& frmJCBasicInfo::vsf1() { return form().vsf1; }
@@ -180,7 +159,7 @@ bool frmJCBasicInfo::exportToExcel() {
 }
 
 void frmJCBasicInfo::MenuJCZLNew1_Click() {
-    if (!isGranted("01")) return;
+    if (!isEntryRightGranted("01")) return;
     appState().gDictTypeEditMode = 0;
     frmJCZLType(*this).show();
 }
@@ -199,23 +178,23 @@ bool frmJCBasicInfo::takeSelectedClass(const char* refusalOfRoot) {
 }
 
 void frmJCBasicInfo::MenuJCZLUpdate1_Click() {
-    if (!isGranted("02") || !takeSelectedClass("请选择基础资料类别进行修改")) return;
+    if (!isEntryRightGranted("02") || !takeSelectedClass("请选择基础资料类别进行修改")) return;
     appState().gEditMode = 1;
     frmJCZLType(*this).show();
 }
 
 void frmJCBasicInfo::MenuJCZLNew_Click() {
-    if (!isGranted("04") || !takeSelectedClass("请选择基础资料类别进行新增")) return;
+    if (!isEntryRightGranted("04") || !takeSelectedClass("请选择基础资料类别进行新增")) return;
     appState().gEditMode = 0;
     frmJCZL().show();
 }
 
 void frmJCBasicInfo::MenuUpdateJCZL_Click() {
-    if (isGranted("05")) form().entries.updateRow();
+    if (isEntryRightGranted("05")) form().entries.updateRow();
 }
 
 void frmJCBasicInfo::MenuDelJCZL_Click() {
-    if (isGranted("06")) form().entries.deleteRow();
+    if (isEntryRightGranted("06")) form().entries.deleteRow();
 }
 
 }  // namespace orvenmod

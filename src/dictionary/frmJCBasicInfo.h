@@ -1,16 +1,13 @@
 // The manager of the dictionaries: all of them in a tree, the entries of the chosen one in a list.
 // clsJCZL.mainInterface shows it.
-//
-// One object for the process. It is loaded by show(), or unseen by the first call of loaded(), and stays loaded until
-// the window in front of the host has closed.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <string>
 
+#include "dictionary/entrywindow.h"
 #include "dictionary/frmJCZLType.h"
-#include "dictionary/refreshedlist.h"
 
 namespace orvenmod {
 
@@ -18,11 +15,7 @@ class frmJCBasicInfo : public EntryWindow, public DictionaryTree {
 public:
     static frmJCBasicInfo& instance();
 
-    /// Shows the window modally. A failure while it loads goes to the caller, and the window is gone.
-    void show();
-    /// The window, loaded unseen where it isn't yet.
-    frmJCBasicInfo& loaded();
-    void unload();
+    void unload() override;
 
     platform::Tree& tv1() override;
     platform::ListGrid& vsf1() override;
@@ -38,12 +31,14 @@ private:
     frmJCBasicInfo();
     ~frmJCBasicInfo() override;
 
-    void make();
+    bool isLoaded() const override { return form_ != nullptr; }
+    platform::Window& make() override;
+    EntryWindow& other() override;
     void connectEvents();
     void connectMenus();
     Loaded& form();
 
-    void Form_Load();
+    void Form_Load() override;
     void Form_Resize();
     void tv1_NodeClick(const std::string& key);
     void Toolbar1_ButtonClick(const std::string& key);

@@ -23,8 +23,6 @@ constexpr int kNew = 1;
 constexpr int kUpdate = 2;
 constexpr int kDelete = 3;
 
-bool isGranted(const char* digits) { return isHaveRight(appState().gRightPrefix + digits); }
-
 }  // namespace
 
 struct frmJCZLList::Loaded {
@@ -51,35 +49,16 @@ frmJCZLList::Loaded& frmJCZLList::form() {
 
 void frmJCZLList::unload() { form_.reset(); }
 
-void frmJCZLList::make() {
+platform::Window& frmJCZLList::make() {
     form_ = std::make_unique<Loaded>(services().toolkit.createWindow(entryListDesign()));
     for (int index = kClose; index <= kDelete; ++index) {
         form().window->get<platform::Button>("cmd", index).click = [this, index] { cmd_Click(index); };
     }
     form().vsf1.doubleClick = [this] { vsf1_DblClick(); };
+    return *form().window;
 }
 
-void frmJCZLList::show() {
-    make();
-    // However the window ends, it and the one loaded unseen for it end here.
-    const std::shared_ptr<void> atEnd(nullptr, [this](void*) {
-        unload();
-        frmJCBasicInfo::instance().unload();
-    });
-    form().window->showModal([this] { Form_Load(); });
-}
-
-frmJCZLList& frmJCZLList::loaded() {
-    if (form_) return *this;
-    make();
-    try {
-        Form_Load();
-    } catch (...) {
-        unload();
-        throw;
-    }
-    return *this;
-}
+EntryWindow& frmJCZLList::other() { return frmJCBasicInfo::instance(); }
 
 platform::ListGrid& frmJCZLList::vsf1() { return form().vsf1; }
 
@@ -113,15 +92,15 @@ void frmJCZLList::cmd_Click(int Index) {
             form().window->close();
             break;
         case kNew:
-            if (!isGranted("04")) return;
+            if (!isEntryRightGranted("04")) return;
             appState().gEditMode = 0;
             frmJCZL().show();
             break;
         case kUpdate:
-            if (isGranted("05")) form().entries.updateRow();
+            if (isEntryRightGranted("05")) form().entries.updateRow();
             break;
         case kDelete:
-            if (isGranted("06")) form().entries.deleteRow();
+            if (isEntryRightGranted("06")) form().entries.deleteRow();
             break;
         default:
             break;

@@ -1,13 +1,10 @@
 // The entries of one dictionary, to manage it or to pick one for the host. clsJCZL.mainSingleInterface shows it.
-//
-// One object for the process. It is loaded by show(), or unseen by the first call of loaded(), and stays loaded until
-// the window in front of the host has closed.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 
-#include "dictionary/refreshedlist.h"
+#include "dictionary/entrywindow.h"
 
 namespace orvenmod {
 
@@ -15,11 +12,7 @@ class frmJCZLList : public EntryWindow {
 public:
     static frmJCZLList& instance();
 
-    /// Shows the window modally. A failure while it loads goes to the caller, and the window is gone.
-    void show();
-    /// The window, loaded unseen where it isn't yet.
-    frmJCZLList& loaded();
-    void unload();
+    void unload() override;
 
     platform::ListGrid& vsf1() override;
     /// Reads the entries; with `fType` 0 also the dictionary's name into gItemName.
@@ -33,10 +26,12 @@ private:
     frmJCZLList();
     ~frmJCZLList() override;
 
-    void make();
+    bool isLoaded() const override { return form_ != nullptr; }
+    platform::Window& make() override;
+    EntryWindow& other() override;
     Loaded& form();
 
-    void Form_Load();
+    void Form_Load() override;
     void cmd_Click(int Index);
     void vsf1_DblClick();
     void returnSelected();

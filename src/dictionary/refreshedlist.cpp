@@ -1,5 +1,6 @@
 #include "dictionary/refreshedlist.h"
 
+#include "dictionary/entrylist.h"
 #include "dictionary/frmJCBasicInfo.h"
 #include "dictionary/frmJCZLList.h"
 #include "frame/appstate.h"
@@ -7,8 +8,8 @@
 namespace orvenmod {
 
 void refreshEntryList() {
-    EntryWindow& window = appState().gItemCalled != 0 ? static_cast<EntryWindow&>(frmJCZLList::instance().loaded())
-                                                      : frmJCBasicInfo::instance().loaded();
+    EntryWindow& window =
+        appState().gItemCalled != 0 ? frmJCZLList::instance().loaded() : frmJCBasicInfo::instance().loaded();
     const int row = window.vsf1().currentRow();
     window.refreshEntries(appState().gItemClassId);
     EntryList(window.vsf1()).markRow(row);
