@@ -9,6 +9,7 @@
 #include "editor/frmBasicInfo.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/enterkey.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
 #include "hierarchy/itemcommands.h"
@@ -101,9 +102,7 @@ void frmBasicInfoList::connectEvents() {
     onClick("cmdRemoveItem", [this] { shown().bill.removeItem(); });
     window.get<platform::Combo>("PC", 0).selectionChange = [this] { shown().seekBar.PC_SelChange(0); };
     window.get<platform::Combo>("PC", 1).selectionChange = [this] { shown().seekBar.PC_SelChange(1); };
-    window.get<platform::Edit>("txtSearch").keyDown = [](int key) {
-        if (key == platform::kKeyEnter) services().toolkit.sendTab();
-    };
+    moveOnByEnter({&window.get<platform::Edit>("txtSearch")});
     window.get<platform::Toolbar>("Toolbar1").buttonClick = [this](const std::string& key) {
         Toolbar1_ButtonClick(key);
     };

@@ -8,6 +8,7 @@
 #include "designer/saving.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/enterkey.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
 
@@ -45,12 +46,7 @@ void frmHSXMNew::show(ClassBrowser& opener) {
 }
 
 void frmHSXMNew::connectEvents() {
-    const auto tabOnEnter = [](int key) {
-        if (key == platform::kKeyEnter) services().toolkit.sendTab();
-    };
-    window().get<Edit>("txtType").keyDown = tabOnEnter;
-    window().get<Edit>("txt", 0).keyDown = tabOnEnter;
-    window().get<Edit>("txt", 1).keyDown = tabOnEnter;
+    moveOnByEnter({&window().get<Edit>("txtType"), &window().get<Edit>("txt", 0), &window().get<Edit>("txt", 1)});
     window().get<Button>("cmdOK").click = [this] { cmdOK_Click(); };
     window().get<Button>("cmdClose").click = [this] { window().close(); };
 }

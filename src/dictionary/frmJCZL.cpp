@@ -7,6 +7,7 @@
 #include "dictionary/refreshedlist.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/enterkey.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
 
@@ -38,11 +39,7 @@ frmJCZL::frmJCZL()
       cmdOK_(window_->get<platform::Button>("cmdOK")) {}
 
 void frmJCZL::show() {
-    for (platform::Edit* edit : {&code_, &name_}) {
-        edit->keyDown = [](int key) {
-            if (key == platform::kKeyEnter) services().toolkit.sendTab();
-        };
-    }
+    moveOnByEnter({&code_, &name_});
     cmdOK_.click = [this] { cmdOK_Click(); };
     window_->get<platform::Button>("cmdClose").click = [this] { window_->close(); };
     window_->showModal([this] { Form_Load(); });

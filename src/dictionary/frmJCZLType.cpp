@@ -6,6 +6,7 @@
 #include "dictionary/frmJCZLType_design.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/enterkey.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
 #include "hierarchy/treenodes.h"
@@ -20,11 +21,7 @@ frmJCZLType::frmJCZLType(DictionaryTree& behind)
       cmdOK_(window_->get<platform::Button>("cmdOK")) {}
 
 void frmJCZLType::show() {
-    for (platform::Edit* edit : {&txt1_, &txt_}) {
-        edit->keyDown = [](int key) {
-            if (key == platform::kKeyEnter) services().toolkit.sendTab();
-        };
-    }
+    moveOnByEnter({&txt1_, &txt_});
     cmdOK_.click = [this] { cmdOK_Click(); };
     window_->get<platform::Button>("cmdClose").click = [this] { window_->close(); };
     window_->showModal([this] { Form_Load(); });

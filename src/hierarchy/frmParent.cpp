@@ -2,6 +2,7 @@
 
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/enterkey.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
 #include "hierarchy/categoryinsert.h"
@@ -52,11 +53,7 @@ void frmParent::connectEvents() {
     window_->unload = [this] { Form_Unload(); };
     cmb_.selectionChange = [this] { cmb_Click(); };
     short_.change = [this] { shortCode_Change(); };
-    for (Edit* edit : {&name_, &short_, &code_}) {
-        edit->keyDown = [](int key) {
-            if (key == platform::kKeyEnter) services().toolkit.sendTab();
-        };
-    }
+    moveOnByEnter({&name_, &short_, &code_});
     cmdOperate_.click = [this] { cmdOperate_Click(); };
     window_->get<Button>("cmdClose").click = [this] { window_->close(); };
 }
