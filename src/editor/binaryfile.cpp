@@ -31,6 +31,28 @@ std::string cutName(const std::string& name) {
     return name.substr(0, end) + name.substr(dot);
 }
 
+// The bytes of the control character that the text begins with, 0 for none. Those that turn the direction of writing
+// count: a name with them shows as another.
+std::size_t controlLength(std::string_view text) {
+    const auto byte = [text](std::size_t at) { return at < text.size() ? static_cast<unsigned char>(text[at]) : 0; };
+    if (byte(0) < 0x20 || byte(0) == 0x7F) return 1;
+    if (byte(0) == 0xC2 && byte(1) >= 0x80 && byte(1) <= 0x9F) return 2;
+    if (byte(0) != 0xE2) return 0;
+    const bool marks = byte(1) == 0x80 && byte(2) >= 0xAA && byte(2) <= 0xAE;
+    const bool isolates = byte(1) == 0x81 && byte(2) >= 0xA6 && byte(2) <= 0xA9;
+    return marks || isolates ? 3 : 0;
+}
+
+std::string withoutControls(std::string_view text) {
+    std::string plain;
+    while (!text.empty()) {
+        const std::size_t length = controlLength(text);
+        if (length == 0) plain += text.front();
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return plain;
+}
+
 }  // namespace
 
 std::vector<std::byte> readFile(const std::string& path) {
@@ -72,11 +94,9 @@ std::string suffixOf(const std::string& path) {
 }
 
 std::string plainFileName(const std::string& stored) {
-    std::string name = stored.substr(stored.find_last_of("/\\:") + 1);
-    std::erase_if(name, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
-    name = trim(name);
-    // Full stops alone name folders, and at the end some platforms drop them.
-    while (!name.empty() && name.back() == '.')
+    std::string name = trim(withoutControls(stored.substr(stored.find_last_of("/\\:") + 1)));
+    // Full stops alone name folders, and at the end some platforms drop them and blanks.
+    while (!name.empty() && (name.back() == '.' || name.back() == ' '))
         name.pop_back();
     return name.empty() ? kNameless : cutName(name);
 }

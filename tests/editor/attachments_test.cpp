@@ -172,32 +172,6 @@ TEST_F(EditorAttachments, twoRowsOfOneEntryAppendTheirNames) {
     EXPECT_EQ(stored(), "0") << "both rows of the entry go";
 }
 
-TEST_F(EditorAttachments, hostileNamesStayInTheirFolder) {
-    const Texts hostile = {"../../etc/passwd",
-                           "..\\..\\boot.ini",
-                           "C:\\Windows\\x.exe",
-                           "C:x",
-                           "..",
-                           ".",
-                           "...",
-                           "",
-                           "/",
-                           "a/b\nc",
-                           "\x01\x02",
-                           "  ",
-                           "nul\\",
-                           std::string(400, 'x') + ".txt"};
-    for (const std::string& name : hostile) {
-        const fs::path folder = "/private";
-        const fs::path path = (folder / plainFileName(name)).lexically_normal();
-        EXPECT_EQ(path.parent_path(), folder) << name;
-        EXPECT_FALSE(path.filename().empty()) << name;
-        EXPECT_LE(path.filename().string().size(), 200U);
-    }
-    EXPECT_EQ(plainFileName("../../图纸 v1.2.pdf"), "图纸 v1.2.pdf");
-    EXPECT_TRUE(plainFileName(std::string(400, 'x') + ".txt").ends_with("x.txt"));
-}
-
 TEST_F(EditorAttachments, aFileThatVanishedUndoesTheItem) {
     const std::string path = stage.makeFile("a.txt", "a");
     stage.openNew([&](User& user) {
@@ -230,6 +204,50 @@ TEST_F(EditorAttachments, contentsComeBackTheSame) {
             EXPECT_TRUE(Stage::contents(script().documents().back()) == content) << size;
         });
     }
+}
+
+TEST_F(EditorAttachments, aFileInTheWayThatCannotBeRemovedIsTold) {
+    stage.storeAttachment(4, "a.txt", "first");
+    stage.storeAttachment(5, "b.txt", "second");
+    stage.openItem(101, [&](User& user) {
+        user.chooseTab("SSTab1", 1);
+        user.clickCell("fps2", 2, 1);
+        const std::string first = script().documents().at(0);
+        fs::remove(first);
+        fs::create_directories(first + "/held");
+        user.answer(MessageKind::critical, "文件无法删除：" + first);
+        user.clickCell("fps2", 2, 2);
+        EXPECT_EQ(script().documents().size(), 1U);
+        fs::remove_all(first);
+        user.clickCell("fps2", 2, 2);
+        EXPECT_EQ(script().documents().size(), 2U) << "and the next try works";
+    });
+    EXPECT_EQ(stage.connectionsAlive(), 0);
+}
+
+TEST_F(EditorAttachments, anOpeningThatFailsIsTold) {
+    stage.storeAttachment(4, "a.txt", "first");
+    stage.openItem(101, [&](User& user) {
+        user.chooseTab("SSTab1", 1);
+        stage.faults() = {.failAt = 2};
+        user.answer(MessageKind::critical, stage.faults().text);
+        user.clickCell("fps2", 2, 1);
+        stage.faults() = {};
+        EXPECT_TRUE(script().documents().empty());
+        user.clickCell("fps2", 2, 1);
+        EXPECT_EQ(script().documents().size(), 1U);
+    });
+    EXPECT_EQ(stage.connectionsAlive(), 0);
+}
+
+TEST_F(EditorAttachments, anyOtherCellDoesNothing) {
+    stage.storeAttachment(4, "a.txt", "first");
+    stage.openItem(101, [&](User& user) {
+        user.chooseTab("SSTab1", 1);
+        stage.forgetStatements();
+        user.control<EntryGrid>("fps2").buttonClick.raise(4, 1);
+        EXPECT_EQ(stage.statements(), Texts{});
+    });
 }
 
 }  // namespace

@@ -112,5 +112,110 @@ TEST_F(EditorBadInput, aDatabaseThatIsGoneKeepsWhatWasTyped) {
     EXPECT_EQ(item(203).at(0).at(1), "垫圈");
 }
 
+TEST_F(EditorBadInput, aQuoteInTheShortCodeBreaksTheFirstTestOfANewItem) {
+    stage.openNew([](User& user) {
+        user.typeCell("fps1", kValue, kShortCodeRow, "0'4");
+        typeName(user, "垫圈");
+        user.answer(MessageKind::critical, "字符串 ' and fitemclassid=3' 后的引号不完整。");
+        user.answer(MessageKind::critical, kNoTransaction);
+        user.clickTool("Save");
+        EXPECT_EQ(value(user, kShortCodeRow), "0'4");
+        EXPECT_EQ(value(user, kCodeRow), "0'4");
+    });
+    expectNothingStored();
+}
+
+TEST_F(EditorBadInput, cellsOfNumbersAndDaysTakeNoQuote) {
+    stage.openNew([](User& user) {
+        user.typeCell("fps1", kValue, kMinQtyRow, "1'2");
+        EXPECT_EQ(value(user, kMinQtyRow), "12");
+        user.typeCell("fps1", kValue, kDayRow, "2026-'03-04");
+        EXPECT_EQ(value(user, kDayRow), "2026-03-04");
+    });
+}
+
+TEST_F(EditorBadInput, aQuoteInAnyFieldOfAChangeIsToldAndChangesNothing) {
+    const Rows before = goods(101);
+    const struct {
+        int row;
+        const char* rest;  // of the statement that the quote breaks
+    } cases[] = {{kShortCodeRow, " and fitemclassid=3 and fitemid<>101"},
+                 {kNameRow, " and fitemclassid=3 and fitemid<>101 and fisdetail=1 "},
+                 {kModelRow, ",fH=0 where fitemid=101"}};
+    for (const auto& each : cases) {
+        const int row = each.row;
+        SCOPED_TRACE(row);
+        stage.openItem(101, [&](User& user) {
+            user.typeCell("fps1", kValue, row, "5'管");
+            user.answer(MessageKind::critical, std::string("字符串 '") + each.rest + "' 后的引号不完整。");
+            if (row != kModelRow) user.answer(MessageKind::critical, kNoTransaction);
+            user.clickTool("Save");
+            EXPECT_EQ(value(user, row), "5'管");
+        });
+        EXPECT_EQ(goods(101), before);
+        EXPECT_EQ(item(101).at(0).at(1), "内六角螺丝");
+    }
+    EXPECT_EQ(stage.list.refreshes, Texts{});
+    EXPECT_EQ(stage.connectionsAlive(), 0);
+}
+
+TEST_F(EditorBadInput, aQuoteInTheNameOfAStoredAttachmentUndoesTheChange) {
+    stage.storeAttachment(4, "a.txt", "a");
+    stage.openItem(101, [](User& user) {
+        typeName(user, "内六角");
+        user.chooseTab("SSTab1", 1);
+        user.typeCell("fps2", 3, 1, "5'图");
+        user.answer(MessageKind::critical, "字符串 ' where fitemid=101 and fentryid=4' 后的引号不完整。");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(item(101).at(0).at(1), "内六角螺丝");
+    EXPECT_EQ(database().value("select fName from tblItemFJ where fItemId=101"), "附件");
+}
+
+TEST_F(EditorBadInput, aQuoteInTheNameOfANewAttachmentIsStored) {
+    const std::string file = stage.makeFile("5'.txt", "a");
+    stage.openItem(101, [&](User& user) {
+        user.chooseTab("SSTab1", 1);
+        user.chooseFile(file);
+        user.click("cmdAddFJ");
+        user.typeCell("fps2", 3, 1, "5'图");
+        user.answer(MessageKind::information, "数据修改成功!");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(database().rows("select fName,fFileName from tblItemFJ where fItemId=101"), (Rows{{"5'图", "5'.txt"}}));
+}
+
+TEST_F(EditorBadInput, aNumberThatAWholeColumnCannotHoldIsRefusedByTheStore) {
+    constexpr int kPiecesRow = kSupplierRow + 1;
+    database().execute("alter table ICItem add FSelf3A1 int");
+    database().execute(
+        "insert into tblTableInfo(fIsVisible,fInterId,fItemClassId,fName,fFieldName,fNumberDec,fIsNull,fValueItemId,"
+        "fItemType,fFieldType,fIsLock) values(1,90,3,'件数','FSelf3A1',2,0,0,'0',13,0)");
+    stage.openNew([](User& user) {
+        typeName(user, "垫圈");
+        user.typeCell("fps1", kValue, kPiecesRow, "12.5");
+        user.answer(MessageKind::critical, "在将 varchar 值 '12.5' 转换成数据类型 int 时失败。");
+        user.clickTool("Save");
+        user.typeCell("fps1", kValue, kPiecesRow, "3000000000");
+        user.answer(MessageKind::critical, "varchar 值 '3000000000' 的转换溢出了 int 列。");
+        user.clickTool("Save");
+        EXPECT_EQ(value(user, kPiecesRow), "3000000000");
+        user.typeCell("fps1", kValue, kPiecesRow, "x2147483647");
+        EXPECT_EQ(value(user, kPiecesRow), "2147483647") << "the cell takes no letters";
+        user.answer(MessageKind::information, "数据保存成功!");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(database().rows("select fItemId,FSelf3A1 from ICItem where fItemId>202"), (Rows{{"205", "2147483647"}}));
+}
+
+TEST_F(EditorBadInput, aChangeIntoACategoryDeletedMeanwhileLeavesTheItemWithoutAPlace) {
+    stage.openItem(103, [this](User& user) {
+        database().execute("delete from tblItem where fItemId=14");
+        user.answer(MessageKind::information, "数据修改成功!");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(item(103), (Rows{{"02.001", "墙壁开关", "3", "0", "1", "0", "0", "", "001"}}));
+}
+
 }  // namespace
 }  // namespace orvenmod::test

@@ -122,5 +122,59 @@ TEST_F(EditorCodes, aRequiredFieldOfBlanksIsReported) {
     EXPECT_EQ(database().value("select count(*) from tblItem where fItemId>202"), "0");
 }
 
+TEST_F(EditorCodes, everyFormOfACodeIsStoredAndTheNextOneProposed) {
+    const struct {
+        const char* typed;
+        const char* next;
+        const char* failure;
+    } cases[] = {{"0099", "0100", ""},
+                 {"999", "1000", ""},
+                 {"12345678901", "1234567891", ""},
+                 {"A1", "001", "类型不匹配"},
+                 {"2147483647", "001", "溢出"}};
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.typed);
+        database().execute("delete from tblItem where fParentId=14");
+        stage.openNew(
+            [&](User& user) {
+                EXPECT_EQ(value(user, kShortCodeRow), "001");
+                user.typeCell("fps1", kValue, kShortCodeRow, each.typed);
+                typeName(user, std::string("货 ") + each.typed);
+                user.answer(MessageKind::information, "数据保存成功!");
+                if (*each.failure != 0) user.answer(MessageKind::critical, each.failure);
+                user.clickTool("Save");
+                EXPECT_EQ(value(user, kShortCodeRow), each.next);
+                EXPECT_EQ(value(user, kCodeRow), std::string("02.") + each.next);
+            },
+            14);
+        EXPECT_EQ(database().value("select fNumber from tblItem where fParentId=14"), std::string("02.") + each.typed);
+    }
+}
+
+TEST_F(EditorCodes, aRequiredReferenceIsTestedByItsText) {
+    database().execute("update tblTableInfo set fIsNull=1 where fItemClassId=3 and fFieldName='fH'");
+    database().execute("update ICItem set fH=999 where fItemId=101");
+    stage.openItem(101, [](User& user) {
+        EXPECT_EQ(chosenId(user, kSupplierRow), "999");
+        user.answer(MessageKind::warning, "主供应商不能为空!");
+        user.clickTool("Save");
+    });
+}
+
+TEST_F(EditorCodes, fieldsAreTestedBeforeAttachments) {
+    const std::string file = stage.makeFile("a.txt", "a");
+    stage.openNew([&](User& user) {
+        user.chooseTab("SSTab1", 1);
+        user.chooseFile(file);
+        user.click("cmdAddFJ");
+        user.answer(MessageKind::warning, "名称不能为空!");
+        user.clickTool("Save");
+        user.chooseTab("SSTab1", 0);
+        typeName(user, "垫圈");
+        user.answer(MessageKind::warning, "附件第1行名称不能为空!");
+        user.clickTool("Save");
+    });
+}
+
 }  // namespace
 }  // namespace orvenmod::test

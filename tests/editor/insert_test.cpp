@@ -205,5 +205,41 @@ TEST_F(EditorInsert, newEmptiesTheFields) {
     });
 }
 
+TEST_F(EditorInsert, aPhotoIsForGoodsAlone) {
+    appState().gItemClassId = 2;
+    appState().gItemTable = "tblSupplier";
+    stage.openNew([this](User& user) {
+        typeName(user, "华北供应");
+        appState().gPhotoPath = stage.makeFile("a.bmp", redBitmap());
+        save(user);
+    });
+    EXPECT_EQ(database().value("select fName from tblSupplier where fItemId=203"), "华北供应");
+    EXPECT_EQ(database().value("select count(*) from ICItemPhoto"), "0");
+}
+
+TEST_F(EditorInsert, aCategoryOfMinusOneIsNone) {
+    stage.openNew([this](User& user) {
+        typeName(user, "垫圈");
+        user.control<EntryGrid>("fps1").setText(kChosenId, kCategoryRow, "-1");
+        save(user);
+    });
+    EXPECT_EQ(item(203).at(0).at(7), ".203.");
+    EXPECT_EQ(item(203).at(0).at(3), "0");
+}
+
+TEST_F(EditorInsert, blanksAreNoEmptyNumber) {
+    stage.openNew([this](User& user) {
+        typeName(user, "垫圈");
+        user.control<EntryGrid>("fps1").setText(kValue, kMinQtyRow, "  ");
+        user.control<EntryGrid>("fps1").setText(kValue, kDayRow, " ");
+        stage.forgetStatements();
+        user.answer(MessageKind::critical, "从数据类型 varchar 转换为 numeric 时出错。");
+        user.clickTool("Save");
+        EXPECT_EQ(
+            stage.lastStatement(),
+            "insert into ICItem(fitemid,fNumber,fName,fModel,fMinQty,fF,fH) values(203,'04','垫圈','','  ',' ',0)");
+    });
+}
+
 }  // namespace
 }  // namespace orvenmod::test

@@ -178,5 +178,45 @@ TEST_F(EditorLayout, closingWithoutASaveLeavesTheListAlone) {
     EXPECT_EQ(stage.connectionsAlive(), 0);
 }
 
+TEST_F(EditorLayout, aCategoryThatIsGoneIsKeptByItsIdAlone) {
+    stage.openNew(
+        [](User& user) {
+            EXPECT_EQ(chosenId(user, kCategoryRow), "999");
+            EXPECT_EQ(value(user, kCategoryRow), "");
+            EXPECT_EQ(value(user, kCodeRow), "001");
+        },
+        999);
+}
+
+TEST_F(EditorLayout, requiredFieldsAreMarkedBesideTheirNames) {
+    stage.openNew([](User& user) {
+        const auto& grid = user.control<EntryGrid>("fps1");
+        for (int row = 1; row <= grid.rowCount(); ++row)
+            EXPECT_EQ(grid.required(kCaption, row), row <= kNameRow) << row;
+    });
+}
+
+TEST_F(EditorLayout, aNumberTakesTheDecimalsAndLimitsOfItsField) {
+    database().execute(
+        "update tblTableInfo set fNumberDec=1,FMaxNumber=100,FMinNumber=0 where fItemClassId=3 and "
+        "fFieldName='fMinQty'");
+    stage.openNew([](User& user) {
+        user.typeCell("fps1", kValue, kMinQtyRow, "99.95");
+        EXPECT_EQ(value(user, kMinQtyRow), "99.9");
+        user.typeCell("fps1", kValue, kMinQtyRow, "101");
+        EXPECT_EQ(value(user, kMinQtyRow), "10");
+        user.typeCell("fps1", kValue, kMinQtyRow, "-1");
+        EXPECT_EQ(value(user, kMinQtyRow), "1");
+    });
+}
+
+TEST_F(EditorLayout, anyFieldCanBeLocked) {
+    database().execute("update tblTableInfo set fIsLock=1 where fItemClassId=3 and fFieldName='fModel'");
+    stage.openNew([](User& user) {
+        EXPECT_TRUE(user.control<EntryGrid>("fps1").locked(kValue, kModelRow));
+        EXPECT_FALSE(user.control<EntryGrid>("fps1").locked(kValue, kNameRow));
+    });
+}
+
 }  // namespace
 }  // namespace orvenmod::test

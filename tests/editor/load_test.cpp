@@ -32,6 +32,7 @@ TEST_F(EditorLoad, anEmptyDateAndNumberShowAsTheValuesThatStandForThem) {
 TEST_F(EditorLoad, anItemAtTheTopSelectsNoCategory) {
     stage.openItem(104, [](User& user) {
         EXPECT_EQ(chosenId(user, kCategoryRow), "0");
+        EXPECT_EQ(value(user, kCategoryRow), "()");
         EXPECT_EQ(user.control<EntryGrid>("fps1").text(kCategoryCode, kCategoryRow), "");
         EXPECT_EQ(user.control<EntryGrid>("fps1").selectedItem(kValue, kCategoryRow), -1);
     });
@@ -81,6 +82,10 @@ TEST_F(EditorLoad, attachmentsAreListedWithoutTheirContents) {
         EXPECT_EQ(rows.text(5, 1), "");
         EXPECT_EQ(rows.cellTag(1, 1), "4");
     });
+}
+
+TEST_F(EditorLoad, anItemWithoutAttachmentsHasNoRows) {
+    stage.openItem(101, [](User& user) { EXPECT_EQ(user.control<EntryGrid>("fps2").rowCount(), 0); });
 }
 
 }  // namespace

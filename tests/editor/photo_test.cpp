@@ -148,5 +148,15 @@ TEST_F(EditorPhoto, anotherClassReadsNone) {
     });
 }
 
+TEST_F(EditorPhoto, needsNoRight) {
+    appState().gIsAdmin = 0;
+    stage.openNew([&](User& user) {
+        choose(user, path_);
+        EXPECT_EQ(appState().gPhotoPath, path_);
+        user.click("cmdClear");
+        EXPECT_EQ(appState().gPhotoPath, "");
+    });
+}
+
 }  // namespace
 }  // namespace orvenmod::test

@@ -140,5 +140,38 @@ TEST_F(EditorUpdate, rowsOfANewItemThatStaysAreStoredTwice) {
     EXPECT_EQ(database().rows("select fEntryId from tblItemFJ where fItemId=203"), (Rows{{"1"}, {"1"}}));
 }
 
+TEST_F(EditorUpdate, anItemWithoutALockIsNotLocked) {
+    database().execute("update tblItem set fIsLock=null where fItemId=101");
+    stage.openItem(101, [this](User& user) { save(user); });
+}
+
+TEST_F(EditorUpdate, theCodeOfTheNewCategoryIsTestedToo) {
+    database().addItem(3, 105, "02.002", "插座");
+    stage.openItem(101, [](User& user) {
+        user.pickCell("fps1", kValue, kCategoryRow, 3);
+        EXPECT_EQ(value(user, kCodeRow), "02.002");
+        user.answer(MessageKind::warning, "代码已经存在,保存不成功!");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(item(101).at(0).at(0), "01.01.001");
+}
+
+TEST_F(EditorUpdate, aNewAttachmentCanGetTheEntryOfOneThatStayed) {
+    const std::string file = stage.makeFile("new.txt", "new");
+    stage.storeAttachment(1, "a.txt", "a");
+    stage.storeAttachment(2, "b.txt", "b");
+    stage.openItem(101, [&](User& user) {
+        user.chooseTab("SSTab1", 1);
+        user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
+        user.clickCell("fps2", 1, 1);
+        user.chooseFile(file);
+        user.click("cmdAddFJ");
+        user.typeCell("fps2", 3, 2, "说明");
+        save(user);
+    });
+    EXPECT_EQ(database().rows("select fEntryId,fFileName from tblItemFJ where fItemId=101 order by fFileName"),
+              (Rows{{"2", "b.txt"}, {"2", "new.txt"}}));
+}
+
 }  // namespace
 }  // namespace orvenmod::test

@@ -7,7 +7,7 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
+#include <stdexcept>
 
 namespace orvenmod::test {
 
@@ -35,19 +35,19 @@ private:
 class BoundByPermissions {
 public:
     BoundByPermissions() {
-        call(SYS_capget, before_);
+        if (!call(SYS_capget, before_)) throw std::runtime_error("the process's capabilities can't be read");
         __user_cap_data_struct bound[2] = {before_[0], before_[1]};
         bound[0].effective &= ~(1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH);
-        call(SYS_capset, bound);
+        if (!call(SYS_capset, bound)) throw std::runtime_error("the process's capabilities can't be given up");
     }
     ~BoundByPermissions() { call(SYS_capset, before_); }
     BoundByPermissions(const BoundByPermissions&) = delete;
     BoundByPermissions& operator=(const BoundByPermissions&) = delete;
 
 private:
-    static void call(long number, __user_cap_data_struct* sets) {
+    static bool call(long number, __user_cap_data_struct* sets) {
         __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
-        if (::syscall(number, &header, sets) != 0) std::abort();
+        return ::syscall(number, &header, sets) == 0;
     }
 
     __user_cap_data_struct before_[2] = {};
