@@ -38,7 +38,7 @@ void measureEditor(Report& report, const std::string& folder);
 double measureSave(Report& report, const std::string& folder, int goods);
 /// Contents of 64 MiB going in and coming back: the memory that they take.
 void measureContents(Report& report, const std::string& folder);
-/// The list as a workbook, in rows a second, and the first page of a long preview.
+/// The list as a workbook, in rows a second and its memory, and the first page of a long preview.
 void measureOutput(Report& report, const std::string& folder);
 /// A statement whose shape is cached.
 void measureStatements(Report& report, const std::string& folder);

@@ -9,8 +9,11 @@ namespace orvenmod::bench {
 /// What this thread has computed, in milliseconds: the machine's other work doesn't count.
 double threadMilliseconds();
 
-/// The least of several runs, in milliseconds of this thread.
-double leastOf(int runs, const std::function<void()>& work);
+/// The same of all its threads.
+double processMilliseconds();
+
+/// The least of several runs, in milliseconds of the clock.
+double leastOf(int runs, const std::function<void()>& work, double (*clock)() = threadMilliseconds);
 
 class Report {
 public:

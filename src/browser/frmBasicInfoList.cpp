@@ -267,7 +267,7 @@ void frmBasicInfoList::exportAndTell() {
 
 bool frmBasicInfoList::exportToExcel() {
     auto& cd1 = shown().window->get<platform::FileDialog>("cd1");
-    return orvenmod::exportToExcel(cd1, shown().vsf1, letPaint);
+    return orvenmod::exportToExcel(services().toolkit, cd1, shown().vsf1);
 }
 
 void frmBasicInfoList::MenuEditNew_Click() {

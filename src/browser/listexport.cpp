@@ -1,10 +1,14 @@
 #include "browser/listexport.h"
 
+#include <chrono>
 #include <exception>
+#include <future>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "browser/numbercolumn.h"
+#include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "platform/sheet/sheetwriter.h"
 
@@ -14,7 +18,8 @@ namespace {
 
 constexpr const char* kFilter = "Excel文件(*.xls)|*.xls";
 constexpr const char* kSecondFilter = "|Excel工作簿(*.xlsx)|*.xlsx";
-constexpr int kRowsBetweenBreaths = 5000;
+constexpr int kRowsAStep = 100;
+constexpr std::chrono::milliseconds kLook(20);
 
 /// A column of the list that goes into the sheet.
 struct Exported {
@@ -44,39 +49,69 @@ platform::SheetLayout layoutOf(const platform::ListGrid& list, const std::vector
     return layout;
 }
 
-void write(const platform::ListGrid& list, platform::SheetWriter& sheet, const std::vector<Exported>& columns,
-           const std::function<void()>& breathe) {
-    std::vector<platform::SheetCell> cells(columns.size());
-    std::vector<std::string> shown(columns.size());
-    for (int row = 1; row < list.rowCount(); ++row) {
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            const auto& [column, number] = columns[i];
-            if (number) {
-                cells[i] = {.text = list.value(row, column), .number = true};
-            } else {
-                shown[i] = list.text(row, column);
-                cells[i] = {.text = shown[i]};
-            }
-        }
-        sheet.addRow(cells);
-        if (row % kRowsBetweenBreaths == 0) breathe();
+class Exporter {
+public:
+    Exporter(platform::Toolkit& toolkit, const platform::ListGrid& list, const std::string& path)
+        : list_(list),
+          columns_(exportedColumns(list)),
+          rows_(list.rowCount() - 1),
+          progress_(toolkit.createProgress("正在导出，请稍候…", appState().gMsgTitle, rows_)) {
+        const bool modern = lowerCase(path).ends_with(".xlsx");
+        sheet_ = modern ? platform::newXlsxWriter(path, layoutOf(list, columns_))
+                        : platform::newXlsWriter(path, layoutOf(list, columns_));
     }
-    sheet.finish();
-}
+
+    /// False where the user cancelled.
+    bool run() {
+        if (!writeRows() || !complete()) return false;
+        sheet_->commit();
+        return true;
+    }
+
+private:
+    bool writeRows() {
+        std::vector<platform::SheetCell> cells(columns_.size());
+        std::vector<std::string> shown(columns_.size());
+        for (int row = 1; row <= rows_; ++row) {
+            if (row % kRowsAStep == 0 && !progress_->advance(row)) return false;
+            for (std::size_t i = 0; i < columns_.size(); ++i)
+                cells[i] = cellOf(row, columns_[i], shown[i]);
+            sheet_->addRow(cells);
+        }
+        return progress_->advance(rows_);
+    }
+
+    platform::SheetCell cellOf(int row, const Exported& from, std::string& shown) const {
+        if (from.number) return {.text = list_.value(row, from.column), .number = true};
+        shown = list_.text(row, from.column);
+        return {.text = shown};
+    }
+
+    // On a thread of its own, so that the window lives on.
+    bool complete() {
+        auto completed = std::async(std::launch::async, [this] { sheet_->complete(); });
+        while (completed.wait_for(kLook) != std::future_status::ready)
+            progress_->advance(rows_);
+        completed.get();
+        return progress_->advance(rows_);
+    }
+
+    const platform::ListGrid& list_;
+    std::vector<Exported> columns_;
+    int rows_;
+    std::unique_ptr<platform::SheetWriter> sheet_;
+    std::unique_ptr<platform::Progress> progress_;
+};
 
 }  // namespace
 
-bool exportToExcel(platform::FileDialog& cd1, const platform::ListGrid& vsf1, const std::function<void()>& breathe) {
+bool exportToExcel(platform::Toolkit& toolkit, platform::FileDialog& cd1, const platform::ListGrid& vsf1) {
     cd1.setFilter(std::string(kFilter) + kSecondFilter);
     if (!cd1.showSave()) return false;
     const std::string path = cd1.fileName();
     if (path.empty()) return false;
     try {
-        const auto columns = exportedColumns(vsf1);
-        const bool modern = lowerCase(path).ends_with(".xlsx");
-        const auto sheet = modern ? platform::newXlsxWriter(path, layoutOf(vsf1, columns))
-                                  : platform::newXlsWriter(path, layoutOf(vsf1, columns));
-        write(vsf1, *sheet, columns, breathe);
+        return Exporter(toolkit, vsf1, path).run();
     } catch (const std::exception&) {
         // As the suite has always exported: whoever asked is told of a success all the same.
     }

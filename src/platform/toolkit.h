@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/design.h"
+#include "platform/progress.h"
 #include "platform/report.h"
 #include "platform/window.h"
 
@@ -35,6 +36,9 @@ public:
 
     /// Paints what waits to be painted and takes no input; for long work within an event.
     virtual void paintPending() = 0;
+
+    /// The same with a display that tells how much of `whole` is done. Work that is soon done shows none.
+    virtual std::unique_ptr<Progress> createProgress(const std::string& text, const std::string& title, int whole) = 0;
 
     /// Shows a failure that escaped an event in the critical box, under the title that setFailureTitle provides.
     void showEscaped(const std::string& text) {

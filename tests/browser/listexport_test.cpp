@@ -7,7 +7,6 @@
 #include <fstream>
 
 #include "browser/browsertest.h"
-#include "platform/memory/memorytoolkit.h"
 #include "support/machinelimits.h"
 #include "support/spreadsheet.h"
 
@@ -69,6 +68,44 @@ TEST_P(ListExport, holdsTheRowsAsShownAndNumbersAsNumbers) {
     EXPECT_EQ(values, shown);
     EXPECT_EQ(readSpreadsheet(file(), Reading::asShown)[1][3], "1,244.50");
     EXPECT_EQ(values[2][3], "") << "a blanked zero";
+}
+
+TEST_P(ListExport, looksAsTheListDoes) {
+    std::vector<int> widths;
+    stage.open(kPicker, [&](User& user) {
+        const auto& grid = user.control<ListGrid>("vsf1");
+        for (int column = 2; column < grid.columnCount(); ++column)
+            widths.push_back(grid.columnWidth(column));
+        exportTo(user, file());
+    });
+    const SheetLook look = readLook(file());
+    ASSERT_EQ(look.widths.size(), widths.size()) << "the ids are left out";
+    for (std::size_t i = 1; i < widths.size(); ++i)
+        EXPECT_NEAR(1.0 * look.widths[i] / look.widths[0], 1.0 * widths[i] / widths[0], 0.06) << i;
+    const std::vector<CellLook> titles(widths.size(),
+                                       {.alignment = "center", .format = "", .number = "", .bold = true});
+    EXPECT_EQ(look.rows.at(0), titles);
+    const std::vector<CellLook>& row = look.rows.at(1);
+    EXPECT_EQ(row.at(0), (CellLook{.alignment = "left", .format = "@", .number = ""}));
+    EXPECT_EQ(row.at(1), row.at(0));
+    EXPECT_EQ(row.at(3), (CellLook{.alignment = "right", .format = "#,##0.00", .number = "1244.5"}));
+}
+
+TEST_P(ListExport, showsEveryNumberFormatOfTheList) {
+    database().execute("update ICItem set fMinQty=1234567.125 where fItemId=101");
+    const std::vector<std::pair<std::string, std::string>> formats = {{"#,###", "1,234,567"},
+                                                                      {"#,###.#", "1,234,567.1"},
+                                                                      {"#,###.##", "1,234,567.13"},
+                                                                      {"#,###.###", "1,234,567.125"},
+                                                                      {"#,###.####", "1,234,567.1250"},
+                                                                      {"#,###.#####", "1,234,567.12500"},
+                                                                      {"#,###.######", "1,234,567.125000"}};
+    for (const auto& [format, shown] : formats) {
+        database().execute("update tblFindinfoEntry set fDataFormat='" + format +
+                           "' where fTypeId=6003 and fFieldName='fMinQty'");
+        openAndExport(file());
+        EXPECT_EQ(readSpreadsheet(file(), Reading::asShown).at(1).at(4), shown) << format;
+    }
 }
 
 TEST_P(ListExport, holdsWhatTheSearchLeft) {
@@ -141,93 +178,6 @@ TEST_P(ListExport, onAFullDiskLeavesNoHalfFileAndTheOldOne) {
 
 INSTANTIATE_TEST_SUITE_P(Formats, ListExport, ::testing::Values("xls", "xlsx"),
                          [](const auto& format) { return format.param; });
-
-/// The dialog of a test that names the file itself.
-const platform::WindowDesign& gridDesign() {
-    static const platform::WindowDesign design = [] {
-        platform::WindowDesign made{.name = "frmGrid", .caption = "", .controls = {}, .menus = {}, .toolButtons = {}};
-        made.controls = {{.kind = platform::ControlKind::listGrid, .name = "vsf1", .columns = {{.title = "a"}}},
-                         {.kind = platform::ControlKind::fileDialog, .name = "cd1"}};
-        return made;
-    }();
-    return design;
-}
-
-class GridExport : public ::testing::Test {
-protected:
-    void exportTo(const std::string& path, const std::function<void(ListGrid&)>& fill) {
-        script_->onWindow("frmGrid", [&](User& user) {
-            auto& grid = user.control<ListGrid>("vsf1");
-            fill(grid);
-            user.chooseFile(path);
-            EXPECT_TRUE(exportToExcel(user.control<platform::FileDialog>("cd1"), grid, [this] { ++breaths_; }));
-        });
-        script_->toolkit().createWindow(gridDesign())->showModal([] {});
-        script_->finish();
-    }
-
-    TemporaryFolder folder_;
-    std::unique_ptr<Script> script_ = newMemoryScript();
-    int breaths_ = 0;
-};
-
-TEST_F(GridExport, aNameWithoutExtensionIsTakenAsItStands) {
-    exportTo(folder_.file("list"), [](ListGrid& grid) { grid.addRow("007"); });
-    EXPECT_EQ(Stage::contents(folder_.file("list")).substr(0, 4), "\xD0\xCF\x11\xE0");
-    EXPECT_FALSE(fs::exists(folder_.file("list.xls")));
-}
-
-TEST_F(GridExport, theEndingOfANewWorkbookMayBeInCapitals) {
-    exportTo(folder_.file("list.XLSX"), [](ListGrid& grid) { grid.addRow("007"); });
-    EXPECT_EQ(Stage::contents(folder_.file("list.XLSX")).substr(0, 2), "PK");
-}
-
-TEST_F(GridExport, ofAListWhoseColumnsAreAllHiddenStillMakesAFile) {
-    exportTo(folder_.file("none.xls"), [](ListGrid& grid) {
-        grid.addRow("secret");
-        grid.setColumnHidden(0, true);
-    });
-    const std::string written = Stage::contents(folder_.file("none.xls"));
-    EXPECT_EQ(written.substr(0, 4), "\xD0\xCF\x11\xE0");
-    EXPECT_EQ(written.find("secret"), std::string::npos) << "hidden columns are left out";
-}
-
-TEST_F(GridExport, cutsATextAtWhatACellHoldsAndDropsNoRow) {
-    exportTo(folder_.file("long.xls"), [](ListGrid& grid) {
-        grid.addRow(std::string(32767, 'x'));
-        grid.addRow(std::string(40000, 'y'));
-        grid.addRow("end");
-    });
-    EXPECT_EQ(readSpreadsheet(folder_.file("long.xls")),
-              (Rows{{"a"}, {std::string(32767, 'x')}, {std::string(32767, 'y')}, {"end"}}));
-}
-
-TEST_F(GridExport, opensWithEveryControlCharacter) {
-    std::string controls = "a";
-    for (char c = 1; c < 0x20; ++c)
-        controls += c;
-    exportTo(folder_.file("control.xlsx"), [&](ListGrid& grid) {
-        grid.setRowCount(2);
-        grid.setText(1, 0, controls + "z");
-    });
-    const Rows rows = readSpreadsheet(folder_.file("control.xlsx"));
-    ASSERT_EQ(rows.size(), 2U);
-    EXPECT_EQ(rows[1][0].substr(0, 1) + rows[1][0].substr(rows[1][0].size() - 1), "az");
-}
-
-TEST_F(GridExport, keepsATextInANumberColumnAndAllDecimals) {
-    exportTo(folder_.file("numbers.xlsx"), [](ListGrid& grid) {
-        grid.setColumnFormat(0, "#,###.##");
-        for (const char* text : {"约3", "1.23456", "", "-1234567.5"})
-            grid.addRow(text);
-    });
-    EXPECT_EQ(readSpreadsheet(folder_.file("numbers.xlsx")), (Rows{{"a"}, {"约3"}, {"1.23456"}, {""}, {"-1234567.5"}}));
-}
-
-TEST_F(GridExport, letsTheWindowPaintWhileALongListIsWritten) {
-    exportTo(folder_.file("long.xls"), [](ListGrid& grid) { grid.setRowCount(12000); });
-    EXPECT_EQ(breaths_, 2);
-}
 
 }  // namespace
 }  // namespace orvenmod::test

@@ -13,6 +13,10 @@ using namespace platform::memory;
 
 class MemoryScript final : public Script, private MemoryDriver {
 public:
+    MemoryScript() {
+        toolkit_.setProgressObserver([this](const std::string&, int done, int) { return !book_.takeCancel(done); });
+    }
+
     Toolkit& toolkit() override { return toolkit_; }
     void onWindow(const std::string& name, std::function<void(User&)> steps) override {
         book_.addWindow(name, std::move(steps));

@@ -15,10 +15,13 @@
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPointer>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryFile>
 #include <QTest>
 #include <QTimer>
+#include <chrono>
+#include <limits>
 
 #include "platform/qt/qttoolkit.h"
 #include "support/qt_user.h"
@@ -78,6 +81,8 @@ public:
             if (auto* box = qobject_cast<QMessageBox*>(watched)) soon(*box, &Watcher::answerBox);
             if (auto* dialog = qobject_cast<QFileDialog*>(watched)) soon(*dialog, &Watcher::answerDialog);
             if (auto* menu = qobject_cast<QMenu*>(watched)) soon(*menu, &Watcher::answerMenu);
+            if (watched->objectName() == QLatin1String("progress") && book_.awaitsCancel())
+                watchProgress(*qobject_cast<QDialog*>(watched));
         }
         return QObject::eventFilter(watched, event);
     }
@@ -145,6 +150,18 @@ private:
         menu.close();
     }
 
+    void watchProgress(QDialog& box) {
+        auto* watch = new QTimer(&box);
+        QObject::connect(watch, &QTimer::timeout, &box, [this, &box] {
+            const auto* bar = box.findChild<QProgressBar*>(QStringLiteral("done"));
+            // A bar that only moves tells that all is done.
+            const int done = bar->maximum() == 0 ? std::numeric_limits<int>::max() : bar->value();
+            if (book_.takeCancel(done))
+                QTest::mouseClick(box.findChild<QPushButton*>(QStringLiteral("cancel")), Qt::LeftButton);
+        });
+        watch->start(0);
+    }
+
     ScriptBook& book_;
 };
 
@@ -152,6 +169,7 @@ class QtScript final : public Script {
 public:
     QtScript() {
         toolkit_.setModalObserver([this](Window& window) { run(window); });
+        toolkit_.setProgressPace(std::chrono::milliseconds(0), std::chrono::milliseconds(0));
         toolkit_.setDocumentOpener([this](const std::string& path) { book_.addDocument(path); });
     }
 

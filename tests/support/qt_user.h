@@ -63,6 +63,7 @@ public:
     void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) override;
     using User::answer;
     void chooseFile(const std::string& path) override { book_.addFile(path); }
+    void cancelProgress(int done) override { book_.addCancel(done); }
 
 private:
     [[noreturn]] void stop(const std::string& why) const;

@@ -62,6 +62,12 @@ std::string ScriptBook::takeFile() {
     return path;
 }
 
+bool ScriptBook::takeCancel(int done) {
+    if (!cancelAt_ || done < *cancelAt_) return false;
+    cancelAt_.reset();
+    return true;
+}
+
 void ScriptBook::finish() {
     for (const auto& [name, steps] : windows_)
         ADD_FAILURE() << "the window " << name << " never opened";
@@ -69,9 +75,11 @@ void ScriptBook::finish() {
         ADD_FAILURE() << "never shown: " << describeBox(box.kind, box.text);
     for (const std::string& path : files_)
         ADD_FAILURE() << "no file dialog asked for " << path;
+    if (cancelAt_) ADD_FAILURE() << "no work came to " << *cancelAt_ << ", where it was to be cancelled";
     windows_.clear();
     boxes_.clear();
     files_.clear();
+    cancelAt_.reset();
 }
 
 }  // namespace orvenmod::test

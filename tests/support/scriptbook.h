@@ -30,6 +30,11 @@ public:
     /// "" cancels.
     std::string takeFile();
 
+    void addCancel(int done) { cancelAt_ = done; }
+    bool awaitsCancel() const { return cancelAt_.has_value(); }
+    /// Whether the user cancels the work of which so much is done; asked no more then.
+    bool takeCancel(int done);
+
     void addDocument(const std::string& path) { documents_.push_back(path); }
 
     const std::vector<ShownMessage>& messages() const { return messages_; }
@@ -47,6 +52,7 @@ private:
     std::list<std::pair<std::string, Steps>> windows_;
     std::deque<ExpectedBox> boxes_;
     std::deque<std::string> files_;
+    std::optional<int> cancelAt_;
     std::vector<ShownMessage> messages_;
     std::vector<std::string> documents_;
 };

@@ -47,7 +47,7 @@ Cells parseCsv(const std::string& text) {
     return rows;
 }
 
-/// The file in another form.
+/// The file in another format, `filter` as LibreOffice names it; "" where it can't be read.
 std::string converted(const std::string& file, const std::string& suffix, const std::string& filter) {
     const TemporaryFolder folder;
     const std::string command = "soffice -env:UserInstallation=file://" + folder.path() +
@@ -61,35 +61,59 @@ std::string converted(const std::string& file, const std::string& suffix, const 
         return text.str();
     }
     ADD_FAILURE() << "no spreadsheet: " << file;
-    return "";
+    return {};
+}
+
+/// All that the pattern's first group finds, in order.
+std::vector<std::string> allOf(const std::string& text, const char* pattern) {
+    const std::regex wanted(pattern);
+    std::vector<std::string> found;
+    for (std::sregex_iterator each(text.begin(), text.end(), wanted), end; each != end; ++each)
+        found.push_back((*each)[1]);
+    return found;
+}
+
+std::string firstOf(const std::string& text, const char* pattern) {
+    const auto found = allOf(text, pattern);
+    return found.empty() ? "" : found.front();
 }
 
 }  // namespace
 
-Cells readSpreadsheet(const std::string& file, Reading reading) {
+Cells readSpreadsheet(const std::string& file, Reading reading, int sheet) {
     // The filter's options: separator, quote, UTF-8, first line, column formats, language, quote texts, special
     // numbers, as shown, formulas, spaces, sheet.
-    const std::string options =
-        std::string("44,34,76,1,,0,true,false,") + (reading == Reading::asShown ? "true" : "false") + ",false,false,1";
+    const std::string options = std::string("44,34,76,1,,0,true,false,") +
+                                (reading == Reading::asShown ? "true" : "false") + ",false,false," +
+                                std::to_string(sheet);
     return parseCsv(converted(file, "csv", ":Text - txt - csv (StarCalc):" + options));
 }
 
-Cells readSpreadsheetFormats(const std::string& file) {
-    // As HTML a cell bears its format behind two languages: <td sdnum="2052;0;@">.
-    static const std::regex kCell(R"(<tr|<td[^>]*>)");
-    static const std::regex kFormat(R"re(sdnum="[^;"]*;[^;"]*;([^"]*)")re");
+SheetLook readLook(const std::string& file) {
     const std::string page = converted(file, "html", "");
-    Cells rows;
-    for (auto at = std::sregex_iterator(page.begin(), page.end(), kCell); at != std::sregex_iterator(); ++at) {
-        const std::string tag = at->str();
-        if (tag == "<tr") {
-            rows.emplace_back();
-            continue;
+    SheetLook look;
+    for (const std::string& width : allOf(page, "<colgroup width=\"(\\d+)\""))
+        look.widths.push_back(std::stoi(width));
+    for (const std::string& row : allOf(page, "<tr>([^]*?)</tr>")) {
+        look.rows.emplace_back();
+        for (const std::string& cell : allOf(row, "(<td[^]*?</td>)")) {
+            look.rows.back().push_back({.alignment = firstOf(cell, "align=\"(\\w+)\""),
+                                        .format = firstOf(cell, "sdnum=\"\\d+;\\d+;([^\"]*)\""),
+                                        .number = firstOf(cell, "sdval=\"([^\"]*)\""),
+                                        .bold = cell.find("<b>") != std::string::npos});
         }
-        std::smatch format;
-        rows.back().push_back(std::regex_search(tag, format, kFormat) ? format[1].str() : "");
     }
-    return rows;
+    return look;
+}
+
+Cells readSpreadsheetFormats(const std::string& file) {
+    Cells formats;
+    for (const auto& row : readLook(file).rows) {
+        formats.emplace_back();
+        for (const CellLook& cell : row)
+            formats.back().push_back(cell.format);
+    }
+    return formats;
 }
 
 }  // namespace orvenmod::test

@@ -73,6 +73,8 @@ public:
     void answer(platform::MessageKind kind, const std::string& text) { answer(kind, text, platform::Answer::ok); }
     /// The next file dialog: "" cancels.
     virtual void chooseFile(const std::string& path) = 0;
+    /// Cancels the next long work as soon as so much of it is done.
+    virtual void cancelProgress(int done) = 0;
 };
 
 /// The scripts of one test. Made for a toolkit by newMemoryScript / newQtScript.

@@ -10,6 +10,29 @@
 
 namespace orvenmod::platform::memory {
 
+namespace {
+
+class MemoryProgress final : public Progress {
+public:
+    MemoryProgress(MemoryToolkit& toolkit, std::string text, int whole)
+        : toolkit_(toolkit), text_(std::move(text)), whole_(whole) {}
+
+    bool advance(int done) override {
+        toolkit_.paintPending();
+        const auto& observer = toolkit_.progressObserver();
+        if (goesOn_ && observer) goesOn_ = observer(text_, done, whole_);
+        return goesOn_;
+    }
+
+private:
+    MemoryToolkit& toolkit_;
+    std::string text_;
+    int whole_;
+    bool goesOn_ = true;
+};
+
+}  // namespace
+
 std::unique_ptr<Window> MemoryToolkit::createWindow(const WindowDesign& design) {
     return std::make_unique<MemoryWindow>(*this, design);
 }
@@ -28,6 +51,10 @@ void MemoryToolkit::openDocument(const std::string& path) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(nativePath(path), error)) throw std::runtime_error("找不到文件：" + path);
     driver_.onDocument(path);
+}
+
+std::unique_ptr<Progress> MemoryToolkit::createProgress(const std::string& text, const std::string&, int whole) {
+    return std::make_unique<MemoryProgress>(*this, text, whole);
 }
 
 void MemoryToolkit::guard(const std::function<void()>& handler) {

@@ -34,6 +34,7 @@ public:
     void sendTab() override;
     void openDocument(const std::string& path) override;
     void paintPending() override { ++paints_; }
+    std::unique_ptr<Progress> createProgress(const std::string& text, const std::string& title, int whole) override;
 
     MemoryDriver& driver() const { return driver_; }
     /// Runs the handler of an event that the user caused: a failure is shown and goes no further.
@@ -42,6 +43,11 @@ public:
     MemoryWindow* front() const { return stack_.empty() ? nullptr : stack_.back(); }
     /// How often paintPending was called.
     int paints() const { return paints_; }
+
+    /// Asked at each step of long work, with what is done, whether the user lets it go on. Without one all work ends.
+    using ProgressObserver = std::function<bool(const std::string& text, int done, int whole)>;
+    void setProgressObserver(ProgressObserver observer) { progressObserver_ = std::move(observer); }
+    const ProgressObserver& progressObserver() const { return progressObserver_; }
 
     const std::vector<ShownReport>& reports() const { return reports_; }
     void addReport(ShownReport report) { reports_.push_back(std::move(report)); }
@@ -62,6 +68,7 @@ private:
     MemoryDriver& driver_;
     std::vector<MemoryWindow*> stack_;
     std::vector<ShownReport> reports_;
+    ProgressObserver progressObserver_;
     int paints_ = 0;
 };
 

@@ -4,6 +4,7 @@
 
 #include <QCursor>
 #include <QPoint>
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -34,6 +35,10 @@ public:
     std::function<void(Window&)> modalObserver;
     std::function<void(const std::string&)> documentOpener;
     std::string printFile;  ///< "" asks with the print dialog
+
+    /// When work counts as long, and how often its display is renewed.
+    std::chrono::milliseconds progressDelay{500};
+    std::chrono::milliseconds progressInterval{50};
 
     /// Where the next menu pops up, in global coordinates: set while a mouse or menu key event is raised.
     std::optional<QPoint> popUpPlace;

@@ -11,6 +11,7 @@
 
 #include "platform/qt/application.h"
 #include "platform/qt/core.h"
+#include "platform/qt/qtprogress.h"
 #include "platform/qt/qtreport.h"
 #include "platform/qt/qtwindow.h"
 #include "platform/qt/snapshot.h"
@@ -86,6 +87,10 @@ void QtToolkit::openDocument(const std::string& path) {
 
 void QtToolkit::paintPending() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
 
+std::unique_ptr<Progress> QtToolkit::createProgress(const std::string& text, const std::string& title, int whole) {
+    return std::make_unique<QtProgress>(*core_, text, title, whole);
+}
+
 void QtToolkit::setModalObserver(std::function<void(Window&)> observer) { core_->modalObserver = std::move(observer); }
 
 void QtToolkit::setDocumentOpener(std::function<void(const std::string&)> opener) {
@@ -93,6 +98,11 @@ void QtToolkit::setDocumentOpener(std::function<void(const std::string&)> opener
 }
 
 void QtToolkit::setPrintFile(const std::string& path) { core_->printFile = path; }
+
+void QtToolkit::setProgressPace(std::chrono::milliseconds delay, std::chrono::milliseconds interval) {
+    core_->progressDelay = delay;
+    core_->progressInterval = interval;
+}
 
 void QtToolkit::savePicture(const Window& window, const std::string& path) const {
     const auto* own = dynamic_cast<const QtWindow*>(&window);

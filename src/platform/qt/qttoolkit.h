@@ -3,6 +3,7 @@
 // the host's, which must be the one that made the QApplication.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -24,6 +25,7 @@ public:
     void sendTab() override;
     void openDocument(const std::string& path) override;
     void paintPending() override;
+    std::unique_ptr<Progress> createProgress(const std::string& text, const std::string& title, int whole) override;
 
     /// For drivers (a tour, tests): called for each modal window once it has loaded, is painted and its loop runs.
     void setModalObserver(std::function<void(Window&)> observer);
@@ -33,6 +35,9 @@ public:
 
     /// Prints go to that PDF file instead of asking with the print dialog; "" asks again.
     void setPrintFile(const std::string& path);
+
+    /// Long work shows itself after the delay, and is renewed at that interval.
+    void setProgressPace(std::chrono::milliseconds delay, std::chrono::milliseconds interval);
 
     /// Writes the window, with the menus, lists and boxes that are open over it, as a picture; the suffix names the
     /// format. Throws std::runtime_error where the window is none of this toolkit or the file can't be written.

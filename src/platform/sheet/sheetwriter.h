@@ -37,9 +37,16 @@ public:
 
     /// A row; as many cells as the layout has columns. Throws std::runtime_error where the disk refuses.
     virtual void addRow(const std::vector<SheetCell>& cells) = 0;
-    /// Puts the file under its name. Throws std::runtime_error where that fails. Without it, and after a failure, no
-    /// file is left and one that stood there stays.
-    virtual void finish() = 0;
+    /// Completes the file beside its name, which for a long list takes as long as its rows took; another thread than
+    /// that of the rows may do it. Throws std::runtime_error where the disk refuses.
+    virtual void complete() = 0;
+    /// Puts the completed file under its name. Throws std::runtime_error where that fails. Without it, and after a
+    /// failure, no file is left and one that stood there stays.
+    virtual void commit() = 0;
+    void finish() {
+        complete();
+        commit();
+    }
 };
 
 /// BIFF8 in an OLE2 container, 65,536 rows a sheet.

@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cmath>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/sheet/biffrecords.h"
 #include "platform/sheet/partialfile.h"
@@ -50,11 +51,12 @@ public:
         ++row_;
     }
 
-    void finish() override {
+    void complete() override {
         endSheet();
-        writeStream(workbook());
-        file_.commit();
+        writeStream(globals());
     }
+
+    void commit() override { file_.commit(); }
 
 private:
     void beginSheet() {
@@ -80,31 +82,36 @@ private:
         addRecord(cells_, Biff::number, Payload().u16(row_).u16(static_cast<unsigned>(column)).u16(xf).f64(value));
     }
 
+    // The cells stay where they are: a long list's are most of the memory.
     void endSheet() {
-        std::string sheet;
-        addBof(sheet, Substream::sheet);
+        cells_.insert(0, sheetHead());
+        // The heading is a frozen pane; the first sheet is the one shown.
+        const unsigned flags = (layout_.heading ? 0x01BEu : 0x00B6u) | (sheets_.empty() ? 0x0600u : 0u);
+        addRecord(cells_, Biff::window2, Payload().u16(flags).u16(0).u16(0).u32(0x40).u16(0).u16(0).u32(0));
+        if (layout_.heading) addRecord(cells_, Biff::pane, Payload().u16(0).u16(1).u16(1).u16(0).u8(2).u8(0));
+        addRecord(cells_, Biff::eof, Payload());
+        sheets_.push_back(std::exchange(cells_, {}));
+    }
+
+    std::string sheetHead() const {
+        std::string head;
+        addBof(head, Substream::sheet);
         for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
             const SheetColumn& column = layout_.columns[i];
             if (column.width <= 0 && !column.hidden) continue;
             const auto index = static_cast<unsigned>(i);
             Payload info;
             info.u16(index).u16(index).u16(columnWidth(column.width)).u16(kDefaultXf).u16(column.hidden ? 1 : 0).u16(0);
-            addRecord(sheet, Biff::columnInfo, info);
+            addRecord(head, Biff::columnInfo, info);
         }
         Payload dimensions;
         dimensions.u32(0).u32(row_).u16(0).u16(static_cast<unsigned>(layout_.columns.size())).u16(0);
-        addRecord(sheet, Biff::dimensions, dimensions);
-        sheet += cells_;
-        // The heading is a frozen pane; the first sheet is the one shown.
-        const unsigned flags = (layout_.heading ? 0x01BEu : 0x00B6u) | (sheets_.empty() ? 0x0600u : 0u);
-        addRecord(sheet, Biff::window2, Payload().u16(flags).u16(0).u16(0).u32(0x40).u16(0).u16(0).u32(0));
-        if (layout_.heading) addRecord(sheet, Biff::pane, Payload().u16(0).u16(1).u16(1).u16(0).u8(2).u8(0));
-        addRecord(sheet, Biff::eof, Payload());
-        sheets_.push_back(std::move(sheet));
-        cells_.clear();
+        addRecord(head, Biff::dimensions, dimensions);
+        return head;
     }
 
-    std::string workbook() const {
+    /// What stands before the sheets.
+    std::string globals() const {
         const auto names = sheetNames(layout_.name, sheets_.size());
         std::string tail;
         texts_.write(tail);
@@ -118,13 +125,14 @@ private:
             stream += boundSheet(static_cast<std::uint32_t>(position), names[i]);
             position += sheets_[i].size();
         }
-        stream += tail;
-        for (const std::string& sheet : sheets_)
-            stream += sheet;
-        return stream;
+        return stream + tail;
     }
 
-    void writeStream(const std::string& stream) const {
+    static bool writePart(GsfOutput* output, const std::string& part) {
+        return gsf_output_write(output, part.size(), reinterpret_cast<const guint8*>(part.data()));
+    }
+
+    void writeStream(const std::string& globals) const {
         GError* error = nullptr;
         GsfOutput* disk = gsf_output_stdio_new(file_.partialPath().c_str(), &error);
         if (!disk) {
@@ -134,8 +142,9 @@ private:
         }
         GsfOutfile* container = gsf_outfile_msole_new(disk);
         GsfOutput* workbookStream = gsf_outfile_new_child(container, "Workbook", FALSE);
-        const auto* bytes = reinterpret_cast<const guint8*>(stream.data());
-        bool written = gsf_output_write(workbookStream, stream.size(), bytes);
+        bool written = writePart(workbookStream, globals);
+        for (const std::string& sheet : sheets_)
+            written = written && writePart(workbookStream, sheet);
         written = gsf_output_close(workbookStream) && written;
         written = gsf_output_close(GSF_OUTPUT(container)) && written;
         written = (gsf_output_is_closed(disk) || gsf_output_close(disk)) && written;

@@ -3,6 +3,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <stdexcept>
 
 #include "platform/sheet/partialfile.h"
@@ -54,9 +55,14 @@ public:
         beginSheet();
     }
 
-    // The library frees a workbook only by closing it; the part written is then dropped with its file.
+    // To close a long workbook that nobody wants would take seconds, and to free it leaves its rows' file open.
     ~XlsxWriter() override {
-        if (book_) workbook_close(book_);
+        if (!book_) return;
+        lxw_worksheet* sheet = nullptr;
+        STAILQ_FOREACH(sheet, book_->worksheets, list_pointers) {
+            if (sheet->optimize_tmpfile) std::fclose(sheet->optimize_tmpfile);
+        }
+        lxw_workbook_free(book_);
     }
 
     void addRow(const std::vector<SheetCell>& cells) override {
@@ -66,13 +72,14 @@ public:
         ++row_;
     }
 
-    void finish() override {
+    void complete() override {
         lxw_workbook* book = book_;
         book_ = nullptr;
         check(workbook_close(book));
         checkWorkbookWhole(file_.partialPath(), sheets_);
-        file_.commit();
     }
+
+    void commit() override { file_.commit(); }
 
 private:
     void beginSheet() {

@@ -1,89 +1,38 @@
-// The files are read back by LibreOffice, sheet by sheet, as comma-separated texts.
+// The files are read back by LibreOffice, sheet by sheet.
 #include "platform/sheet/sheetwriter.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
-#include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+
+#include "support/machinelimits.h"
+#include "support/spreadsheet.h"
+#include "support/temporary.h"
 
 namespace orvenmod::platform {
 namespace {
 
 namespace fs = std::filesystem;
 
+using test::Reading;
 using Rows = std::vector<std::vector<std::string>>;
-
-// RFC 4180.
-Rows parseCsv(const std::string& text) {
-    Rows rows;
-    std::vector<std::string> row;
-    std::string cell;
-    bool quoted = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (quoted) {
-            if (c != '"')
-                cell += c;
-            else if (i + 1 < text.size() && text[i + 1] == '"')
-                cell += text[++i];
-            else
-                quoted = false;
-        } else if (c == '"') {
-            quoted = true;
-        } else if (c == ',' || c == '\n') {
-            row.push_back(std::exchange(cell, {}));
-            if (c == '\n') rows.push_back(std::exchange(row, {}));
-        } else {
-            cell += c;
-        }
-    }
-    return rows;
-}
 
 class SheetWriterTest : public testing::TestWithParam<std::string> {
 protected:
-    SheetWriterTest() {
-        std::string pattern = (fs::temp_directory_path() / "orvensheetXXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
+    std::string path() const { return folder_.file("list." + GetParam()); }
+
+    std::unique_ptr<SheetWriter> writerTo(const std::string& path, const SheetLayout& layout) const {
+        return GetParam() == "xls" ? newXlsWriter(path, layout) : newXlsxWriter(path, layout);
     }
-    ~SheetWriterTest() override { fs::remove_all(folder_); }
+    std::unique_ptr<SheetWriter> writer(const SheetLayout& layout) const { return writerTo(path(), layout); }
 
-    std::string path() const { return (folder_ / ("list." + GetParam())).string(); }
-
-    std::unique_ptr<SheetWriter> writer(const SheetLayout& layout) const {
-        return GetParam() == "xls" ? newXlsWriter(path(), layout) : newXlsxWriter(path(), layout);
+    Rows readBack(int sheet = 1, Reading reading = Reading::values) const {
+        return test::readSpreadsheet(path(), reading, sheet);
     }
+    auto files() const { return std::distance(fs::directory_iterator(folder_.path()), {}); }
 
-    // Sheet numbers count from 1. Raw values where `asShown` is false.
-    Rows readBack(int sheet = 1, bool asShown = false) const {
-        // Filter options: separator, quote, UTF-8, first line, column formats, language, quote texts, special numbers,
-        // as shown, formulas, spaces, sheet.
-        const std::string options = std::string("44,34,76,1,,0,true,false,") + (asShown ? "true" : "false") +
-                                    ",false,false," + std::to_string(sheet);
-        const std::string command = "cd '" + folder_.string() + "' && soffice -env:UserInstallation=file://" +
-                                    folder_.string() +
-                                    "/profile --headless --convert-to 'csv:Text - txt - csv (StarCalc):" + options +
-                                    "' list." + GetParam() + " >convert.log 2>&1";
-        EXPECT_EQ(std::system(command.c_str()), 0);
-        for (const auto& entry : fs::directory_iterator(folder_)) {
-            if (entry.path().extension() != ".csv") continue;
-            std::ifstream file(entry.path());
-            std::stringstream text;
-            text << file.rdbuf();
-            const fs::path csv = entry.path();
-            file.close();
-            fs::remove(csv);
-            return parseCsv(text.str());
-        }
-        ADD_FAILURE() << "no text file came out";
-        return {};
-    }
-
-    fs::path folder_;
+    test::TemporaryFolder folder_;
 };
 
 SheetLayout twoColumns() {
@@ -99,7 +48,7 @@ TEST_P(SheetWriterTest, keepsCodesAsTextsAndNumbersAsNumbers) {
     sheet->addRow({{"客户"}, {"-3", true}});
     sheet->finish();
     EXPECT_EQ(readBack(), (Rows{{"代码", "数量"}, {"007", "1234.5"}, {"01.001", ""}, {"客户", "-3"}}));
-    EXPECT_EQ(readBack(1, true)[1][1], "1,234.50");
+    EXPECT_EQ(readBack(1, Reading::asShown)[1][1], "1,234.50");
 }
 
 TEST_P(SheetWriterTest, takesATextInANumberColumnAsAText) {
@@ -166,40 +115,68 @@ TEST_P(SheetWriterTest, writesAListWithoutColumns) {
 
 TEST_P(SheetWriterTest, leavesNothingWithoutFinish) {
     writer(twoColumns())->addRow({{"1"}, {"2", true}});
-    EXPECT_TRUE(fs::is_empty(folder_));
+    EXPECT_EQ(files(), 0);
+}
+
+TEST_P(SheetWriterTest, leavesNothingAndNoFileOpenWhereItIsCompletedInVain) {
+    const auto openFiles = [] { return std::distance(fs::directory_iterator("/proc/self/fd"), {}); };
+    const auto before = openFiles();
+    for (const bool completed : {false, true}) {
+        auto sheet = writer(twoColumns());
+        for (int i = 0; i < 100; ++i)
+            sheet->addRow({{"编号"}, {"2", true}});
+        if (completed) sheet->complete();
+    }
+    EXPECT_EQ(files(), 0);
+    EXPECT_EQ(openFiles(), before);
 }
 
 TEST_P(SheetWriterTest, refusesAFolderAndAMissingFolder) {
     fs::create_directory(path());
     EXPECT_THROW(writer(twoColumns()), std::runtime_error);
-    fs::remove(path());
-    fs::permissions(folder_, fs::perms::owner_all);
-    folder_ /= "missing";
-    EXPECT_THROW(writer(twoColumns()), std::runtime_error);
-    folder_ = folder_.parent_path();
+    EXPECT_THROW(writerTo(folder_.file("missing/list"), twoColumns()), std::runtime_error);
+    EXPECT_EQ(files(), 1);
 }
 
 TEST_P(SheetWriterTest, leavesTheOldFileWhereTheDiskIsFull) {
     std::ofstream(path()) << "old";
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit small{8192, before.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &small);
-    EXPECT_THROW(
-        {
-            auto sheet = writer(twoColumns());
-            for (int i = 0; i < 20000; ++i)
-                sheet->addRow({{"编号" + std::to_string(i * 7919)}, {"2.5", true}});
-            sheet->finish();
-        },
-        std::runtime_error);
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    {
+        const test::FullDisk full(8192);
+        EXPECT_THROW(
+            {
+                auto sheet = writer(twoColumns());
+                for (int i = 0; i < 20000; ++i)
+                    sheet->addRow({{"编号" + std::to_string(i * 7919)}, {"2.5", true}});
+                sheet->finish();
+            },
+            std::runtime_error);
+    }
     std::string content;
     std::ifstream(path()) >> content;
     EXPECT_EQ(content, "old");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
+    EXPECT_EQ(files(), 1);
+}
+
+TEST_P(SheetWriterTest, showsTheHeadingInBoldAndCellsInTheFormatOfTheirColumn) {
+    auto sheet = writer({.name = "货品",
+                         .columns = {{.title = "代码", .width = 2000, .format = "@"},
+                                     {.title = "名称", .alignment = Alignment::left, .width = 4000, .format = "@"},
+                                     {.title = "序号", .width = 1000, .format = "@", .hidden = true},
+                                     {.title = "数量", .alignment = Alignment::right, .format = "#,##0.000"},
+                                     {.title = "等级", .alignment = Alignment::centre, .format = "#,##0"}}});
+    sheet->addRow({{"007"}, {"螺丝"}, {"1"}, {"1234.5", true}, {"12", true}});
+    sheet->finish();
+    const test::SheetLook look = test::readLook(path());
+    ASSERT_EQ(look.rows.size(), 2U);
+    for (const test::CellLook& title : look.rows[0])
+        EXPECT_EQ(title, (test::CellLook{.alignment = "center", .format = "", .number = "", .bold = true}));
+    EXPECT_EQ(look.rows[1],
+              (std::vector<test::CellLook>{{.alignment = "left", .format = "@", .number = ""},
+                                           {.alignment = "left", .format = "@", .number = ""},
+                                           {.alignment = "right", .format = "#,##0.000", .number = "1234.5"},
+                                           {.alignment = "center", .format = "#,##0", .number = "12"}}))
+        << "the hidden column isn't shown";
+    EXPECT_NEAR(look.widths.at(1), 2 * look.widths.at(0), 8);
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, SheetWriterTest, testing::Values("xls", "xlsx"),
