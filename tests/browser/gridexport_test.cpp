@@ -104,6 +104,24 @@ TEST_P(GridExport, keepsATextInANumberColumnAndAllDecimals) {
     EXPECT_EQ(readSpreadsheet(file()), (Rows{{"a"}, {"约3"}, {"1.23456"}, {""}, {"-1234567.5"}}));
 }
 
+TEST_P(GridExport, showsEveryNumberFormatOfTheList) {
+    const Texts formats = {"#,###",       "#,###.#",      "#,###.##", "#,###.###", "#,###.####",
+                           "#,###.#####", "#,###.######", "",         "0.00"};
+    exportTo(
+        file(),
+        [&](ListGrid& grid) {
+            grid.setRowCount(2);
+            for (int column = 0; column < 9; ++column) {
+                grid.setColumnFormat(column, formats[static_cast<std::size_t>(column)]);
+                grid.setText(1, column, "1234567.125");
+            }
+        },
+        formats.size());
+    EXPECT_EQ(readSpreadsheet(file(), Reading::asShown)[1],
+              (Texts{"1,234,567", "1,234,567.1", "1,234,567.13", "1,234,567.125", "1,234,567.1250", "1,234,567.12500",
+                     "1,234,567.125000", "1234567.125", "1234567.13"}));
+}
+
 TEST_P(GridExport, takesTextsThatLookLikeNumbersDatesOrFormulasAsTexts) {
     const Texts texts = {"007", "1E5", "2026-11-20", "=1+1", "+8", "1,234", "-", "'", " 7", "1/2", "50%", "TRUE"};
     exportTo(file(), [&](ListGrid& grid) {

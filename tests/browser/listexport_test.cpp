@@ -91,23 +91,6 @@ TEST_P(ListExport, looksAsTheListDoes) {
     EXPECT_EQ(row.at(3), (CellLook{.alignment = "right", .format = "#,##0.00", .number = "1244.5"}));
 }
 
-TEST_P(ListExport, showsEveryNumberFormatOfTheList) {
-    database().execute("update ICItem set fMinQty=1234567.125 where fItemId=101");
-    const std::vector<std::pair<std::string, std::string>> formats = {{"#,###", "1,234,567"},
-                                                                      {"#,###.#", "1,234,567.1"},
-                                                                      {"#,###.##", "1,234,567.13"},
-                                                                      {"#,###.###", "1,234,567.125"},
-                                                                      {"#,###.####", "1,234,567.1250"},
-                                                                      {"#,###.#####", "1,234,567.12500"},
-                                                                      {"#,###.######", "1,234,567.125000"}};
-    for (const auto& [format, shown] : formats) {
-        database().execute("update tblFindinfoEntry set fDataFormat='" + format +
-                           "' where fTypeId=6003 and fFieldName='fMinQty'");
-        openAndExport(file());
-        EXPECT_EQ(readSpreadsheet(file(), Reading::asShown).at(1).at(4), shown) << format;
-    }
-}
-
 TEST_P(ListExport, holdsWhatTheSearchLeft) {
     stage.open(kPicker, [&](User& user) {
         user.clickNode("tv1", "D12");

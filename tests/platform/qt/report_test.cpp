@@ -7,14 +7,13 @@
 #include <QLabel>
 #include <QSpinBox>
 #include <QTimer>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
 #include "platform/qt/qttoolkit.h"
 #include "platform/qt/qtwindows.h"
 #include "support/machinelimits.h"
+#include "support/qt_output.h"
 #include "support/temporary.h"
 
 namespace orvenmod::test {
@@ -24,18 +23,6 @@ namespace fs = std::filesystem;
 using platform::Report;
 using platform::ReportAlignment;
 using platform::ReportFieldType;
-
-/// The PDF's text. A font's radicals share their pictures with letters, which a reader can't tell apart.
-std::string pdfText(const std::string& file) {
-    std::string text;
-    FILE* output = ::popen(("pdftotext -layout '" + file + "' - 2>&1").c_str(), "r");
-    std::array<char, 4096> buffer{};
-    while (output != nullptr && std::fgets(buffer.data(), buffer.size(), output) != nullptr)
-        text += buffer.data();
-    if (output != nullptr) ::pclose(output);
-    QString letters = QString::fromStdString(text).normalized(QString::NormalizationForm_KC);
-    return letters.replace(QChar(0x2EDA), QStringLiteral("页")).toStdString();
-}
 
 std::string withoutBlanks(std::string text) {
     std::erase(text, ' ');
@@ -75,24 +62,8 @@ protected:
     }
     /// Shows the preview and plays the steps on it.
     void preview(const std::function<void(QDialog&)>& steps) {
-        bool played = false;
-        QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, [&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (played || dialog == nullptr) return;
-            played = true;
-            steps(*dialog);
-            dialog->reject();
-        });
-        watch.start(5);
-        report_->printPreview();
-        EXPECT_TRUE(played);
-    }
-    static void press(QDialog& dialog, const char* action) {
-        auto* found = dialog.findChild<QAction*>(QString::fromLatin1(action));
-        ASSERT_NE(found, nullptr) << action;
-        EXPECT_TRUE(found->isEnabled()) << action;
-        found->trigger();
+        onDialog(
+            "preview", [this] { report_->printPreview(); }, steps);
     }
 
     TemporaryFolder folder_;
@@ -168,13 +139,13 @@ TEST_F(QtReportTest, thePreviewTurnsItsPages) {
         EXPECT_FALSE(dialog.findChild<QAction*>("Previous")->isEnabled());
         EXPECT_EQ(dialog.findChild<QLabel*>("PageCount")->text(),
                   QStringLiteral(" / 共 %1 页 ").arg(number->maximum()));
-        press(dialog, "Next");
+        pressAction(dialog, "Next");
         EXPECT_EQ(number->value(), 2);
-        press(dialog, "Last");
+        pressAction(dialog, "Last");
         EXPECT_EQ(number->value(), number->maximum());
         EXPECT_FALSE(dialog.findChild<QAction*>("Next")->isEnabled());
-        press(dialog, "Previous");
-        press(dialog, "First");
+        pressAction(dialog, "Previous");
+        pressAction(dialog, "First");
         EXPECT_EQ(number->value(), 1);
         QTest::keyClick(&dialog, Qt::Key_PageDown);
         EXPECT_EQ(number->value(), 2);
@@ -215,7 +186,7 @@ TEST_F(QtReportTest, thePreviewTakesAnotherPaper) {
             box->setTextValue(QStringLiteral("A4 纵向"));
             box->accept();
         });
-        press(dialog, "PageSetup");
+        pressAction(dialog, "PageSetup");
         EXPECT_LT(number->maximum(), before);
         EXPECT_GT(page->height(), page->width());
     });
@@ -223,7 +194,7 @@ TEST_F(QtReportTest, thePreviewTakesAnotherPaper) {
 
 TEST_F(QtReportTest, thePreviewPrintsWhatItShows) {
     toolkit().setPrintFile(folder_.file("list.pdf"));
-    preview([](QDialog& dialog) { press(dialog, "Print"); });
+    preview([](QDialog& dialog) { pressAction(dialog, "Print"); });
     EXPECT_EQ(countOf(pdfText(folder_.file("list.pdf")), "货品一览"), 1U);
 }
 
@@ -231,7 +202,7 @@ TEST_F(QtReportTest, aLongPreviewLaysOutOnlyThePageThatIsLookedAt) {
     records_ = 100000;
     preview([](QDialog& dialog) {
         EXPECT_GT(dialog.findChild<QSpinBox*>("PageNumber")->maximum(), 5000);
-        press(dialog, "Last");
+        pressAction(dialog, "Last");
     });
 }
 
