@@ -2,6 +2,7 @@
 
 #include <QTest>
 #include <algorithm>
+#include <chrono>
 #include <stdexcept>
 
 namespace orvenmod::sample {
@@ -29,6 +30,15 @@ void Guide::play(User user, const Request& request, Steps steps) {
 void Guide::pictureSuite(const std::string& name, const std::string& caption) {
     QTest::qWait(20);
     album_.add(suite_, name, caption);
+}
+
+void Guide::showShortWork(bool show) {
+    using std::chrono::milliseconds;
+    if (show) {
+        toolkit_.setProgressPace(milliseconds(0), milliseconds(0));
+    } else {
+        toolkit_.setProgressPace();
+    }
 }
 
 // What fails here must not look like a failure of the window, so it is kept for play().

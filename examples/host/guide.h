@@ -33,6 +33,8 @@ public:
     void pictureSuite(const std::string& name, const std::string& caption);
     /// Prints go to that PDF file; "" asks again.
     void printTo(const std::string& file) { toolkit_.setPrintFile(file); }
+    /// Whether work that is soon done shows its progress all the same.
+    void showShortWork(bool show);
     SuiteWindow& suite() { return suite_; }
 
 private:

@@ -93,6 +93,18 @@ void keepCategories(Guide& guide) {
     });
 }
 
+void exportItems(Guide& guide, const std::string& folder) {
+    guide.play(Guide::kAdministrator, {}, [&guide, &folder](Visitor& visitor) {
+        guide.showShortWork(true);
+        visitor.saveTo(QString::fromStdString(folder) + QStringLiteral("/goods.xlsx"), "save-as", "导出：文件名和格式");
+        visitor.expectProgress("export-progress", "导出很长的列表：进度，可以取消");
+        visitor.expectBox(QMessageBox::Ok, "exported", "导出成功");
+        visitor.clickTool("Excel");
+        visitor.boxesDone();
+        guide.showShortWork(false);
+    });
+}
+
 void printItems(Guide& guide, const std::string& folder) {
     guide.play(Guide::kAdministrator, {}, [&guide, &folder](Visitor& visitor) {
         visitor.clickNode("tv1", "书写工具");

@@ -1,4 +1,5 @@
-// The part of the tour that keeps items: editor, categories, a delete that is refused, print preview, dictionaries.
+// The part of the tour that keeps items: editor, categories, a delete that is refused, export, print preview,
+// dictionaries.
 #pragma once
 
 #include "guide.h"
@@ -7,6 +8,8 @@ namespace orvenmod::sample {
 
 void keepItems(Guide& guide);
 void keepCategories(Guide& guide);
+/// Leaves the list of goods as a workbook in the folder.
+void exportItems(Guide& guide, const std::string& folder);
 /// Leaves the list of goods as a PDF file in the folder.
 void printItems(Guide& guide, const std::string& folder);
 void keepDictionaries(Guide& guide);

@@ -112,6 +112,7 @@ int playTour(SuiteWindow& window, const std::string& folder) {
         workWithFewRights(guide);
         keepItems(guide);
         keepCategories(guide);
+        exportItems(guide, folder);
         printItems(guide, folder);
         designClasses(guide);
         keepDictionaries(guide);

@@ -11,6 +11,7 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTableView>
@@ -253,6 +254,35 @@ void Visitor::expectDialog(const QString& dialog, const std::string& name, const
         album_.add(widget, name, caption);
         widget.close();
     });
+}
+
+void Visitor::saveTo(const QString& file, const std::string& name, const std::string& caption) {
+    ++boxes_;
+    const auto shown = [] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); };
+    whenReady(shown, [this, file, name, caption](QFileDialog& dialog) {
+        --boxes_;
+        dialog.setDirectory(QFileInfo(file).absolutePath());
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QFileInfo(file).fileName());
+        QTest::qWait(kLook);
+        album_.add(dialog, name, caption);
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
+    });
+}
+
+void Visitor::expectProgress(const std::string& name, const std::string& caption) {
+    ++boxes_;
+    // Asked at each chance: the work doesn't wait for its picture.
+    auto* watch = new QTimer(qApp);
+    QObject::connect(watch, &QTimer::timeout, watch, [this, watch, name, caption] {
+        const QWidget* box = QApplication::activeModalWidget();
+        const auto* bar = box == nullptr ? nullptr : box->findChild<QProgressBar*>();
+        if (bar == nullptr || bar->value() < bar->maximum() / 2) return;
+        watch->stop();
+        watch->deleteLater();
+        --boxes_;
+        album_.add(window_, name, caption);
+    });
+    watch->start(0);
 }
 
 void Visitor::boxesDone() const {

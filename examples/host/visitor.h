@@ -72,6 +72,10 @@ public:
     void chooseFile(const QString& path);
     /// The next dialog of that name is pictured and closed.
     void expectDialog(const QString& dialog, const std::string& name, const std::string& caption);
+    /// The next save dialog is pictured with that file's name in it, and takes it.
+    void saveTo(const QString& file, const std::string& name, const std::string& caption);
+    /// The next long work is pictured over its window when half of it is done.
+    void expectProgress(const std::string& name, const std::string& caption);
     /// Throws where an expected box didn't come.
     void boxesDone() const;
 

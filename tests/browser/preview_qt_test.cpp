@@ -138,7 +138,7 @@ TEST_F(ListPreview, isNotNeededToPrint) {
 }
 
 TEST_F(ListPreview, aCancelledPrintDialogPrintsNothing) {
-    stage.open(kPicker, [this](User& user) {
+    stage.open(kPicker, [](User& user) {
         onDialog(
             "print", [&user] { user.clickTool("Print"); }, [](QDialog& print) { print.reject(); });
         user.clickNode("tv1", "D14");

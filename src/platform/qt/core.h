@@ -37,8 +37,8 @@ public:
     std::string printFile;  ///< "" asks with the print dialog
 
     /// When work counts as long, and how often its display is renewed.
-    std::chrono::milliseconds progressDelay{500};
-    std::chrono::milliseconds progressInterval{50};
+    std::chrono::milliseconds progressDelay{};
+    std::chrono::milliseconds progressInterval{};
 
     /// Where the next menu pops up, in global coordinates: set while a mouse or menu key event is raised.
     std::optional<QPoint> popUpPlace;

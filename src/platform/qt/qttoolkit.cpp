@@ -39,7 +39,10 @@ QMessageBox::Icon iconOf(MessageKind kind) {
 
 }  // namespace
 
-QtToolkit::QtToolkit() : core_(std::make_unique<Core>(*this)) { ensureApplication(); }
+QtToolkit::QtToolkit() : core_(std::make_unique<Core>(*this)) {
+    setProgressPace();
+    ensureApplication();
+}
 
 QtToolkit::~QtToolkit() = default;
 

@@ -14,6 +14,9 @@ namespace orvenmod::platform::qt {
 
 class Core;
 
+inline constexpr std::chrono::milliseconds kProgressDelay{500};
+inline constexpr std::chrono::milliseconds kProgressInterval{50};
+
 class QtToolkit final : public Toolkit {
 public:
     QtToolkit();
@@ -37,7 +40,8 @@ public:
     void setPrintFile(const std::string& path);
 
     /// Long work shows itself after the delay, and is renewed at that interval.
-    void setProgressPace(std::chrono::milliseconds delay, std::chrono::milliseconds interval);
+    void setProgressPace(std::chrono::milliseconds delay = kProgressDelay,
+                         std::chrono::milliseconds interval = kProgressInterval);
 
     /// Writes the window, with the menus, lists and boxes that are open over it, as a picture; the suffix names the
     /// format. Throws std::runtime_error where the window is none of this toolkit or the file can't be written.
