@@ -1,6 +1,4 @@
 // A large attachment going in and coming back: how much memory the process takes at most meanwhile.
-#include <malloc.h>
-
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -11,6 +9,7 @@
 #include "frame/appstate.h"
 #include "frame/entry/startup.h"
 #include "memorystage.h"
+#include "peak.h"
 #include "platform/controls.h"
 #include "store/schema.h"
 #include "store/sqlite/sqlitestore.h"
@@ -26,24 +25,6 @@ constexpr std::size_t kSize = std::size_t{64} << 20;
 constexpr double kMebibyte = 1024.0 * 1024.0;
 // Twice the contents, and the store's cache of pages.
 constexpr double kBound = 2 * static_cast<double>(kSize) / kMebibyte + 16;
-
-/// A line of what the system tells of this process, in MiB.
-double memoryLine(const std::string& name) {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.rfind(name + ":", 0) == 0) return std::stod(line.substr(name.size() + 1)) / 1024;
-    }
-    throw std::runtime_error("the system doesn't tell " + name);
-}
-
-/// The most memory that the work takes beyond what the process holds before it, in MiB.
-double mostMemory(const std::function<void()>& work) {
-    malloc_trim(0);
-    if (!(std::ofstream("/proc/self/clear_refs") << "5")) throw std::runtime_error("the peak can't be reset");
-    const double before = memoryLine("VmRSS");
-    work();
-    return memoryLine("VmHWM") - before;
-}
 
 std::string emptyDatabase(const std::string& folder) {
     const std::string file = folder + "/contents.db";

@@ -115,7 +115,7 @@ double timeExport(Report& report, const std::string& folder, std::size_t rows, c
 /// What an export takes beyond the grid, which costs as much without it.
 double peakOfExport(Report& report, const std::string& folder, std::size_t rows, const std::string& ending) {
     OutputStage stage(rows);
-    const double peak = peakMebibytes([&] { stage.exportTo(folder + "/bench" + ending); });
+    const double peak = mostMemory([&] { stage.exportTo(folder + "/bench" + ending); });
     char text[64];
     std::snprintf(text, sizeof text, ": %.2f MiB at most", peak);
     report.note(rowsTo(rows, ending) + text);

@@ -10,8 +10,9 @@ namespace orvenmod::platform::report {
 namespace {
 
 constexpr double kLeastScale = 0.5;  // of letters: smaller ones can't be read
-// Columns are made for letters on a screen and have room to spare on paper: letters shrink later than columns.
-constexpr double kSpare = 1.3;
+// Columns are made for letters on a screen and have room to spare on paper: letters shrink later than columns. A text
+// that is too wide for its cell then shrinks by itself.
+constexpr double kSpare = 1.6;
 constexpr double kCellPadding = 0.8;
 constexpr double kSlack = 1e-6;
 

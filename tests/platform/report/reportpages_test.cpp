@@ -90,7 +90,7 @@ TEST(ReportPages, shrinkColumnsThatAreTooWideToFit) {
     const Page page = pages.page(0);
     ASSERT_EQ(page.shaded.size(), 4U);
     EXPECT_NEAR(page.shaded[3].left + page.shaded[3].width, 90, 0.001);
-    EXPECT_NEAR(page.texts[1].points, 9 * 0.65, 0.001);
+    EXPECT_NEAR(page.texts[1].points, 9 * 0.8, 0.001);
 }
 
 TEST(ReportPages, breakColumnsOverPagesByTheTemplatesWord) {
