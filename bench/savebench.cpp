@@ -25,11 +25,11 @@ public:
     explicit Before(std::string target) : target_(std::move(target)) {
         const auto connection = componentStore().connect(target_);
         counter_ = connection->open("select fMaxNum from tblMaxNum where fTableName='tblItem'").text("fMaxNum");
-        // As a tree's last category, one of those with the most goods.
-        category_ = std::stoi(
-            connection
-                ->open("select top 1 fItemId from tblItem where fItemClassId=3 and fIsDetail=0 order by fDepth desc")
-                .text("fItemId"));
+        // The category with the most goods: the next code is sought among them.
+        category_ = std::stoi(connection
+                                  ->open("select top 1 fParentId from tblItem where fItemClassId=3 and fIsDetail=1 "
+                                         "group by fParentId order by count(*) desc")
+                                  .text("fParentId"));
         connection->close();
     }
 
