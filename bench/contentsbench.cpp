@@ -38,6 +38,7 @@ std::string emptyDatabase(const std::string& folder) {
 }
 
 void addAttachment(MemoryWindow& window) {
+    window.get<platform::Tabs>("SSTab1").setTab(1);
     window.get<platform::Button>("cmdAddFJ").click.raise();
     auto& attachments = window.get<EntryGrid>("fps2");
     attachments.setText(3, attachments.rowCount(), "附件");
