@@ -3,6 +3,7 @@
 #include "frame/appstate.h"
 #include "frame/services.h"
 #include "hierarchy/frmParent_design.h"
+#include "platform/progress.h"
 #include "support/keyboardwalk.h"
 
 namespace orvenmod::test {
@@ -34,6 +35,10 @@ public:
     void paintPending() override {
         target_.paintPending();
         if (watched != nullptr) pointers.push_back(watched->pointer());
+    }
+    std::unique_ptr<platform::Progress> createProgress(const std::string& text, const std::string& title,
+                                                       int whole) override {
+        return target_.createProgress(text, title, whole);
     }
 
     platform::Window* watched = nullptr;
