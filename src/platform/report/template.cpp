@@ -3,6 +3,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -211,10 +212,10 @@ Template loadTemplate(const std::string& path) {
     if (std::filesystem::file_size(file, error) > kLargestFile)
         throw std::runtime_error("文件太大，不是报表模板：" + path);
     std::ifstream stream(file, std::ios::binary);
-    std::ostringstream content;
-    if (!stream || !(content << stream.rdbuf() || stream.eof())) throw std::runtime_error("报表模板无法读取：" + path);
+    const std::string content{std::istreambuf_iterator<char>(stream), {}};
+    if (!stream.is_open() || stream.bad()) throw std::runtime_error("报表模板无法读取：" + path);
     try {
-        return parseTemplate(content.str());
+        return parseTemplate(content);
     } catch (const std::runtime_error& failure) {
         throw std::runtime_error(std::string(failure.what()) + "\n" + path);
     }

@@ -46,8 +46,7 @@ protected:
         report_->fetchRecord = [this] {
             for (int i = 1; i <= records_; ++i) {
                 report_->appendRecord();
-                report_->setFieldText(1, "货品" + std::to_string(i));
-                report_->setFieldText(2, std::to_string(i) + ".5");
+                if (columns_) setFields(i);
                 report_->postRecord();
             }
         };
@@ -69,13 +68,21 @@ protected:
     TemporaryFolder folder_;
     std::string template_ = folder_.file("Report3.grf");
     int records_ = 50;
+    bool columns_ = true;
+    std::vector<std::string> texts_;  ///< of the records, where a test has its own
     std::unique_ptr<Report> report_ = script->toolkit().createReport();
 
 private:
+    void setFields(int record) {
+        const auto at = static_cast<std::size_t>(record) - 1;
+        report_->setFieldText(1, at < texts_.size() ? texts_[at] : "货品" + std::to_string(record));
+        report_->setFieldText(2, std::to_string(record) + ".5");
+    }
     void define() {
         report_->loadFromFile(template_);
         report_->setTitle("货品打印");
         report_->setHeaderText(1, "fTitle", "货品一览");
+        if (!columns_) return;
         report_->addField("名称", ReportFieldType::text);
         report_->addColumn("名称", "名称", 1, 6);
         report_->addField("数量", ReportFieldType::number);
@@ -102,6 +109,27 @@ TEST_F(QtReportTest, printsAnEmptyListAsOnePage) {
     const std::string text = print();
     EXPECT_EQ(countOf(text, "\f"), 1U);
     EXPECT_EQ(countOf(text, "货品一览") + countOf(text, "名称"), 2U);
+}
+
+TEST_F(QtReportTest, printsTextsOfAnyKindOnTheirOneLine) {
+    std::string controls = "控";
+    for (char c = 1; c < 0x20; ++c)
+        controls += c;
+    texts_ = {controls + "制", "第一行\r\n第二行", "表情😀完", std::string(40000, 'y'), "坏\xE5\xAE了", ""};
+    records_ = static_cast<int>(texts_.size());
+    const std::string text = print();
+    EXPECT_EQ(countOf(text, "\f"), 1U);
+    for (const char* part : {"控", "制", "第一行 第二行", "表情", "yyyyy", "6.50"})
+        EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
+    EXPECT_EQ(text.find(std::string(200, 'y')), std::string::npos) << "cut at its cell";
+    preview([](QDialog& dialog) { EXPECT_FALSE(dialog.grab().isNull()); });
+}
+
+TEST_F(QtReportTest, printsAListWithoutColumnsAsOnePage) {
+    columns_ = false;
+    const std::string text = print();
+    EXPECT_EQ(countOf(text, "\f"), 1U);
+    EXPECT_EQ(countOf(text, "货品一览"), 1U);
 }
 
 TEST_F(QtReportTest, aFolderOrAMissingFolderIsRefusedAndLeavesNothing) {

@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
+#include "support/machinelimits.h"
 #include "support/temporary.h"
 
 namespace orvenmod::platform::report {
@@ -82,6 +84,25 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"report 1\npage A9", "报表模板第 2 行：应为纸张 A3、A4、A5、B5、Letter 或宽和高，实为“A9”"},
         Mistake{"report 1\npage A4 sideways", "报表模板第 2 行：应为方向 portrait 或 landscape，实为“sideways”"},
         Mistake{"report 1\npage 300", "报表模板第 2 行：应为纸高（20 到 1000 的数），实为行尾"},
+        Mistake{"report 1\npage 19 100", "报表模板第 2 行：应为纸宽（20 到 1000 的数），实为“19”"},
+        Mistake{"report 1\npage 100 1001", "报表模板第 2 行：应为纸高（20 到 1000 的数），实为“1001”"},
+        Mistake{"report 1\npage", "报表模板第 2 行：应为纸张 A3、A4、A5、B5、Letter 或宽和高，实为行尾"},
+        Mistake{"report 1\nmargins", "报表模板第 2 行：应为左边距（0 到 1000 的数），实为行尾"},
+        Mistake{"report 1\nmargins 1 2 \"3\" 4", "报表模板第 2 行：应为右边距（0 到 1000 的数），实为“3”"},
+        Mistake{"report 1\nfont big", "报表模板第 2 行：应为字号（4 到 1000 的数），实为“big”"},
+        Mistake{"report 1\nfont 9 Noto", "报表模板第 2 行：应为行尾，实为“Noto”"},
+        Mistake{"report 1\ntitle 1", "报表模板第 2 行：应为标题行高（2 到 1000 的数），实为“1”"},
+        Mistake{"report 1\nheader", "报表模板第 2 行：应为报表头高（0 到 1000 的数），实为行尾"},
+        Mistake{"report 1\nfooter 8mm", "报表模板第 2 行：应为页脚高（0 到 1000 的数），实为“8mm”"},
+        Mistake{"report 1\nheader 9\ntext", "报表模板第 3 行：应为文本框名称，实为行尾"},
+        Mistake{"report 1\nheader 9\ntext a x 0 9 9", "报表模板第 3 行：应为左（0 到 1000 的数），实为“x”"},
+        Mistake{"report 1\nheader 9\ntext a 0 1,5 9 9", "报表模板第 3 行：应为上（0 到 1000 的数），实为“1,5”"},
+        Mistake{"report 1\nheader 9\ntext a 0 0 1e9 9", "报表模板第 3 行：应为宽（1 到 1000 的数），实为“1e9”"},
+        Mistake{"report 1\nheader 9\ntext a 0 0 9 9 size 3", "报表模板第 3 行：应为字号（4 到 1000 的数），实为“3”"},
+        Mistake{"report 1\nheader 9\ntext a 0 0 9 9 \"x\" bold", "报表模板第 3 行：应为行尾，实为“bold”"},
+        Mistake{"Report 1", "报表模板第 1 行：应为“report 1”，实为“Report”"},
+        Mistake{"report 1\nreport 1",
+                "报表模板第 2 行：应为page、margins、font、columns、title、row、header、footer 或 text，实为“report”"},
         Mistake{"report 1\nmargins 1 2 3", "报表模板第 2 行：应为下边距（0 到 1000 的数），实为行尾"},
         Mistake{"report 1\nmargins 1 -2 3 4", "报表模板第 2 行：应为上边距（0 到 1000 的数），实为“-2”"},
         Mistake{"report 1\nrow nan", "报表模板第 2 行：应为行高（2 到 1000 的数），实为“nan”"},
@@ -98,25 +119,44 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"report 1\nheader 300",
                 "报表模板第 2 行：边距、报表头、页脚和标题行之间应留有一行的位置，实为纸张太小"}));
 
+std::string loadFailureOf(const std::string& path) {
+    try {
+        loadTemplate(path);
+    } catch (const std::runtime_error& failure) {
+        return failure.what();
+    }
+    return "";
+}
+
 TEST(TemplateFile, thatIsMissingOrAFolderIsTold) {
     const test::TemporaryFolder folder;
-    for (const std::string& path : {folder.file("Report3.grf"), folder.path()}) {
-        try {
-            loadTemplate(path);
-            ADD_FAILURE() << "loaded " << path;
-        } catch (const std::runtime_error& failure) {
-            EXPECT_EQ(failure.what(), "找不到报表模板：" + path);
-        }
-    }
+    for (const std::string& path : {folder.file("Report3.grf"), folder.path()})
+        EXPECT_EQ(loadFailureOf(path), "找不到报表模板：" + path);
 }
 
 TEST(TemplateFile, thatIsBinaryOrHugeIsTold) {
     const test::TemporaryFolder folder;
     const std::string path = folder.file("Report3.grf");
     std::ofstream(path) << std::string("\0\1\2", 3);
-    EXPECT_THROW(loadTemplate(path), std::runtime_error);
+    EXPECT_EQ(loadFailureOf(path), "报表模板第 1 行：应为 UTF-8 文本\n" + path);
     std::ofstream(path) << std::string(2U << 20U, '#');
-    EXPECT_THROW(loadTemplate(path), std::runtime_error);
+    EXPECT_EQ(loadFailureOf(path), "文件太大，不是报表模板：" + path);
+}
+
+TEST(TemplateFile, thatMayNotBeReadIsTold) {
+    const test::TemporaryFolder folder;
+    const std::string path = folder.file("Report3.grf");
+    std::ofstream(path) << "report 1\n";
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    const test::BoundByPermissions bound;
+    EXPECT_EQ(loadFailureOf(path), "报表模板无法读取：" + path);
+}
+
+TEST(TemplateFile, thatIsEmptyIsTold) {
+    const test::TemporaryFolder folder;
+    const std::string path = folder.file("Report3.grf");
+    std::ofstream(path).flush();
+    EXPECT_EQ(loadFailureOf(path), "报表模板第 1 行：应为“report 1”，实为空文件\n" + path);
 }
 
 TEST(TemplateFile, isReadByASuitesPathWithBackslashes) {

@@ -206,5 +206,19 @@ TEST_P(XlsWriterTest, refusesMoreColumnsThanASheetHolds) {
 
 INSTANTIATE_TEST_SUITE_P(Formats, XlsWriterTest, testing::Values("xls"));
 
+class XlsxWriterTest : public SheetWriterTest {};
+
+// A row of a single letter: the sheet's end is what matters, and a million rows are read back.
+TEST_P(XlsxWriterTest, goesOnInFurtherSheetsWhereOneIsFull) {
+    constexpr int kRows = 1048576 + 3;
+    auto sheet = writer({.name = "货品", .columns = {{.title = "t"}}});
+    for (int i = 1; i <= kRows; ++i)
+        sheet->addRow({{i < 1048575 ? "x" : i == 1048575 ? "last" : "more"}});
+    sheet->finish();
+    EXPECT_EQ(readBack(2), (Rows{{"t"}, {"more"}, {"more"}, {"more"}, {"more"}}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, XlsxWriterTest, testing::Values("xlsx"));
+
 }  // namespace
 }  // namespace orvenmod::platform
