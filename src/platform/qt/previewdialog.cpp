@@ -163,7 +163,7 @@ void PreviewDialog::setUpPage() {
     layOut();
 }
 
-void PreviewDialog::printPages() { printReport(printer_, data_, core_.printFile, this); }
+void PreviewDialog::printPages() { printReport(core_, printer_, data_, this); }
 
 void PreviewDialog::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {

@@ -14,6 +14,7 @@
 
 #include "platform/qt/core.h"
 #include "platform/qt/pagepainter.h"
+#include "platform/qt/qtprogress.h"
 #include "platform/qt/text.h"
 #include "platform/qt/windowlook.h"
 
@@ -34,19 +35,26 @@ bool chosenByUser(QPrinter& printer, std::size_t pages, QWidget* parent) {
     return dialog.exec() == QDialog::Accepted;
 }
 
-void paintPages(QPrinter& printer, const report::ReportData& data) {
+/// False where the user cancelled on the way; a printer may have printed what came before.
+bool paintPages(Core& core, QPrinter& printer, const report::ReportData& data) {
     const report::ReportPages pages(data, paperOf(printer), printedDate());
     const int last = static_cast<int>(pages.count());
     const int from = std::clamp(printer.fromPage() == 0 ? 1 : printer.fromPage(), 1, last);
     const int to = std::clamp(printer.toPage() == 0 ? last : printer.toPage(), from, last);
     QPainter painter;
     if (!painter.begin(&printer)) throw std::runtime_error("打印机无法打印：" + fromQt(printer.printerName()));
+    QtProgress progress(core, "正在打印，请稍候…", data.title, to - from + 1);
     for (int number = from; number <= to; ++number) {
         if (number > from && !printer.newPage()) throw std::runtime_error("打印中断");
         paintPage(painter, printer.resolution() / kMillimetresPerInch, pages.page(static_cast<std::size_t>(number - 1)),
                   data.page.family);
+        if (!progress.advance(number - from + 1)) {
+            printer.abort();
+            return false;
+        }
     }
     if (!painter.end() || printer.printerState() == QPrinter::Error) throw std::runtime_error("打印中断");
+    return true;
 }
 
 /// Whether the file is a whole PDF: a full disk isn't told by those who write it.
@@ -57,14 +65,14 @@ bool isWhole(const QString& path) {
     return file.readAll().contains("%%EOF");
 }
 
-void writePdf(QPrinter& printer, const report::ReportData& data, const QString& path) {
+void writePdf(Core& core, QPrinter& printer, const report::ReportData& data, const QString& path) {
     const std::string refusal = "文件无法写入：" + fromQt(path);
     QTemporaryFile partial(path + QStringLiteral(".XXXXXX.part"));
     if (path.isEmpty() || QFileInfo(path).isDir() || !partial.open()) throw std::runtime_error(refusal);
     partial.close();
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(partial.fileName());
-    paintPages(printer, data);
+    if (!paintPages(core, printer, data)) return;
     if (!isWhole(partial.fileName())) throw std::runtime_error(refusal);
     QFile::setPermissions(partial.fileName(),
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
@@ -100,12 +108,12 @@ report::Paper paperOf(const QPrinter& printer) {
     return {size.width(), size.height(), margins.left(), margins.top(), margins.right(), margins.bottom()};
 }
 
-void printReport(QPrinter& printer, const report::ReportData& data, const std::string& file, QWidget* parent) {
-    if (!file.empty()) return writePdf(printer, data, toQt(file));
+void printReport(Core& core, QPrinter& printer, const report::ReportData& data, QWidget* parent) {
+    if (!core.printFile.empty()) return writePdf(core, printer, data, toQt(core.printFile));
     const report::ReportPages pages(data, paperOf(printer), printedDate());
     if (!chosenByUser(printer, pages.count(), parent)) return;
-    if (printer.outputFormat() == QPrinter::PdfFormat) return writePdf(printer, data, printer.outputFileName());
-    paintPages(printer, data);
+    if (printer.outputFormat() == QPrinter::PdfFormat) return writePdf(core, printer, data, printer.outputFileName());
+    paintPages(core, printer, data);
 }
 
 }  // namespace orvenmod::platform::qt

@@ -10,6 +10,8 @@ class QWidget;
 
 namespace orvenmod::platform::qt {
 
+class Core;
+
 /// Today as the clerk writes it.
 std::string printedDate();
 
@@ -18,8 +20,9 @@ void preparePrinter(QPrinter& printer, const report::ReportData& data);
 /// The paper that the printer has now, after what the user chose.
 report::Paper paperOf(const QPrinter& printer);
 
-/// Asks with the print dialog, over `parent`, and prints; `file` names a PDF instead of asking. Nothing where the user
-/// cancels. Throws std::runtime_error where the printer or the file refuses; no half file is left then.
-void printReport(QPrinter& printer, const report::ReportData& data, const std::string& file, QWidget* parent);
+/// Asks with the print dialog, over `parent`, and prints; where the core names a file it goes there as a PDF unasked.
+/// Nothing where the user cancels the dialog; a PDF file is dropped where he cancels on the way. Throws
+/// std::runtime_error where the printer or the file refuses; no half file is left then.
+void printReport(Core& core, QPrinter& printer, const report::ReportData& data, QWidget* parent);
 
 }  // namespace orvenmod::platform::qt

@@ -1,6 +1,6 @@
 #include "platform/qt/qtprogress.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -95,7 +95,8 @@ bool QtProgress::advance(int done) {
 
 void QtProgress::open() {
     pointer_ = std::make_unique<PlainPointer>();
-    box_ = std::make_unique<ProgressBox>(core_.front(), toQt(text_), toQt(title_), whole_);
+    QWidget* modal = QApplication::activeModalWidget();
+    box_ = std::make_unique<ProgressBox>(modal != nullptr ? modal : core_.front(), toQt(text_), toQt(title_), whole_);
     box_->show();
 }
 

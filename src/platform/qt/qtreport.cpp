@@ -19,7 +19,7 @@ void QtReport::print() {
     const report::ReportData data = gather();
     QPrinter printer(QPrinter::HighResolution);
     preparePrinter(printer, data);
-    printReport(printer, data, core_.printFile, core_.front());
+    printReport(core_, printer, data, core_.front());
 }
 
 }  // namespace orvenmod::platform::qt

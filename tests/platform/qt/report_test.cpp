@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QInputDialog>
 #include <QLabel>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTimer>
 #include <filesystem>
@@ -152,6 +153,35 @@ TEST_F(QtReportTest, aFullDiskIsToldAndLeavesTheOldFile) {
     std::ifstream(folder_.file("list.pdf")) >> left;
     EXPECT_EQ(left, "old");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path()), {}), 2);
+}
+
+TEST_F(QtReportTest, aLongPrintThatIsCancelledLeavesNoFile) {
+    records_ = 20000;
+    std::ofstream(folder_.file("old.pdf")) << "old";
+    for (const char* name : {"new.pdf", "old.pdf"}) {
+        toolkit().setPrintFile(folder_.file(name));
+        onDialog(
+            "progress", [this] { report_->print(); },
+            [](QDialog& box) {
+                EXPECT_EQ(box.windowTitle(), "货品打印");
+                EXPECT_EQ(box.findChild<QLabel*>()->text(), "正在打印，请稍候…");
+                box.findChild<QPushButton*>("cancel")->click();
+            });
+    }
+    EXPECT_FALSE(fs::exists(folder_.file("new.pdf")));
+    EXPECT_EQ(fs::file_size(folder_.file("old.pdf")), 3U);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path()), {}), 2);
+}
+
+TEST_F(QtReportTest, aLongPrintFromThePreviewTellsHowFarItIsOverIt) {
+    records_ = 5000;
+    toolkit().setPrintFile(folder_.file("list.pdf"));
+    preview([](QDialog& dialog) {
+        onDialog(
+            "progress", [&dialog] { pressAction(dialog, "Print"); },
+            [&dialog](QDialog& box) { EXPECT_EQ(box.parentWidget(), &dialog); });
+        EXPECT_TRUE(dialog.isVisible());
+    });
 }
 
 TEST_F(QtReportTest, aMissingTemplateIsRefusedBeforeAnyWindow) {
