@@ -31,7 +31,7 @@ constexpr float kButtonHeight = 360;
 
 std::vector<GridColumn> fieldColumns() {
     std::vector<GridColumn> columns = {{.title = "项目", .width = 2700, .locked = true},
-                                       {.title = "值", .width = 7770},
+                                       {.title = "值", .width = 7770, .stretches = true},
                                        {.title = "字段名称"},
                                        {.title = "数据类型"},
                                        {.title = "小数点位数"},
@@ -50,7 +50,7 @@ std::vector<GridColumn> attachmentColumns() {
     return {{.title = "删除", .width = 900, .type = CellType::button},
             {.title = "打开", .width = 900, .type = CellType::button},
             {.title = "附件名称", .width = 4335},
-            {.title = "文件名称", .width = 4335, .locked = true},
+            {.title = "文件名称", .width = 4335, .locked = true, .stretches = true},
             {.title = "", .hidden = true, .locked = true}};
 }
 

@@ -57,6 +57,7 @@ struct GridColumn {
     bool hidden = false;
     bool locked = false;             ///< entry grids: the user can't edit
     CellType type = CellType::text;  ///< entry grids
+    bool stretches = false;          ///< entry grids: takes the width that the other columns leave
 };
 
 struct ControlDesign {

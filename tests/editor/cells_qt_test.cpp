@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QCompleter>
+#include <QHeaderView>
 #include <QImage>
 #include <QLineEdit>
 #include <QTableView>
@@ -147,6 +148,17 @@ TEST_F(EditorCells, enterWalksFromValueToValuePastTheLockedCode) {
         }
         EXPECT_EQ(walked, (std::vector<int>{kShortCodeRow, kNameRow, kModelRow, kMinQtyRow, kDayRow, kSupplierRow,
                                             kCategoryRow, kCategoryRow}));
+    });
+}
+
+TEST_F(EditorCells, theValuesTakeTheWidthOfTheWindow) {
+    stage.openNew([](User& user) {
+        const auto rest = [] { return fields().viewport()->width() - fields().horizontalHeader()->length(); };
+        EXPECT_EQ(rest(), 0);
+        const int before = fields().columnWidth(kValue - 1);
+        user.resizeWindow(18000, 12000);
+        EXPECT_EQ(rest(), 0);
+        EXPECT_GT(fields().columnWidth(kValue - 1), before + 300);
     });
 }
 

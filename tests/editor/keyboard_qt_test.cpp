@@ -83,6 +83,16 @@ TEST_F(EditorKeyboard, anAttachmentIsOpenedAndDeletedWithoutAMouse) {
     EXPECT_EQ(stage.database().value("select count(*) from tblItemFJ"), "0");
 }
 
+TEST_F(EditorKeyboard, tabTakesTheChoiceThatIsMeantAndLeaves) {
+    stage.openNew([](User& user) {
+        user.clickCell("fps1", kValue, kSupplierRow);
+        pressLetter(*QApplication::focusWidget(), "南");
+        user.press("Tab");
+        EXPECT_EQ(value(user, kSupplierRow), "华南供应");
+        EXPECT_TRUE(user.control<Tabs>("SSTab1").hasFocus());
+    });
+}
+
 TEST_F(EditorKeyboard, aTabThatIsClickedTakesTheKeyboardAlong) {
     stage.openNew([](User& user) {
         user.chooseTab("SSTab1", 1);

@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QCalendarWidget>
 #include <QCompleter>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QStringListModel>
 #include <QVBoxLayout>
@@ -120,11 +121,17 @@ void ItemCellEditor::mouseReleaseEvent(QMouseEvent* event) {
     if (!completer()->popup()->isVisible()) openList();
 }
 
-// Enter in the list takes the marked entry, or where none is the first shown, so that typing and Enter suffice.
+// Enter in the list takes the marked entry, or where none is the first shown, so that typing and Enter suffice. Tab is
+// for the field, with the list closed.
 bool ItemCellEditor::eventFilter(QObject* watched, QEvent* event) {
     QAbstractItemView* list = completer()->popup();
     if (watched == list && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+            list->hide();
+            QCoreApplication::sendEvent(this, event);
+            return true;
+        }
         const int item = list->currentIndex().isValid() ? sourceRow(list->currentIndex()) : meant();
         if ((key == Qt::Key_Return || key == Qt::Key_Enter) && item >= 0) {
             list->hide();

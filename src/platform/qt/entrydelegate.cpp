@@ -124,27 +124,30 @@ bool EntryDelegate::keyInText(TextCellEditor& editor, QKeyEvent& event) {
 bool EntryDelegate::keyInItems(ItemCellEditor& editor, QKeyEvent& event) {
     switch (event.key()) {
         case Qt::Key_Return:
-        case Qt::Key_Enter: {
-            const int item = editor.touched ? editor.meant() : -1;
-            if (item >= 0)
-                take(editor, view_.currentIndex(), item);
-            else
-                emit closeEditor(&editor, RevertModelCache);
+        case Qt::Key_Enter:
+            takeMeant(editor);
             view_.advance();
             return true;
-        }
         case Qt::Key_Down:
         case Qt::Key_F4:
             editor.openList();
             return true;
         case Qt::Key_Tab:
         case Qt::Key_Backtab:
-            leave(&editor);
+            takeMeant(editor);
             view_.leave(event.key() == Qt::Key_Tab);
             return true;
         default:
             return false;
     }
+}
+
+void EntryDelegate::takeMeant(ItemCellEditor& editor) {
+    const int item = editor.touched ? editor.meant() : -1;
+    if (item >= 0)
+        take(editor, view_.currentIndex(), item);
+    else
+        emit closeEditor(&editor, RevertModelCache);
 }
 
 void EntryDelegate::leave(QWidget* editor) {

@@ -40,6 +40,7 @@ private:
     bool keyInText(TextCellEditor& editor, QKeyEvent& event);
     bool keyInItems(ItemCellEditor& editor, QKeyEvent& event);
     void leave(QWidget* editor);
+    void takeMeant(ItemCellEditor& editor);
     void take(ItemCellEditor& editor, const QModelIndex& index, int item) const;
     void paintStar(QPainter& painter, const QStyleOptionViewItem& cell) const;
     void paintButton(QPainter& painter, const QStyleOptionViewItem& cell, const QModelIndex& index) const;

@@ -1,5 +1,6 @@
 #include "platform/qt/qtentrygrid.h"
 
+#include <QHeaderView>
 #include <QScopedValueRollback>
 
 #include "platform/qt/text.h"
@@ -17,6 +18,8 @@ QtEntryGrid::QtEntryGrid(Core& core, const ControlDesign& design, QWidget* paren
     for (int column = 1; column <= model_.columnCount(); ++column) {
         view_->setColumnWidth(column - 1, toPixels(static_cast<float>(model_.columnWidth(column))));
         view_->setColumnHidden(column - 1, model_.columnHidden(column));
+        if (design.columns[static_cast<std::size_t>(column) - 1].stretches)
+            view_->horizontalHeader()->setSectionResizeMode(column - 1, QHeaderView::Stretch);
     }
     QObject::connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, view_,
                      [this](const QModelIndex& current) {
