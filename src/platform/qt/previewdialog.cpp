@@ -27,7 +27,26 @@ namespace {
 constexpr int kWholePage = 0;
 constexpr int kPageWidth = -1;
 constexpr int kFrame = 4;
-constexpr std::array kPapers = {QPageSize::A3, QPageSize::A4, QPageSize::A5, QPageSize::B5};
+
+struct PaperChoice {
+    QPageSize::PageSizeId id;
+    const char* name;
+};
+
+// Those that a template may name.
+constexpr std::array kPapers = {PaperChoice{QPageSize::A3, "A3"}, PaperChoice{QPageSize::A4, "A4"},
+                                PaperChoice{QPageSize::A5, "A5"}, PaperChoice{QPageSize::B5, "B5"},
+                                PaperChoice{QPageSize::Letter, "Letter"}};
+
+/// "A3 纵向", "A3 横向", ...
+QStringList paperNames() {
+    QStringList names;
+    for (const PaperChoice& paper : kPapers) {
+        for (const char* way : {"纵向", "横向"})
+            names << QStringLiteral("%1 %2").arg(QLatin1String(paper.name), QString::fromUtf8(way));
+    }
+    return names;
+}
 
 }  // namespace
 
@@ -144,10 +163,15 @@ void PreviewDialog::applyZoom() {
 
 // Qt's own page set-up knows only printers of the system and does nothing where there is none.
 void PreviewDialog::setUpPage() {
-    QStringList names;
-    for (const QPageSize::PageSizeId paper : kPapers) {
-        for (const char* way : {"纵向", "横向"})
-            names << QPageSize::name(paper).section(QLatin1Char(' '), 0, 0) + QLatin1Char(' ') + QString::fromUtf8(way);
+    QStringList names = paperNames();
+    const QPageLayout layout = printer_.pageLayout();
+    const auto* const paper = std::ranges::find(kPapers, layout.pageSize().id(), &PaperChoice::id);
+    auto current = static_cast<qsizetype>(2 * (paper - kPapers.begin()));
+    if (paper == kPapers.end()) {
+        const report::Paper own = paperOf(printer_);
+        names << QStringLiteral("%1 × %2 毫米").arg(qRound(own.width)).arg(qRound(own.height));
+    } else if (layout.orientation() == QPageLayout::Landscape) {
+        ++current;
     }
     QInputDialog box(this);
     dressBox(box);
@@ -155,10 +179,10 @@ void PreviewDialog::setUpPage() {
     box.setWindowTitle(QStringLiteral("页面设置"));
     box.setLabelText(QStringLiteral("纸张和方向："));
     box.setComboBoxItems(names);
-    box.setTextValue(names.at(2));
-    if (box.exec() != QDialog::Accepted) return;
+    box.setTextValue(names.at(current));
+    if (box.exec() != QDialog::Accepted || box.textValue() == names.at(current)) return;
     const auto chosen = static_cast<std::size_t>(names.indexOf(box.textValue()));
-    printer_.setPageSize(QPageSize(kPapers.at(chosen / 2)));
+    printer_.setPageSize(QPageSize(kPapers.at(chosen / 2).id));
     printer_.setPageOrientation(chosen % 2 == 0 ? QPageLayout::Portrait : QPageLayout::Landscape);
     layOut();
 }

@@ -233,20 +233,41 @@ TEST_F(QtReportTest, thePreviewShowsTheSheetInTheChosenSize) {
     });
 }
 
+/// Opens the page set-up, which must show the paper, and chooses another.
+void setUpPage(QDialog& preview, const QString& shown, const QString& chosen) {
+    onDialog(
+        "pageSetup", [&preview] { pressAction(preview, "PageSetup"); },
+        [&](QDialog& setup) {
+            auto& box = dynamic_cast<QInputDialog&>(setup);
+            EXPECT_EQ(box.textValue(), shown);
+            EXPECT_TRUE(box.comboBoxItems().contains(chosen));
+            box.setTextValue(chosen);
+            box.accept();
+        });
+}
+
 TEST_F(QtReportTest, thePreviewTakesAnotherPaper) {
     preview([](QDialog& dialog) {
         auto* number = dialog.findChild<QSpinBox*>("PageNumber");
         auto* page = dialog.findChild<QWidget*>("page");
         const int before = number->maximum();
-        QTimer::singleShot(0, [] {
-            auto* box = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(box, nullptr);
-            box->setTextValue(QStringLiteral("A4 纵向"));
-            box->accept();
-        });
-        pressAction(dialog, "PageSetup");
+        setUpPage(dialog, "A5 横向", "A4 纵向");
         EXPECT_LT(number->maximum(), before);
         EXPECT_GT(page->height(), page->width());
+        setUpPage(dialog, "A4 纵向", "Letter 横向");
+        EXPECT_GT(page->width(), page->height());
+        setUpPage(dialog, "Letter 横向", "Letter 横向");
+    });
+}
+
+TEST_F(QtReportTest, thePreviewKnowsATemplatesOwnPaper) {
+    std::ofstream(template_) << "report 1\npage 241 140\nheader 14\ntext fTitle 0 0 190 10\n";
+    preview([](QDialog& dialog) {
+        setUpPage(dialog, "241 × 140 毫米", "241 × 140 毫米");
+        auto* page = dialog.findChild<QWidget*>("page");
+        EXPECT_GT(page->width(), page->height());
+        setUpPage(dialog, "241 × 140 毫米", "A4 纵向");
+        EXPECT_LT(page->width(), page->height());
     });
 }
 
