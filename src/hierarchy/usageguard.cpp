@@ -27,12 +27,16 @@ std::string catalogueStatement(const BillFamily& family, int catalogueType) {
 // One statement that probes all fields of the family; "" where there is nothing to probe.
 std::string probeChain(const BillFamily& family, const GuardedDelete& what, const std::string& id) {
     std::string chain;
-    store::Recordset fields = openRows(catalogueStatement(family, what.catalogueType));
-    for (; !fields.eof(); fields.moveNext()) {
-        std::string_view probe = fields.text("fType") == "1" ? family.headProbe : family.entryProbe;
+    const store::Recordset fields = openRows(catalogueStatement(family, what.catalogueType));
+    constexpr std::size_t kUsualProbe = 100;  // bytes
+    chain.reserve(fields.rowCount() * kUsualProbe);
+    const int type = fields.column("fType");
+    const int name = fields.column("fFieldName");
+    for (std::size_t row = 0; row < fields.rowCount(); ++row) {
+        std::string_view probe = fields.cell(row, type) == "1" ? family.headProbe : family.entryProbe;
         if (probe.empty()) continue;
         if (chain.empty()) probe.remove_prefix(kChainWord.size());
-        chain.append(probe).append(fields.text("fFieldName")).append("=").append(id);
+        chain.append(probe).append(fields.cell(row, name).value_or("")).append("=").append(id);
     }
     if (family.stockBalances && !what.stockBalances) return chain;
     for (const std::string_view probe : chain.empty() ? family.balancesAlone : family.balancesChained) {

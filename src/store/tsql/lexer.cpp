@@ -1,26 +1,42 @@
 #include "store/tsql/lexer.h"
 
+#include <array>
+
 #include "store/tsql/error.h"
 
 namespace orvenmod::store::tsql {
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+constexpr char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-bool isWordStart(char c) {
+constexpr bool isWordStart(char c) {
     return (lowered(c) >= 'a' && lowered(c) <= 'z') || c == '_' || c == '#' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-bool isWordPart(char c) { return isWordStart(c) || isDigit(c) || c == '@' || c == '$'; }
-
-bool isHexDigit(char c) { return isDigit(c) || (lowered(c) >= 'a' && lowered(c) <= 'f'); }
-
 // U+3000, the blank of Chinese input methods, separates words as a blank does.
 constexpr std::string_view kWideBlank = "\xE3\x80\x80";
+
+// Most of a statement is words, so that their bytes are looked up. A byte that may begin a wide blank isn't among them.
+constexpr std::array<bool, 256> kPlainWordBytes = [] {
+    std::array<bool, 256> plain{};
+    for (std::size_t byte = 0; byte < plain.size(); ++byte) {
+        const char c = static_cast<char>(byte);
+        plain[byte] = (isWordStart(c) || isDigit(c) || c == '@' || c == '$') && c != kWideBlank[0];
+    }
+    return plain;
+}();
+
+// Whether a bare word begins there, and no text as in N'...'.
+bool isWord(std::string_view sql, std::size_t position) {
+    const char c = sql[position];
+    return isWordStart(c) && !(lowered(c) == 'n' && position + 1 < sql.size() && sql[position + 1] == '\'');
+}
+
+bool isHexDigit(char c) { return isDigit(c) || (lowered(c) >= 'a' && lowered(c) <= 'f'); }
 
 }  // namespace
 
@@ -65,7 +81,7 @@ void Lexer::skipBlanks() {
     while (at_ < sql_.size()) {
         if (isBlank(sql_[at_])) {
             ++at_;
-        } else if (sql_[at_] == kWideBlank[0] && sql_.substr(at_, kWideBlank.size()) == kWideBlank) {
+        } else if (sql_[at_] == kWideBlank[0] && startsWideBlank(at_)) {
             at_ += kWideBlank.size();
         } else {
             return;
@@ -73,14 +89,17 @@ void Lexer::skipBlanks() {
     }
 }
 
+bool Lexer::startsWideBlank(std::size_t position) const {
+    return sql_.substr(position, kWideBlank.size()) == kWideBlank;
+}
+
 bool Lexer::startsNumber(std::size_t position) const {
     return isDigit(at(position)) || (at(position) == '.' && isDigit(at(position + 1)));
 }
 
-Token Lexer::finish(Token token) {
+void Lexer::finish(Token& token) {
     token.text = sql_.substr(token.offset, at_ - token.offset);
-    signMayFollow_ = token.kind == Token::Kind::symbol && token.text != ")" && token.text != ".";
-    return token;
+    signMayFollow_ = token.kind == Token::Kind::symbol && token.text[0] != ')' && token.text[0] != '.';
 }
 
 Token Lexer::next() {
@@ -101,7 +120,10 @@ Token Lexer::next() {
     if (c == '\'') {
         return textToken(start, LiteralKind::text);
     }
-    if (lowered(c) == 'n' && at(start + 1) == '\'') {
+    if (isWord(sql_, start)) {
+        return wordToken(start, Token::Kind::word);
+    }
+    if (isWordStart(c)) {
         return textToken(start, LiteralKind::nationalText);
     }
     if (c == '[' || c == '"') {
@@ -113,7 +135,7 @@ Token Lexer::next() {
     if (c == '@') {
         return wordToken(start, Token::Kind::variable);
     }
-    return isWordStart(c) ? wordToken(start, Token::Kind::word) : symbolToken(start);
+    return symbolToken(start);
 }
 
 Token Lexer::numberToken(std::size_t start) {
@@ -158,7 +180,8 @@ Token Lexer::numberToken(std::size_t start) {
     at_ = position;
     literal.text = sql_.substr(start, position - start);
     literal.offset = start;
-    return finish(token);
+    finish(token);
+    return token;
 }
 
 Token Lexer::textToken(std::size_t start, LiteralKind kind) {
@@ -182,7 +205,8 @@ Token Lexer::textToken(std::size_t start, LiteralKind kind) {
     }
     token.literal.text = sql_.substr(first, position - first);
     at_ = position + 1;
-    return finish(token);
+    finish(token);
+    return token;
 }
 
 Token Lexer::binaryToken(std::size_t start) {
@@ -196,7 +220,8 @@ Token Lexer::binaryToken(std::size_t start) {
     token.literal.kind = LiteralKind::binary;
     token.literal.offset = start;
     token.literal.text = sql_.substr(start + 2, at_ - start - 2);
-    return finish(token);
+    finish(token);
+    return token;
 }
 
 Token Lexer::moneyToken(std::size_t start) {
@@ -210,7 +235,8 @@ Token Lexer::moneyToken(std::size_t start) {
     token.literal.kind = LiteralKind::money;
     token.literal.offset = start;
     token.literal.text = sql_.substr(start + 1, at_ - start - 1);
-    return finish(token);
+    finish(token);
+    return token;
 }
 
 Token Lexer::nameToken(std::size_t start, char closing) {
@@ -232,29 +258,53 @@ Token Lexer::nameToken(std::size_t start, char closing) {
     if (at_ - start == 2) {
         throw Error(1038);
     }
-    return finish(token);
+    finish(token);
+    return token;
+}
+
+void Lexer::skipWord() {
+    for (++at_; at_ < sql_.size(); ++at_) {
+        const char c = sql_[at_];
+        if (!kPlainWordBytes[static_cast<unsigned char>(c)] && (c != kWideBlank[0] || startsWideBlank(at_))) return;
+    }
+}
+
+void Lexer::skipPlain() {
+    while (at_ < sql_.size()) {
+        const char c = sql_[at_];
+        if (isBlank(c)) {
+            ++at_;
+        } else if (c == '=' || c == ',' || c == '(') {
+            ++at_;
+            signMayFollow_ = true;
+        } else if (kPlainWordBytes[static_cast<unsigned char>(c)] && isWord(sql_, at_)) {
+            skipWord();
+            signMayFollow_ = false;
+        } else {
+            return;
+        }
+    }
 }
 
 Token Lexer::wordToken(std::size_t start, Token::Kind kind) {
     Token token;
     token.kind = kind;
     token.offset = start;
-    at_ = start + 1;
-    while (isWordPart(at(at_)) && sql_.substr(at_, kWideBlank.size()) != kWideBlank) {
-        ++at_;
-    }
-    return finish(token);
+    skipWord();
+    finish(token);
+    return token;
 }
 
 Token Lexer::symbolToken(std::size_t start) {
-    const std::string_view two = sql_.substr(start, 2);
-    const char c = two[0];
-    if (two == "--" || two == "/*") {
-        throw Error(102, {std::string(two)});
-    }
     Token token;
     token.kind = Token::Kind::symbol;
     token.offset = start;
+    const char c = sql_[start];
+    if (std::string_view("=(),.+*%&|^~").find(c) != std::string_view::npos) {
+        at_ = start + 1;
+        finish(token);
+        return token;
+    }
     if (c == ';') {
         at_ = start + 1;
         skipBlanks();
@@ -264,14 +314,19 @@ Token Lexer::symbolToken(std::size_t start) {
         token.kind = Token::Kind::end;
         return token;
     }
+    const std::string_view two = sql_.substr(start, 2);
+    if (two == "--" || two == "/*") {
+        throw Error(102, {std::string(two)});
+    }
     if (two == "<>" || two == "<=" || two == ">=" || two == "!=" || two == "!<" || two == "!>") {
         at_ = start + 2;
-    } else if (std::string_view("(),.=<>+-*/%&|^~").find(c) != std::string_view::npos) {
+    } else if (std::string_view("<>-/").find(c) != std::string_view::npos) {
         at_ = start + 1;
     } else {
         throw Error(102, {std::string(1, c)});
     }
-    return finish(token);
+    finish(token);
+    return token;
 }
 
 }  // namespace orvenmod::store::tsql

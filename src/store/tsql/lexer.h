@@ -39,6 +39,9 @@ public:
     /// Throws Error 102 and 105.
     Token next();
 
+    /// Passes what is plainly no literal, for a caller that looks for these; next() goes on with what follows.
+    void skipPlain();
+
 private:
     void skipBlanks();
     Token numberToken(std::size_t start);
@@ -48,8 +51,10 @@ private:
     Token nameToken(std::size_t start, char closing);
     Token wordToken(std::size_t start, Token::Kind kind);
     Token symbolToken(std::size_t start);
-    Token finish(Token token);
+    void finish(Token& token);
     char at(std::size_t position) const { return position < sql_.size() ? sql_[position] : '\0'; }
+    void skipWord();
+    bool startsWideBlank(std::size_t position) const;
     bool startsNumber(std::size_t position) const;
 
     std::string_view sql_;

@@ -16,34 +16,32 @@ bool startsWithWildcard(std::string_view text) {
 }
 
 void appendKind(std::string& key, const Literal& literal) {
-    key += kMark;
+    const auto append = [&key](char kind) {
+        const char marked[] = {kMark, kind, kMark};
+        key.append(marked, sizeof marked);
+    };
     switch (literal.kind) {
         case LiteralKind::integer:
-            key += 'i';
-            break;
+            return append('i');
         case LiteralKind::decimal:
+            key += kMark;
             key += 'd';
             key += std::to_string(literal.precision);
             key += '.';
             key += std::to_string(literal.scale);
-            break;
+            key += kMark;
+            return;
         case LiteralKind::real:
-            key += 'r';
-            break;
+            return append('r');
         case LiteralKind::money:
-            key += '$';
-            break;
+            return append('$');
         case LiteralKind::text:
-            key += startsWithWildcard(literal.text) ? 'w' : 's';
-            break;
+            return append(startsWithWildcard(literal.text) ? 'w' : 's');
         case LiteralKind::nationalText:
-            key += startsWithWildcard(literal.text) ? 'm' : 'n';
-            break;
+            return append(startsWithWildcard(literal.text) ? 'm' : 'n');
         case LiteralKind::binary:
-            key += 'b';
-            break;
+            return append('b');
     }
-    key += kMark;
 }
 
 int characters(std::string_view text) {
@@ -96,6 +94,7 @@ void Shape::scan(std::string_view sql) {
     Lexer lexer(sql);
     std::size_t copied = 0;
     while (true) {
+        lexer.skipPlain();
         const Token token = lexer.next();
         if (token.kind == Token::Kind::end) {
             key.append(sql, copied, token.offset - copied);

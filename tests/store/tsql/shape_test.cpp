@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "store/tsql/error.h"
+#include "store/tsql/lexer.h"
 
 namespace orvenmod::store::tsql {
 namespace {
@@ -80,6 +83,27 @@ TEST(Shape, IsReusedWithoutAnythingLeftOver) {
     result.scan("select 'a'");
     EXPECT_EQ(result.literals.size(), 1U);
     EXPECT_EQ(result.key, shape("select 'a'").key);
+}
+
+// The scan passes what is plainly no literal in larger steps than the lexer's.
+TEST(Shape, HasTheLiteralsThatTheLexerFinds) {
+    for (const std::string_view sql :
+         {"select N'a',n'b', n,nn from N where n=N'''' and a=-1 and b=(-2) and c in(-3,-4,- 5)",
+          "select a-1,(a)-1,a.b-1,a.-1", "select top 1 f from t1 where #a=1 and @v=2 and x$1=3 and 4x=5",
+          "select [a'1],\"b'2\",'c[3'", "select\xE3\x80\x80代码\xE3\x80\x80,名 from 表 where 码='甲' and ぁ=1",
+          "update t set d=d+-1 where p like '.1.%'",
+          "select 0x1F,$5,-$6,1e3,.5,1.,a.5 from t where a<>1 and b!=-1 and c>=-.5", "", "  ", "n", "=", "select 1;"}) {
+        std::vector<std::size_t> expected;
+        Lexer lexer(sql);
+        for (Token token = lexer.next(); token.kind != Token::Kind::end; token = lexer.next()) {
+            if (token.kind == Token::Kind::literal) expected.push_back(token.offset);
+        }
+        std::vector<std::size_t> found;
+        const Shape scanned = shape(sql);
+        for (const Literal& literal : scanned.literals)
+            found.push_back(literal.offset);
+        EXPECT_EQ(found, expected) << sql;
+    }
 }
 
 }  // namespace
