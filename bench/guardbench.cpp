@@ -1,21 +1,18 @@
 // An item that only the last probe of the last family finds: the guard of its delete, against the translations of its
-// statements in SQLite's own calls, each prepared, stepped and dropped.
+// statements in SQLite's own calls.
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
-#include <utility>
 #include <vector>
 
+#include "bareloop.h"
 #include "benches.h"
 #include "frame/appstate.h"
 #include "frame/entry/startup.h"
 #include "hierarchy/itemroutines.h"
 #include "stage.h"
-#include "store/sqlite/binding.h"
-#include "store/sqlite/database.h"
 #include "store/sqlite/sqlitestore.h"
 #include "store/trace.h"
-#include "store/tsql/shape.h"
 
 namespace orvenmod::bench {
 namespace {
@@ -120,42 +117,6 @@ private:
     std::string target_;
 };
 
-/// Statements as they are after their translation; a run prepares each, steps through its rows and drops it.
-class BareStatements {
-public:
-    BareStatements(const std::string& target, std::vector<std::string> statements)
-        : statements_(std::move(statements)), database_(store::sqlite::DatabaseFile::parse(target)) {
-        for (const std::string& sql : statements_) {
-            Translated& each = all_.emplace_back();
-            each.shape.scan(sql);
-            each.translation = database_.prepare(sql, each.shape).translation;
-        }
-    }
-
-    double run() {
-        return leastOf(1, [this] {
-            for (const Translated& each : all_) {
-                const store::sqlite::Statement statement = database_.prepareNative(each.translation.statements.front());
-                store::sqlite::bindLiterals(statement.get(), each.translation, each.shape);
-                while (sqlite3_step(statement.get()) == SQLITE_ROW)
-                    texts_ += reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
-            }
-            texts_.clear();
-        });
-    }
-
-private:
-    struct Translated {
-        store::tsql::Shape shape;  // views its statement
-        store::tsql::Translation translation;
-    };
-
-    std::vector<std::string> statements_;
-    store::sqlite::Database database_;
-    std::vector<Translated> all_;
-    std::string texts_;
-};
-
 }  // namespace
 
 void measureGuard(Report& report, const std::string& folder) {
@@ -164,14 +125,14 @@ void measureGuard(Report& report, const std::string& folder) {
     GuardStage stage(target);
     store::sqlite::SqliteStore::dropIdleHandles();
     const double first = stage.byRoutine(componentStore());
-    BareStatements statements(target, stage.statements());
+    BareLoop statements(target, stage.statements());
     double ours = std::numeric_limits<double>::max();
     double bare = ours;
     for (int run = 0; run < kRuns; ++run) {
         ours = std::min(ours, stage.byRoutine(componentStore()));
-        bare = std::min(bare, statements.run());
+        bare = std::min(bare, leastOf(1, [&] { statements.run(); }));
     }
-    report.ratio("guard over 200 fields", ours, "its statements, prepared anew", bare, 1.2, "ms");
+    report.ratio("guard over 200 fields", ours, "its statements, bare", bare, 1.2, "ms");
     report.note("  the first one of all, on a new handle: " + std::to_string(first) + " ms");
 }
 
