@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kNameRow = 3;
 constexpr int kModelRow = 4;
+constexpr int kDayRow = 13;
 constexpr int kSupplierRow = 15;
 constexpr int kAttachments = 1;
 constexpr int kPhoto = 2;
@@ -23,8 +24,10 @@ void attach(Visitor& editor, const QString& file, int row, const QString& captio
 void addPen(Visitor& editor, const QTemporaryDir& files) {
     editor.inputCell("fps1", kNameRow, 2, "示例中性笔");
     editor.inputCell("fps1", kModelRow, 2, "0.5mm 黑");
+    editor.inputCell("fps1", kDayRow, 2, "2024-06-07");
     editor.pickCell("fps1", kSupplierRow, 2, "文华制笔厂");
     editor.picture("new-item", "新增货品：代码已经排好");
+    editor.pictureCalendar("fps1", kDayRow, 2, "calendar", "日期可以从日历里挑");
     editor.pictureCellList("fps1", kSupplierRow, 2, "制笔", "supplier-list", "输入几个字就找到供应商");
     editor.chooseTab("SSTab1", kAttachments);
     attach(editor, files.filePath("检验报告.txt"), 1, "检验报告");

@@ -187,6 +187,19 @@ void Visitor::pictureCellList(const QString& grid, int row, int column, const QS
     QTest::keyClick(field, Qt::Key_Escape);
 }
 
+void Visitor::pictureCalendar(const QString& grid, int row, int column, const std::string& name,
+                              const std::string& caption) {
+    auto& view = find<QTableView>(grid);
+    const QModelIndex index = view.model()->index(row - 1, column - 1);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
+    QTest::keyClick(&view, Qt::Key_F4);
+    QWidget* calendar = QApplication::activePopupWidget();
+    if (calendar == nullptr) throw std::runtime_error("no calendar in row " + std::to_string(row));
+    picture(name, caption);
+    calendar->close();
+    if (QWidget* field = view.indexWidget(index)) QTest::keyClick(field, Qt::Key_Escape);
+}
+
 void Visitor::clickTool(const QString& key) {
     for (auto* action : root_->findChildren<QAction*>(key)) {
         action->trigger();

@@ -57,6 +57,8 @@ public:
     /// The list of a cell's choice with what was typed in it; pictured and closed.
     void pictureCellList(const QString& grid, int row, int column, const QString& typed, const std::string& name,
                          const std::string& caption);
+    /// The calendar of a cell's day; pictured and closed.
+    void pictureCalendar(const QString& grid, int row, int column, const std::string& name, const std::string& caption);
     void typeCell(const QString& grid, int row, int column, const QString& text);
     /// The popup menu of a tree or grid; pictured, and closed without a choice.
     void pictureMenuOf(const QString& view, const std::string& name, const std::string& caption);

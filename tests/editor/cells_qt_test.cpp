@@ -195,6 +195,18 @@ TEST_F(EditorCells, aRequiredFieldBearsAStarBesideItsName) {
     });
 }
 
+TEST_F(EditorCells, aLongNameLeavesRoomForTheStar) {
+    setField("fName", "fName='货品在合同、单据和标签上所用的完整的正式名称'");
+    stage.openNew([](User&) {
+        constexpr int kRoom = 12;
+        const auto end = [](int row) {
+            const QImage image = look(kCaption, row);
+            return image.copy(image.width() - kRoom, 0, kRoom, image.height());
+        };
+        EXPECT_EQ(end(kNameRow), end(kCodeRow));
+    });
+}
+
 TEST_F(EditorCells, aJpegAndABitmapAreShownInTheirProportions) {
     QImage drawn(60, 20, QImage::Format_RGB32);
     drawn.fill(Qt::blue);

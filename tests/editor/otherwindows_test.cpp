@@ -65,6 +65,21 @@ TEST_F(EditorDialogs, frmItemPhotoShowsTheStoredPhoto) {
     EXPECT_EQ(stage.statements(), Texts{"select * from ICItemPhoto where fitemid=101"});
 }
 
+TEST_F(EditorDialogs, frmItemPhotoTellsAFailureAndOpensWithoutAPicture) {
+    appState().gEditMode = 1;
+    appState().gCurItemId = 101;
+    stage.faults() = {.failAt = 2};
+    script().answer(MessageKind::critical, stage.faults().text, Answer::ok);
+    script().onWindow("frmItemPhoto", [](User& user) {
+        EXPECT_TRUE(user.control<platform::Picture>("pict1").empty());
+        EXPECT_EQ(appState().gPhotoPath, "");
+    });
+    frmItemPhoto::instance().show();
+    stage.faults() = {};
+    script().finish();
+    EXPECT_EQ(stage.connectionsAlive(), 0);
+}
+
 TEST_F(EditorDialogs, frmItemPhotoStartsEmptyForANewItem) {
     appState().gEditMode = 0;
     appState().gPhotoPath = "before";

@@ -42,7 +42,7 @@ private:
     void leave(QWidget* editor);
     void takeMeant(ItemCellEditor& editor);
     void take(ItemCellEditor& editor, const QModelIndex& index, int item) const;
-    void paintStar(QPainter& painter, const QStyleOptionViewItem& cell) const;
+    void paintStarred(QPainter& painter, const QStyleOptionViewItem& cell) const;
     void paintButton(QPainter& painter, const QStyleOptionViewItem& cell, const QModelIndex& index) const;
     void paintCheckBox(QPainter& painter, const QStyleOptionViewItem& cell, const QModelIndex& index) const;
     void paintCombo(QPainter& painter, const QStyleOptionViewItem& cell) const;

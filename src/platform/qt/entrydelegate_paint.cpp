@@ -20,6 +20,16 @@ void paintGround(QPainter& painter, QStyleOptionViewItem cell) {
     QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &cell, &painter, cell.widget);
 }
 
+// The cell with its text, which leaves room at the right end.
+void paintShortened(QPainter& painter, const QStyleOptionViewItem& cell, int room) {
+    paintGround(painter, cell);
+    QStyleOptionViewItem text = cell;
+    text.rect.setRight(cell.rect.right() - room);
+    text.backgroundBrush = Qt::NoBrush;
+    text.state.setFlag(QStyle::State_HasFocus, false);
+    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &text, &painter, cell.widget);
+}
+
 // Calm on the light ground of a locked cell and legible on a dark one.
 QColor starColour(const QStyleOptionViewItem& cell) {
     if (cell.state.testFlag(QStyle::State_Selected)) return cell.palette.color(QPalette::HighlightedText);
@@ -48,11 +58,14 @@ void EntryDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         default:
             break;
     }
-    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
-    if (items_.cells().required(place.column, place.row)) paintStar(*painter, cell);
+    if (items_.cells().required(place.column, place.row))
+        paintStarred(*painter, cell);
+    else
+        QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
 }
 
-void EntryDelegate::paintStar(QPainter& painter, const QStyleOptionViewItem& cell) const {
+void EntryDelegate::paintStarred(QPainter& painter, const QStyleOptionViewItem& cell) const {
+    paintShortened(painter, cell, kStarWidth);
     painter.save();
     painter.setFont(cell.font);
     painter.setPen(starColour(cell));
@@ -98,12 +111,7 @@ void EntryDelegate::paintCheckBox(QPainter& painter, const QStyleOptionViewItem&
 }
 
 void EntryDelegate::paintCombo(QPainter& painter, const QStyleOptionViewItem& cell) const {
-    paintGround(painter, cell);
-    QStyleOptionViewItem text = cell;
-    text.rect.setRight(cell.rect.right() - kArrowWidth);
-    text.backgroundBrush = Qt::NoBrush;
-    text.state.setFlag(QStyle::State_HasFocus, false);
-    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &text, &painter, cell.widget);
+    paintShortened(painter, cell, kArrowWidth);
     QStyleOption arrow;
     arrow.initFrom(&view_);
     arrow.palette = cell.palette;
