@@ -133,8 +133,8 @@ void Attachments::getFJInfo(std::int32_t entryId) {
             name += plainFileName(rows.text("fFileName"));
             const std::string path = services().folders.attachments() + "/" + plainFileName(name);
             writeFile(path, rows.field("fFJ").value_or(""));
-            services().toolkit.openDocument(path);
             fjTempFile_ = path;
+            services().toolkit.openDocument(path);
         }
         return true;
     });

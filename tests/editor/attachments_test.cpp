@@ -139,6 +139,20 @@ TEST_F(EditorAttachments, aNewOneIsOpenedWhereItLies) {
     EXPECT_EQ(script().documents(), Texts{path});
 }
 
+TEST_F(EditorAttachments, aNewOneThatVanishedCannotBeOpenedAndTheEditorLivesOn) {
+    const std::string path = stage.makeFile("a.txt", "a");
+    stage.openNew([&](User& user) {
+        user.chooseTab("SSTab1", 1);
+        user.chooseFile(path);
+        user.click("cmdAddFJ");
+        fs::remove(path);
+        user.answer(MessageKind::critical, "找不到文件：" + path);
+        user.clickCell("fps2", 2, 1);
+        EXPECT_EQ(rowsOf(user), 1);
+    });
+    EXPECT_TRUE(script().documents().empty());
+}
+
 TEST_F(EditorAttachments, aStoredOneIsTakenOutOpenedAndRemoved) {
     stage.storeAttachment(4, "a.txt", "first");
     stage.storeAttachment(5, "b.txt", "second");
@@ -204,40 +218,6 @@ TEST_F(EditorAttachments, contentsComeBackTheSame) {
             EXPECT_TRUE(Stage::contents(script().documents().back()) == content) << size;
         });
     }
-}
-
-TEST_F(EditorAttachments, aFileInTheWayThatCannotBeRemovedIsTold) {
-    stage.storeAttachment(4, "a.txt", "first");
-    stage.storeAttachment(5, "b.txt", "second");
-    stage.openItem(101, [&](User& user) {
-        user.chooseTab("SSTab1", 1);
-        user.clickCell("fps2", 2, 1);
-        const std::string first = script().documents().at(0);
-        fs::remove(first);
-        fs::create_directories(first + "/held");
-        user.answer(MessageKind::critical, "文件无法删除：" + first);
-        user.clickCell("fps2", 2, 2);
-        EXPECT_EQ(script().documents().size(), 1U);
-        fs::remove_all(first);
-        user.clickCell("fps2", 2, 2);
-        EXPECT_EQ(script().documents().size(), 2U) << "and the next try works";
-    });
-    EXPECT_EQ(stage.connectionsAlive(), 0);
-}
-
-TEST_F(EditorAttachments, anOpeningThatFailsIsTold) {
-    stage.storeAttachment(4, "a.txt", "first");
-    stage.openItem(101, [&](User& user) {
-        user.chooseTab("SSTab1", 1);
-        stage.faults() = {.failAt = 2};
-        user.answer(MessageKind::critical, stage.faults().text);
-        user.clickCell("fps2", 2, 1);
-        stage.faults() = {};
-        EXPECT_TRUE(script().documents().empty());
-        user.clickCell("fps2", 2, 1);
-        EXPECT_EQ(script().documents().size(), 1U);
-    });
-    EXPECT_EQ(stage.connectionsAlive(), 0);
 }
 
 TEST_F(EditorAttachments, anyOtherCellDoesNothing) {

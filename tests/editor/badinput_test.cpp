@@ -55,6 +55,42 @@ TEST_F(EditorBadInput, aNameOfAHundredAndOneCharactersIsTruncatedNowhere) {
     expectNothingStored();
 }
 
+TEST_F(EditorBadInput, aNameOfAHundredCharactersIsStoredWhole) {
+    const std::string name(100, 'x');
+    stage.openNew([&](User& user) {
+        typeName(user, name);
+        user.answer(MessageKind::information, "数据保存成功!");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(item(203).at(0).at(1), name);
+}
+
+TEST_F(EditorBadInput, aChangedNameOfAHundredAndOneCharactersUndoesTheChange) {
+    const Rows before = goods(101);
+    stage.openItem(101, [](User& user) {
+        typeName(user, std::string(101, 'x'));
+        user.answer(MessageKind::critical,
+                    "将在表“ICItem”的列“fName”中截断字符串或二进制数据。截断值:“" + std::string(100, 'x') + "”。");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(goods(101), before);
+}
+
+TEST_F(EditorBadInput, anAttachmentsNameThatIsTooLongUndoesTheItem) {
+    const std::string file = stage.makeFile("a.txt", "a");
+    stage.openNew([&](User& user) {
+        typeName(user, "垫圈");
+        user.chooseTab("SSTab1", 1);
+        user.chooseFile(file);
+        user.click("cmdAddFJ");
+        user.typeCell("fps2", 3, 1, std::string(201, 'x'));
+        user.answer(MessageKind::critical,
+                    "将在表“tblItemFJ”的列“fName”中截断字符串或二进制数据。截断值:“" + std::string(200, 'x') + "”。");
+        user.clickTool("Save");
+    });
+    expectNothingStored();
+}
+
 TEST_F(EditorBadInput, aTextInANumberColumnIsRefusedByTheStore) {
     stage.openNew([](User& user) {
         typeName(user, "垫圈");

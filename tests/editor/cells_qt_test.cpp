@@ -1,4 +1,4 @@
-// The editor's typed cells as a clerk meets them in Qt: what can be typed, picked and seen.
+// The editor as a clerk meets it in Qt: what can be typed, picked, seen and opened.
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QCompleter>
@@ -8,8 +8,10 @@
 #include <QTableView>
 #include <QTest>
 #include <cmath>
+#include <stdexcept>
 
 #include "editor/editortest.h"
+#include "platform/qt/qttoolkit.h"
 #include "support/qt_user.h"
 
 namespace orvenmod::test {
@@ -233,6 +235,22 @@ TEST_F(EditorCells, aJpegAndABitmapAreShownInTheirProportions) {
             EXPECT_NEAR(static_cast<double>(wide) / high, 3, 0.1) << format;
         });
     }
+}
+
+TEST_F(EditorCells, anAttachmentThatNoProgramOpensIsToldAndItsFileGoesWithTheWindow) {
+    stage.storeAttachment(4, "a.xyz", "content");
+    std::string taken;
+    dynamic_cast<platform::qt::QtToolkit&>(stage.script().toolkit()).setDocumentOpener([&](const std::string& path) {
+        taken = path;
+        throw std::runtime_error("没有能打开此文件的程序");
+    });
+    stage.openItem(101, [&](User& user) {
+        user.chooseTab("SSTab1", 1);
+        user.answer(MessageKind::critical, "没有能打开此文件的程序");
+        user.clickCell("fps2", 2, 1);
+        EXPECT_EQ(Stage::contents(taken), "content");
+    });
+    EXPECT_EQ(Stage::contents(taken), "");
 }
 
 }  // namespace

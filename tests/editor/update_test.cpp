@@ -156,22 +156,5 @@ TEST_F(EditorUpdate, theCodeOfTheNewCategoryIsTestedToo) {
     EXPECT_EQ(item(101).at(0).at(0), "01.01.001");
 }
 
-TEST_F(EditorUpdate, aNewAttachmentCanGetTheEntryOfOneThatStayed) {
-    const std::string file = stage.makeFile("new.txt", "new");
-    stage.storeAttachment(1, "a.txt", "a");
-    stage.storeAttachment(2, "b.txt", "b");
-    stage.openItem(101, [&](User& user) {
-        user.chooseTab("SSTab1", 1);
-        user.answer(MessageKind::question, "确定要删除吗？", Answer::yes);
-        user.clickCell("fps2", 1, 1);
-        user.chooseFile(file);
-        user.click("cmdAddFJ");
-        user.typeCell("fps2", 3, 2, "说明");
-        save(user);
-    });
-    EXPECT_EQ(database().rows("select fEntryId,fFileName from tblItemFJ where fItemId=101 order by fFileName"),
-              (Rows{{"2", "b.txt"}, {"2", "new.txt"}}));
-}
-
 }  // namespace
 }  // namespace orvenmod::test
