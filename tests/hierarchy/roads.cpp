@@ -88,6 +88,7 @@ TEST_P(HierarchyRoads, aClerkMovesACategory) {
         user.click("cmdOperate");
     });
     EXPECT_EQ(stage.goods()[0], (std::vector<std::string>{"101", "02.01.001"}));
+    EXPECT_EQ(stage.asked, std::vector<int>({3, 1})) << "the tree is read again when the dialog closes";
 }
 
 TEST_P(HierarchyRoads, aLongMoveShowsTheHourglassAndLetsTheWindowsPaint) {
