@@ -17,7 +17,8 @@ namespace orvenmod {
 
 namespace {
 
-// A dictionary's entries in the order of the list's columns; those behind the third stay empty.
+// A dictionary's entries as the list takes a row: id, code and name joined by tabs. A tab that somebody's code or name
+// holds parts it over two columns, and what is behind the third stays empty.
 class EntryRows : public platform::RowSource {
 public:
     EntryRows(store::Recordset rows, int columns)
@@ -28,8 +29,16 @@ public:
     std::size_t rowCount() const override { return rows_.rowCount(); }
     int columnCount() const override { return columns_; }
     std::optional<std::string_view> cell(std::size_t row, int column) const override {
-        const auto place = static_cast<std::size_t>(column);
-        return place < shown_.size() ? rows_.cell(row, shown_[place]) : std::nullopt;
+        int before = column;
+        for (const int field : shown_) {
+            std::string_view text = rows_.cell(row, field).value_or("");
+            for (std::size_t tab = text.find('\t'); tab != text.npos; tab = text.find('\t')) {
+                if (before-- == 0) return text.substr(0, tab);
+                text.remove_prefix(tab + 1);
+            }
+            if (before-- == 0) return text;
+        }
+        return std::nullopt;
     }
 
 private:

@@ -54,6 +54,19 @@ TEST_F(DictionaryPicker, loadingReadsTheEntriesAndTheName) {
     });
 }
 
+TEST_F(DictionaryPicker, aTabWithinATextPartsItOverTheColumns) {
+    database().execute("update tblSubType set fNumber='0\t1',fName='大\t\t个' where fItemId=1");
+    stage.openList(501, 1, [](User& user) {
+        const auto& vsf1 = user.control<ListGrid>("vsf1");
+        Texts shown;
+        for (int column = 0; column < vsf1.columnCount(); ++column)
+            shown.push_back(vsf1.text(1, column));
+        EXPECT_EQ(shown, (Texts{"1", "0", "1", "大", "", "个", "", "", "", ""}));
+        user.doubleClickRow("vsf1", 1);
+    });
+    EXPECT_EQ(picked(), (Texts{"1", "0", "1"}));
+}
+
 TEST_F(DictionaryPicker, aClassThatIsNoDictionaryKeepsTheLastName) {
     appState().gItemName = "上次";
     stage.openList(3, 1, [](User& user) {
