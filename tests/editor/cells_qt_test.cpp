@@ -107,7 +107,7 @@ TEST_F(EditorCells, aNumberKeepsTheDecimalsAndLimitsOfItsField) {
 
 TEST_F(EditorCells, aCurrencyShowsItsSeparatorsAndKeepsThePlainNumber) {
     setField("fMinQty", "fFieldType=12");
-    stage.openNew([this](User& user) {
+    stage.openNew([](User& user) {
         user.typeCell("fps1", kValue, kMinQtyRow, "1234567.5");
         EXPECT_EQ(value(user, kMinQtyRow), "1234567.5");
         EXPECT_EQ(cell(kValue, kMinQtyRow).data().toString(), "1,234,567.50");
