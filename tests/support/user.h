@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -96,5 +97,8 @@ public:
 
 std::unique_ptr<Script> newMemoryScript();
 std::unique_ptr<Script> newQtScript();
+
+/// How gtest prints a maker of scripts in a test's name: as an address the name would change at each run.
+inline void PrintTo(std::unique_ptr<Script> (*)(), std::ostream* out) { *out << "script"; }
 
 }  // namespace orvenmod::test
