@@ -5,8 +5,8 @@
 
 #include "benches.h"
 #include "designer/frmHSXM.h"
+#include "entry/startup.h"
 #include "frame/appstate.h"
-#include "frame/entry/startup.h"
 #include "memorystage.h"
 #include "platform/controls.h"
 #include "platform/entrygrid.h"

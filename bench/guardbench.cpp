@@ -7,8 +7,8 @@
 
 #include "bareloop.h"
 #include "benches.h"
+#include "entry/startup.h"
 #include "frame/appstate.h"
-#include "frame/entry/startup.h"
 #include "hierarchy/itemroutines.h"
 #include "stage.h"
 #include "store/sqlite/sqlitestore.h"

@@ -4,8 +4,8 @@
 #include "bareloop.h"
 #include "benches.h"
 #include "browser/listgrid.h"
+#include "entry/startup.h"
 #include "frame/appstate.h"
-#include "frame/entry/startup.h"
 #include "stage.h"
 
 namespace orvenmod::bench {

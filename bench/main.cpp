@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "benches.h"
-#include "frame/entry/startup.h"
+#include "entry/startup.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
+#include "entry/startup.h"
 #include "frame/appstate.h"
-#include "frame/entry/startup.h"
 
 namespace orvenmod::bench {
 

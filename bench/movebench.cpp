@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "benches.h"
+#include "entry/startup.h"
 #include "frame/appstate.h"
-#include "frame/entry/startup.h"
 #include "hierarchy/categorymove.h"
 #include "stage.h"
 #include "store/connectionwrapper.h"

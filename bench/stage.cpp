@@ -3,8 +3,8 @@
 #include <filesystem>
 
 #include "browser/frmBasicInfoList_design.h"
+#include "entry/startup.h"
 #include "frame/appstate.h"
-#include "frame/entry/startup.h"
 #include "platform/memory/memorydriver.h"
 #include "sampledata.h"
 #include "store/schema.h"

@@ -1,7 +1,7 @@
 #include <stdexcept>
 
 #include "benches.h"
-#include "frame/entry/startup.h"
+#include "entry/startup.h"
 #include "stage.h"
 #include "store/sqlite/database.h"
 #include "store/tsql/shape.h"

@@ -1,7 +1,7 @@
 #include <filesystem>
 
 #include "benches.h"
-#include "frame/entry/startup.h"
+#include "entry/startup.h"
 #include "stage.h"
 #include "store/schema.h"
 

@@ -8,7 +8,7 @@
 #include <orvenmod/schema.h>
 #include <orvenmod/settings.h>
 
-#include "frame/entry/startup.h"
+#include "entry/startup.h"
 #include "sampledata.h"
 
 namespace orvenmod::sample {

@@ -1,4 +1,4 @@
-// What the component stands on, chosen once by the start-up (frame/entry) or by a test.
+// What the component stands on, chosen once by the start-up (src/entry) or by a test.
 #pragma once
 
 #include "platform/settings.h"

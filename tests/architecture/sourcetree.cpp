@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <regex>
+#include "support/sourcefolder.h"
 
 namespace orvenmod::tests {
 namespace {
@@ -28,7 +29,7 @@ SourceFile readSource(const fs::path& root, const fs::path& path) {
 bool startsWith(const std::string& text, const std::string& head) { return text.compare(0, head.size(), head) == 0; }
 
 std::vector<SourceFile> readSources(const std::vector<std::string>& folders) {
-    const fs::path root(ORVEN_SOURCE_DIR);
+    const fs::path root(test::sourceFile(""));
     std::vector<fs::path> paths;
     for (const std::string& folder : folders) {
         if (!fs::exists(root / folder)) {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "architecture/sourcetree.h"
+#include "support/sourcefolder.h"
 
 namespace orvenmod::tests {
 namespace {
@@ -42,7 +43,7 @@ TEST(Style, everyTestFileIsInATarget) {
     namespace fs = std::filesystem;
     for (const SourceFile& file : readSources({"tests"})) {
         if (file.path.find("_test.cpp") == std::string::npos) continue;
-        fs::path folder = fs::path(ORVEN_SOURCE_DIR) / fs::path(file.path).parent_path();
+        fs::path folder = fs::path(test::sourceFile(file.path)).parent_path();
         while (!fs::exists(folder / "CMakeLists.txt"))
             folder = folder.parent_path();
         std::ifstream stream(folder / "CMakeLists.txt");

@@ -5,8 +5,8 @@
 #include <fstream>
 
 #include "browser/browsertest.h"
+#include "entry/startup.h"
 #include "frame/appstate.h"
-#include "frame/entry/startup.h"
 
 namespace orvenmod::test {
 namespace {

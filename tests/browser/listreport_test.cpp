@@ -7,6 +7,7 @@
 #include "browser/browsertest.h"
 #include "platform/memory/memorytoolkit.h"
 #include "platform/report/reportpages.h"
+#include "support/sourcefolder.h"
 
 namespace orvenmod::test {
 namespace {
@@ -21,7 +22,7 @@ using platform::memory::ShownReport;
 class ListReportTest : public BrowserTest {
 protected:
     ListReportTest() {
-        fs::copy_file(ORVEN_SOURCE_DIR "/examples/host/Report3.grf", templateFile());
+        fs::copy_file(sourceFile("examples/host/Report3.grf"), templateFile());
         stage.set("SystemLogin", "gLoginUserName", "张会计");
     }
 

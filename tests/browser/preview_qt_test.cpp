@@ -17,6 +17,7 @@
 #include "browser/browsertest.h"
 #include "platform/qt/qttoolkit.h"
 #include "support/qt_output.h"
+#include "support/sourcefolder.h"
 
 namespace orvenmod::test {
 namespace {
@@ -26,7 +27,7 @@ namespace fs = std::filesystem;
 class ListPreview : public ::testing::Test {
 protected:
     ListPreview() {
-        fs::copy_file(ORVEN_SOURCE_DIR "/examples/host/Report3.grf", stage.database().folder().file("Report3.grf"));
+        fs::copy_file(sourceFile("examples/host/Report3.grf"), stage.database().folder().file("Report3.grf"));
         stage.set("SystemLogin", "gLoginUserName", "张会计");
         for (int i = 0; i < 100; ++i)
             stage.database().addItem(3, 1000 + i, "01.01." + std::to_string(1000 + i), "垫圈" + std::to_string(i), 13);

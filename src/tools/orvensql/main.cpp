@@ -1,7 +1,7 @@
 #include <exception>
 #include <iostream>
 
-#include "frame/entry/storefactory.h"
+#include "entry/storefactory.h"
 #include "tools/orvensql/shell.h"
 
 int main(int count, char** arguments) {

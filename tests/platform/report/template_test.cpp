@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "support/machinelimits.h"
+#include "support/sourcefolder.h"
 #include "support/temporary.h"
 
 namespace orvenmod::platform::report {
@@ -166,7 +167,7 @@ TEST(TemplateFile, isReadByASuitesPathWithBackslashes) {
 }
 
 TEST(TemplateFile, ofTheSampleSuiteHasTheControlsOfTheList) {
-    const Template read = loadTemplate(ORVEN_SOURCE_DIR "/examples/host/Report3.grf");
+    const Template read = loadTemplate(test::sourceFile("examples/host/Report3.grf"));
     ASSERT_FALSE(read.headers.empty());
     ASSERT_GE(read.headers[0].texts.size(), 2U);
     EXPECT_EQ(read.headers[0].texts[0].name + " " + read.headers[0].texts[1].name, "fTitle fbiller");

@@ -9,13 +9,14 @@
 #include <vector>
 
 #include "platform/report/template.h"
+#include "support/sourcefolder.h"
 
 namespace orvenmod::platform::report {
 namespace {
 
 std::string document() {
     std::ostringstream text;
-    text << std::ifstream(ORVEN_SOURCE_DIR "/docs/report-template.md").rdbuf();
+    text << std::ifstream(test::sourceFile("docs/report-template.md")).rdbuf();
     return text.str();
 }
 

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "store/sqlite/sqlitestore.h"
+#include "support/sourcefolder.h"
 #include "support/temporary.h"
 
 namespace orvenmod::store::sqlite {
@@ -15,7 +16,7 @@ namespace {
 using nlohmann::json;
 
 std::vector<json> casesOf(const std::string& name) {
-    std::ifstream file(std::string(ORVEN_SOURCE_DIR) + "/tests/store/" + name);
+    std::ifstream file(test::sourceFile("tests/store/") + name);
     std::vector<json> cases;
     for (std::string line; std::getline(file, line);) {
         if (!line.empty()) cases.push_back(json::parse(line));

@@ -1,5 +1,5 @@
 // How the component starts where nobody has chosen its services.
-#include "frame/entry/startup.h"
+#include "entry/startup.h"
 
 #include <gtest/gtest.h>
 #include <orvenmod/orvenmod.h>

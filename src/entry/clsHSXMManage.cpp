@@ -1,8 +1,8 @@
 #include <orvenmod/clsHSXMManage.h>
 
+#include "entry/entry.h"
+#include "entry/windows.h"
 #include "frame/appstate.h"
-#include "frame/entry/entry.h"
-#include "frame/entry/windows.h"
 
 namespace orvenmod {
 

@@ -1,10 +1,10 @@
-#include "frame/entry/startup.h"
+#include "entry/startup.h"
 
 #include <cstdlib>
 #include <optional>
 
+#include "entry/storefactory.h"
 #include "frame/appstate.h"
-#include "frame/entry/storefactory.h"
 #include "platform/desktop/inisettings.h"
 #include "platform/desktop/plaininifiles.h"
 #include "platform/desktop/processfolders.h"

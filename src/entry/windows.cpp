@@ -1,4 +1,4 @@
-#include "frame/entry/windows.h"
+#include "entry/windows.h"
 
 #include "browser/frmBasicInfoList.h"
 #include "designer/frmHSXM.h"

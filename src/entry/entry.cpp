@@ -1,12 +1,12 @@
-#include "frame/entry/entry.h"
+#include "entry/entry.h"
 
 #include <array>
 #include <atomic>
 #include <charconv>
 
+#include "entry/startup.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
-#include "frame/entry/startup.h"
 #include "frame/mdlMain.h"
 
 namespace orvenmod {

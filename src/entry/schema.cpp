@@ -2,7 +2,7 @@
 
 #include <orvenmod/schema.h>
 
-#include "frame/entry/startup.h"
+#include "entry/startup.h"
 
 namespace orvenmod {
 

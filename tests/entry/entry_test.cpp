@@ -4,9 +4,9 @@
 #include <orvenmod/clsHSXMManage.h>
 #include <orvenmod/clsJCZL.h>
 
+#include "entry/windows.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
-#include "frame/entry/windows.h"
 #include "frame/mdlMain.h"
 #include "support/stage.h"
 

@@ -10,8 +10,8 @@
 #include <orvenmod/clsJCZL.h>
 #include <orvenmod/component.h>
 
-#include "frame/entry/entry.h"
-#include "frame/entry/startup.h"
+#include "entry/entry.h"
+#include "entry/startup.h"
 
 namespace {
 

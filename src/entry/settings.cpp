@@ -1,6 +1,6 @@
 #include <orvenmod/settings.h>
 
-#include "frame/entry/startup.h"
+#include "entry/startup.h"
 
 namespace orvenmod {
 

@@ -2,10 +2,10 @@
 
 #include <exception>
 
+#include "entry/entry.h"
+#include "entry/windows.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
-#include "frame/entry/entry.h"
-#include "frame/entry/windows.h"
 #include "frame/mdlMain.h"
 
 namespace orvenmod {

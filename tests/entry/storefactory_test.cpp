@@ -1,4 +1,4 @@
-#include "frame/entry/storefactory.h"
+#include "entry/storefactory.h"
 
 #include <gtest/gtest.h>
 
