@@ -13,6 +13,7 @@
 #include "frame/mdlMain.h"
 #include "frame/services.h"
 #include "hierarchy/itemcommands.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -22,10 +23,9 @@ using platform::MouseButton;
 
 namespace {
 
-constexpr std::int16_t kGoods = 3;
 constexpr float kSmallestHeight = 100;  // twips; below it setPos leaves everything as it is
 
-bool isBillMode() { return appState().gItemCalled == 1 && appState().gItemClassId == kGoods; }
+bool isBillMode() { return appState().gItemCalled == 1 && appState().gItemClassId == store::kGoods; }
 
 bool isGranted(const char* digits) {
     return isHaveRight(appState().gRightPrefix + std::to_string(appState().gItemClassId) + digits);

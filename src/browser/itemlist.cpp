@@ -4,15 +4,13 @@
 #include "browser/listgrid.h"
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
 namespace {
 
-constexpr std::int16_t kGoods = 3;
-constexpr std::int32_t kListTypes = 6000;
-
-std::string listType() { return std::to_string(appState().gItemClassId + kListTypes); }
+std::string listType() { return store::listType(appState().gItemClassId); }
 
 store::Recordset openRows(const std::string& sql) { return appState().gConn->open(sql); }
 
@@ -76,7 +74,7 @@ void ItemList::readHiddenFields() {
 
 void ItemList::readColumnSpec() {
     AppState& state = appState();
-    const bool withStockColumn = state.gItemClassId != kGoods || state.gIsReturn != 0;
+    const bool withStockColumn = state.gItemClassId != store::kGoods || state.gIsReturn != 0;
     store::Recordset rows = openRows(columnSpecStatement(state.gItemClassId, withStockColumn, listHidden_));
     spec_ = ColumnSpec();
     for (; !rows.eof(); rows.moveNext())
@@ -99,7 +97,7 @@ std::string ItemList::query(const std::string& columns, const std::string& filte
                             std::string_view innerSelect) const {
     const AppState& state = appState();
     const ListConditions conditions{listSeekSQL_, filter, state.gParamSQL, search};
-    if (state.gItemClassId == kGoods && state.gIsReturn == 1 && spec_.hasTimeQty) {
+    if (state.gItemClassId == store::kGoods && state.gIsReturn == 1 && spec_.hasTimeQty) {
         return stockQuery(columns, state.gViewName, conditions, stock_, innerSelect);
     }
     return plainQuery(columns, state.gViewName, conditions);

@@ -1,12 +1,12 @@
 #include "browser/listquery.h"
 
 #include "frame/conversion.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
 namespace {
 
-constexpr std::int32_t kListTypes = 6000;
 constexpr std::string_view kStockColumn = "fTimeQty";
 
 std::string replaceAll(std::string text, std::string_view what, std::string_view by) {
@@ -28,7 +28,7 @@ void appendPiece(std::string& list, const std::string& piece) { list.append(kSep
 std::string columnSpecStatement(std::int16_t itemClassId, bool withStockColumn, const std::string& hidden) {
     std::string sql =
         "select fFieldName,fTitlename,fAlign,fDataFormat,fWidth,fentryid from tblFindinfoEntry where ftypeid=" +
-        std::to_string(itemClassId + kListTypes);
+        store::listType(itemClassId);
     if (!withStockColumn) sql += " and fFIeldName<>'fTimeQty'";
     if (hidden.size() > 1) {
         for (const std::string& name : split(std::string_view(hidden).substr(1, hidden.size() - 2), ",")) {

@@ -10,6 +10,7 @@
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -17,7 +18,6 @@ namespace {
 
 constexpr int kFieldColumn = 1;
 constexpr int kKindColumn = 2;
-constexpr std::int32_t kListTypes = 6000;
 
 struct Operator {
     std::string_view caption;
@@ -95,7 +95,7 @@ void SeekBar::readFields() {
         "select a.*,isnull(b.fItemType,0) as fItemType from tblFindInfoentry2 as a "
         " left outer join tblItemclass as b on a.fitemclassid=b.fitemclassid "
         " where a.ftypeid=" +
-        std::to_string(appState().gItemClassId + kListTypes) + " order by a.fentryid");
+        store::listType(appState().gItemClassId) + " order by a.fentryid");
     field_.addRow({"无", "", "", ""});
     for (; !rows.eof(); rows.moveNext()) {
         field_.addRow({rows.text("ftitlename"), rows.text("fFieldName"), rows.text("fNumType"),

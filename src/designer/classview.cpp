@@ -6,13 +6,11 @@
 #include "designer/filled.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
 namespace {
-
-constexpr std::int32_t kListTypes = 6000;
-constexpr std::int16_t kGoods = 3;
 
 // The wording in which the two modes differ.
 struct Wording {
@@ -94,7 +92,7 @@ public:
         if (mode_ == ClassViewMode::newField) {
             readNextEntry();
         } else {
-            type_ = std::to_string(itemClass_ + kListTypes);
+            type_ = store::listType(itemClass_);
             connection_.execute("delete from tblViewDesc where ftypeid=" + type_);
         }
         connection_.execute(std::string(wording_.drop) + objects_.view);
@@ -113,7 +111,7 @@ public:
 private:
     // Search rows are filed under a type id of 16 bits.
     void readNextEntry() {
-        type_ = std::to_string(toInt16(std::to_string(itemClass_ + kListTypes)));
+        type_ = std::to_string(toInt16(store::listType(itemClass_)));
         const auto row =
             connection_.open("select max(fentryid) as fEntryId1 from tblFindinfoentry2 where ftypeid=" + type_);
         entry_ = row.eof() || row.isNull("fEntryId1") ? 2 : toInt32(row.text("fEntryId1")) + 1;
@@ -124,7 +122,7 @@ private:
         if (!amount.empty()) {
             head_ += ",isnull(a.fAmount,0) as fAmount ";
             if (mode_ == ClassViewMode::setup) connection_.execute(filled(kAmount, {{"t", type_}, {"word", amount}}));
-        } else if (itemClass_ == kGoods) {
+        } else if (itemClass_ == store::kGoods) {
             head_ += wording_.goodsColumn;
             if (mode_ == ClassViewMode::setup) connection_.execute(filled(kStock, {{"t", type_}}));
         }

@@ -8,6 +8,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -15,10 +16,8 @@ namespace {
 
 enum Column { caption = 1, shown, width, interId };
 
-constexpr const char* kGoods = "3";
-
 // The rows above are the base fields; what is changed in them is dropped.
-int firstSavedRow(const std::string& itemClass) { return itemClass == kGoods ? 5 : 3; }
+int firstSavedRow(const std::string& itemClass) { return itemClass == std::to_string(store::kGoods) ? 5 : 3; }
 
 std::string orZero(const std::string& text) { return text.empty() ? "0" : text; }
 

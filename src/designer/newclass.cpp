@@ -4,12 +4,11 @@
 #include <string_view>
 
 #include "designer/filled.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
 namespace {
-
-constexpr std::int64_t kListTypes = 6000;
 
 struct Right {
     std::string_view suffix;
@@ -82,7 +81,7 @@ std::vector<std::string> classStatements(const NewClass& made) {
 }
 
 std::vector<std::string> classRows(const NewClass& made, std::int32_t id) {
-    const std::string type = std::to_string(id + kListTypes);
+    const std::string type = store::listType(id);
     const std::string number = std::to_string(id);
     std::vector<std::string> rows;
     for (const std::string_view sql : kClassRows)

@@ -4,11 +4,12 @@
 #include <cstdint>
 
 #include "platform/controls.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
 /// The class whose items can have a photo.
-inline constexpr std::int16_t kPhotoClass = 3;
+inline constexpr std::int16_t kPhotoClass = store::kGoods;
 
 class Photo {
 public:

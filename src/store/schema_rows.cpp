@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "store/itemclass.h"
 #include "store/schemaparts.h"
 
 namespace orvenmod::store {
@@ -19,7 +20,7 @@ constexpr int kRight = 7;
 
 std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
-std::string listId(const FixedClass& fixed) { return std::to_string(fixed.id + 6000); }
+std::string listId(const FixedClass& fixed) { return listType(fixed.id); }
 
 bool isLookup(const FixedField& field) { return field.sourceClass != 0; }
 
