@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/replaceall.h"
+
 namespace orvenmod::platform::report {
 
 namespace {
@@ -25,11 +27,6 @@ std::string onOneLine(std::string text) {
     std::ranges::replace_if(
         text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, ' ');
     return text;
-}
-
-void replaceAll(std::string& text, std::string_view mark, const std::string& by) {
-    for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + by.size()))
-        text.replace(at, mark.size(), by);
 }
 
 }  // namespace
@@ -137,10 +134,10 @@ void ReportPages::placeRow(Page& page, const Group& group, std::size_t row, doub
 
 std::string ReportPages::filled(std::string text, std::size_t number) const {
     if (text.find('{') != std::string::npos) {
-        replaceAll(text, "{page}", std::to_string(number + 1));
-        replaceAll(text, "{pages}", std::to_string(count()));
-        replaceAll(text, "{date}", date_);
-        replaceAll(text, "{title}", data_.title);
+        text = replaceAll(std::move(text), "{page}", std::to_string(number + 1));
+        text = replaceAll(std::move(text), "{pages}", std::to_string(count()));
+        text = replaceAll(std::move(text), "{date}", date_);
+        text = replaceAll(std::move(text), "{title}", data_.title);
     }
     return onOneLine(std::move(text));
 }
