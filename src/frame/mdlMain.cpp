@@ -40,15 +40,25 @@ void closeDB() noexcept {
     state.gConn.reset();
 }
 
-bool trapped(const std::function<bool()>& routine) {
+bool trapped(const std::function<bool()>& routine) { return trapped(routine, showCritical); }
+
+bool trapped(const std::function<bool()>& routine, void (*showFailure)(const std::string&)) {
     bool done = false;
     try {
         done = routine();
     } catch (const std::exception& failure) {
-        showCritical(failure.what());
+        showFailure(failure.what());
     }
     closeDB();
     return done;
+}
+
+bool trappedTransaction(const std::function<bool()>& routine) {
+    const auto showAndUndo = [](const std::string& failure) {
+        showCritical(failure);
+        if (appState().gConn) rollbackTrans();
+    };
+    return trapped(routine, showAndUndo);
 }
 
 void rollbackTrans() {

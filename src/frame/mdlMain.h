@@ -21,6 +21,13 @@ void closeDB() noexcept;
 /// critical box and gives False, else the routine's own result holds.
 bool trapped(const std::function<bool()>& routine);
 
+/// As trapped, with the failure shown in a box of the caller's choice.
+bool trapped(const std::function<bool()>& routine, void (*showFailure)(const std::string&));
+
+/// As trapped, for a routine that begins and commits a transaction: a failure is rolled back after it was shown. Where
+/// none was begun yet the rollback fails in its turn; that second failure goes to the caller and leaves the store open.
+bool trappedTransaction(const std::function<bool()>& routine);
+
 /// Undoes the transaction of gConn. A failure where none is open, or no connection is.
 void rollbackTrans();
 
