@@ -1,7 +1,5 @@
 #include "browser/categorytree.h"
 
-#include "frame/conversion.h"
-
 namespace orvenmod {
 
 namespace {
@@ -24,7 +22,5 @@ void fillTree(platform::Tree& tree, const std::string& rootText, store::Recordse
     // Showing each node has left the last one in view; the user starts at the top.
     tree.ensureVisible("D0");
 }
-
-std::int32_t nodeId(const std::string& key) { return key.size() < 2 ? 0 : toInt32(key.substr(1)); }
 
 }  // namespace orvenmod

@@ -17,7 +17,4 @@ std::string categoryStatement(std::int16_t itemClassId);
 /// category's parent has no node; the tree then holds the nodes before it.
 void fillTree(platform::Tree& tree, const std::string& rootText, store::Recordset& rows);
 
-/// The id in a node's key; 0 for the root and for a key of one character.
-std::int32_t nodeId(const std::string& key);
-
 }  // namespace orvenmod

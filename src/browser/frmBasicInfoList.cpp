@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 
-#include "browser/categorytree.h"
 #include "browser/frmBasicInfoList_design.h"
 #include "browser/listexport.h"
 #include "browser/listreport.h"
@@ -12,6 +11,7 @@
 #include "frame/enterkey.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
+#include "frame/treenodes.h"
 #include "hierarchy/itemcommands.h"
 #include "store/itemclass.h"
 
@@ -203,7 +203,7 @@ bool frmBasicInfoList::findInfo(std::int16_t intType) { return shown().list->fin
 bool frmBasicInfoList::findInfo2(const std::string& strParamSQL) { return shown().list->findInfo2(strParamSQL); }
 
 void frmBasicInfoList::tv1_NodeClick(const std::string& key) {
-    treeItemId_ = nodeId(key);
+    treeItemId_ = keyNumber(key);
     appState().gCurParentId = treeItemId_;
     findInfo(1);
 }

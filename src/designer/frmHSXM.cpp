@@ -8,6 +8,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/treenodes.h"
 #include "platform/listgrid.h"
 #include "platform/tree.h"
 
@@ -28,8 +29,6 @@ std::string fieldTypeWord(const std::string& code) {
     if (code == "13") return "数字";
     return "";
 }
-
-std::string afterFirst(const std::string& key) { return key.empty() ? key : key.substr(1); }
 
 // The words of fIsNull and fItemType bring their tab along: another value makes no cell at all.
 std::string gridRow(const store::Recordset& row) {
@@ -126,8 +125,8 @@ void frmHSXM::fillGrid(const std::string& strParam) {
 }
 
 void frmHSXM::tv1_NodeClick(const std::string& key) {
-    frmItem::instance().txtParamSQL = afterFirst(key);
-    findInfo(afterFirst(key), 0);
+    frmItem::instance().txtParamSQL = keyText(key);
+    findInfo(keyText(key), 0);
 }
 
 void frmHSXM::vsf1_MouseDown(platform::MouseButton button) {
@@ -148,7 +147,7 @@ void frmHSXM::MenuHSXMNew_Click() {
 
 // The id of the class selected in the tree; "" for none and for the root.
 std::string frmHSXM::selectedClass() const {
-    const std::string id = afterFirst(window().get<Tree>("tv1").selected());
+    const std::string id = keyText(window().get<Tree>("tv1").selected());
     return id == "0" ? "" : id;
 }
 

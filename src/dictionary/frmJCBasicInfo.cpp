@@ -14,7 +14,7 @@
 #include "frame/mdlMain.h"
 #include "frame/scaling.h"
 #include "frame/services.h"
-#include "hierarchy/treenodes.h"
+#include "frame/treenodes.h"
 
 namespace orvenmod {
 
@@ -123,7 +123,7 @@ void frmJCBasicInfo::getListInfo(const std::int16_t&) {
 
 void frmJCBasicInfo::tv1_NodeClick(const std::string& key) {
     if (key.empty()) return showCritical("请选择基础资料");
-    appState().gItemClassId = toInt16(key.substr(1));
+    appState().gItemClassId = toInt16(keyText(key));
     appState().gItemName = form().tv1.text(key);
     getDetail(appState().gItemClassId);
 }
@@ -171,7 +171,7 @@ bool frmJCBasicInfo::takeSelectedClass(const char* refusalOfRoot) {
         showCritical("请选择基础资料");
         return false;
     }
-    appState().gItemClassId = toInt16(key.substr(1));
+    appState().gItemClassId = toInt16(keyText(key));
     if (appState().gItemClassId != 0) return true;
     showWarning(refusalOfRoot);
     return false;

@@ -9,7 +9,7 @@
 #include "frame/enterkey.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
-#include "hierarchy/treenodes.h"
+#include "frame/treenodes.h"
 
 namespace orvenmod {
 

@@ -5,9 +5,9 @@
 #include "frame/enterkey.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
+#include "frame/treenodes.h"
 #include "hierarchy/categoryinsert.h"
 #include "hierarchy/frmParent_design.h"
-#include "hierarchy/treenodes.h"
 
 namespace orvenmod {
 

@@ -5,9 +5,9 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/treenodes.h"
 #include "hierarchy/frmParent.h"
 #include "hierarchy/itemroutines.h"
-#include "hierarchy/treenodes.h"
 
 namespace orvenmod {
 
@@ -81,10 +81,11 @@ void ItemCommands::MenuParentEditDelete_Click() {
     if (!isGranted("03")) return;
     platform::Tree& tv1 = list_.tv1();
     const std::string key = tv1.selected();
-    if (key.empty() || key.substr(1) == "0") return;
+    const std::int32_t id = keyNumber(key);
+    if (id == 0) return;
     if (!askQuestion("确定要删除吗？")) return;
     const int index = tv1.indexOf(key);
-    if (!delParent(keyNumber(key))) return;
+    if (!delParent(id)) return;
     showInformation("删除成功!");
     tv1.remove(key);
     selectIndex(tv1, index);

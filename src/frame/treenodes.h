@@ -1,4 +1,4 @@
-// Nodes of a tree by key and by place. A key is one letter and a number.
+// Nodes of a tree by key and by place. A key is one letter and, behind it, the id of what the node stands for.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,10 @@
 
 namespace orvenmod {
 
-/// The number in a key. Throws ConversionFailure where there is none.
+/// The key without its letter; "" for no key.
+std::string keyText(const std::string& key);
+
+/// The number in a key, 0 where nothing is behind the letter. Throws ConversionFailure for what is no number.
 std::int32_t keyNumber(const std::string& key);
 
 /// The place of the selected node, 0 for none.

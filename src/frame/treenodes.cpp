@@ -1,10 +1,15 @@
-#include "hierarchy/treenodes.h"
+#include "frame/treenodes.h"
 
 #include "frame/conversion.h"
 
 namespace orvenmod {
 
-std::int32_t keyNumber(const std::string& key) { return toInt32(key.substr(1)); }
+std::string keyText(const std::string& key) { return key.empty() ? "" : key.substr(1); }
+
+std::int32_t keyNumber(const std::string& key) {
+    const std::string id = keyText(key);
+    return id.empty() ? 0 : toInt32(id);
+}
 
 int selectedIndex(const platform::Tree& tree) {
     const std::string key = tree.selected();
