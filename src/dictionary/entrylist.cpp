@@ -12,6 +12,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 
 namespace orvenmod {
 
@@ -50,8 +51,9 @@ private:
 }  // namespace
 
 void EntryList::read(std::int32_t itemClassId) {
-    store::Recordset rows = appState().gConn->open("select fitemid,fname,fnumber from tblSubType where fitemclassid=" +
-                                                   std::to_string(itemClassId) + " order by fnumber ");
+    store::Recordset rows =
+        openRows("select fitemid,fname,fnumber from tblSubType where fitemclassid=" + std::to_string(itemClassId) +
+                 " order by fnumber ");
     vsf1_.bind(std::make_shared<EntryRows>(std::move(rows), vsf1_.columnCount()));
 }
 

@@ -1,16 +1,15 @@
 #include "dictionary/entrywindow.h"
 
-#include <memory>
-
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
+#include "frame/showing.h"
 
 namespace orvenmod {
 
 void EntryWindow::show() {
     platform::Window& window = make();
     // However the window ends, it and the one loaded unseen for it end here.
-    const std::shared_ptr<void> atEnd(nullptr, [this](void*) {
+    const AtEnd atEnd([this] {
         unload();
         other().unload();
     });

@@ -1,6 +1,5 @@
 #include "dictionary/frmJCBasicInfo.h"
 
-#include <exception>
 #include <stdexcept>
 #include <vector>
 
@@ -12,6 +11,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/scaling.h"
 #include "frame/services.h"
 #include "frame/treenodes.h"
@@ -108,8 +108,8 @@ void frmJCBasicInfo::Form_Resize() { SetNewPos(*form().window, form().positions)
 
 void frmJCBasicInfo::getListInfo(const std::int16_t&) {
     openDB();
-    store::Recordset rows = appState().gConn->open(
-        "select fitemclassid,fitemname from tblItemclass where fitemtype='1' order by fitemclassid ");
+    store::Recordset rows =
+        openRows("select fitemclassid,fitemname from tblItemclass where fitemtype='1' order by fitemclassid ");
     platform::Tree& tree = form().tv1;
     tree.clear();
     tree.add("", "D0", "基础资料", kImage);
@@ -129,16 +129,12 @@ void frmJCBasicInfo::tv1_NodeClick(const std::string& key) {
 }
 
 bool frmJCBasicInfo::getDetail(const std::int16_t& fItemClassId) {
-    try {
+    const auto readEntries = [&] {
         openDB();
         form().entries.read(fItemClassId);
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showWarning(failure.what());
-        closeDB();
-        return false;
-    }
+    };
+    return trapped(readEntries, showWarning);
 }
 
 void frmJCBasicInfo::Toolbar1_ButtonClick(const std::string& key) {

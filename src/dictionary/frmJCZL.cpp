@@ -1,33 +1,26 @@
 #include "dictionary/frmJCZL.h"
 
-#include <cstdint>
-#include <exception>
-
 #include "dictionary/frmJCZL_design.h"
 #include "dictionary/refreshedlist.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/enterkey.h"
+#include "frame/idcounter.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 
 namespace orvenmod {
 
 namespace {
 
-store::Recordset openRows(const std::string& sql) { return appState().gConn->open(sql); }
+constexpr IdCounter kEntryIds = {"select * from tblMaxnum where ftablename='tblSubType'",
+                                 "insert into tblMaxNum(ftablename,fMaxNum) values('tblSubType',1)",
+                                 "update tblMaxNum set  fmaxnum=fmaxnum+1  where ftablename='tblSubType'"};
 
 std::string sameCodeStatement(const std::string& code) {
     return "select fnumber from tblSubType where fnumber='" + code +
            "' and fitemclassid=" + std::to_string(appState().gItemClassId);
-}
-
-std::string takeId() {
-    const store::Recordset counter = openRows("select * from tblMaxnum where ftablename='tblSubType'");
-    const std::int64_t last = counter.eof() ? 0 : toInt32(required(counter.field("fmaxnum")));
-    appState().gConn->execute(counter.eof() ? "insert into tblMaxNum(ftablename,fMaxNum) values('tblSubType',1)"
-                                            : "update tblMaxNum set  fmaxnum=fmaxnum+1  where ftablename='tblSubType'");
-    return std::to_string(last + 1);
 }
 
 }  // namespace
@@ -56,7 +49,7 @@ void frmJCZL::Form_Load() {
 }
 
 bool frmJCZL::getDetailInfo() {
-    try {
+    const auto showEntry = [&] {
         openDB();
         const store::Recordset rows =
             openRows("select fname,fnumber from tblSubType where fitemid=" + std::to_string(appState().gCurItemId));
@@ -64,13 +57,9 @@ bool frmJCZL::getDetailInfo() {
             code_.setText(rows.text("fnumber"));
             name_.setText(rows.text("fname"));
         }
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showWarning(failure.what());
-        closeDB();
-        return false;
-    }
+    };
+    return trapped(showEntry, showWarning);
 }
 
 void frmJCZL::cmdOK_Click() {
@@ -112,7 +101,7 @@ bool frmJCZL::insertDetail() {
         if (refused) {
             showCritical("代码已经存在,保存不成功!");
         } else {
-            const std::string id = takeId();
+            const std::string id = std::to_string(takeId(kEntryIds));
             appState().gConn->execute("insert into tblSubType (fitemid,fnumber,fname,fitemclassid) values(" + id +
                                       ",'" + code + "','" + name + "'," + std::to_string(appState().gItemClassId) +
                                       ")");

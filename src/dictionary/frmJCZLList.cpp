@@ -1,6 +1,5 @@
 #include "dictionary/frmJCZLList.h"
 
-#include <exception>
 #include <stdexcept>
 #include <string>
 
@@ -10,6 +9,8 @@
 #include "dictionary/frmJCZLList_design.h"
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
+#include "frame/selectedrows.h"
 #include "frame/services.h"
 #include "platform/controls.h"
 #include "platform/window.h"
@@ -68,22 +69,18 @@ void frmJCZLList::Form_Load() {
 }
 
 bool frmJCZLList::getDetail(const std::int32_t& fItemClassId, const std::int16_t& fType) {
-    try {
+    const auto readEntries = [&] {
         openDB();
         form().entries.read(fItemClassId);
         if (fType == 0) {
             const store::Recordset rows =
-                appState().gConn->open("select * from tblItemclass where fitemclassid=" + std::to_string(fItemClassId) +
-                                       " and fitemtype='1' ");
+                openRows("select * from tblItemclass where fitemclassid=" + std::to_string(fItemClassId) +
+                         " and fitemtype='1' ");
             if (!rows.eof()) appState().gItemName = rows.text("fitemname");
         }
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showWarning(failure.what());
-        closeDB();
-        return false;
-    }
+    };
+    return trapped(readEntries, showWarning);
 }
 
 void frmJCZLList::cmd_Click(int Index) {
@@ -116,11 +113,11 @@ void frmJCZLList::vsf1_DblClick() {
 void frmJCZLList::returnSelected() {
     AppState& state = appState();
     const platform::ListGrid& list = form().vsf1;
-    for (int row = 1; row < list.rowCount(); ++row) {
-        if (!list.isSelected(row)) continue;
-        state.gRetNumber = list.text(row, 1);
-        state.gRetName = list.text(row, 2);
-        state.gRetItemId = list.text(row, 0);
+    const std::vector<int> rows = selectedRows(list);
+    if (!rows.empty()) {
+        state.gRetNumber = list.text(rows.back(), 1);
+        state.gRetName = list.text(rows.back(), 2);
+        state.gRetItemId = list.text(rows.back(), 0);
     }
     form().window->close();
 }

@@ -1,6 +1,5 @@
 #include "dictionary/frmJCZLType.h"
 
-#include <exception>
 #include <string>
 
 #include "dictionary/frmJCZLType_design.h"
@@ -8,6 +7,7 @@
 #include "frame/conversion.h"
 #include "frame/enterkey.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 #include "frame/treenodes.h"
 
@@ -35,22 +35,18 @@ void frmJCZLType::Form_Load() {
 }
 
 bool frmJCZLType::getBillInfo() {
-    try {
+    const auto showDictionary = [&] {
         openDB();
-        const store::Recordset rows = appState().gConn->open(
-            "select * from tblItemClass where fitemclassid=" + std::to_string(appState().gItemClassId) + " ");
+        const store::Recordset rows =
+            openRows("select * from tblItemClass where fitemclassid=" + std::to_string(appState().gItemClassId) + " ");
         if (!rows.eof()) {
             txt1_.setText(rows.text("fitemclassid"));
             txt1_.setEnabled(false);
             txt_.setText(rows.text("fItemName"));
         }
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showWarning(failure.what());
-        closeDB();
-        return false;
-    }
+    };
+    return trapped(showDictionary, showWarning);
 }
 
 // An empty name is told in the words of an empty id.
@@ -90,11 +86,10 @@ void frmJCZLType::showUpdated() {
 }
 
 bool frmJCZLType::insert() {
-    try {
+    const auto insertDictionary = [&] {
         openDB();
         const std::string id = trim(txt1_.text());
-        const bool refused =
-            !appState().gConn->open("select fItemname from tblItemClass where fitemclassid=" + id).eof();
+        const bool refused = !openRows("select fItemname from tblItemClass where fitemclassid=" + id).eof();
         if (refused) {
             showWarning("类别ID已经存在，请重新输入！");
             // In a dialog opened for a change the id is disabled, and this fails.
@@ -103,27 +98,19 @@ bool frmJCZLType::insert() {
             appState().gConn->execute("insert into tblItemClass(fitemclassid,fitemname,fItemType,fitemtable) values(" +
                                       id + ",'" + trim(txt_.text()) + "','1','') ");
         }
-        closeDB();
         return !refused;
-    } catch (const std::exception& failure) {
-        showWarning(failure.what());
-        closeDB();
-        return false;
-    }
+    };
+    return trapped(insertDictionary, showWarning);
 }
 
 bool frmJCZLType::update() {
-    try {
+    const auto updateDictionary = [&] {
         openDB();
         appState().gConn->execute("update tblItemClass set fitemname='" + trim(txt_.text()) +
                                   "' where fitemclassid=" + txt1_.text() + " ");
-        closeDB();
         return true;
-    } catch (const std::exception& failure) {
-        showWarning(failure.what());
-        closeDB();
-        return false;
-    }
+    };
+    return trapped(updateDictionary, showWarning);
 }
 
 }  // namespace orvenmod
