@@ -8,14 +8,18 @@ namespace orvenmod {
 
 // The partner balances are probed for an entry as well, though its id comes from another counter.
 bool delJCZL() {
-    GuardedDelete entry;
-    entry.catalogueType = 2;
-    entry.locks = false;
-    entry.stockBalances = false;
-    entry.statements = {"delete from tblSubType where fitemid="};
-    entry.inTransaction = false;
-    entry.showFailure = showWarning;
-    return deleteUnused(appState().gCurItemId, entry);
+    const auto deleteEntry = [] {
+        openDB();
+        const std::int32_t id = appState().gCurItemId;
+        const std::string usage = usageOf(id, Guarded::entry);
+        if (usage.empty()) {
+            appState().gConn->execute("delete from tblSubType where fitemid=" + std::to_string(id));
+        } else {
+            showWarning(usage);
+        }
+        return usage.empty();
+    };
+    return trapped(deleteEntry, showWarning);
 }
 
 }  // namespace orvenmod

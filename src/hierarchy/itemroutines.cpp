@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "hierarchy/usageguard.h"
 
 namespace orvenmod {
@@ -26,7 +26,7 @@ bool changeLock(const LockChange& wanted) {
     return trapped([&] {
         openDB();
         const std::string id = std::to_string(appState().gCurItemId);
-        const bool refused = toInt32(required(appState().gConn->open(wanted.test + id).field("fitemid1"))) > 0;
+        const bool refused = toInt32(required(openRows(wanted.test + id).field("fitemid1"))) > 0;
         if (refused) {
             showWarning(wanted.refusal);
         } else {
@@ -36,15 +36,34 @@ bool changeLock(const LockChange& wanted) {
     });
 }
 
+// What speaks against the delete of an item, "" for nothing: its lock, told by its name, comes before any bill.
+std::string deleteRefusal(const std::string& id) {
+    store::Recordset rows = openRows("select fislock,fname from tblItem where fitemid=" + id);
+    for (; !rows.eof(); rows.moveNext()) {
+        if (toInt32(rows.text("fislock", "0")) == 1) return rows.text("fname") + "已经禁用,不能删除!";
+    }
+    return usageOf(appState().gCurItemId, Guarded::item);
+}
+
 }  // namespace
 
 bool delDetail() {
-    GuardedDelete item;
-    item.statements = {
-        "delete from tblItem where fitemid=", "delete from " + appState().gItemTable + "  where fitemid=",
-        "delete from tblItemFJ where fitemid="};
-    item.showFailure = showCritical;
-    return deleteUnused(appState().gCurItemId, item);
+    return trappedTransaction([] {
+        openDB();
+        const std::string id = std::to_string(appState().gCurItemId);
+        const std::string refusal = deleteRefusal(id);
+        if (!refusal.empty()) {
+            showWarning(refusal);
+            return false;
+        }
+        store::Connection& connection = *appState().gConn;
+        connection.beginTrans();
+        connection.execute("delete from tblItem where fitemid=" + id);
+        connection.execute("delete from " + appState().gItemTable + "  where fitemid=" + id);
+        connection.execute("delete from tblItemFJ where fitemid=" + id);
+        connection.commitTrans();
+        return true;
+    });
 }
 
 bool lockDetail() { return changeLock(kLock); }
@@ -55,8 +74,7 @@ bool delParent(const std::int32_t& id) {
     return trapped([&] {
         openDB();
         const std::string number = std::to_string(id);
-        const bool refused =
-            !appState().gConn->open("select top 1 fitemid from tblItem where fparentid=" + number).eof();
+        const bool refused = !openRows("select top 1 fitemid from tblItem where fparentid=" + number).eof();
         if (refused) {
             showWarning("该分类下面还有明细，不能删除!");
         } else {

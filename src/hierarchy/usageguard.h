@@ -6,22 +6,14 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace orvenmod {
 
-/// What differs between the two deletes.
-struct GuardedDelete {
-    int catalogueType = 1;                ///< fFieldType of the bill fields: 1 items, 2 dictionary entries
-    bool locks = true;                    ///< a disabled one is refused by name
-    bool stockBalances = true;            ///< stock balances are probed
-    std::vector<std::string> statements;  ///< the deletes, each up to the id
-    bool inTransaction = true;            ///< the deletes run in one, which a failure rolls back
-    void (*showFailure)(const std::string&) = nullptr;
-};
+/// What an id belongs to. The catalogues tell the two apart; stock balances are kept of items alone.
+enum class Guarded { item, entry };
 
-/// True where the id was deleted. Shows refusals and failures itself. With `inTransaction`, the rollback of a failure
-/// among the probes fails in its turn; that second failure goes to the caller and leaves the store open.
-bool deleteUnused(std::int32_t id, const GuardedDelete& what);
+/// What to tell the user of the first family with a hit, "" where nothing points to the id. Reads on gConn, which is
+/// open; what fails goes to the caller.
+std::string usageOf(std::int32_t id, Guarded what);
 
 }  // namespace orvenmod
