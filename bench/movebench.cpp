@@ -12,7 +12,7 @@
 #include "benches.h"
 #include "entry/startup.h"
 #include "frame/appstate.h"
-#include "hierarchy/categorymove.h"
+#include "hierarchy/categorysave.h"
 #include "stage.h"
 #include "store/connectionwrapper.h"
 #include "store/sqlite/database.h"

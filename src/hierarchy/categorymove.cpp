@@ -1,36 +1,14 @@
 #include "hierarchy/categorymove.h"
 
-#include <exception>
-#include <string_view>
-
-#include "frame/appstate.h"
 #include "frame/conversion.h"
-#include "frame/mdlMain.h"
-#include "frame/services.h"
+#include "frame/openrows.h"
+#include "platform/replaceall.h"
 
 namespace orvenmod {
 
 namespace {
 
 constexpr int kInvalidCall = 5;
-constexpr int kRowsBetweenPaints = 100;
-
-// Where a category stands: as stored, or as it is to be.
-struct Place {
-    std::string path;
-    std::int32_t depth = 0;
-    std::string code;
-};
-
-store::Recordset openRows(const std::string& sql) { return appState().gConn->open(sql); }
-
-std::string replaceAll(std::string text, std::string_view what, std::string_view by) {
-    if (what.empty()) return text;
-    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
-        text.replace(at, what.size(), by);
-    }
-    return text;
-}
 
 // The code from the place of the old one on, with the old one replaced. A code that doesn't hold it has no such place.
 std::string movedCode(const std::string& code, const std::string& oldCode, const std::string& newCode) {
@@ -47,53 +25,33 @@ public:
           id_(std::to_string(appState().gCurItemId)),
           class_(std::to_string(appState().gItemClassId)) {}
 
-    bool isRefused() {
-        if (codeIsTaken()) {
-            showWarning("代码不能重复!");
-            return true;
-        }
+    std::optional<CategoryRefusal> refusal() {
+        if (isCodeTaken(wanted_.code, " and fitemid<>" + id_)) return CategoryRefusal::codeTaken;
         readPlaces();
-        if (!isBelowItself()) return false;
-        showWarning("新分类设置不正确，不能设置在原有分类及其以下分类，请检查！");
-        return true;
+        if (isBelowItself()) return CategoryRefusal::belowItself;
+        return std::nullopt;
     }
 
-    void store() {
+    void store(const std::function<void()>& rowMoved) const {
         store::Connection& connection = *appState().gConn;
         connection.beginTrans();
         connection.execute("update tblItem set fDepth=fDepth+" + std::to_string(new_.depth - old_.depth) +
                            " where fNBNumber like '" + old_.path + "%' and fitemclassid=" + class_);
-        moveRows();
+        moveRows(rowMoved);
         connection.execute(" update tblItem set fname='" + wanted_.name + "'," + "fParentid=" + parentId_ +
                            ",fNBNumber='" + new_.path + "',fDepth=" + std::to_string(new_.depth) + ",fShortNumber='" +
-                           wanted_.shortCode + "',fnumber='" + new_.code + "'" + " where fitemid=" + id_);
+                           wanted_.shortCode + "',fnumber='" + wanted_.code + "'" + " where fitemid=" + id_);
         connection.commitTrans();
     }
 
 private:
-    bool codeIsTaken() const {
-        return !openRows("select fitemid from tblitem where fnumber='" + wanted_.code + "' and fitemclassid=" + class_ +
-                         " and fitemid<>" + id_)
-                    .eof();
-    }
-
     void readPlaces() {
         const store::Recordset rows = openRows("select fNBNumber,fDepth,fNumber  from tblItem where fitemid=" + id_);
-        old_ = {required(rows.field("fNBNumber")), toInt32(required(rows.field("fDepth"))),
-                required(rows.field("fNumber"))};
-        new_.code = wanted_.code;
+        old_ = {required(rows.field("fNBNumber")), toInt32(required(rows.field("fDepth")))};
+        oldCode_ = required(rows.field("fNumber"));
         const std::int32_t parentId = toInt32(wanted_.parentId);
         parentId_ = std::to_string(parentId);
-        if (parentId == 0) {
-            new_.depth = 1;
-            new_.path = "." + id_ + ".";
-            return;
-        }
-        // Without the parent's row depth and path stay empty, as they are then written.
-        const store::Recordset parent = openRows("select fnbnumber,fdepth from tblItem where fitemid=" + parentId_);
-        if (parent.eof()) return;
-        new_.depth = toInt32(required(parent.field("fdepth"))) + 1;
-        new_.path = parent.text("fnbnumber") + id_ + ".";
+        new_ = placeBelow(parentId, id_);
     }
 
     bool isBelowItself() const {
@@ -104,19 +62,18 @@ private:
     }
 
     // The category's own row is among them; the statement that ends the move has the last word on it.
-    void moveRows() const {
-        int moved = 0;
+    void moveRows(const std::function<void()>& rowMoved) const {
         store::Recordset rows = openRows("select fNBNumber,fitemid,fnumber from tblItem where fitemclassid=" + class_ +
                                          "  and fNBNumber like '" + old_.path + "%'");
         for (; !rows.eof(); rows.moveNext()) {
             moveRow(rows);
-            if (++moved % kRowsBetweenPaints == 0) services().toolkit.paintPending();
+            rowMoved();
         }
     }
 
     void moveRow(const store::Recordset& row) const {
-        const std::string code = movedCode(required(row.field("fnumber")), old_.code, new_.code);
-        const std::string path = replaceAll(required(row.field("fNBNumber")), old_.path, new_.path);
+        const std::string code = movedCode(required(row.field("fnumber")), oldCode_, wanted_.code);
+        const std::string path = platform::replaceAll(required(row.field("fNBNumber")), old_.path, new_.path);
         const std::string id = row.text("fitemid");
         store::Connection& connection = *appState().gConn;
         connection.execute("update tblItem set fNBNumber='" + path + "' ,fNumber='" + code + "' where fitemid=" + id);
@@ -127,26 +84,18 @@ private:
     const std::string id_;
     const std::string class_;
     std::string parentId_;
-    Place old_;
-    Place new_;
+    std::string oldCode_;
+    CategoryPlace old_;
+    CategoryPlace new_;
 };
 
 }  // namespace
 
-bool moveCategory(const CategoryChange& wanted) {
-    try {
-        openDB();
-        Move move(wanted);
-        const bool refused = move.isRefused();
-        if (!refused) move.store();
-        closeDB();
-        return !refused;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        if (appState().gConn) rollbackTrans();
-        closeDB();
-        return false;
-    }
+std::optional<CategoryRefusal> storeMove(const CategoryChange& wanted, const std::function<void()>& rowMoved) {
+    Move move(wanted);
+    const auto refusal = move.refusal();
+    if (!refusal) move.store(rowMoved);
+    return refusal;
 }
 
 }  // namespace orvenmod

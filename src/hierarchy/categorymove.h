@@ -1,24 +1,15 @@
 // Stores a change of a category: the category and all below it get new paths, depths and codes, in one transaction.
-//
-//   path   fNBNumber   .1.2.5.     the ids from the top down, each fenced by full stops
-//   code   fNumber     01.02.005   the parent's code, a full stop, the short code
 #pragma once
 
-#include <string>
+#include <functional>
+#include <optional>
+
+#include "hierarchy/categorychange.h"
 
 namespace orvenmod {
 
-/// What the dialog holds, without outer blanks.
-struct CategoryChange {
-    std::string name;
-    std::string shortCode;
-    std::string code;
-    std::string parentId;  ///< a number, 0 for none; "" (no parent was listed) is a failure
-};
-
-/// Changes the category gCurItemId. False where it was refused or failed, which the user has been told. A failure
-/// before the transaction begins is shown, then the rollback fails in its turn: that second failure goes to the caller
-/// and leaves the store open.
-bool moveCategory(const CategoryChange& wanted);
+/// Changes the category gCurItemId: the refusal, or none where it is stored. Begins and commits a transaction on gConn,
+/// which is open; what fails goes to the caller, with the transaction open. `rowMoved` is called behind each row.
+std::optional<CategoryRefusal> storeMove(const CategoryChange& wanted, const std::function<void()>& rowMoved);
 
 }  // namespace orvenmod

@@ -4,9 +4,10 @@
 #include "frame/conversion.h"
 #include "frame/enterkey.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 #include "frame/treenodes.h"
-#include "hierarchy/categoryinsert.h"
+#include "hierarchy/categorysave.h"
 #include "hierarchy/frmParent_design.h"
 
 namespace orvenmod {
@@ -79,7 +80,7 @@ bool frmParent::loadParentInfo() {
 }
 
 void frmParent::listParents() {
-    store::Recordset rows = appState().gConn->open(
+    store::Recordset rows = openRows(
         "select fitemid,fName,fdepth,isnull(fShortNumber,'') as fShortNumber,isnull(fNumber,'') as fNumber from "
         "tblItem where fisdetail=0 and fitemclassid=" +
         std::to_string(appState().gItemClassId) + " order by fnumber,fdepth ");
@@ -101,7 +102,7 @@ void frmParent::selectParent(const std::string& id) {
 }
 
 void frmParent::showCategory() {
-    const store::Recordset rows = appState().gConn->open(
+    const store::Recordset rows = openRows(
         " select a.fParentid,a.fname,b.fName as fParentName,isnull(a.fShortNumber,'') as fShortNumber,"
         "isnull(a.fNumber,'') as fNumber"
         " from tblItem as a left outer join tblItem as b on a.fParentid=b.fitemid"

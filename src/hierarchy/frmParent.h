@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "hierarchy/categorymove.h"
+#include "hierarchy/categorychange.h"
 #include "hierarchy/listwindow.h"
 #include "platform/controls.h"
 #include "platform/window.h"

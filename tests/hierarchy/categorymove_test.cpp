@@ -1,5 +1,5 @@
 // A change of a category: its statements in their order, what they do to the rows below, and what is refused.
-#include "hierarchy/categorymove.h"
+#include "hierarchy/categorysave.h"
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
 #include "hierarchy/hierarchytest.h"

@@ -1,7 +1,7 @@
 // What another user stores between the reading of a command and its transaction isn't noticed.
 #include "frame/appstate.h"
 #include "frame/services.h"
-#include "hierarchy/categorymove.h"
+#include "hierarchy/categorysave.h"
 #include "hierarchy/hierarchytest.h"
 #include "hierarchy/itemroutines.h"
 #include "store/connectionwrapper.h"

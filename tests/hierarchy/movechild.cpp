@@ -6,7 +6,7 @@
 
 #include "frame/appstate.h"
 #include "frame/services.h"
-#include "hierarchy/categorymove.h"
+#include "hierarchy/categorysave.h"
 #include "platform/memory/memorydriver.h"
 #include "platform/memory/memorytoolkit.h"
 #include "store/sqlite/sqlitestore.h"

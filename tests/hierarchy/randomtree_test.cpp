@@ -8,8 +8,7 @@
 #include <string>
 
 #include "frame/appstate.h"
-#include "hierarchy/categoryinsert.h"
-#include "hierarchy/categorymove.h"
+#include "hierarchy/categorysave.h"
 #include "hierarchy/hierarchytest.h"
 #include "hierarchy/itemroutines.h"
 
