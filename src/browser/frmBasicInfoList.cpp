@@ -7,12 +7,16 @@
 #include "browser/listreport.h"
 #include "editor/frmBasicInfo.h"
 #include "frame/appstate.h"
+#include "frame/classright.h"
 #include "frame/conversion.h"
 #include "frame/enterkey.h"
 #include "frame/mdlMain.h"
+#include "frame/selectedrows.h"
 #include "frame/services.h"
+#include "frame/showing.h"
 #include "frame/treenodes.h"
 #include "hierarchy/itemcommands.h"
+#include "hierarchy/selecteditem.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -26,10 +30,6 @@ namespace {
 constexpr float kSmallestHeight = 100;  // twips; below it setPos leaves everything as it is
 
 bool isBillMode() { return appState().gItemCalled == 1 && appState().gItemClassId == store::kGoods; }
-
-bool isGranted(const char* digits) {
-    return isHaveRight(appState().gRightPrefix + std::to_string(appState().gItemClassId) + digits);
-}
 
 void letPaint() { services().toolkit.paintPending(); }
 
@@ -77,14 +77,13 @@ frmBasicInfoList::Shown& frmBasicInfoList::shown() {
 }
 
 void frmBasicInfoList::show() {
-    if (shown_) throw std::logic_error("窗体已显示；不能以模态方式显示");
-    shown_ = std::make_unique<Shown>(services().toolkit.createWindow(basicInfoListDesign()));
-    // However the window ends, its controls and its connection end with it.
-    const std::shared_ptr<void> atEnd(nullptr, [this](void*) { shown_.reset(); });
-    connectEvents();
-    connectMenus();
-    hideFrame3();
-    shown_->window->showModal([this] { Form_Load(); });
+    const auto make = [] { return std::make_unique<Shown>(services().toolkit.createWindow(basicInfoListDesign())); };
+    showOnce(shown_, make, [this] {
+        connectEvents();
+        connectMenus();
+        hideFrame3();
+        shown_->window->showModal([this] { Form_Load(); });
+    });
 }
 
 void frmBasicInfoList::connectEvents() {
@@ -220,11 +219,11 @@ void frmBasicInfoList::vsf1_DblClick() {
 void frmBasicInfoList::returnSelected() {
     AppState& state = appState();
     const platform::ListGrid& vsf1 = shown().vsf1;
-    for (int row = 1; row < vsf1.rowCount(); ++row) {
-        if (!vsf1.isSelected(row)) continue;
-        state.gRetNumber = vsf1.text(row, 2);
-        state.gRetName = vsf1.text(row, 3);
-        state.gRetItemId = vsf1.text(row, 1);
+    const std::vector<int> rows = selectedRows(vsf1);
+    if (!rows.empty()) {
+        state.gRetNumber = vsf1.text(rows.back(), 2);
+        state.gRetName = vsf1.text(rows.back(), 3);
+        state.gRetItemId = vsf1.text(rows.back(), 1);
     }
     shown().window->close();
 }
@@ -271,29 +270,16 @@ bool frmBasicInfoList::exportToExcel() {
 }
 
 void frmBasicInfoList::MenuEditNew_Click() {
-    if (!isGranted("04")) return;
+    if (!isClassRightGranted("04")) return;
     appState().gEditMode = 0;
     frmBasicInfo::instance().show(this);
 }
 
 void frmBasicInfoList::MenuEditUpdate_Click() {
-    if (!isGranted("05")) return;
-    const platform::ListGrid& vsf1 = shown().vsf1;
-    if (vsf1.rowCount() <= 1) return;
-    if (countSelected() == 0) return;
+    if (!isClassRightGranted("05")) return;
+    if (!takeSelectedItem(shown().vsf1)) return;
     appState().gEditMode = 1;
     frmBasicInfo::instance().show(this);
-}
-
-std::int32_t frmBasicInfoList::countSelected() {
-    const platform::ListGrid& vsf1 = shown().vsf1;
-    std::int32_t count = 0;
-    for (int row = 1; row < vsf1.rowCount(); ++row) {
-        if (!vsf1.isSelected(row)) continue;
-        appState().gCurItemId = toInt32(vsf1.text(row, 1));
-        ++count;
-    }
-    return count;
 }
 
 }  // namespace orvenmod

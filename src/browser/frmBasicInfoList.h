@@ -49,7 +49,6 @@ private:
     void connectMenus();
     void hideFrame3();
     void setPos();
-    std::int32_t countSelected();
 
     void Form_Load();
     void buildCaptions();

@@ -3,11 +3,12 @@
 #include <string>
 
 #include "frame/appstate.h"
-#include "frame/conversion.h"
+#include "frame/classright.h"
 #include "frame/mdlMain.h"
 #include "frame/treenodes.h"
 #include "hierarchy/frmParent.h"
 #include "hierarchy/itemroutines.h"
+#include "hierarchy/selecteditem.h"
 
 namespace orvenmod {
 
@@ -15,26 +16,10 @@ namespace {
 
 constexpr platform::Colour kDisabled = {175, 0, 0};
 
-bool isGranted(const char* digits) {
-    return isHaveRight(appState().gRightPrefix + std::to_string(appState().gItemClassId) + digits);
-}
-
 }  // namespace
 
-// Of several selected rows the last decides: the commands act on one item alone.
-bool ItemCommands::takeSelectedItem() {
-    const platform::ListGrid& vsf1 = list_.vsf1();
-    bool found = false;
-    for (int row = 1; row < vsf1.rowCount(); ++row) {
-        if (!vsf1.isSelected(row)) continue;
-        appState().gCurItemId = toInt32(vsf1.text(row, 1));
-        found = true;
-    }
-    return found;
-}
-
 void ItemCommands::MenuEditDelete_Click() {
-    if (!isGranted("06") || !takeSelectedItem()) return;
+    if (!isClassRightGranted("06") || !takeSelectedItem(list_.vsf1())) return;
     if (!askQuestion("确定要删除吗？")) return;
     if (!delDetail()) return;
     showInformation("数据删除成功！");
@@ -46,7 +31,7 @@ void ItemCommands::MenuEditDelete_Click() {
 }
 
 void ItemCommands::MenuLockDetail_Click() {
-    if (!takeSelectedItem() || !askQuestion("确定要禁用吗？")) return;
+    if (!takeSelectedItem(list_.vsf1()) || !askQuestion("确定要禁用吗？")) return;
     const int row = list_.vsf1().currentRow();
     if (!lockDetail()) return;
     showInformation("禁用成功！");
@@ -54,7 +39,7 @@ void ItemCommands::MenuLockDetail_Click() {
 }
 
 void ItemCommands::MenuUnLockDetail_Click() {
-    if (!takeSelectedItem() || !askQuestion("确定要反禁用吗？")) return;
+    if (!takeSelectedItem(list_.vsf1()) || !askQuestion("确定要反禁用吗？")) return;
     const int row = list_.vsf1().currentRow();
     if (!unLockDetail()) return;
     showInformation("反禁用成功！");
@@ -62,13 +47,13 @@ void ItemCommands::MenuUnLockDetail_Click() {
 }
 
 void ItemCommands::MenuParentEditNew_Click() {
-    if (!isGranted("01")) return;
+    if (!isClassRightGranted("01")) return;
     appState().gEditMode = 0;
     frmParent(list_).show();
 }
 
 void ItemCommands::MenuParentEditUpdate_Click() {
-    if (!isGranted("02")) return;
+    if (!isClassRightGranted("02")) return;
     const std::string key = list_.tv1().selected();
     if (key.empty()) return;
     appState().gCurItemId = keyNumber(key);
@@ -78,7 +63,7 @@ void ItemCommands::MenuParentEditUpdate_Click() {
 }
 
 void ItemCommands::MenuParentEditDelete_Click() {
-    if (!isGranted("03")) return;
+    if (!isClassRightGranted("03")) return;
     platform::Tree& tv1 = list_.tv1();
     const std::string key = tv1.selected();
     const std::int32_t id = keyNumber(key);

@@ -18,8 +18,6 @@ public:
     void MenuParentEditDelete_Click();
 
 private:
-    bool takeSelectedItem();
-
     ListWindow& list_;
 };
 
