@@ -4,6 +4,7 @@
 #include "browser/listgrid.h"
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -11,8 +12,6 @@ namespace orvenmod {
 namespace {
 
 std::string listType() { return store::listType(appState().gItemClassId); }
-
-store::Recordset openRows(const std::string& sql) { return appState().gConn->open(sql); }
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "browser/listquery.h"
 
 #include "frame/conversion.h"
+#include "platform/replaceall.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -8,13 +9,6 @@ namespace orvenmod {
 namespace {
 
 constexpr std::string_view kStockColumn = "fTimeQty";
-
-std::string replaceAll(std::string text, std::string_view what, std::string_view by) {
-    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
-        text.replace(at, what.size(), by);
-    }
-    return text;
-}
 
 std::string fromView(const std::string& columns, const std::string& viewName, const ListConditions& conditions) {
     return columns + " from  " + viewName + " where 1=1 " + conditions.standing + conditions.filter +
@@ -74,8 +68,8 @@ std::string plainQuery(const std::string& columns, const std::string& viewName, 
 // The view's column fTimeQty is only a place holder: the stock is summed outside the view's own query.
 std::string stockQuery(const std::string& columns, const std::string& viewName, const ListConditions& conditions,
                        const StockChoice& stock, std::string_view innerSelect) {
-    std::string sql = " select a." + replaceAll(columns, ",", ",a.") + " from ";
-    sql = replaceAll(std::move(sql), "a.fTimeQty", "isnull(b.fQty,0) as fTimeQty");
+    std::string sql = " select a." + platform::replaceAll(columns, ",", ",a.") + " from ";
+    sql = platform::replaceAll(std::move(sql), "a.fTimeQty", "isnull(b.fQty,0) as fTimeQty");
     sql.append(innerSelect).append(fromView(columns, viewName, conditions));
     sql += ") as a left outer join (select sum(fqty) as fqty,fitemid from tbltimestock ";
     if (stock.stockId != 0) sql += " where fstockid=" + std::to_string(stock.stockId);
