@@ -73,8 +73,9 @@ void ItemList::readHiddenFields() {
 
 void ItemList::readColumnSpec() {
     AppState& state = appState();
-    const bool withStockColumn = state.gItemClassId != store::kGoods || state.gIsReturn != 0;
-    store::Recordset rows = openRows(columnSpecStatement(state.gItemClassId, withStockColumn, listHidden_));
+    const bool managesGoods = state.gItemClassId == store::kGoods && state.gIsReturn == 0;
+    const StockColumn stock = managesGoods ? StockColumn::leftOut : StockColumn::read;
+    store::Recordset rows = openRows(columnSpecStatement(state.gItemClassId, stock, listHidden_));
     spec_ = ColumnSpec();
     for (; !rows.eof(); rows.moveNext())
         appendColumn(spec_, rows);

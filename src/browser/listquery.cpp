@@ -19,11 +19,11 @@ void appendPiece(std::string& list, const std::string& piece) { list.append(kSep
 
 }  // namespace
 
-std::string columnSpecStatement(std::int16_t itemClassId, bool withStockColumn, const std::string& hidden) {
+std::string columnSpecStatement(std::int16_t itemClassId, StockColumn stock, const std::string& hidden) {
     std::string sql =
         "select fFieldName,fTitlename,fAlign,fDataFormat,fWidth,fentryid from tblFindinfoEntry where ftypeid=" +
         store::listType(itemClassId);
-    if (!withStockColumn) sql += " and fFIeldName<>'fTimeQty'";
+    if (stock == StockColumn::leftOut) sql += " and fFIeldName<>'fTimeQty'";
     if (hidden.size() > 1) {
         for (const std::string& name : split(std::string_view(hidden).substr(1, hidden.size() - 2), ",")) {
             sql += " and fFieldName<>'" + name + "' ";

@@ -29,8 +29,10 @@ struct ColumnSpec {
     std::int16_t timeQtyEntryId = 0;  ///< fentryid of fTimeQty, 0 where there is none
 };
 
+enum class StockColumn { read, leftOut };
+
 /// The statement that reads the spec's rows.
-std::string columnSpecStatement(std::int16_t itemClassId, bool withStockColumn, const std::string& hidden);
+std::string columnSpecStatement(std::int16_t itemClassId, StockColumn stock, const std::string& hidden);
 
 /// Adds the current row of that statement's recordset.
 void appendColumn(ColumnSpec& spec, const store::Recordset& row);

@@ -32,19 +32,19 @@ ColumnSpec specOf(const std::vector<Row>& rows) {
 }
 
 TEST(ListQuery, theColumnsOfAClassAreFiledUnderItsIdPlusSixThousand) {
-    EXPECT_EQ(columnSpecStatement(11, true, ","),
+    EXPECT_EQ(columnSpecStatement(11, StockColumn::read, ","),
               "select fFieldName,fTitlename,fAlign,fDataFormat,fWidth,fentryid from tblFindinfoEntry where "
               "ftypeid=6011 order by fentryid ");
 }
 
 TEST(ListQuery, theStockColumnCanBeLeftOut) {
-    EXPECT_EQ(columnSpecStatement(3, false, ","),
+    EXPECT_EQ(columnSpecStatement(3, StockColumn::leftOut, ","),
               "select fFieldName,fTitlename,fAlign,fDataFormat,fWidth,fentryid from tblFindinfoEntry where "
               "ftypeid=6003 and fFIeldName<>'fTimeQty' order by fentryid ");
 }
 
 TEST(ListQuery, hiddenFieldsAreLeftOutOneByOne) {
-    EXPECT_EQ(columnSpecStatement(1, true, ",fPhone,fBank,"),
+    EXPECT_EQ(columnSpecStatement(1, StockColumn::read, ",fPhone,fBank,"),
               "select fFieldName,fTitlename,fAlign,fDataFormat,fWidth,fentryid from tblFindinfoEntry where "
               "ftypeid=6001 and fFieldName<>'fPhone'  and fFieldName<>'fBank'  order by fentryid ");
 }
