@@ -174,14 +174,14 @@ void frmBasicInfoList::setPos() {
     Shown& form = shown();
     if (form.window->innerHeight() <= kSmallestHeight) return;
     hideFrame3();
-    form.tv1.setHeight(form.Frame2.height() - 800);
-    form.tv1.setWidth(form.Frame1.width() - 120);
-    form.vsf1.setWidth(form.Frame2.width() - 150);
+    form.tv1.setHeight(form.Frame2.height() - kAboveGrids);
+    form.tv1.setWidth(form.Frame1.width() - kBesideTree);
+    form.vsf1.setWidth(form.Frame2.width() - kBesideList);
     form.Frame3.setTop(form.Frame2.height() - form.Frame3.height());
     form.Frame3.setWidth(form.Frame2.width());
-    form.fps1.setWidth(form.Frame3.width() - 450);
+    form.fps1.setWidth(form.Frame3.width() - kBesideBill);
     const float billHeight = form.Frame3.visible() ? form.Frame3.height() : 0;
-    form.vsf1.setHeight(form.Frame2.height() - billHeight - 800);
+    form.vsf1.setHeight(form.Frame2.height() - billHeight - kAboveGrids);
 }
 
 void frmBasicInfoList::Form_Unload() {

@@ -15,14 +15,15 @@ namespace {
 constexpr float kWidth = 13200;
 constexpr float kHeight = 7800;
 constexpr float kTreeWidth = 4200;
+constexpr float kMargin = 60;
 
 std::vector<ControlDesign> controls() {
     ControlDesign list{.kind = ControlKind::listGrid,
                        .name = "vsf1",
-                       .left = kTreeWidth + 120,
-                       .top = 60,
-                       .width = kWidth - kTreeWidth - 180,
-                       .height = kHeight - 120,
+                       .left = kTreeWidth + 2 * kMargin,
+                       .top = kMargin,
+                       .width = kWidth - kTreeWidth - 3 * kMargin,
+                       .height = kHeight - 2 * kMargin,
                        .accessibleName = "明细资料"};
     list.columns = {{.title = "", .width = 900, .hidden = true},
                     {.title = "代码", .width = 1875},
@@ -31,10 +32,10 @@ std::vector<ControlDesign> controls() {
             {.kind = ControlKind::imageList, .name = "ImageList1"},
             {.kind = ControlKind::tree,
              .name = "tv1",
-             .left = 60,
-             .top = 60,
+             .left = kMargin,
+             .top = kMargin,
              .width = kTreeWidth,
-             .height = kHeight - 120,
+             .height = kHeight - 2 * kMargin,
              .accessibleName = "基础资料类别"},
             list,
             {.kind = ControlKind::fileDialog, .name = "cd1"}};

@@ -16,6 +16,7 @@ platform::WindowDesign makeDesign() {
     constexpr float kWidth = 11400;
     constexpr float kHeight = 7200;
     constexpr float kMargin = 60;
+    constexpr float kForButtons = 645;  // below the list
     constexpr int kEmptyColumns = 7;
     platform::DialogDesign dialog("frmJCZLList", "基础资料", {.width = kWidth, .height = kHeight, .margin = kMargin});
     platform::ControlDesign list{.kind = ControlKind::listGrid,
@@ -23,7 +24,7 @@ platform::WindowDesign makeDesign() {
                                  .left = kMargin,
                                  .top = kMargin,
                                  .width = kWidth - 2 * kMargin,
-                                 .height = kHeight - 705,
+                                 .height = kHeight - kMargin - kForButtons,
                                  .accessibleName = "明细资料"};
     list.columns = {{.title = "内部ID", .width = 900, .hidden = true},
                     {.title = "代码", .width = 2415},

@@ -20,6 +20,7 @@ platform::WindowDesign makeDesign() {
     constexpr float kWidth = 6600;
     constexpr float kHeight = 3750;
     constexpr float kMargin = 120;
+    constexpr float kForButtons = 660;  // below the tabs
     platform::DialogDesign dialog("frmParent", "分类",
                                   {.width = kWidth,
                                    .height = kHeight,
@@ -32,7 +33,7 @@ platform::WindowDesign makeDesign() {
                 .left = kMargin,
                 .top = kMargin,
                 .width = kWidth - 2 * kMargin,
-                .height = kHeight - 780,
+                .height = kHeight - kMargin - kForButtons,
                 .accessibleName = "分类",
                 .pages = {"分类"}});
     dialog.line({.kind = ControlKind::label, .name = "Label1", .index = 0, .caption = "所属分类："},
