@@ -2,6 +2,7 @@
 
 #include "editor/binaryfile.h"
 #include "frame/appstate.h"
+#include "frame/classright.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
@@ -15,10 +16,6 @@ constexpr int kOpen = 2;
 constexpr int kCaptionColumn = 3;
 constexpr int kFileName = 4;
 constexpr int kPath = 5;
-
-bool isGranted(const char* digits) {
-    return isHaveRight(appState().gRightPrefix + std::to_string(appState().gItemClassId) + digits);
-}
 
 bool isStored(const std::string& tag) { return !tag.empty() && tag != "0"; }
 
@@ -88,7 +85,7 @@ void Attachments::removeOpened() {
 }
 
 void Attachments::cmdAddFJ_Click() {
-    if (!isGranted("07")) return;
+    if (!isClassRightGranted("07")) return;
     cd2_.setFilter("附件文件(*.*)|*.*");
     if (!cd2_.showOpen() || cd2_.fileName().empty()) return;
     add("", cd2_.fileTitle(), cd2_.fileName());
@@ -99,8 +96,8 @@ void Attachments::cmdAddFJ_Click() {
 
 void Attachments::fps2_ButtonClicked(int column, int row) {
     if (column != kDelete && column != kOpen) return;
-    if (column == kDelete && (!isGranted("09") || !askQuestion("确定要删除吗？"))) return;
-    if (column == kOpen && !isGranted("10")) return;
+    if (column == kDelete && (!isClassRightGranted("09") || !askQuestion("确定要删除吗？"))) return;
+    if (column == kOpen && !isClassRightGranted("10")) return;
     const std::string path = fps2_.text(kPath, row);
     if (!path.empty()) {
         if (column == kOpen) return services().toolkit.openDocument(path);

@@ -13,6 +13,7 @@
 #include "frame/mdlMain.h"
 #include "frame/scaling.h"
 #include "frame/services.h"
+#include "frame/showing.h"
 
 namespace orvenmod {
 
@@ -58,13 +59,14 @@ frmBasicInfo::Shown& frmBasicInfo::shown() {
 }
 
 void frmBasicInfo::show(ListHost* host) {
-    if (shown_) throw std::logic_error("窗体已显示；不能以模态方式显示");
-    host_ = host;
-    shown_ = std::make_unique<Shown>(services().toolkit.createWindow(basicInfoDesign()));
-    // However the window ends, its controls end with it.
-    const std::shared_ptr<void> atEnd(nullptr, [this](void*) { shown_.reset(); });
-    connectEvents();
-    shown_->window->showModal([this] { Form_Load(); });
+    const auto make = [this, host] {
+        host_ = host;
+        return std::make_unique<Shown>(services().toolkit.createWindow(basicInfoDesign()));
+    };
+    showOnce(shown_, make, [this] {
+        connectEvents();
+        shown_->window->showModal([this] { Form_Load(); });
+    });
 }
 
 void frmBasicInfo::addAttachment(const std::string& caption, const std::string& fileName) {

@@ -4,6 +4,7 @@
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
+#include "frame/showing.h"
 #include "platform/controls.h"
 
 namespace orvenmod {
@@ -47,11 +48,12 @@ frmFJNew& frmFJNew::instance() {
 
 void frmFJNew::show() {
     static const platform::WindowDesign design = makeDesign();
-    window_ = services().toolkit.createWindow(design);
-    const std::shared_ptr<void> atEnd(nullptr, [this](void*) { window_.reset(); });
-    window_->get<Button>("PowerButton1").click = [this] { PowerButton1_Click(); };
-    window_->get<Button>("cmdClose").click = [this] { window_->close(); };
-    window_->showModal([] {});
+    const auto make = [] { return services().toolkit.createWindow(design); };
+    showOnce(window_, make, [this] {
+        window_->get<Button>("PowerButton1").click = [this] { PowerButton1_Click(); };
+        window_->get<Button>("cmdClose").click = [this] { window_->close(); };
+        window_->showModal([] {});
+    });
 }
 
 // The row gets no path: it counts as a stored one.

@@ -6,6 +6,7 @@
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
 #include "frame/services.h"
+#include "frame/showing.h"
 #include "platform/controls.h"
 
 namespace orvenmod {
@@ -57,12 +58,13 @@ frmItemPhoto& frmItemPhoto::instance() {
 
 void frmItemPhoto::show() {
     static const platform::WindowDesign design = makeDesign();
-    window_ = services().toolkit.createWindow(design);
-    const std::shared_ptr<void> atEnd(nullptr, [this](void*) { window_.reset(); });
-    window_->get<Button>("cmdOK").click = [this] { cmdOK_Click(); };
-    window_->get<Button>("cmdClear").click = [this] { cmdClear_Click(); };
-    window_->get<Button>("cmdExit").click = [this] { window_->close(); };
-    window_->showModal([this] { Form_Load(); });
+    const auto make = [] { return services().toolkit.createWindow(design); };
+    showOnce(window_, make, [this] {
+        window_->get<Button>("cmdOK").click = [this] { cmdOK_Click(); };
+        window_->get<Button>("cmdClear").click = [this] { cmdClear_Click(); };
+        window_->get<Button>("cmdExit").click = [this] { window_->close(); };
+        window_->showModal([this] { Form_Load(); });
+    });
 }
 
 void frmItemPhoto::Form_Load() {

@@ -5,7 +5,9 @@
 
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/idcounter.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 
 namespace orvenmod {
 
@@ -15,22 +17,12 @@ std::string classId() { return std::to_string(appState().gItemClassId); }
 
 std::string butItself(std::int32_t itemId) { return " and fitemid<>" + std::to_string(itemId); }
 
-store::Recordset query(const std::string& sql) { return appState().gConn->open(sql); }
-
-// The counter is read, then moved by a statement of its own, outside the transaction: a save that fails uses up the id.
-std::int32_t takeNewId() {
-    const auto counter = query("select * from tblMaxnum where ftablename='tblItem'");
-    if (counter.eof()) {
-        appState().gConn->execute("insert into tblMaxNum(ftablename,fMaxNum) values('tblItem',1)");
-        return 1;
-    }
-    const std::int32_t last = toInt32(required(counter.field("fmaxnum")));
-    appState().gConn->execute("update tblMaxNum set  fmaxnum=fmaxnum+1  where ftablename='tblItem'");
-    return last + 1;
-}
+constexpr IdCounter kItemIds = {"select * from tblMaxnum where ftablename='tblItem'",
+                                "insert into tblMaxNum(ftablename,fMaxNum) values('tblItem',1)",
+                                "update tblMaxNum set  fmaxnum=fmaxnum+1  where ftablename='tblItem'"};
 
 bool isLocked(std::int32_t itemId) {
-    const auto rows = query("select fislock as fislock1 from tblItem where fitemid=" + std::to_string(itemId));
+    const auto rows = openRows("select fislock as fislock1 from tblItem where fitemid=" + std::to_string(itemId));
     return !rows.eof() && rows.text("fislock1", "0") == "1";
 }
 
@@ -63,7 +55,7 @@ bool ItemStore::insertItem() {
     AppState& state = appState();
     openDB();
     if (!codeIsFree("") || !nameIsWanted("")) return false;
-    const std::int32_t itemId = takeNewId();
+    const std::int32_t itemId = takeId(kItemIds);
     const std::string classRow = classInsert(state.gItemTable, classFields(fields_.cells()), itemId);
     const std::string itemRow = itemInsert(itemId, texts(), state.gItemClassId, place(itemId));
     state.gCurItemId = itemId;
@@ -102,7 +94,7 @@ bool ItemStore::updateItem() {
 // Categories count as well: an item can't take the code of one.
 bool ItemStore::codeIsFree(const std::string& others) const {
     const std::string code = trim(readCell(fields_.cells(), kValue, kCodeRow));
-    if (query("select * from tblItem where fnumber='" + code + "' and fitemclassid=" + classId() + others).eof()) {
+    if (openRows("select * from tblItem where fnumber='" + code + "' and fitemclassid=" + classId() + others).eof()) {
         return true;
     }
     showWarning("代码已经存在,保存不成功!");
@@ -111,8 +103,8 @@ bool ItemStore::codeIsFree(const std::string& others) const {
 
 bool ItemStore::nameIsWanted(const std::string& others) const {
     const std::string name = trim(readCell(fields_.cells(), kValue, kNameRow));
-    const auto rows = query("select * from tblItem where fname='" + name + "' and fitemclassid=" + classId() + others +
-                            " and fisdetail=1 ");
+    const auto rows = openRows("select * from tblItem where fname='" + name + "' and fitemclassid=" + classId() +
+                               others + " and fisdetail=1 ");
     return rows.eof() || askQuestion(name + "名称已经存在,是否继续!");
 }
 
@@ -128,8 +120,8 @@ Place ItemStore::place(std::int32_t itemId) const {
     const std::string own = std::to_string(itemId) + ".";
     const std::string parent = readCell(fields_.cells(), kChosenId, fields_.lastRow());
     if (parent.empty() || parent == "-1" || parent == "0") return {"0", "1", "." + own};
-    const auto rows = query("select fnbnumber,fdepth,fitemid from tblItem where fitemid=" + parent +
-                            " and fitemclassid=" + classId() + " and fisdetail=0 ");
+    const auto rows = openRows("select fnbnumber,fdepth,fitemid from tblItem where fitemid=" + parent +
+                               " and fitemclassid=" + classId() + " and fisdetail=0 ");
     if (rows.eof()) return {};
     return {rows.text("fitemid"), std::to_string(toInt32(required(rows.field("fdepth"))) + 1),
             required(rows.field("fNBNumber")) + own};
