@@ -7,10 +7,15 @@
 
 namespace orvenmod {
 
+enum class StockFieldKind {
+    plain,
+    lookup  ///< resolved to code and name
+};
+
 struct StockField {
     std::string_view name;
     std::string_view columns;  ///< the text in the select list
-    std::string_view join;     ///< the alias of the table that resolves a lookup, "" for a plain field
+    StockFieldKind kind = StockFieldKind::plain;
 };
 
 /// Null for a word that names no dimension.

@@ -162,7 +162,7 @@ private:
             const StockField* dimension = stockDimension(settings_.names[i]);
             if (dimension == nullptr) continue;
             addLine(dimension->columns);
-            if (dimension->join.empty()) {
+            if (dimension->kind == StockFieldKind::plain) {
                 describe(settings_.names[i], caption);
             } else {
                 describeLookup(settings_.names[i], caption);
@@ -182,7 +182,7 @@ private:
             const StockField* field = goodsField(name);
             if (field == nullptr) continue;
             add(field->columns);
-            if (field->join.empty()) {
+            if (field->kind == StockFieldKind::plain) {
                 describe(name, rows.text("fname"));
                 continue;
             }
