@@ -3,15 +3,16 @@
 #include <stdexcept>
 
 #include "frame/services.h"
+#include "frame/showing.h"
 
 namespace orvenmod {
 
 void Dialog::showModal(const platform::WindowDesign& design) {
-    if (window_) throw std::logic_error("窗体已显示；不能以模态方式显示");
-    window_ = services().toolkit.createWindow(design);
-    const std::shared_ptr<void> atEnd(nullptr, [this](void*) { window_.reset(); });
-    connectEvents();
-    window_->showModal([this] { Form_Load(); });
+    const auto make = [&design] { return services().toolkit.createWindow(design); };
+    showOnce(window_, make, [this] {
+        connectEvents();
+        window_->showModal([this] { Form_Load(); });
+    });
 }
 
 platform::Window& Dialog::window() const {
