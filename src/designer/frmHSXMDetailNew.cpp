@@ -3,6 +3,7 @@
 #include "designer/classview.h"
 #include "designer/frmHSXMDetailNew_design.h"
 #include "designer/frmItem.h"
+#include "designer/proposedname.h"
 #include "designer/saving.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"

@@ -5,6 +5,7 @@
 #include "designer/frmHSXMNew_design.h"
 #include "designer/frmItem.h"
 #include "designer/newclass.h"
+#include "designer/proposedname.h"
 #include "designer/saving.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
@@ -20,18 +21,6 @@ using platform::Edit;
 namespace {
 
 bool isEmptyOrZero(const std::string& text) { return text.empty() || text == "0"; }
-
-// The counter is only read here: a dialog that is cancelled uses up no name.
-std::string proposal(store::Connection& connection) {
-    const std::string head = "tblSelf";
-    const auto row = connection.open("select fpreletter,fbillno from tblMaxbillno where ftypeid=100");
-    if (row.eof()) {
-        connection.execute("insert into tblMaxbillno(ftypeid,fpreletter,fbillno) values(100,'A',0)");
-        return head + "A1";
-    }
-    const std::int16_t last = toInt16(required(row.field("fbillno")));
-    return head + row.text("fpreletter") + std::to_string(toInt16(std::to_string(last + 1)));
-}
 
 }  // namespace
 
@@ -56,7 +45,7 @@ void frmHSXMNew::Form_Load() { proposeTableName(); }
 void frmHSXMNew::proposeTableName() {
     try {
         if (!openDB()) return;
-        window().get<Edit>("txt", 1).setText(proposal(*appState().gConn));
+        window().get<Edit>("txt", 1).setText(proposedTableName());
     } catch (const std::exception& failure) {
         showWarning(failure.what());
     }

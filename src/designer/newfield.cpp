@@ -1,10 +1,7 @@
 #include "designer/newfield.h"
 
 #include "designer/filled.h"
-#include "designer/frmItem.h"
 #include "designer/lists.h"
-#include "frame/appstate.h"
-#include "frame/conversion.h"
 
 namespace orvenmod {
 
@@ -59,21 +56,6 @@ std::string fieldRow(const NewField& made, const std::string& itemClass, const s
 
 std::string columnStatement(const NewField& made, const std::string& table) {
     return "alter table " + table + " add  " + made.field + columnKind(made).type;
-}
-
-std::string proposedFieldName() {
-    const auto row = appState().gConn->open("select fpreletter,fbillno from tblmaxbillno where ftypeid=1001 ");
-    const std::string head = "FSelf" + frmItem::instance().txtFItemClassId;
-    if (row.eof()) return head + "A1";
-    const std::int16_t last = toInt16(required(row.field("fbillno")));
-    return head + row.text("fpreletter") + std::to_string(toInt16(std::to_string(last + 1)));
-}
-
-void countFieldName() {
-    store::Connection& connection = *appState().gConn;
-    const bool counted = !connection.open("select * from tblMaxbillno where ftypeid=1001").eof();
-    connection.execute(counted ? "update tblMaxbillno set fbillno=fbillno+1 where ftypeid=1001 "
-                               : "insert into tblmaxbillno(fpreletter,ftypeid,fbillno) values('A',1001,1) ");
 }
 
 }  // namespace orvenmod

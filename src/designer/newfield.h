@@ -31,11 +31,4 @@ bool isLookup(const std::string& lookup);
 std::string fieldRow(const NewField& made, const std::string& itemClass, const std::string& interId);
 std::string columnStatement(const NewField& made, const std::string& table);
 
-/// The name proposed for the next field, from the row 1001 of tblMaxbillno. Needs an open store. Throws what the store
-/// throws; a counter that doesn't fit 16 bits is a ConversionFailure.
-std::string proposedFieldName();
-
-/// Counts a field name as given out.
-void countFieldName();
-
 }  // namespace orvenmod
