@@ -8,44 +8,31 @@
 #include <iostream>
 #include <string>
 
+#include "editor/child.h"
 #include "editor/countedmemory.h"
-#include "editor/editortest.h"
 #include "editor/frmBasicInfo.h"
-#include "frame/services.h"
-#include "platform/memory/memorydriver.h"
-#include "support/memory_user.h"
 
 namespace orvenmod::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-class Clerk : public platform::memory::MemoryDriver {
+class Clerk : public ChildClerk {
 public:
-    Clerk(std::string file, std::string folder) : file_(std::move(file)), folder_(std::move(folder)) {}
+    Clerk(std::string file, std::string folder) : ChildClerk(std::move(file)), folder_(std::move(folder)) {}
 
     Steps steps;
 
-    void onModal(platform::memory::MemoryWindow& window) override {
-        MemoryUser user(window, book_, popUp_);
-        try {
-            steps(user);
-        } catch (const ScriptStopped&) {
-        }
-    }
     Answer onMessage(MessageKind kind, const std::string& text, const std::string&) override {
         if (kind != MessageKind::information) ADD_FAILURE() << text;
         return Answer::ok;
     }
-    std::string onFileDialog(bool, const std::string&) override { return file_; }
-    void onPopUp(platform::memory::MemoryMenu&) override {}
     void onDocument(const std::string& path) override { fs::copy_file(path, folder_ + "/attachment"); }
 
 private:
-    std::string file_;
+    void work(User& user) override { steps(user); }
+
     std::string folder_;
-    ScriptBook book_;
-    PopUpChoice popUp_;
 };
 
 void measured(const char* name, const std::function<void()>& work) {
@@ -88,18 +75,7 @@ void play(Clerk& clerk, const std::string& folder) {
 
 int run(const std::string& connectionString, const std::string& file, const std::string& folder) {
     Clerk clerk(file, folder);
-    platform::memory::MemoryToolkit toolkit(clerk);
-    MapSettings settings;
-    FixedClock clock;
-    platform::desktop::PlainIniFiles iniFiles;
-    platform::desktop::ProcessFolders folders;
-    store::sqlite::SqliteStore store;
-    Services services{store, toolkit, settings, iniFiles, folders, clock};
-    useServices(&services);
-    chooseGoods(connectionString);
-    play(clerk, folder);
-    useServices(nullptr);
-    return ::testing::UnitTest::GetInstance()->Failed() ? 1 : 0;
+    return runChild(clerk, connectionString, [&] { play(clerk, folder); });
 }
 
 }  // namespace

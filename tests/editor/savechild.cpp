@@ -9,11 +9,8 @@
 #include <iostream>
 #include <string>
 
-#include "editor/editortest.h"
+#include "editor/child.h"
 #include "editor/frmBasicInfo.h"
-#include "frame/services.h"
-#include "platform/memory/memorydriver.h"
-#include "support/memory_user.h"
 
 namespace orvenmod::test {
 namespace {
@@ -27,30 +24,24 @@ struct Task {
     std::string file;
 };
 
-class Clerk : public platform::memory::MemoryDriver {
+class Clerk : public ChildClerk {
 public:
-    explicit Clerk(Task task) : task_(std::move(task)) {}
+    explicit Clerk(const Task& task) : ChildClerk(task.file), task_(task) {}
 
-    void onModal(platform::memory::MemoryWindow& window) override {
-        MemoryUser user(window, book_, popUp_);
-        std::cout << "ready" << std::endl;
-        std::string go;
-        std::getline(std::cin, go);
-        try {
-            for (int item = 0; item < task_.count; ++item)
-                saveOne(user, item);
-        } catch (const ScriptStopped&) {
-        }
-    }
     Answer onMessage(MessageKind kind, const std::string& text, const std::string& title) override {
         box_ = {kind, text, title};
         return Answer::ok;
     }
-    std::string onFileDialog(bool, const std::string&) override { return task_.file; }
-    void onPopUp(platform::memory::MemoryMenu&) override {}
-    void onDocument(const std::string&) override {}
 
 private:
+    void work(User& user) override {
+        std::cout << "ready" << std::endl;
+        std::string go;
+        std::getline(std::cin, go);
+        for (int item = 0; item < task_.count; ++item)
+            saveOne(user, item);
+    }
+
     void saveOne(User& user, int item) {
         user.chooseTab("SSTab1", 0);
         user.typeCell("fps1", kValue, kShortCodeRow, std::to_string(task_.firstCode + item));
@@ -84,26 +75,15 @@ private:
     }
 
     Task task_;
-    ScriptBook book_;
-    PopUpChoice popUp_;
     ShownMessage box_;
 };
 
 int run(const std::string& connectionString, const Task& task) {
     Clerk clerk(task);
-    platform::memory::MemoryToolkit toolkit(clerk);
-    MapSettings settings;
-    FixedClock clock;
-    platform::desktop::PlainIniFiles iniFiles;
-    platform::desktop::ProcessFolders folders;
-    store::sqlite::SqliteStore store;
-    Services services{store, toolkit, settings, iniFiles, folders, clock};
-    useServices(&services);
-    chooseGoods(connectionString);
-    appState().gCurParentId = 13;
-    frmBasicInfo::instance().show(nullptr);
-    useServices(nullptr);
-    return ::testing::UnitTest::GetInstance()->Failed() ? 1 : 0;
+    return runChild(clerk, connectionString, [] {
+        appState().gCurParentId = 13;
+        frmBasicInfo::instance().show(nullptr);
+    });
 }
 
 }  // namespace

@@ -1,0 +1,37 @@
+// A clerk in a process of its own, on the memory toolkit and the embedded store: what the children of the editor's
+// tests share.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "editor/editortest.h"
+#include "platform/memory/memorydriver.h"
+#include "support/memory_user.h"
+
+namespace orvenmod::test {
+
+class ChildClerk : public platform::memory::MemoryDriver {
+public:
+    /// Every file dialog gives that file.
+    explicit ChildClerk(std::string file) : file_(std::move(file)) {}
+
+    void onModal(platform::memory::MemoryWindow& window) override;
+    std::string onFileDialog(bool, const std::string&) override { return file_; }
+    void onPopUp(platform::memory::MemoryMenu&) override {}
+    void onDocument(const std::string&) override {}
+
+protected:
+    /// What is done in a window of the editor.
+    virtual void work(User& user) = 0;
+
+private:
+    std::string file_;
+    ScriptBook book_;
+    PopUpChoice popUp_;
+};
+
+/// Has the clerk play on the goods of that database. The child's exit code: 1 where a step failed.
+int runChild(ChildClerk& clerk, const std::string& connectionString, const std::function<void()>& play);
+
+}  // namespace orvenmod::test
