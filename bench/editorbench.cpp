@@ -1,7 +1,5 @@
 // The editor of a wide class: opened for a new item and for a stored one, against the statements that it sends.
 #include <algorithm>
-#include <chrono>
-#include <cmath>
 #include <filesystem>
 #include <limits>
 #include <stdexcept>
@@ -10,10 +8,10 @@
 #include "benches.h"
 #include "editor/frmBasicInfo.h"
 #include "entry/startup.h"
+#include "firstpaint.h"
 #include "frame/appstate.h"
 #include "memorystage.h"
 #include "platform/entrygrid.h"
-#include "platform/qt/qttoolkit.h"
 #include "store/schema.h"
 #include "store/sqlite/sqlitestore.h"
 
@@ -162,29 +160,12 @@ double measureOpening(Report& report, const std::string& target, const Opening& 
 }
 
 void measurePainted(Report& report, const std::string& target, double bare) {
-    auto* toolkit = dynamic_cast<platform::qt::QtToolkit*>(&services().toolkit);
-    if (toolkit == nullptr) throw std::logic_error("the window is measured on the Qt toolkit");
-    double painted = 0;
-    std::chrono::steady_clock::time_point paintedAt;
-    toolkit->setModalObserver([&](platform::Window& window) {
-        painted = threadMilliseconds();
-        paintedAt = std::chrono::steady_clock::now();
-        window.close();
-    });
-    double least = std::numeric_limits<double>::max();
-    double byClock = least;
-    for (int run = 0; run < kRuns; ++run) {
-        chooseItem(target, 1);
-        const double begin = threadMilliseconds();
-        const auto shown = std::chrono::steady_clock::now();
-        frmBasicInfo::instance().show(nullptr);
-        const std::chrono::duration<double, std::milli> waited = paintedAt - shown;
-        least = std::min(least, painted - begin);
-        byClock = std::min(byClock, waited.count());
-    }
-    toolkit->setModalObserver({});
-    report.ratio("a stored item to the first paint", least, "1.5 times these + 150 ms", 1.5 * bare + 150, 1.0, "ms");
-    report.note("  by the clock, with the machine's other work: " + std::to_string(std::lround(byClock)) + " ms");
+    measureFirstPaint(report, {.name = "a stored item to the first paint",
+                               .boundName = "1.5 times these + 150 ms",
+                               .bound = 1.5 * bare + 150,
+                               .runs = kRuns,
+                               .prepare = [&] { chooseItem(target, 1); },
+                               .show = [] { frmBasicInfo::instance().show(nullptr); }});
 }
 
 }  // namespace
