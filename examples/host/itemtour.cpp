@@ -15,10 +15,24 @@ constexpr int kSupplierRow = 15;
 constexpr int kAttachments = 1;
 constexpr int kPhoto = 2;
 
-void attach(Visitor& editor, const QString& file, int row, const QString& caption) {
-    editor.chooseFile(file);
-    editor.click("cmdAddFJ");
-    editor.inputCell("fps2", row, 3, caption);
+struct Document {
+    const char* file;
+    const char* text;
+    const char* caption;
+};
+
+constexpr Document kDocuments[] = {
+    {"检验报告.txt", "书写长度 800 米，符合要求。", "检验报告"},
+    {"报价单.txt", "0.5mm 黑，每支 0.95 元，1200 支起。", "厂家报价"},
+};
+
+void attachDocuments(Visitor& editor, const QTemporaryDir& files) {
+    int row = 0;
+    for (const Document& document : kDocuments) {
+        editor.chooseFile(files.filePath(document.file));
+        editor.click("cmdAddFJ");
+        editor.inputCell("fps2", ++row, 3, document.caption);
+    }
 }
 
 void addPen(Visitor& editor, const QTemporaryDir& files) {
@@ -30,8 +44,7 @@ void addPen(Visitor& editor, const QTemporaryDir& files) {
     editor.pictureCalendar("fps1", kDayRow, 2, "calendar", "日期可以从日历里挑");
     editor.pictureCellList("fps1", kSupplierRow, 2, "制笔", "supplier-list", "输入几个字就找到供应商");
     editor.chooseTab("SSTab1", kAttachments);
-    attach(editor, files.filePath("检验报告.txt"), 1, "检验报告");
-    attach(editor, files.filePath("报价单.txt"), 2, "厂家报价");
+    attachDocuments(editor, files);
     editor.picture("new-attachments", "新增货品：两个附件");
     editor.chooseTab("SSTab1", kPhoto);
     editor.chooseFile(files.filePath("中性笔.jpg"));
@@ -57,8 +70,8 @@ void showPen(Visitor& editor) {
 void keepItems(Guide& guide) {
     const QTemporaryDir files;
     drawPhoto(files.filePath("中性笔.jpg"));
-    writeDocument(files.filePath("检验报告.txt"), "书写长度 800 米，符合要求。");
-    writeDocument(files.filePath("报价单.txt"), "0.5mm 黑，每支 0.95 元，1200 支起。");
+    for (const Document& document : kDocuments)
+        writeDocument(files.filePath(document.file), document.text);
     guide.play(Guide::kAdministrator, {}, [&guide, &files](Visitor& visitor) {
         visitor.clickNode("tv1", "中性笔");
         guide.within("frmBasicInfo", [&files](Visitor& editor) { addPen(editor, files); });
