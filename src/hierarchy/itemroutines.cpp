@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
