@@ -1,7 +1,7 @@
 // A change of a category: its statements in their order, what they do to the rows below, and what is refused.
-#include "hierarchy/categorysave.h"
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
+#include "hierarchy/categorysave.h"
 #include "hierarchy/hierarchytest.h"
 
 namespace orvenmod::test {
