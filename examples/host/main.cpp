@@ -6,10 +6,12 @@
 
 #include <orvenmod/clsBasicInfo.h>
 
+#include "entry/startup.h"
 #include "options.h"
 #include "suite.h"
 #include "suitewindow.h"
 #include "tour.h"
+#include "upgradeoffer.h"
 
 namespace {
 
@@ -20,8 +22,16 @@ int run(const orvenmod::sample::Options& options) {
         suite.create(options.goods);
         return 0;
     }
+    if (options.upgrade) {
+        suite.upgrade();
+        return 0;
+    }
+    // The component's QApplication, which the suite's own windows share.
+    orvenmod::startUp();
+    // A tour has nobody who could answer.
+    if (!options.tour.empty() && suite.age() == DatabaseAge::newer) throw std::runtime_error(kNewerDatabase);
+    if (options.tour.empty() && !isReadyToOpen(suite)) return 1;
     suite.logIn(suite.users().at(0));
-    // The first object brings the component's QApplication with it, which the suite's own window shares.
     const orvenmod::clsBasicInfo component;
     SuiteWindow window(suite);
     if (!options.tour.empty()) return playTour(window, options.tour);

@@ -10,6 +10,7 @@ namespace orvenmod::sample {
 const char* const kUsage =
     "orvensuite --database FILE                       opens the sample suite\n"
     "orvensuite --database FILE --create [--items N]  makes the sample database, with N goods\n"
+    "orvensuite --database FILE --upgrade             brings a database of an earlier version to the newest\n"
     "orvensuite --database FILE --tour FOLDER         plays a tour, a picture of each window into FOLDER\n";
 
 namespace {
@@ -38,6 +39,8 @@ Options readOptions(const std::vector<std::string>& arguments) {
             options.database = value();
         } else if (name == "--create") {
             options.create = true;
+        } else if (name == "--upgrade") {
+            options.upgrade = true;
         } else if (name == "--items") {
             options.goods = readGoods(value());
         } else if (name == "--tour") {

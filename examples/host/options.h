@@ -9,6 +9,7 @@ namespace orvenmod::sample {
 struct Options {
     std::string database;
     bool create = false;
+    bool upgrade = false;
     int goods = 0;
     std::string tour;  ///< folder of the pictures, "" for none
 };

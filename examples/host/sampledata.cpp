@@ -1,12 +1,12 @@
 #include "sampledata.h"
 
 #include "samplewriter.h"
+#include "store/transaction.h"
 
 namespace orvenmod::sample {
 
 void fillSampleData(store::Connection& connection, int goods) {
-    connection.beginTrans();
-    try {
+    store::transact(connection, [&] {
         SampleWriter writer(connection);
         SampleIds ids;
         addDictionaries(writer, ids);
@@ -17,11 +17,7 @@ void fillSampleData(store::Connection& connection, int goods) {
         addSettingsAndStockView(writer);
         addUsers(writer);
         writer.saveCounters();
-        connection.commitTrans();
-    } catch (...) {
-        if (connection.inTransaction()) connection.rollbackTrans();
-        throw;
-    }
+    });
 }
 
 }  // namespace orvenmod::sample

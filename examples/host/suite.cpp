@@ -22,6 +22,8 @@ void save(const std::string& section, const std::string& key, const std::string&
 
 }  // namespace
 
+const char* const kNewerDatabase = "数据库由较新的版本建立，不能打开。请先升级本程序。";
+
 Suite::Suite(const std::string& databaseFile)
     : databaseFile_(std::filesystem::absolute(databaseFile).string()),
       connectionString_("Provider=SQLite;Data Source=" + databaseFile_) {}
@@ -36,6 +38,14 @@ void Suite::create(int goods) const {
     fs::copy_file(ORVEN_SAMPLE_TEMPLATE, fs::path(databaseFile_).parent_path() / "Report3.grf",
                   fs::copy_options::skip_existing);
 }
+
+DatabaseAge Suite::age() const {
+    const int version = SchemaVersion(connectionString_);
+    if (version == NewestSchemaVersion()) return DatabaseAge::present;
+    return version < NewestSchemaVersion() ? DatabaseAge::older : DatabaseAge::newer;
+}
+
+void Suite::upgrade() const { UpgradeSchema(connectionString_); }
 
 std::vector<SuiteUser> Suite::users() const {
     const auto connection = componentStore().connect(connectionString_);

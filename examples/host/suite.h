@@ -50,6 +50,12 @@ struct Result {
     std::vector<BillRow> rows;  ///< where itemId is "-1"
 };
 
+/// How a database's version stands to that of the component.
+enum class DatabaseAge { older, present, newer };
+
+/// What the user reads of a newer one.
+extern const char* const kNewerDatabase;
+
 class Suite {
 public:
     /// A database of the embedded store.
@@ -59,6 +65,11 @@ public:
 
     /// Makes the database with its schema and `goods` goods. Throws std::runtime_error where there is one already.
     void create(int goods) const;
+
+    /// Throws std::runtime_error where the database can't be read or isn't a suite's.
+    DatabaseAge age() const;
+    /// Throws std::runtime_error, and leaves the database as it was, where it can't be done.
+    void upgrade() const;
 
     std::vector<SuiteUser> users() const;
     std::vector<Warehouse> warehouses() const;

@@ -10,4 +10,17 @@ namespace orvenmod {
 /// exists already or the database can't be written.
 void CreateSchema(const std::string& connectionString);
 
+/// The version of a database's schema: 0 for one that was made before versions were noted in it. Throws
+/// std::runtime_error where the database can't be read or isn't the suite's.
+int SchemaVersion(const std::string& connectionString);
+
+/// The version that CreateSchema makes and UpgradeSchema leads to.
+int NewestSchemaVersion();
+
+/// Brings a database that an earlier version made to the newest one: adds what later versions added, in one
+/// transaction; nothing where it is the newest. Of two callers at once one does it and the other waits. Throws
+/// std::runtime_error, and leaves the database as it was, where it is newer than this component, can't be written or
+/// isn't the suite's.
+void UpgradeSchema(const std::string& connectionString);
+
 }  // namespace orvenmod

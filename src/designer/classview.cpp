@@ -6,6 +6,7 @@
 #include "designer/filled.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "store/classviewtext.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -16,30 +17,10 @@ namespace {
 struct Wording {
     std::string_view drop;
     std::string_view fieldFiller;
-    std::string_view goodsColumn;
-    std::string_view opening;
-    std::string_view treeJoins;
-    std::string_view lookupOpening;
-    std::string_view lookupClosing;
 };
 
-constexpr Wording kNewField = {
-    "drop view ",
-    "  ",
-    ",0 as ftimeqty ",
-    " from ((",
-    " AS a LEFT JOIN tblItem AS b ON a.fitemid=b.fitemid)  LEFT JOIN tblItem AS c ON c.fItemid=b.fParentid) ",
-    "(",
-    " )"};
-
-constexpr Wording kSetup = {
-    "drop view  ",
-    " ",
-    " ,0 as fTimeQty  ",
-    " from ",
-    " AS a LEFT JOIN tblItem AS b ON a.fitemid=b.fitemid  LEFT JOIN tblItem AS c ON c.fItemid=b.fParentid ",
-    " ",
-    " "};
+constexpr Wording kNewField = {"drop view ", "  "};
+constexpr Wording kSetup = {"drop view  ", " "};
 
 constexpr std::string_view kAmount =
     "insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values({t},'famount','{word}',1)";
@@ -86,7 +67,9 @@ public:
           objects_(objects),
           mode_(mode),
           newField_(newField),
-          wording_(mode == ClassViewMode::newField ? kNewField : kSetup) {}
+          wording_(mode == ClassViewMode::newField ? kNewField : kSetup),
+          view_(objects.view, objects.table,
+                mode == ClassViewMode::newField ? store::ViewWording::newField : store::ViewWording::setup) {}
 
     void run() {
         if (mode_ == ClassViewMode::newField) {
@@ -96,16 +79,9 @@ public:
             connection_.execute("delete from tblViewDesc where ftypeid=" + type_);
         }
         connection_.execute(std::string(wording_.drop) + objects_.view);
-        head_ = "create view " + objects_.view +
-                "  as "
-                " SELECT a.fItemid,b.fIslock,b.fParentid, isnull(c.fname,'') AS fParentidname, "
-                "isnull(c.fDepth,1) AS fParentDepth, b.fNBNumber ,isnull(c.fnumber,'') as fParentIdNumber "
-                ",isnull(b.fShortNumber,'') as fShortNumber ";
         addClassColumn();
-        opening_ = wording_.opening;
-        tail_ = objects_.table + std::string(wording_.treeJoins);
         addFields();
-        connection_.execute(head_ + opening_ + tail_);
+        connection_.execute(view_.text());
     }
 
 private:
@@ -120,10 +96,10 @@ private:
     void addClassColumn() {
         const std::string_view amount = amountCaption(itemClass_);
         if (!amount.empty()) {
-            head_ += ",isnull(a.fAmount,0) as fAmount ";
+            view_.addAmount();
             if (mode_ == ClassViewMode::setup) connection_.execute(filled(kAmount, {{"t", type_}, {"word", amount}}));
         } else if (itemClass_ == store::kGoods) {
-            head_ += wording_.goodsColumn;
+            view_.addStock();
             if (mode_ == ClassViewMode::setup) connection_.execute(filled(kStock, {{"t", type_}}));
         }
     }
@@ -146,23 +122,14 @@ private:
     }
 
     void addPlain(const Field& field) {
-        if (field.type == "0") head_ += filled(",isnull(a.{f},'1900-01-01')  as {f}", {{"f", field.name}});
-        if (field.type == "13") head_ += filled(",isnull(a.{f},0)  as {f}", {{"f", field.name}});
-        if (field.type == "1") head_ += filled(",isnull(a.{f},'')  as {f}", {{"f", field.name}});
+        view_.addField(field.name, field.type);
         if (!isDescribed(field)) return;
         describe(field, field.type == "13" ? kNumberDescription : kDescription);
         if (mode_ == ClassViewMode::newField) offerSearch(field, "{t},'{f}','{cap}',{numtype},{t},1,{e},0");
     }
 
     void addLookup(const Field& field) {
-        const std::string number = std::to_string(++lookups_);
-        head_ +=
-            filled(",isnull(a.{f},0)  as {f},isnull(A{k}.fNumber,'')  as {f}Number ,isnull(A{k}.fName,'')  as {f}Name ",
-                   {{"f", field.name}, {"k", number}});
-        opening_ += wording_.lookupOpening;
-        tail_ += field.lookupKind == "0" ? " left outer join tblItem " : " left outer join tblSubType ";
-        tail_ += filled(" as A{k} on A{k}.fitemid=a.{f}", {{"f", field.name}, {"k", number}});
-        tail_ += wording_.lookupClosing;
+        view_.addLookup(field.name, field.lookupKind == "0" ? "tblItem" : "tblSubType");
         if (!isDescribed(field)) return;
         if (mode_ == ClassViewMode::newField) {
             offerSearch(field, "{t},'{f}Number','{cap}代码',2,{t},1,{e},0");
@@ -197,11 +164,8 @@ private:
     const Wording& wording_;
     const std::int16_t itemClass_ = appState().gItemClassId;
     std::string type_;
-    std::string head_;
-    std::string opening_;
-    std::string tail_;
+    store::ClassViewText view_;
     std::int32_t entry_ = 0;
-    int lookups_ = 0;
 };
 
 }  // namespace

@@ -1,31 +1,14 @@
 #include "designer/newclass.h"
 
-#include <array>
 #include <string_view>
 
 #include "designer/filled.h"
+#include "store/classrights.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
 
 namespace {
-
-struct Right {
-    std::string_view suffix;
-    std::string_view name;
-};
-
-// 08 isn't issued.
-constexpr std::array<Right, 10> kRights = {{{"01", "分类新增"},
-                                            {"02", "分类修改"},
-                                            {"03", "分类删除"},
-                                            {"04", "明细新增"},
-                                            {"05", "明细修改"},
-                                            {"06", "明细删除"},
-                                            {"07", "附件新增"},
-                                            {"09", "附件删除"},
-                                            {"10", "附件查看"},
-                                            {"20", "明细查看"}}};
 
 constexpr std::string_view kDuplicates =
     "select * from tblItemClass where fitemclassid={id} or fitemname='{name}' or fitemtable='{table}'";
@@ -60,12 +43,7 @@ constexpr std::string_view kClassRows[] = {
     "fNumberName) values({t},'fName','名称',2,0,1,2,0)",
     "insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values({t},'fShortNumber','短代码',0)",
     "insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values({t},'fNumber','代码',0)",
-    "insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values({t},'fName','名称',0)",
-    "insert into  tblsystemprivillenge(fnumber,fname,fisdetail,fParentNumber) values('Y{n}','{name}',0,'')"};
-
-constexpr std::string_view kRightRow =
-    "insert into  tblsystemprivillenge(fnumber,fname,fisdetail,fParentNumber) "
-    "values('Y{n}{suffix}','{right}',1,'Y{n}')";
+    "insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values({t},'fName','名称',0)"};
 
 }  // namespace
 
@@ -82,12 +60,11 @@ std::vector<std::string> classStatements(const NewClass& made) {
 
 std::vector<std::string> classRows(const NewClass& made, std::int32_t id) {
     const std::string type = store::listType(id);
-    const std::string number = std::to_string(id);
     std::vector<std::string> rows;
     for (const std::string_view sql : kClassRows)
-        rows.push_back(filled(sql, {{"t", type}, {"n", number}, {"name", made.name}}));
-    for (const Right& right : kRights)
-        rows.push_back(filled(kRightRow, {{"n", number}, {"suffix", right.suffix}, {"right", right.name}}));
+        rows.push_back(filled(sql, {{"t", type}}));
+    for (const std::string& row : store::classRightRows(id, made.name))
+        rows.push_back(row);
     return rows;
 }
 

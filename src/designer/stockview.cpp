@@ -2,7 +2,6 @@
 // f3 that of the goods' field fH.
 #include "designer/stockview.h"
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,6 +10,7 @@
 #include "designer/lists.h"
 #include "designer/stockfields.h"
 #include "frame/conversion.h"
+#include "store/stockviewtext.h"
 
 namespace orvenmod {
 
@@ -55,24 +55,6 @@ Settings readSettings(store::Connection& connection) {
     return settings;
 }
 
-struct Description {
-    std::string_view field;
-    std::string_view caption;
-    std::string_view mark;
-};
-
-constexpr std::array<Description, 11> kFixedDescriptions = {{{"fStockIdNumber", "仓库编码", "0"},
-                                                             {"fStockIdName", "仓库名称", "1"},
-                                                             {"fItemIdNumber", "物料编码", "0"},
-                                                             {"fItemIdName", "物料名称", "1"},
-                                                             {"fModel", "规格型号", "0"},
-                                                             {"fUnit", "计量单位", "0"},
-                                                             {"fQty", "数量", "0"},
-                                                             {"fPrice", "单价", "0"},
-                                                             {"fAmount", "金额", "0"},
-                                                             {"fMaxQty", "最大库存", "0"},
-                                                             {"fMinQty", "最低库存", "0"}}};
-
 class Generator {
 public:
     explicit Generator(store::Connection& connection) : connection_(connection) {}
@@ -81,10 +63,10 @@ public:
         settings_ = readSettings(connection_);
         resolveSources();
         connection_.execute("delete from tblviewdesc where ftypeid=5033 ");
-        for (const Description& row : kFixedDescriptions)
-            describe(row.field, row.caption, row.mark);
+        for (const store::StockDescription& row : store::stockDescriptions())
+            connection_.execute(store::stockDescriptionRow(row));
         connection_.execute(" drop view vTimeStock ");
-        addFixedColumns();
+        add(store::stockViewColumns());
         addPlaceAndBatch();
         addDimensions();
         addGoodsFields();
@@ -117,10 +99,8 @@ private:
         }
     }
 
-    void describe(std::string_view field, std::string_view caption, std::string_view mark = "0") {
-        std::string sql = "insert into tblviewdesc(ftypeid,fFieldName,fFieldDesc,fFieldType) values(5033,'";
-        sql.append(field).append("','").append(caption).append("',").append(mark).append(")");
-        connection_.execute(sql);
+    void describe(std::string_view field, std::string_view caption) {
+        connection_.execute(store::stockDescriptionRow({field, caption}));
     }
 
     void describeLookup(const std::string& field, const std::string& caption) {
@@ -130,18 +110,6 @@ private:
 
     void add(std::string_view fragment) { text_ += fragment; }
     void addLine(std::string_view fragment) { text_.append(fragment).append(kLineEnd); }
-
-    void addFixedColumns() {
-        addLine(" create view vTimeStock as ");
-        addLine(" select isnull(a.fitemid,0) as fitemid,isnull(a.fqty,0) as fqty,isnull(a.fAMount,0) as fAmount ");
-        addLine(" ,isnull(a.fstockid,0) as fstockid ");
-        add(" ,isnull(b.fNumber,'') as fStockIdNumber,isnull(b.fname,'') as fStockIdName ");
-        addLine(
-            " ,isnull(c.fNumber,'') as fItemidNumber,isnull(c.fname,'') as fitemIdName,isnull(c.fModel,'') as fModel ");
-        addLine(" ,isnull(c.fUnit,'') as fUnit,isnull(c.fMinQty,0) as fMinQty,isnull(c.fMaxQty,0) as fMaxQty ");
-        addLine(
-            " ,case  when isnull(a.fqty,0)=0 then 0 else round(isnull(a.famount,0)/isnull(a.fqty,0),6) end as fPrice ");
-    }
 
     void addPlaceAndBatch() {
         if (settings_.byPlace) {
@@ -192,14 +160,13 @@ private:
     }
 
     void addJoins() {
-        addLine(" from tbltimestock as a left outer join tblStock as b on a.fstockid=b.fitemid ");
-        addLine(" left outer join icitem as c on c.fitemid=a.fitemid ");
+        add(store::stockViewTables());
         if (settings_.byPlace) addLine(" left outer join tblStockplace as d on d.fitemid=a.fstockplaceid ");
         for (const std::string& name : settings_.names) {
             if (name == "fHS1") add("  left outer join " + firstTable_ + " as f1 on f1.fitemid=a.fHS1 ");
             if (name == "fHS2") add("  left outer join " + secondTable_ + "  as f2 on f2.fitemid=a.fHS2 ");
         }
-        if (!goodsTable_.empty()) add(" left outer join " + goodsTable_ + " as f3 on f3.fitemid=c.fh ");
+        if (!goodsTable_.empty()) add(store::stockViewGoodsLookup(goodsTable_));
     }
 
     store::Connection& connection_;

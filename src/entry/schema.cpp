@@ -3,6 +3,7 @@
 #include <orvenmod/schema.h>
 
 #include "entry/startup.h"
+#include "store/upgrade.h"
 
 namespace orvenmod {
 
@@ -11,6 +12,16 @@ void CreateSchema(const std::string& connectionString) {
     const auto connection = componentStore().connect(connectionString + ";Mode=Create");
     store::createSchema(*connection);
     connection->close();
+}
+
+int SchemaVersion(const std::string& connectionString) {
+    return store::schemaVersion(*componentStore().connect(connectionString));
+}
+
+int NewestSchemaVersion() { return store::newestSchemaVersion(); }
+
+void UpgradeSchema(const std::string& connectionString) {
+    store::upgradeSchema(*componentStore().connect(connectionString));
 }
 
 }  // namespace orvenmod

@@ -3,6 +3,8 @@
 #include <string>
 
 #include "store/schemaparts.h"
+#include "store/transaction.h"
+#include "store/upgrade.h"
 
 namespace orvenmod::store {
 namespace {
@@ -47,6 +49,7 @@ void createAll(Connection& connection) {
     for (const SchemaView& view : schemaViews()) {
         connection.execute(view.text);
     }
+    connection.execute(versionRow(newestSchemaVersion()));
 }
 
 }  // namespace
@@ -82,16 +85,7 @@ const std::vector<SchemaView>& schemaViews() {
 }
 
 void createSchema(Connection& connection) {
-    connection.beginTrans();
-    try {
-        createAll(connection);
-        connection.commitTrans();
-    } catch (...) {
-        if (connection.inTransaction()) {
-            connection.rollbackTrans();
-        }
-        throw;
-    }
+    transact(connection, [&] { createAll(connection); });
 }
 
 }  // namespace orvenmod::store

@@ -174,6 +174,7 @@ std::vector<SchemaTable> ownTables() {
                           "fItemId",
                           {{"fNumber"}}});
     }
+    tables.push_back({"tblOrvenmodVersion", 'A', {{"fVersion", "int", true}}, "", {}});
     return tables;
 }
 

@@ -1,8 +1,8 @@
 // The fixed rows of a new database: the classes with fixed roles and what drives their editor, list, search bar,
 // reports and rights.
-#include <array>
 #include <utility>
 
+#include "store/classrights.h"
 #include "store/itemclass.h"
 #include "store/schemaparts.h"
 
@@ -140,26 +140,8 @@ private:
     }
 
     void addRights() {
-        static constexpr std::array<std::pair<const char*, const char*>, 10> kRights = {{{"01", "分类新增"},
-                                                                                         {"02", "分类修改"},
-                                                                                         {"03", "分类删除"},
-                                                                                         {"04", "明细新增"},
-                                                                                         {"05", "明细修改"},
-                                                                                         {"06", "明细删除"},
-                                                                                         {"07", "附件新增"},
-                                                                                         {"09", "附件删除"},
-                                                                                         {"10", "附件查看"},
-                                                                                         {"20", "明细查看"}}};
-        const std::string group = "Y" + std::to_string(fixed_.id);
-        addRight(group, fixed_.name, false, "");
-        for (const auto& [suffix, name] : kRights) {
-            addRight(group + suffix, name, true, group);
-        }
-    }
-
-    void addRight(const std::string& number, std::string_view name, bool isDetail, const std::string& group) {
-        rows_.push_back("insert into  tblsystemprivillenge(fnumber,fname,fisdetail,fParentNumber) values(" +
-                        quoted(number) + "," + quoted(name) + (isDetail ? ",1," : ",0,") + quoted(group) + ")");
+        for (const std::string& row : classRightRows(fixed_.id, fixed_.name))
+            rows_.push_back(row);
     }
 
     const FixedClass& fixed_;

@@ -93,6 +93,38 @@ TEST_F(Component, theSchemaIsMadeInANewFile) {
     stage.finish();
 }
 
+TEST_F(Component, aNewSchemaIsOfTheNewestVersion) {
+    EXPECT_GT(NewestSchemaVersion(), 0);
+    EXPECT_EQ(SchemaVersion(stage.connectionString()), NewestSchemaVersion());
+    EXPECT_EQ(stage.database().rows("select * from tblOrvenmodVersion"),
+              (Rows{{std::to_string(NewestSchemaVersion())}}));
+}
+
+TEST_F(Component, aSchemaOfAnEarlierVersionIsUpgraded) {
+    stage.database().execute("drop table tblOrvenmodVersion");
+    EXPECT_EQ(SchemaVersion(stage.connectionString()), 0);
+    UpgradeSchema(stage.connectionString());
+    EXPECT_EQ(SchemaVersion(stage.connectionString()), NewestSchemaVersion());
+}
+
+TEST_F(Component, aSchemaOfALaterVersionIsRefused) {
+    stage.database().execute("update tblOrvenmodVersion set fVersion=99");
+    EXPECT_EQ(SchemaVersion(stage.connectionString()), 99);
+    try {
+        UpgradeSchema(stage.connectionString());
+        FAIL() << "upgraded";
+    } catch (const std::runtime_error& failure) {
+        EXPECT_NE(std::string(failure.what()).find("数据库的版本是 99"), std::string::npos) << failure.what();
+    }
+}
+
+TEST_F(Component, aMissingFileHasNoVersionAndIsNotMade) {
+    const std::string file = stage.database().folder().file("none.db");
+    EXPECT_THROW(SchemaVersion(connectionStringFor(file)), std::runtime_error);
+    EXPECT_THROW(UpgradeSchema(connectionStringFor(file)), std::runtime_error);
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
 TEST_F(Component, theSchemaIsRefusedWhereATableExists) {
     try {
         CreateSchema(stage.connectionString());

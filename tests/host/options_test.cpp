@@ -30,6 +30,11 @@ TEST(Options, makesTheUsualNumberOfGoodsWhereNoneIsTold) {
     EXPECT_EQ(readOptions({"--database", "a.db"}).goods, kUsualGoods);
 }
 
+TEST(Options, upgradesOnlyWhereItIsTold) {
+    EXPECT_TRUE(readOptions({"--database", "a.db", "--upgrade"}).upgrade);
+    EXPECT_FALSE(readOptions({"--database", "a.db"}).upgrade);
+}
+
 TEST(Options, refusesANumberOfGoodsThatIsNoneOrTooLarge) {
     const std::string told = "--items takes a number from 1 to 1000000";
     for (const char* number : {"0", "-5", "12x", "", "1000001", "99999999999999"}) {

@@ -41,6 +41,19 @@ TEST_F(StoreContract, KeepsATransactionOpenOverAStatementThatFails) {
     EXPECT_EQ(value("select c from t where id=1"), "x");
 }
 
+// So that a statement can be tried whose work may be done already.
+TEST_F(StoreContract, KeepsATransactionOpenOverADefinitionThatIsRefused) {
+    NEEDS_THE_DIALECT();
+    connection_->beginTrans();
+    connection_->execute("update t set c='x' where id=1");
+    EXPECT_EQ(numberOf([&] { connection_->execute("drop index t.nosuch"); }), 3701);
+    EXPECT_EQ(numberOf([&] { connection_->execute("create table t(id int)"); }), 2714);
+    EXPECT_EQ(numberOf([&] { connection_->open("select * from nosuch"); }), 208);
+    EXPECT_TRUE(connection_->inTransaction());
+    connection_->commitTrans();
+    EXPECT_EQ(value("select c from t where id=1"), "x");
+}
+
 TEST_F(StoreContract, UndoesAStatementThatFailsHalfWay) {
     NEEDS_THE_DIALECT();
     connection_->execute("update t set c='5' where id=1");

@@ -1,0 +1,32 @@
+#include "store/classrights.h"
+
+namespace orvenmod::store {
+namespace {
+
+struct Right {
+    std::string_view suffix;
+    std::string_view name;
+};
+
+// 08 isn't issued.
+constexpr Right kRights[] = {{"01", "分类新增"}, {"02", "分类修改"}, {"03", "分类删除"}, {"04", "明细新增"},
+                             {"05", "明细修改"}, {"06", "明细删除"}, {"07", "附件新增"}, {"09", "附件删除"},
+                             {"10", "附件查看"}, {"20", "明细查看"}};
+
+std::string row(const std::string& number, std::string_view name, std::string_view isDetail, std::string_view group) {
+    std::string text = "insert into  tblsystemprivillenge(fnumber,fname,fisdetail,fParentNumber) values('";
+    text.append(number).append("','").append(name).append("',").append(isDetail);
+    return text.append(",'").append(group).append("')");
+}
+
+}  // namespace
+
+std::vector<std::string> classRightRows(std::int32_t itemClass, std::string_view name) {
+    const std::string group = "Y" + std::to_string(itemClass);
+    std::vector<std::string> rows{row(group, name, "0", "")};
+    for (const Right& right : kRights)
+        rows.push_back(row(group + std::string(right.suffix), right.name, "1", group));
+    return rows;
+}
+
+}  // namespace orvenmod::store

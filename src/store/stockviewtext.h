@@ -1,0 +1,28 @@
+// What every wording of the stock view vTimeStock and of its descriptions shares: that of a new database, and that
+// which the designer of classes makes from the suite's settings. Aliases: a tbltimestock, b tblStock, c icitem, f3 the
+// table of the goods' field fH.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace orvenmod::store {
+
+/// The create statement up to the columns that settings and goods add.
+std::string_view stockViewColumns();
+/// Stock, warehouse and goods.
+std::string_view stockViewTables();
+std::string stockViewGoodsLookup(std::string_view table);
+
+struct StockDescription {
+    std::string_view field;
+    std::string_view caption;
+    std::string_view mark = "0";
+};
+
+/// Of the columns that are always there.
+std::span<const StockDescription> stockDescriptions();
+std::string stockDescriptionRow(const StockDescription& description);
+
+}  // namespace orvenmod::store
