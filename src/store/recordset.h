@@ -23,6 +23,10 @@ namespace orvenmod::store {
 
 enum class ColumnType { integer, decimal, real, text, date, binary };
 
+/// The numbers of a recordset's own failures, which no server sends.
+inline constexpr int kNoSuchField = 3265;
+inline constexpr int kNoCurrentRow = 3021;
+
 struct Column {
     std::string name;
     ColumnType type = ColumnType::text;

@@ -36,7 +36,7 @@ const tsql::Type& FunctionCall::type(int i) {
 
 tsql::DatePart FunctionCall::datePart(int i) const {
     const auto part = tsql::datePartOf(text(i));
-    if (!part) throw tsql::Error(155, {std::string(text(i)), "datepart"});
+    if (!part) throw tsql::Error(tsql::kUnknownOption, {std::string(text(i)), "datepart"});
     return *part;
 }
 
@@ -47,7 +47,7 @@ tsql::DateTime FunctionCall::date(int i) const {
 }
 
 void FunctionCall::give(double value) {
-    if (!std::isfinite(value)) throw tsql::Error(8115, {"expression", "float"});
+    if (!std::isfinite(value)) throw tsql::Error(tsql::kArithmeticOverflow, {"expression", "float"});
     sqlite3_result_double(context_, value);
 }
 

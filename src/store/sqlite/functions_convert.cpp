@@ -44,7 +44,7 @@ void tryConvert(FunctionCall& call) {
         call.give(tsql::convert(call.datum(0), call.type(1), call.type(2), mode));
     } catch (const tsql::Error& error) {
         // A conversion that the types never allow is no matter of the value.
-        if (error.number() == 529) throw;
+        if (error.number() == tsql::kNoExplicitConversion) throw;
         call.giveNull();
     }
 }
@@ -64,7 +64,7 @@ constexpr FunctionEntry kEntries[] = {
     open<store>("ts_store", 5),
     strict<tryConvert>("ts_try", 3),
     strict<tryConvert>("ts_try", 4),
-    open<raise>("ts_fail", -1, false),
+    open<raise>("ts_fail", -1, Results::varying),
     strict<dataLength>("ts_datalength", 2),
 };
 

@@ -27,7 +27,7 @@ void integerDivide(FunctionCall& call) { call.give(tsql::integerQuotient(call.in
 void integerModulo(FunctionCall& call) { call.give(tsql::integerRemainder(call.integer(0), call.integer(1))); }
 
 void divide(FunctionCall& call) {
-    if (call.real(1) == 0) throw tsql::Error(8134);
+    if (call.real(1) == 0) throw tsql::Error(tsql::kDivisionByZero);
     call.give(call.real(0) / call.real(1));
 }
 
@@ -41,7 +41,7 @@ void decimalModulo(FunctionCall& call) { call.give(tsql::decimalRemainder(call.d
 template <double (*compute)(double)>
 void real(FunctionCall& call) {
     const double result = compute(call.real(0));
-    if (std::isnan(result) || (std::isinf(result) && call.real(0) <= 0)) throw tsql::Error(3623);
+    if (std::isnan(result) || (std::isinf(result) && call.real(0) <= 0)) throw tsql::Error(tsql::kFloatDomain);
     call.give(result);
 }
 
@@ -53,7 +53,7 @@ double square(double x) { return x * x; }
 void logarithmOf(FunctionCall& call) {
     const double value = call.real(0);
     const double base = call.count() > 1 ? call.real(1) : std::numbers::e;
-    if (value <= 0 || base <= 0 || base == 1) throw tsql::Error(3623);
+    if (value <= 0 || base <= 0 || base == 1) throw tsql::Error(tsql::kFloatDomain);
     call.give(call.count() > 1 ? std::log(value) / std::log(base) : std::log(value));
 }
 
@@ -88,7 +88,8 @@ void sign(FunctionCall& call) {
 void absolute(FunctionCall& call) {
     Datum value = call.datum(0);
     if (value.kind == Datum::Kind::real) return call.give(std::fabs(value.real));
-    if (value.integer == std::numeric_limits<std::int64_t>::min()) throw tsql::Error(8115, {"expression", "bigint"});
+    if (value.integer == std::numeric_limits<std::int64_t>::min())
+        throw tsql::Error(tsql::kArithmeticOverflow, {"expression", "bigint"});
     call.give(value.integer < 0 ? -value.integer : value.integer);
 }
 
@@ -116,7 +117,7 @@ constexpr FunctionEntry kEntries[] = {
     strict<real<radians>>("ts_radians", 1),
     strict<real<square>>("ts_square", 1),
     strict<pi>("ts_pi", 0),
-    strict<random>("ts_rand", -1, false),
+    strict<random>("ts_rand", -1, Results::varying),
     strict<whole<std::floor>>("ts_floor", 1),
     strict<whole<std::ceil>>("ts_ceiling", 1),
     strict<round>("ts_round", -1),

@@ -25,8 +25,6 @@ constexpr const char* kRollbackTo = "ROLLBACK TO statement";
 // More changes of the schema than that while one statement starts are no accident.
 constexpr int kMostTranslations = 10;
 
-constexpr int kTransactionLost = 3930;
-
 // The new value of a column where the statement gives it once as a literal; the key of a doubled row.
 std::string newValue(const tsql::Translation& translation, const tsql::Shape& shape, std::string_view column) {
     const tsql::Parameter* found = nullptr;
@@ -54,7 +52,7 @@ SqliteConnection::~SqliteConnection() { close(); }
 
 Database& SqliteConnection::database() {
     if (!database_) throw tsql::worded(language_, tsql::kClosed, {});
-    if (transaction_ == Transaction::lost) throw tsql::worded(language_, kTransactionLost, {});
+    if (transaction_ == Transaction::lost) throw tsql::worded(language_, tsql::kTransactionLost, {});
     return *database_;
 }
 
@@ -233,7 +231,7 @@ void SqliteConnection::beginTrans() {
 
 void SqliteConnection::commitTrans() {
     worded([this] {
-        if (transaction_ == Transaction::none) throw tsql::Error(3902);
+        if (transaction_ == Transaction::none) throw tsql::Error(tsql::kCommitWithoutBegin);
         try {
             database_->run(kCommit);
         } catch (...) {
@@ -250,7 +248,7 @@ void SqliteConnection::rollbackTrans() {
         return;
     }
     worded([this] {
-        if (transaction_ == Transaction::none) throw tsql::Error(3903);
+        if (transaction_ == Transaction::none) throw tsql::Error(tsql::kRollbackWithoutBegin);
         database_->catalog().clear();
         database_->run(kRollback);
         transaction_ = Transaction::none;

@@ -15,7 +15,7 @@ void Binder::bindStatement(QueryStatement& statement) {
     if (query.select && !query.select->into.empty()) {
         useExactLengths();
         if (catalog_.find(query.select->into) != nullptr) {
-            throw Error(2714, {query.select->into});
+            throw Error(kObjectExists, {query.select->into});
         }
     }
     bindQuery(*statement.query, nullptr);
@@ -41,7 +41,8 @@ void Binder::coercePair(ExpressionPtr& left, ExpressionPtr& right, const char* o
         return type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image;
     };
     if (large(left->type) || large(right->type)) {
-        throw Error(402, {std::string(typeName(left->type.kind)), std::string(typeName(right->type.kind)), op});
+        throw Error(kOperandTypes,
+                    {std::string(typeName(left->type.kind)), std::string(typeName(right->type.kind)), op});
     }
     const Type common = commonType(left->type, right->type);
     for (ExpressionPtr* side : {&left, &right}) {
@@ -54,10 +55,10 @@ void Binder::coercePair(ExpressionPtr& left, ExpressionPtr& right, const char* o
 Type Binder::literalType(const Expression& literal) const {
     const Literal& value = literals_[static_cast<std::size_t>(literal.literal)];
     if (!exactLengths_ && value.kind == LiteralKind::text) {
-        return textType(Kind::varchar, 8000);
+        return textType(Kind::varchar, kMostVarchar);
     }
     if (!exactLengths_ && value.kind == LiteralKind::nationalText) {
-        return textType(Kind::nvarchar, 4000);
+        return textType(Kind::nvarchar, kMostNvarchar);
     }
     return value.type();
 }

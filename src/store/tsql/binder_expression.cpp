@@ -6,18 +6,15 @@
 namespace orvenmod::store::tsql {
 namespace {
 
-/// The text that a value becomes where a text is wanted.
-Type textOf(const Type& type) { return type.isText() ? type : textType(Kind::varchar, type.isNumber() ? 40 : 8000); }
-
 void requireOneColumn(const Query& query) {
     if (query.columns.size() != 1) {
-        throw Error(116);
+        throw Error(kSubqueryColumns);
     }
 }
 
 void refuseOrder(const Query& query) {
     if (!query.orderBy.empty() && !(query.select && query.select->top)) {
-        throw Error(1033);
+        throw Error(kOrderWithoutTop);
     }
 }
 
@@ -72,7 +69,7 @@ void Binder::bindCondition(ExpressionPtr& pointer, const Scope& scope) {
             bindQuery(*expression.query, &scope);
             break;
         default:
-            throw Error(4145, {expression.name});
+            throw Error(kConditionExpected, {expression.name});
     }
     expression.type = typeOf(Kind::bit);
 }
@@ -107,7 +104,7 @@ void Binder::bindValue(ExpressionPtr& pointer, const Scope& scope) {
             bindFunction(pointer, scope);
             break;
         default:
-            throw Error(102, {expression.op == Operator::none ? "is" : spelling(expression.op)});
+            throw Error(kSyntaxNear, {expression.op == Operator::none ? "is" : spelling(expression.op)});
     }
 }
 
@@ -124,7 +121,7 @@ void Binder::bindColumn(Expression& expression, const Scope& scope) {
                     continue;
                 }
                 if (expression.source != nullptr) {
-                    throw Error(209, {expression.name});
+                    throw Error(kAmbiguousColumn, {expression.name});
                 }
                 expression.source = source;
                 expression.column = static_cast<int>(i);
@@ -139,9 +136,9 @@ void Binder::bindColumn(Expression& expression, const Scope& scope) {
         }
     }
     if (!expression.qualifier.empty() && !known) {
-        throw Error(4104, {expression.qualifier + "." + expression.name});
+        throw Error(kUnboundIdentifier, {expression.qualifier + "." + expression.name});
     }
-    throw Error(207, {expression.name});
+    throw Error(kUnknownColumn, {expression.name});
 }
 
 void Binder::bindUnary(Expression& expression, const Scope& scope) {
@@ -151,9 +148,9 @@ void Binder::bindUnary(Expression& expression, const Scope& scope) {
     if (type.isNull()) {
         operand->type = typeOf(Kind::integer);
     } else if (expression.op == Operator::bitNot && !type.isInteger()) {
-        throw Error(8117, {std::string(typeName(type.kind)), "~"});
+        throw Error(kOperandType, {std::string(typeName(type.kind)), "~"});
     } else if (expression.op == Operator::negate && (!type.isNumber() || type.kind == Kind::bit)) {
-        throw Error(8117, {std::string(typeName(type.kind)), "minus"});
+        throw Error(kOperandType, {std::string(typeName(type.kind)), "minus"});
     }
     expression.type = operand->type;
     if (expression.op == Operator::negate && type.kind == Kind::tinyint) {
@@ -238,7 +235,7 @@ void Binder::bindCase(Expression& expression, const Scope& scope) {
         }
     }
     if (common.isNull()) {
-        throw Error(8133);
+        throw Error(kCaseOfNulls);
     }
     for (std::size_t i = 0; i < expression.operands.size(); ++i) {
         const bool condition = i % 2 == 0 && i + 1 < expression.operands.size();
@@ -255,7 +252,7 @@ void Binder::bindCast(Expression& expression, const Scope& scope) {
     if (expression.operands.size() > 1) {
         bindValue(expression.operands[1], scope);
         if (!expression.operands[1]->type.isInteger()) {
-            throw Error(8116, {std::string(typeName(expression.operands[1]->type.kind)), "3", "convert"});
+            throw Error(kArgumentType, {std::string(typeName(expression.operands[1]->type.kind)), "3", "convert"});
         }
     }
     expression.type = expression.target;

@@ -28,14 +28,14 @@ void Binder::checkGrouping(const Query& query) {
         collect(*source, own);
     }
     for (const SelectItem& item : select.items) {
-        checkGrouped(*item.expression, select, own, 8120);
+        checkGrouped(*item.expression, select, own, kSelectedNotGrouped);
     }
     if (select.having) {
-        checkGrouped(*select.having, select, own, 8121);
+        checkGrouped(*select.having, select, own, kHavingNotGrouped);
     }
     for (const OrderItem& order : query.orderBy) {
         if (order.expression) {
-            checkGrouped(*order.expression, select, own, 8127);
+            checkGrouped(*order.expression, select, own, kOrderNotGrouped);
         }
     }
 }

@@ -44,7 +44,7 @@ std::int64_t yearMonth(const DateTime& date) { return std::int64_t{date.year} * 
 
 DateTime monthsAdded(std::int64_t count, DateTime date) {
     const std::int64_t months = yearMonth(date) + count;
-    if (months < 12 || months >= std::int64_t{12} * 10000) throw Error(517, {"datetime"});
+    if (months < 12 || months >= std::int64_t{12} * 10000) throw Error(kDateAddOverflow, {"datetime"});
     date.year = static_cast<int>(months / 12);
     date.month = static_cast<int>(months % 12) + 1;
     date.day = std::min(date.day, daysInMonth(date.year, date.month));
@@ -109,7 +109,7 @@ DateTime fromMilliseconds(std::int64_t total) {
 }
 
 DateTime fitted(const DateTime& date, Kind to, std::string_view from) {
-    const auto refuse = [&] { throw Error(242, {std::string(from), std::string(typeName(to))}); };
+    const auto refuse = [&] { throw Error(kDateOutOfRange, {std::string(from), std::string(typeName(to))}); };
     DateTime result = date;
     switch (to) {
         case Kind::date:
@@ -165,7 +165,7 @@ std::optional<DatePart> datePartOf(std::string_view word) {
 
 DateTime dateAdd(DatePart part, std::int64_t count, const DateTime& date) {
     if (count > std::numeric_limits<int>::max() || count < std::numeric_limits<int>::min()) {
-        throw Error(8115, {"expression", "int"});
+        throw Error(kArithmeticOverflow, {"expression", "int"});
     }
     DateTime result;
     switch (part) {
@@ -182,7 +182,7 @@ DateTime dateAdd(DatePart part, std::int64_t count, const DateTime& date) {
             result = fromMilliseconds(milliseconds(date) + count * partLength(part));
             break;
     }
-    if (result.year < 1753 || result.year > 9999) throw Error(517, {"datetime"});
+    if (result.year < 1753 || result.year > 9999) throw Error(kDateAddOverflow, {"datetime"});
     return result;
 }
 
@@ -207,7 +207,8 @@ std::int64_t dateDifference(DatePart part, const DateTime& from, const DateTime&
                 floorDivide(milliseconds(to), partLength(part)) - floorDivide(milliseconds(from), partLength(part));
             break;
     }
-    if (difference > std::numeric_limits<int>::max() || difference < std::numeric_limits<int>::min()) throw Error(535);
+    if (difference > std::numeric_limits<int>::max() || difference < std::numeric_limits<int>::min())
+        throw Error(kDateDifferenceOverflow);
     return difference;
 }
 

@@ -106,7 +106,7 @@ std::string printMoment(const DateTime& d, int style) {
         case 127:
             return printDay(d, 23) + 'T' + time24(d) + (d.millisecond == 0 ? "" : printed(".%03d", d.millisecond));
         default:
-            throw Error(281, {std::to_string(style), "datetime"});
+            throw Error(kNoDateStyle, {std::to_string(style), "datetime"});
     }
 }
 

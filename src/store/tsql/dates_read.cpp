@@ -56,10 +56,10 @@ public:
     }
 
 private:
-    [[noreturn]] static void noDate() { throw Error(241); }
+    [[noreturn]] static void noDate() { throw Error(kDateSyntax); }
     [[noreturn]] void outOfRange() const {
         if (to_ == Kind::date || to_ == Kind::time) noDate();
-        throw Error(242, {std::string(from_), std::string(typeName(to_))});
+        throw Error(kDateOutOfRange, {std::string(from_), std::string(typeName(to_))});
     }
 
     char peek(std::size_t ahead = 0) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }

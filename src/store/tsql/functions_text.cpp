@@ -26,19 +26,19 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 }  // namespace
 
 std::string_view leftPart(std::string_view text, std::int64_t length) {
-    if (length < 0) throw Error(536, {"left"});
+    if (length < 0) throw Error(kNegativeLength, {"left"});
     return text.substr(0, bytePosition(text, asSize(length)));
 }
 
 std::string_view rightPart(std::string_view text, std::int64_t length) {
-    if (length < 0) throw Error(536, {"right"});
+    if (length < 0) throw Error(kNegativeLength, {"right"});
     const std::size_t count = characterCount(text);
     const std::size_t kept = std::min(count, asSize(length));
     return text.substr(bytePosition(text, count - kept));
 }
 
 std::string_view substring(std::string_view text, std::int64_t start, std::int64_t length) {
-    if (length < 0) throw Error(537, {"substring"});
+    if (length < 0) throw Error(kNegativeSubstringLength, {"substring"});
     const std::int64_t end = start > INT64_MAX - length ? INT64_MAX : start + length;
     const std::size_t from = bytePosition(text, asSize(start - 1));
     const std::size_t to = bytePosition(text, asSize(end - 1));
@@ -78,8 +78,8 @@ std::string reversed(std::string_view text) {
 }
 
 std::string replicated(std::string_view text, std::int64_t count) {
-    // The server cuts at 8,000 bytes.
-    constexpr std::size_t kMost = 8000;
+    // The server cuts there.
+    constexpr std::size_t kMost = kMostVarchar;
     std::string result;
     for (std::int64_t i = 0; i < count && !text.empty() && result.size() < kMost; ++i)
         result.append(text);
@@ -96,7 +96,7 @@ std::optional<std::string> stuffed(std::string_view text, std::int64_t start, st
 }
 
 std::string strOf(double value, std::int64_t length, std::int64_t decimals) {
-    const std::size_t width = std::min<std::size_t>(asSize(length), 8000);
+    const std::size_t width = std::min<std::size_t>(asSize(length), kMostVarchar);
     const std::string stars(width, '*');
     if (!(value < 1e300 && value > -1e300)) return stars;
     int behind = static_cast<int>(std::clamp<std::int64_t>(decimals, 0, 16));

@@ -175,7 +175,7 @@ Token Lexer::numberToken(std::size_t start) {
     }
     literal.precision = whole + literal.scale > 0 ? whole + literal.scale : 1;
     if (literal.kind == LiteralKind::decimal && literal.precision > 38) {
-        throw Error(1007, {std::string(sql_.substr(start, position - start))});
+        throw Error(kNumberTooLong, {std::string(sql_.substr(start, position - start))});
     }
     at_ = position;
     literal.text = sql_.substr(start, position - start);
@@ -195,7 +195,7 @@ Token Lexer::textToken(std::size_t start, LiteralKind kind) {
     while (true) {
         position = sql_.find('\'', position);
         if (position == std::string_view::npos) {
-            throw Error(105, {std::string(sql_.substr(first))});
+            throw Error(kUnclosedQuote, {std::string(sql_.substr(first))});
         }
         if (at(position + 1) != '\'') {
             break;
@@ -244,7 +244,7 @@ Token Lexer::nameToken(std::size_t start, char closing) {
     while (true) {
         position = sql_.find(closing, position);
         if (position == std::string_view::npos) {
-            throw Error(105, {std::string(sql_.substr(start + 1))});
+            throw Error(kUnclosedQuote, {std::string(sql_.substr(start + 1))});
         }
         if (at(position + 1) != closing) {
             break;
@@ -256,7 +256,7 @@ Token Lexer::nameToken(std::size_t start, char closing) {
     token.offset = start;
     at_ = position + 1;
     if (at_ - start == 2) {
-        throw Error(1038);
+        throw Error(kEmptyName);
     }
     finish(token);
     return token;
@@ -309,21 +309,21 @@ Token Lexer::symbolToken(std::size_t start) {
         at_ = start + 1;
         skipBlanks();
         if (at_ < sql_.size()) {
-            throw Error(102, {";"});
+            throw Error(kSyntaxNear, {";"});
         }
         token.kind = Token::Kind::end;
         return token;
     }
     const std::string_view two = sql_.substr(start, 2);
     if (two == "--" || two == "/*") {
-        throw Error(102, {std::string(two)});
+        throw Error(kSyntaxNear, {std::string(two)});
     }
     if (two == "<>" || two == "<=" || two == ">=" || two == "!=" || two == "!<" || two == "!>") {
         at_ = start + 2;
     } else if (std::string_view("<>-/").find(c) != std::string_view::npos) {
         at_ = start + 1;
     } else {
-        throw Error(102, {std::string(1, c)});
+        throw Error(kSyntaxNear, {std::string(1, c)});
     }
     finish(token);
     return token;

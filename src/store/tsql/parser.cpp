@@ -16,7 +16,7 @@ constexpr std::array kRefusedStatements = std::to_array<std::string_view>(
 
 }  // namespace
 
-Parser::Parser(std::string_view sql) : sql_(sql) {
+Parser::Parser(std::string_view sql) {
     Lexer lexer(sql);
     do {
         tokens_.push_back(lexer.next());
@@ -132,14 +132,14 @@ void Parser::fail() const {
         // The server names the last thing that it read.
         std::string last = tokens_.size() > 1 ? std::string(tokens_[tokens_.size() - 2].text) : std::string();
         const bool reserved = tokens_.size() > 1 && isReservedWord(lowerName(last));
-        throw Error(reserved ? 156 : 102, {std::move(last)});
+        throw Error(reserved ? kSyntaxNearKeyword : kSyntaxNear, {std::move(last)});
     }
     if (token.kind == Token::Kind::variable) {
-        throw Error(137, {std::string(token.text)});
+        throw Error(kUndeclaredVariable, {std::string(token.text)});
     }
     const bool reserved = token.kind == Token::Kind::word && isReservedWord(lowerName(token.text));
     const std::string near = token.kind == Token::Kind::literal ? token.literal.value() : std::string(token.text);
-    throw Error(reserved ? 156 : 102, {near});
+    throw Error(reserved ? kSyntaxNearKeyword : kSyntaxNear, {near});
 }
 
 bool Parser::isName() const {
@@ -154,7 +154,7 @@ std::string Parser::takeName() {
     }
     std::string name = take().name();
     if (name.size() > 128 * 4) {
-        throw Error(103, {name});
+        throw Error(kNameTooLong, {name});
     }
     return name;
 }
@@ -166,7 +166,7 @@ std::string Parser::takeObjectName() {
         owner = std::exchange(name, peek().isSymbol(".") ? std::string("dbo") : takeName());
     }
     if (!owner.empty() && !sameName(owner, "dbo")) {
-        throw Error(208, {owner + "." + name});
+        throw Error(kUnknownObject, {owner + "." + name});
     }
     if (name.starts_with('#')) {
         throw Error(kNotSupported, {"temporary tables"});
@@ -184,11 +184,6 @@ std::optional<std::string> Parser::takeAlias() {
         return std::nullopt;
     }
     return takeName();
-}
-
-std::string Parser::textBetween(std::size_t from, std::size_t to) const {
-    const Token& last = tokens_[to - 1];
-    return std::string(sql_.substr(tokens_[from].offset, last.offset + last.text.size() - tokens_[from].offset));
 }
 
 }  // namespace orvenmod::store::tsql

@@ -9,7 +9,7 @@ Statement Parser::parseCreate() {
         return parseCreateTable();
     }
     if (takeWord("view")) {
-        return parseView(false);
+        return parseView();
     }
     const bool unique = takeWord("unique");
     if (takeWord("clustered") || takeWord("nonclustered") || unique || peek().isWord("index")) {
@@ -97,7 +97,7 @@ void Parser::parseColumnOption(ColumnDefinition& column, std::vector<KeyConstrai
             column.notNull = true;
         }
         key.name = constraint;
-        key.columns.push_back({column.name, false});
+        key.columns.push_back({.name = column.name});
         if (!takeWord("clustered")) {
             takeWord("nonclustered");
         }
@@ -195,9 +195,8 @@ CreateIndexStatement Parser::parseCreateIndex(bool unique) {
     return statement;
 }
 
-CreateViewStatement Parser::parseView(bool alter) {
+CreateViewStatement Parser::parseView() {
     CreateViewStatement statement;
-    statement.alter = alter;
     statement.name = takeObjectName();
     if (takeSymbol("(")) {
         do {
@@ -219,7 +218,9 @@ Statement Parser::parseAlter() {
         return parseAlterTable();
     }
     if (takeWord("view")) {
-        return parseView(true);
+        CreateViewStatement view = parseView();
+        view.alter = true;
+        return view;
     }
     if (peek().kind == Token::Kind::word) {
         throw Error(kNotSupported, {"alter " + lowerName(peek().text)});

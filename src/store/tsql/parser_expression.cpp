@@ -212,7 +212,7 @@ ExpressionPtr Parser::parseUnary() {
         return primary;
     }
     take();
-    if (++depth_ > 200) {
+    if (++depth_ > kDeepest) {
         throw Error(kNotSupported, {"a statement nested this deep"});
     }
     ExpressionPtr result = makeExpression(ExpressionKind::unary);
@@ -256,7 +256,7 @@ ExpressionPtr Parser::parsePrimary() {
         return result;
     }
     if (token.kind == Token::Kind::variable) {
-        throw Error(token.text.starts_with("@@") ? kNotSupported : 137, {std::string(token.text)});
+        throw Error(token.text.starts_with("@@") ? kNotSupported : kUndeclaredVariable, {std::string(token.text)});
     }
     if (token.kind == Token::Kind::word && peek(1).isSymbol("(")) {
         return parseFunction();
@@ -266,7 +266,7 @@ ExpressionPtr Parser::parsePrimary() {
 
 ExpressionPtr Parser::parseBracket() {
     expectSymbol("(");
-    if (++depth_ > 200) {
+    if (++depth_ > kDeepest) {
         throw Error(kNotSupported, {"a statement nested this deep"});
     }
     ExpressionPtr result;
@@ -377,7 +377,7 @@ ExpressionPtr Parser::parseColumn() {
         result->qualifier = std::exchange(result->name, peek().isSymbol(".") ? std::string("dbo") : takeName());
     }
     if (peek().isSymbol("(")) {
-        throw Error(195, {result->qualifier + "." + result->name});
+        throw Error(kUnknownFunction, {result->qualifier + "." + result->name});
     }
     return result;
 }
@@ -410,9 +410,9 @@ Type Parser::parseTypeName(std::string* declared) {
     if (!type) {
         const std::string name = text.substr(0, text.find('('));
         if (parseType(name) && text != name) {
-            throw Error(2716, {"1", text});
+            throw Error(kWidthNotAllowed, {"1", text});
         }
-        throw Error(declared != nullptr ? 2715 : 243, {name});
+        throw Error(declared != nullptr ? kUnknownType : kUnknownCastType, {name});
     }
     if (declared != nullptr) {
         *declared = text;

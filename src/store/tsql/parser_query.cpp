@@ -39,7 +39,7 @@ QueryPtr Parser::parseIntersection() {
 }
 
 QueryPtr Parser::parseQueryTerm() {
-    if (++depth_ > 200) {
+    if (++depth_ > kDeepest) {
         throw Error(kNotSupported, {"a statement nested this deep"});
     }
     QueryPtr query;

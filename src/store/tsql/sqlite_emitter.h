@@ -34,6 +34,7 @@ public:
 private:
     using Names = std::vector<std::string>;
     enum class Collation { none, equality, order };
+    enum class ItemNaming { byNumber, byExpression };
 
     // Statements.
     void emitStatement(const QueryStatement& statement);
@@ -49,7 +50,7 @@ private:
     void emitStatement(const TransactionStatement& statement);
     void emitSelectInto(const Query& query);
     void emitJoinedUpdate(const UpdateStatement& statement);
-    std::string columnDefinition(const ColumnDefinition& column, bool inPrimaryKey);
+    std::string columnDefinition(const ColumnDefinition& column, const std::vector<KeyConstraint>& keys);
     void addTableExtras(const CreateTableStatement& statement, const std::vector<ColumnInfo>& columns);
     std::string storedDefault(const ColumnDefinition& column);
     void dropColumn(const ObjectInfo& table, const std::string& column);
@@ -70,7 +71,7 @@ private:
     std::string items(const Select& select, const Names* names);
     std::string clauses(const Select& select);
     std::string groupByItems(const Select& select);
-    std::string orderBy(const Query& query, bool byPosition);
+    std::string orderBy(const Query& query, ItemNaming naming);
     std::string orderByNames(const Query& query, const Names& names);
     std::string sources(const std::vector<SourcePtr>& from);
     std::string source(const Source& source);

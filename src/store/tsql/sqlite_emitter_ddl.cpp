@@ -21,8 +21,10 @@ const ColumnInfo* findColumn(const std::vector<ColumnInfo>& columns, const std::
 std::vector<ColumnInfo> infoOf(const std::vector<ColumnDefinition>& definitions) {
     std::vector<ColumnInfo> columns;
     for (const ColumnDefinition& definition : definitions) {
-        columns.push_back(
-            {definition.name, definition.type, true, definition.identity, false, definition.declaredType});
+        columns.push_back({.name = definition.name,
+                           .type = definition.type,
+                           .identity = definition.identity,
+                           .declaredType = definition.declaredType});
     }
     return columns;
 }
@@ -71,12 +73,12 @@ std::string SqliteEmitter::storedDefault(const ColumnDefinition& column) {
     return constant ? text : "(" + text + ")";
 }
 
-std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column, bool inPrimaryKey) {
+std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column, const std::vector<KeyConstraint>& keys) {
     if (column.identity) {
         return quoteName(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
     }
-    std::string text =
-        quoteName(column.name) + " " + column.declaredType + (column.notNull || inPrimaryKey ? " NOT NULL" : "");
+    std::string text = quoteName(column.name) + " " + column.declaredType +
+                       (column.notNull || isPrimary(keys, column.name) ? " NOT NULL" : "");
     return column.defaultValue ? text + " DEFAULT " + storedDefault(column) : text;
 }
 
@@ -97,7 +99,7 @@ void SqliteEmitter::emitStatement(const CreateTableStatement& statement) {
         std::any_of(columns.begin(), columns.end(), [](const ColumnInfo& column) { return column.identity; });
     std::string text;
     for (const ColumnDefinition& column : statement.columns) {
-        text += (text.empty() ? "" : ", ") + columnDefinition(column, isPrimary(statement.keys, column.name));
+        text += (text.empty() ? "" : ", ") + columnDefinition(column, statement.keys);
     }
     std::vector<const KeyConstraint*> indexed;
     for (const KeyConstraint& key : statement.keys) {
@@ -128,7 +130,7 @@ void SqliteEmitter::addTableExtras(const CreateTableStatement& statement, const 
     if (statement.keys.empty() && itemId != nullptr && !itemId->identity) {
         const std::string name = statement.name + ".orven." + itemId->name;
         translation_->statements.push_back("CREATE INDEX " + quoteName(name) + " ON " + quoteName(statement.name) +
-                                           indexColumns({{itemId->name, false}}, columns));
+                                           indexColumns({{.name = itemId->name}}, columns));
     }
     for (const ColumnDefinition& column : statement.columns) {
         if (column.identity && column.identitySeed != "1") {
@@ -146,7 +148,7 @@ void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
     const std::string table = quoteName(statement.object->name);
     std::vector<ColumnInfo> columns = statement.object->columns;
     for (const ColumnDefinition& column : statement.columns) {
-        const std::string definition = columnDefinition(column, false);
+        const std::string definition = columnDefinition(column, {});
         if (column.defaultValue && definition.ends_with(")")) {
             throw Error(kNotSupported, {"alter table add with a default that is computed"});
         }
@@ -191,7 +193,7 @@ void SqliteEmitter::dropConstraint(const AlterTableStatement& statement, const s
             }
         }
     }
-    throw Error(3728, {name});
+    throw Error(kNotAConstraint, {name});
 }
 
 void SqliteEmitter::emitStatement(const CreateIndexStatement& statement) {
@@ -262,7 +264,7 @@ void SqliteEmitter::emitSelectInto(const Query& top) {
     for (std::size_t i = 0; i < top.columns.size(); ++i) {
         const std::string& name = top.columns[i].name;
         if (name.empty()) {
-            throw Error(1038);
+            throw Error(kEmptyName);
         }
         columns += (columns.empty() ? "" : ", ") + quoteName(name) + " " + printType(top.columns[i].type);
         names.push_back(name);

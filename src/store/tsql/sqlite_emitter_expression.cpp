@@ -64,7 +64,7 @@ std::string SqliteEmitter::condition(const Expression& expression) {
         case ExpressionKind::quantified:
             return quantified(expression);
         default:
-            throw Error(4145, {expression.name});
+            throw Error(kConditionExpected, {expression.name});
     }
 }
 

@@ -88,7 +88,7 @@ std::string SqliteEmitter::select(const Query& query, const Names* names) {
     const Select& select = *query.select;
     std::string text = std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + items(select, names);
     text += clauses(select);
-    text += orderBy(query, true);
+    text += orderBy(query, ItemNaming::byNumber);
     return select.top ? text + " LIMIT " + value(*select.top) : text;
 }
 
@@ -112,7 +112,7 @@ std::string SqliteEmitter::distinctSelect(const Query& query, const Names* names
     if (select.groupBy.empty() && !select.aggregates && !select.having && !groups.empty()) {
         std::string text = "SELECT " + items(select, names);
         text += clauses(select);
-        return text + groups + orderBy(query, true) + limit;
+        return text + groups + orderBy(query, ItemNaming::byNumber) + limit;
     }
     Names inner;
     for (std::size_t i = 0; i < select.items.size(); ++i) {
@@ -133,7 +133,7 @@ std::string SqliteEmitter::rankedSelect(const Query& query, const Names* names) 
     for (std::size_t i = 0; i < select.items.size(); ++i) {
         inner.push_back(names != nullptr ? (*names)[i] : "c" + std::to_string(i + 1));
     }
-    const std::string order = orderBy(query, false);
+    const std::string order = orderBy(query, ItemNaming::byExpression);
     const std::string rank = select.topWithTies ? "rank()" : "row_number()";
     std::string text = "SELECT ";
     for (std::size_t i = 0; i < inner.size(); ++i) {
@@ -147,8 +147,8 @@ std::string SqliteEmitter::rankedSelect(const Query& query, const Names* names) 
     return text + " ORDER BY \"orven.rank\"";
 }
 
-/// `byPosition` lets a column that isn't text be named by its number, so that it is not computed twice.
-std::string SqliteEmitter::orderBy(const Query& query, bool byPosition) {
+/// By its number, a column that isn't text is not computed twice.
+std::string SqliteEmitter::orderBy(const Query& query, ItemNaming naming) {
     std::vector<std::string> parts;
     for (const OrderItem& order : query.orderBy) {
         std::string part;
@@ -159,7 +159,8 @@ std::string SqliteEmitter::orderBy(const Query& query, bool byPosition) {
             if (item.kind == ExpressionKind::literal || item.kind == ExpressionKind::null) {
                 continue;
             }
-            part = item.type.isText() || !byPosition ? sortKey(item) : std::to_string(order.item + 1);
+            part = item.type.isText() || naming == ItemNaming::byExpression ? sortKey(item)
+                                                                            : std::to_string(order.item + 1);
         }
         parts.push_back(part + (order.descending ? " DESC" : ""));
     }
@@ -171,7 +172,7 @@ std::string SqliteEmitter::orderByNames(const Query& query, const Names& names) 
     std::vector<std::string> parts;
     for (const OrderItem& order : query.orderBy) {
         if (order.item < 0) {
-            throw Error(145);
+            throw Error(kOrderNotInDistinct);
         }
         const auto at = static_cast<std::size_t>(order.item);
         const std::string name = quoteName(names[at]);

@@ -85,7 +85,7 @@ std::optional<Type> withLength(Kind kind, const std::vector<int>& sizes) {
     type.length = sizes.empty() ? 1 : sizes[0];
     const bool national = kind == Kind::nchar || kind == Kind::nvarchar;
     const bool fixed = kind == Kind::character || kind == Kind::nchar || kind == Kind::binary;
-    const int limit = national ? 4000 : 8000;
+    const int limit = national ? kMostNvarchar : kMostVarchar;
     if (sizes.size() > 1 || type.length == 0 || type.length > limit || (fixed && type.length < 0)) {
         return std::nullopt;
     }

@@ -94,18 +94,18 @@ Type numberResult(Operator op, const Type& left, const Type& right) {
     const bool bits = op == Operator::bitAnd || op == Operator::bitOr || op == Operator::bitXor;
     if (higher == Kind::floating || higher == Kind::real) {
         if (op == Operator::modulo || bits) {
-            throw Error(402, {name(left), name(right), operatorWord(op)});
+            throw Error(kOperandTypes, {name(left), name(right), operatorWord(op)});
         }
         return typeOf(higher);
     }
     if (higher == Kind::decimal) {
         if (bits) {
-            throw Error(402, {name(left), name(right), operatorWord(op)});
+            throw Error(kOperandTypes, {name(left), name(right), operatorWord(op)});
         }
         return decimalResult(op, asDecimal(left), asDecimal(right));
     }
     if (higher == Kind::bit && !bits) {
-        throw Error(402, {"bit", "bit", operatorWord(op)});
+        throw Error(kOperandTypes, {"bit", "bit", operatorWord(op)});
     }
     return typeOf(higher);
 }
@@ -114,10 +114,10 @@ Type dateResult(Operator op, const Type& left, const Type& right) {
     const Type& date = left.isDate() ? left : right;
     const Type& other = left.isDate() ? right : left;
     if (op != Operator::add && op != Operator::subtract) {
-        throw Error(8117, {name(date), operatorWord(op)});
+        throw Error(kOperandType, {name(date), operatorWord(op)});
     }
     if (date.kind == Kind::date || date.kind == Kind::time) {
-        throw Error(other.isNumber() ? 206 : 402,
+        throw Error(other.isNumber() ? kTypeClash : kOperandTypes,
                     other.isNumber() ? std::vector<std::string>{name(date), name(other)}
                                      : std::vector<std::string>{name(left), name(right), operatorWord(op)});
     }
@@ -144,6 +144,12 @@ TypeClass classOf(const Type& type) {
         return TypeClass::binary;
     }
     return type.isNull() ? TypeClass::null : TypeClass::identifier;
+}
+
+Type textOf(const Type& type) {
+    // No number has more characters: 38 digits, a sign and a point.
+    constexpr int kMostNumber = 40;
+    return type.isText() ? type : textType(Kind::varchar, type.isNumber() ? kMostNumber : kMostVarchar);
 }
 
 Type asDecimal(const Type& type) {
@@ -195,10 +201,10 @@ Type arithmeticType(Operator op, const Type& left, const Type& right) {
     }
     for (const Type* operand : {&left, &right}) {
         if (isLarge(*operand)) {
-            throw Error(402, {name(left), name(right), operatorWord(op)});
+            throw Error(kOperandTypes, {name(left), name(right), operatorWord(op)});
         }
         if (operand->kind == Kind::uniqueidentifier) {
-            throw Error(8117, {name(*operand), operatorWord(op)});
+            throw Error(kOperandType, {name(*operand), operatorWord(op)});
         }
     }
     if (left.isDate() || right.isDate()) {
@@ -212,14 +218,14 @@ Type arithmeticType(Operator op, const Type& left, const Type& right) {
         return numberResult(op, number, number.kind == Kind::bit ? typeOf(Kind::integer) : number);
     }
     if (op != Operator::add) {
-        throw Error(8117, {name(left), operatorWord(op)});
+        throw Error(kOperandType, {name(left), operatorWord(op)});
     }
     if (left.isText() != right.isText()) {
-        throw Error(402, {name(left), name(right), operatorWord(op)});
+        throw Error(kOperandTypes, {name(left), name(right), operatorWord(op)});
     }
     Type type = left.isText() ? commonText(left, right) : textType(Kind::varbinary, 0);
     if (type.length >= 0) {
-        type.length = std::min(left.length + right.length, type.isNationalText() ? 4000 : 8000);
+        type.length = std::min(left.length + right.length, type.isNationalText() ? kMostNvarchar : kMostVarchar);
     }
     if (type.kind == Kind::character || type.kind == Kind::nchar) {
         type.kind = type.isNationalText() ? Kind::nvarchar : Kind::varchar;
@@ -244,7 +250,7 @@ void checkExplicit(const Type& from, const Type& to) {
         allowed = !(from.isBinary() || to.isBinary());
     }
     if (!allowed && !from.isNull()) {
-        throw Error(529, {name(from), name(to)});
+        throw Error(kNoExplicitConversion, {name(from), name(to)});
     }
 }
 
@@ -256,12 +262,12 @@ void checkImplicit(const Type& from, const Type& to) {
     const bool textToBinary = (from.isText() && to.isBinary()) || (from.isDate() && to.isBinary());
     if (dateToNumber || textToBinary) {
         const bool clash = dateToNumber && (from.kind == Kind::date || from.kind == Kind::time);
-        throw Error(clash ? 206 : 257, {name(from), name(to)});
+        throw Error(clash ? kTypeClash : kNoImplicitConversion, {name(from), name(to)});
     }
     try {
         checkExplicit(from, to);
     } catch (const Error&) {
-        throw Error(206, {name(from), name(to)});
+        throw Error(kTypeClash, {name(from), name(to)});
     }
 }
 

@@ -73,7 +73,7 @@ Datum fittedText(std::string text, const Type& to, const ConvertMode& mode) {
         const std::string_view kept =
             national ? std::string_view(text).substr(0, bytePosition(text, limit)) : codePagePrefix(text, limit);
         if (mode.assignment && withoutTrailingBlanks(text).size() > kept.size()) {
-            throw Error(2628, {mode.table, mode.column, std::string(kept)});
+            throw Error(kTextTruncated, {mode.table, mode.column, std::string(kept)});
         }
         text.resize(kept.size());
     }
