@@ -1,4 +1,4 @@
-// The rows of one query, fetched whole to the client. Filled by a store through RecordsetBuilder, read by
+// The rows of one query, fetched whole to the client. Filled by a store cell by cell, read by
 // the logic row by row (cursor) and by the grids at random (cell). A plain value: movable, not copyable,
 // bound to no connection, so it outlives a closeDB. One thread.
 //

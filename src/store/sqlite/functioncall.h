@@ -1,4 +1,13 @@
 // One call of a run-time function: its arguments, its result, its failure. Used by the functions_*.cpp only.
+//
+// A function is written as if it were called by us, throws what the server would answer, and is wrapped for SQLite
+// here:
+//
+//   void left(FunctionCall& call) { call.give(tsql::leftPart(call.text(0), call.integer(1))); }
+//   strict<left>("ts_left", 2)
+//
+//   ts_left('abc', -1)    536 waits in the Runtime; SQLite carries a text on its way out, and Database::fail throws it
+//   ts_left(null, 1)      null, and the function isn't asked
 #pragma once
 
 #include <sqlite3.h>

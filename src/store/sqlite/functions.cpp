@@ -78,6 +78,7 @@ void FunctionCall::fail(const tsql::Error& error) {
 
 namespace {
 
+// Of ts_order. SQLite hands over sizes and no closing zero.
 int compareTexts(void*, int leftSize, const void* left, int rightSize, const void* right) {
     return tsql::compareTexts({static_cast<const char*>(left), static_cast<std::size_t>(leftSize)},
                               {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});

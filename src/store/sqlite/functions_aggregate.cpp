@@ -1,3 +1,8 @@
+// Aggregates that SQLite has not. ts_single stands around a query in the place of a value: SQLite would take the first
+// of several rows, the server refuses.
+//
+//   select (select c from u) from t
+//   (SELECT ts_single("c1") FROM (SELECT .. AS "c1" FROM "u" ..))      512 where u has two rows
 #include <cmath>
 
 #include "store/sqlite/functioncall.h"
@@ -37,6 +42,7 @@ void singleStep(sqlite3_context* context, int, sqlite3_value** values) {
 void singleFinal(sqlite3_context* context) {
     const auto* state = stateOf<Single>(context);
     if (state == nullptr || state->value == nullptr) return sqlite3_result_null(context);
+    // Also called after a failure, to give the memory back.
     if (state->rows == 1) sqlite3_result_value(context, state->value);
     sqlite3_value_free(state->value);
 }

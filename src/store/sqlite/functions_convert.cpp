@@ -1,3 +1,9 @@
+// Conversions of values that a statement computes or reads; literals are converted when they are bound.
+//
+//   ts_cast('12 ', 'varchar(10)', 'int')                      12
+//   ts_store('12345678901', 'varchar(20)', 'varchar(10)',
+//            't', 'c')                                        2628 with t and c, where ts_cast would cut
+//   ts_try('x', 'varchar(1)', 'int')                          null
 #include "store/sqlite/functioncall.h"
 #include "store/tsql/functions.h"
 #include "store/tsql/values.h"

@@ -33,6 +33,7 @@ DateTime clockTime(Zone zone) {
 }
 
 void getDate(FunctionCall& call) {
+    // Every row of a statement has the same moment, as on the server.
     auto& now = call.runtime().now;
     if (!now) now = clockTime(Zone::local);
     call.giveDate(*now);
@@ -41,6 +42,7 @@ void getUtcDate(FunctionCall& call) { call.giveDate(clockTime(Zone::utc)); }
 
 void dateAdd(FunctionCall& call) {
     const DateTime result = tsql::dateAdd(call.datePart(0), call.integer(1), call.date(2));
+    // Only the form of a value tells its type here: a time has no dashes.
     const bool timeOnly = call.text(2).find('-') == std::string_view::npos;
     if (timeOnly) return call.give(std::string_view(tsql::printStoredTime(result)));
     call.giveDate(tsql::fitted(result, tsql::Kind::datetime, "datetime"));

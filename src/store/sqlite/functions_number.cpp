@@ -41,6 +41,7 @@ void decimalModulo(FunctionCall& call) { call.give(tsql::decimalRemainder(call.d
 template <double (*compute)(double)>
 void real(FunctionCall& call) {
     const double result = compute(call.real(0));
+    // log10(0) and cot(0) are infinite; exp(1000) is too, but that is an overflow, which give() tells.
     if (std::isnan(result) || (std::isinf(result) && call.real(0) <= 0)) throw tsql::Error(tsql::kFloatDomain);
     call.give(result);
 }
@@ -69,6 +70,7 @@ void random(FunctionCall& call) {
 template <double (*compute)(double)>
 void whole(FunctionCall& call) {
     const Datum value = call.datum(0);
+    // A whole number stays one, however large.
     if (value.kind != Datum::Kind::real) return call.giveArgument(0);
     call.give(compute(value.real));
 }

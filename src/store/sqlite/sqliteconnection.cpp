@@ -68,6 +68,14 @@ auto SqliteConnection::worded(Work work) {
 
 // Binds and steps a statement, and again from its translation on when the schema has overtaken it.
 // `step(statement, translation)` gives the last result code.
+//
+// A kept translation was true of the schema of its time, and another process may have changed that since. To ask before
+// each run would cost a reading of the file; SQLite asks anyway and answers SQLITE_SCHEMA, before the first row:
+//
+//   here                                          elsewhere
+//   select * from tblItem   a, b: 2 columns
+//                                                 alter table tblItem add c int
+//   select * from tblItem   SQLITE_SCHEMA; translated again: a, b, c
 template <typename Step>
 void SqliteConnection::run(std::string_view sql, CachedStatement* entry, Step step) {
     for (int attempt = 1;; ++attempt) {
@@ -143,7 +151,7 @@ std::int64_t SqliteConnection::runChange(std::string_view sql, CachedStatement& 
             return code;
         });
     };
-    // Outside a transaction SQLite itself undoes a statement that fails.
+    // Outside a transaction SQLite itself undoes a statement that fails. Within one, what was done before stays.
     if (transaction_ == Transaction::none) {
         work();
     } else {
@@ -159,6 +167,7 @@ void SqliteConnection::runDefinition(const tsql::Translation& translation) {
             int code = SQLITE_ROW;
             while (code == SQLITE_ROW)
                 code = sqlite3_step(statement.get());
+            // A definition that fails on rows (a unique index, a select into) fails as an insert of them would.
             if (code != SQLITE_DONE) failChange("insert", translation, sqlite3_reset(statement.get()));
         }
     });
@@ -199,6 +208,7 @@ void SqliteConnection::undo() noexcept {
     // What the schema was within the work is undone with it.
     database_->catalog().clear();
     noteLostTransaction();
+    // SQLite has undone all of it, so that there is nothing left to roll back.
     if (sqlite3_get_autocommit(database_->handle()) != 0) return;
     if (transaction_ == Transaction::none) {
         database_->tryRun(kRollback);

@@ -1,3 +1,4 @@
+// Only a failure comes here, so that nothing is kept for it: what a message leaves out is asked of SQLite's own tables.
 #include "store/sqlite/sqlitefailure.h"
 
 #include <string_view>

@@ -1,3 +1,11 @@
+// Binds insert, update, delete and truncate.
+//
+// A value that goes into a column is assigned, which is more than converted: a text too long is refused with table and
+// column instead of being cut. So the value notes the column that takes it, and a doubled key is told by these values.
+//
+//   insert into t(c) values('12345678901')    c varchar(10)
+//
+//   2628 ... table 't', column 'c'. Truncated value: '1234567890'.
 #include <algorithm>
 
 #include "store/tsql/binder.h"
@@ -74,6 +82,7 @@ void Binder::bindInsertColumns(InsertStatement& statement) {
         }
         statement.positions.push_back(position);
     }
+    // Without a list the values are those of all columns but the one that the store numbers.
     for (std::size_t i = 0; statement.columns.empty() && i < object.columns.size(); ++i) {
         if (!object.columns[i].identity) {
             statement.positions.push_back(static_cast<int>(i));
@@ -138,7 +147,8 @@ void Binder::bindInsertQuery(InsertStatement& statement) {
 }
 
 /// Makes a query the only source of a plain select, so that conversions stand over the rows that a union or
-/// distinct has made.
+/// distinct has made. Put into its items, they would come first: rows that differ only by what a conversion cuts would
+/// be one.
 void Binder::wrap(QueryPtr& query) {
     auto outer = std::make_unique<Query>();
     outer->select = std::make_unique<Select>();
@@ -166,11 +176,13 @@ void Binder::wrap(QueryPtr& query) {
 
 const Source* Binder::bindTarget(const std::string& target, std::vector<SourcePtr>& from, Scope& scope) {
     const Source* changed = nullptr;
+    // "update i set .. from tblItem i": an alias of the clause means more than a table of that name.
     for (const Spelling spelling : {Spelling::alias, Spelling::tableName}) {
         for (const SourcePtr& source : from) {
             changed = changed != nullptr ? changed : findLeaf(*source, target, spelling);
         }
     }
+    // A target that the clause doesn't name is joined to it without a condition.
     if (changed == nullptr) {
         if (catalog_.find(target) == nullptr) {
             throw Error(kUnknownObject, {target});

@@ -1,3 +1,11 @@
+// Binds definitions.
+//
+// A check's condition names columns of a table that no catalog has yet. The definition is made a source itself, to
+// which the condition is bound as a where clause is to its table; a default is bound to nothing, since it has no row.
+//
+//   create table k(a int, b int check (b>a))      a, b: columns of the source made for k
+//
+// Nothing here is shared, so that a text literal has its own length: in a view it is the type of a column.
 #include <algorithm>
 
 #include "store/tsql/binder.h"
@@ -66,6 +74,7 @@ void Binder::bindStatement(CreateTableStatement& statement) {
     for (CheckConstraint& check : statement.checks) {
         bindCondition(check.condition, scope);
     }
+    // The tree points into it until it is emitted.
     pseudoSources_.push_back(std::move(source));
 }
 
@@ -128,6 +137,7 @@ void Binder::bindStatement(CreateIndexStatement& statement) {
             }
         }
     }
+    // A server has the name of an index within its table, SQLite within the database: the table's goes in front.
     for (const std::string& index : object.indexes) {
         if (sameName(index, object.name + "." + statement.name)) {
             throw Error(kIndexExists, {statement.name, object.name});
@@ -138,6 +148,7 @@ void Binder::bindStatement(CreateIndexStatement& statement) {
 void Binder::bindStatement(CreateViewStatement& statement) {
     useExactLengths();
     const ObjectInfo* existing = catalog_.find(statement.name);
+    // Tables and views share their names.
     if (statement.alter && existing == nullptr) {
         throw Error(kUnknownObject, {statement.name});
     }
@@ -209,6 +220,7 @@ void Binder::bindStatement(DropStatement& statement) {
             existing.push_back(std::move(name));
         }
     }
+    // What "if exists" let pass is not there to be dropped.
     statement.names = std::move(existing);
 }
 

@@ -1,3 +1,10 @@
+// Binds expressions, from the leaves up: a node's type follows from its operands', and where these don't fit, a
+// conversion comes between.
+//
+// Of two sides of different classes the one of lower precedence is converted, also where that is the column:
+//
+//   fitemid='5'     the literal becomes 5
+//   fnumber=5       each fnumber becomes a number; the first row with 'A01' fails with 245
 #include "store/tsql/binder.h"
 #include "store/tsql/error.h"
 #include "store/tsql/lexer.h"
@@ -109,6 +116,7 @@ void Binder::bindValue(ExpressionPtr& pointer, const Scope& scope) {
 }
 
 void Binder::bindColumn(Expression& expression, const Scope& scope) {
+    // The nearest query that has the name has it; one around it is asked only then, which correlates the two.
     bool known = false;
     for (const Scope* at = &scope; at != nullptr; at = at->parent) {
         for (const Source* source : at->sources) {
@@ -120,6 +128,7 @@ void Binder::bindColumn(Expression& expression, const Scope& scope) {
                 if (!sameName(source->columns[i].name, expression.name)) {
                     continue;
                 }
+                // Two sources of one query.
                 if (expression.source != nullptr) {
                     throw Error(kAmbiguousColumn, {expression.name});
                 }
@@ -131,6 +140,7 @@ void Binder::bindColumn(Expression& expression, const Scope& scope) {
         if (expression.source != nullptr) {
             return;
         }
+        // A source of that name hides one of the same name further out, even where it lacks the column.
         if (known && !expression.qualifier.empty()) {
             break;
         }
@@ -153,6 +163,7 @@ void Binder::bindUnary(Expression& expression, const Scope& scope) {
         throw Error(kOperandType, {std::string(typeName(type.kind)), "minus"});
     }
     expression.type = operand->type;
+    // A tinyint has no sign.
     if (expression.op == Operator::negate && type.kind == Kind::tinyint) {
         expression.type = typeOf(Kind::smallint);
     }
@@ -170,6 +181,8 @@ void Binder::bindArithmetic(Expression& expression, const Scope& scope) {
         if ((*side)->type.isNull()) {
             (*side)->type = other->type.isNull() ? common : other->type;
         } else if (common.isNumber() && !(*side)->type.isNumber()) {
+            // A text takes the other side's own type and not the result's, which has more digits: '1.55' beside a
+            // decimal(5,1) is 1.6 before anything is added. A bit doesn't calculate.
             coerce(*side, other->type.isNumber() ? (other->type.kind == Kind::bit ? typeOf(Kind::integer) : other->type)
                                                  : common);
         } else if (common.isDate() && (*side)->type.isText()) {
@@ -223,6 +236,7 @@ void Binder::bindInQuery(Expression& expression, const Scope& scope) {
 void Binder::bindBetween(Expression& expression, const Scope& scope) { bindInList(expression, scope); }
 
 void Binder::bindCase(Expression& expression, const Scope& scope) {
+    // Conditions and values take turns; an odd one at the end is else.
     Type common;
     for (std::size_t i = 0; i < expression.operands.size(); ++i) {
         ExpressionPtr& operand = expression.operands[i];

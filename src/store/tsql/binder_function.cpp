@@ -1,3 +1,12 @@
+// Binds function calls.
+//
+// Most follow from their row in functiontable.cpp: how many arguments, what each is converted to, what comes out. Here
+// stand those whose type depends on several arguments, and those that are written as something else.
+//
+//   left(fname,'3')         "ti": a text and an int, so that '3' becomes 3; the result is as long as fname
+//   isnull(fnumber,0)       the first argument's type: 0 becomes '0'
+//   coalesce(fnumber,0)     the type of highest precedence: fnumber becomes an int
+//   nullif(fname,'')        case when fname='' then null else fname end
 #include "store/tsql/binder.h"
 #include "store/tsql/error.h"
 #include "store/tsql/functiontable.h"
@@ -44,6 +53,7 @@ Type resultType(const FunctionInfo& function, const Expression& call) {
             break;
     }
     Type type = call.operands[0]->type;
+    // Small integers calculate as int.
     if (type.kind == Kind::bit || type.kind == Kind::tinyint || type.kind == Kind::smallint) {
         type = typeOf(Kind::integer);
     }
@@ -82,6 +92,7 @@ void Binder::bindFunction(ExpressionPtr& pointer, const Scope& scope) {
     if (function == nullptr) {
         throw Error(isRefusedFunction(call.name) ? kNotSupported : kUnknownFunction, {call.name});
     }
+    // The part of a date is a word and no argument of the tree, but the message counts it.
     const std::size_t implied = takesPart(call.name) ? 1 : 0;
     const std::size_t count = call.operands.size();
     const bool tooMany = function->most >= 0 && count > static_cast<std::size_t>(function->most);
@@ -147,6 +158,7 @@ void Binder::bindIsNull(Expression& call, const Scope& scope) {
     ExpressionPtr& replacement = call.operands[1];
     bindValue(value, scope);
     bindValue(replacement, scope);
+    // The length of a text in front decides where the other is cut: isnull('ab', fname) is varchar(2).
     if (value->kind == ExpressionKind::literal && value->type.isText()) {
         fixed_.insert(value->literal);
         value->type = literals_[static_cast<std::size_t>(value->literal)].type();
@@ -216,6 +228,7 @@ void Binder::bindAggregate(Expression& call, const Scope& scope) {
         return;
     }
     ExpressionPtr& operand = call.operands[0];
+    // No aggregate within one.
     aggregateError_ = kAggregateOfAggregate;
     bindValue(operand, scope);
     aggregateError_ = 0;

@@ -1,3 +1,12 @@
+// Binds queries.
+//
+// The clauses are bound in the order in which they take effect, since each knows what came before it: where sees the
+// sources, order by the select items as well.
+//
+//   select id+1 as n from t order by n      n is the first item:   ORDER BY 1
+//   select id+1 as n from t where n=2       n is t's own column; without one it would be unknown, 207
+//
+// A query within another is bound with the outer one's scope as the parent of its own.
 #include <algorithm>
 
 #include "store/tsql/binder.h"
@@ -17,6 +26,7 @@ void Binder::bindQuery(Query& query, const Scope* parent) {
 
 void Binder::bindSelect(Query& query, const Scope* parent) {
     Select& select = *query.select;
+    // A query starts afresh: in a where clause, where no aggregate may stand, a subquery may have its own.
     const int outerError = aggregateError_;
     bool* outerSeen = aggregateSeen_;
     aggregateSeen_ = &select.aggregates;
@@ -38,11 +48,13 @@ void Binder::bindSelect(Query& query, const Scope* parent) {
     bindTop(select);
     expandStars(select, scope);
     for (SelectItem& item : select.items) {
+        // What came out of a star is bound already.
         if (!item.expression->source) {
             bindValue(item.expression, scope);
         }
         ColumnInfo column;
         column.name = item.name;
+        // A column of nothing but null is an int.
         column.type = item.expression->type.isNull() ? typeOf(Kind::integer) : item.expression->type;
         if (item.expression->type.isNull()) {
             item.expression->type = column.type;
@@ -81,6 +93,7 @@ void Binder::bindSetOperation(Query& query, const Scope* parent) {
     for (std::size_t i = 0; i < query.columns.size(); ++i) {
         const Type type = commonType(query.left->columns[i].type, query.right->columns[i].type);
         query.columns[i].type = type;
+        // Down to the selects, so that the rows are equal or not as the common type has it.
         coerceColumn(*query.left, i, type);
         coerceColumn(*query.right, i, type);
     }
@@ -124,6 +137,7 @@ void Binder::bindSource(Source& source, Scope& scope, const Scope* parent) {
 }
 
 void Binder::bindJoin(Source& source, Scope& scope, const Scope* parent) {
+    // The condition sees the two sides only, and no source that stands beside the join behind a comma.
     Scope inner;
     inner.parent = parent;
     bindSource(*source.left, inner, parent);
@@ -214,6 +228,7 @@ int Binder::ordinalOf(const Expression& expression, std::size_t count) {
     if (literal.kind != LiteralKind::integer) {
         throw Error(kConstantOrder, {});
     }
+    // Another number names another item.
     fixed_.insert(expression.literal);
     const long ordinal = std::stol(std::string(literal.text));
     if (ordinal < 1 || ordinal > static_cast<long>(count)) {
@@ -232,6 +247,7 @@ int Binder::itemNamed(const Select& select, const Expression& expression) {
         if (!sameName(select.items[i].name, expression.name)) {
             continue;
         }
+        // One name for two things is ambiguous, the same column listed twice is not.
         const bool other = found >= 0 && !sameExpression(*select.items[static_cast<std::size_t>(found)].expression,
                                                          *select.items[i].expression);
         if (other) {
@@ -263,6 +279,7 @@ void Binder::bindOrderBy(Query& query, const Scope& scope) {
         if (order.item < 0) {
             bindValue(order.expression, scope);
             order.item = itemLike(select, *order.expression);
+            // Which of the rows that distinct made one would give the value?
             if (order.item < 0 && select.distinct) {
                 throw Error(kOrderNotInDistinct);
             }

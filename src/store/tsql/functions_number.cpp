@@ -1,3 +1,10 @@
+// Arithmetic whose results the server tells otherwise than a processor.
+//
+// A decimal's quotient has a scale of its own and is cut to it, not rounded. Calculated in doubles, one that is whole
+// in the last of these digits can come out a hair below; so what is as good as whole counts as whole before the cut.
+//
+//   2.0/3      0.666666
+//   0.3/0.1    3, and not 2.999999
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -38,6 +45,7 @@ void checkPrecision(double value, int precision, int scale) {
 
 std::int64_t integerQuotient(std::int64_t dividend, std::int64_t divisor) {
     if (divisor == 0) throw Error(kDivisionByZero);
+    // The least integer has no positive counterpart; the processor would stop the program.
     if (divisor == -1) {
         if (dividend == std::numeric_limits<std::int64_t>::min())
             throw Error(kArithmeticOverflow, {"expression", "bigint"});
@@ -63,6 +71,7 @@ Datum decimalQuotient(const Datum& dividend, const Datum& divisor, int precision
     const long double nearest = std::round(scaled);
     const long double cut = std::fabs(scaled - nearest) < 1e-4L ? nearest : std::trunc(scaled);
     const long double result = cut / powerOfTen(std::min(scale, 30));
+    // A whole number is kept as one, as everywhere: see Decimal::toDatum.
     const auto whole = static_cast<std::int64_t>(result);
     if (static_cast<long double>(whole) == result) return integerDatum(whole);
     return realDatum(static_cast<double>(result));
@@ -95,6 +104,7 @@ Datum roundedDecimal(const Datum& value, int precision, int scale) {
 Datum roundedNumber(const Datum& value, std::int64_t digits, bool cut) {
     if (isInteger(value) && digits >= 0) return value;
     if (!isInteger(value) && !std::isfinite(value.real)) return value;
+    // No double has digits further from the point.
     const int scale = static_cast<int>(std::clamp<std::int64_t>(digits, -400, 400));
     if (!isInteger(value) && !cut) return realDatum(roundedDouble(value.real, scale));
     Decimal number = decimal(value);

@@ -1,3 +1,10 @@
+// Functions of texts. Positions count characters from 1, and the server's borders differ from ours: a start below 1
+// counts the places in front of the text, and a count beyond its end is no failure.
+//
+//   substring('abc', 0, 2)    a
+//   right('abc', 5)           abc
+//   left('中文', 1)           中
+//   quotename('a]b')          [a]]b]
 #include <algorithm>
 #include <array>
 
@@ -103,6 +110,7 @@ std::string strOf(double value, std::int64_t length, std::int64_t decimals) {
     Decimal number = Decimal::from(value);
     number.round(behind);
     std::string text = number.print(behind);
+    // Decimals give way first: str(12345.6, 6, 1) is " 12346", and only str(12345.6, 4, 1) is "****".
     if (text.size() > width) {
         const auto whole = static_cast<int>(text.size()) - (behind > 0 ? behind + 1 : 0);
         behind = std::max(0, static_cast<int>(width) - whole - 1);
@@ -141,6 +149,7 @@ std::string soundex(std::string_view text) {
         } else if (code != '0' && code != last) {
             result += code;
         }
+        // Two letters of one code count once, also across an h or w: Ashcraft is A261.
         if (letter != 'h' && letter != 'w') last = code;
         if (result.size() == 4) break;
     }
@@ -163,6 +172,7 @@ bool isNumeric(std::string_view text) {
         }
         return false;
     };
+    // The server lets every sign alone pass: '-', '.' and '$' are numbers.
     const bool sign = skip("+-");
     const bool money = skipCurrency();
     if (!sign) skip("+-");

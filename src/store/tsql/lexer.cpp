@@ -1,3 +1,12 @@
+// Two readers need the same tokens: the shape scanner, which sees every statement and only wants its literals, and the
+// parser, which sees a shape once. If they disagreed about one literal, every later statement of the shape would bind
+// the wrong value. So one lexer serves both, and skipPlain() is all that the scanner has for itself.
+//
+// The hard case is a minus. Behind a sign it belongs to the number, so that values(-3) is one literal and no sum;
+// behind a name or a number it subtracts.
+//
+//   b=-3     literal -3        a-3      symbol -, literal 3
+//   (-3)     literal -3        4-3      literal 4, symbol -, literal 3
 #include "store/tsql/lexer.h"
 
 #include <array>
@@ -20,7 +29,8 @@ constexpr bool isWordStart(char c) {
 // U+3000, the blank of Chinese input methods, separates words as a blank does.
 constexpr std::string_view kWideBlank = "\xE3\x80\x80";
 
-// Most of a statement is words, so that their bytes are looked up. A byte that may begin a wide blank isn't among them.
+// Most of a statement is words, so that their bytes are looked up in a table. A byte that may begin a wide blank isn't
+// among them.
 constexpr std::array<bool, 256> kPlainWordBytes = [] {
     std::array<bool, 256> plain{};
     for (std::size_t byte = 0; byte < plain.size(); ++byte) {
@@ -99,6 +109,7 @@ bool Lexer::startsNumber(std::size_t position) const {
 
 void Lexer::finish(Token& token) {
     token.text = sql_.substr(token.offset, at_ - token.offset);
+    // A bracket that closes ends a value, and a point stands within a name.
     signMayFollow_ = token.kind == Token::Kind::symbol && token.text[0] != ')' && token.text[0] != '.';
 }
 
@@ -143,6 +154,7 @@ Token Lexer::numberToken(std::size_t start) {
     token.kind = Token::Kind::literal;
     token.offset = start;
     std::size_t position = start + (sql_[start] == '-' ? 1U : 0U);
+    // Zeros in front are no digits of the type: 0.50 is a decimal(2,2).
     std::size_t significant = position;
     while (at(significant) == '0') {
         ++significant;
@@ -161,6 +173,7 @@ Token Lexer::numberToken(std::size_t start) {
         literal.kind = LiteralKind::decimal;
         literal.scale = static_cast<int>(position - point - 1);
     } else {
+        // Ten digits compare as their numbers do.
         const std::string_view digits = sql_.substr(significant, static_cast<std::size_t>(whole));
         if (whole > 10 || (whole == 10 && digits > "2147483647")) {
             literal.kind = LiteralKind::decimal;
@@ -315,6 +328,7 @@ Token Lexer::symbolToken(std::size_t start) {
         return token;
     }
     const std::string_view two = sql_.substr(start, 2);
+    // The system writes no comments, so that one comes out of a value that somebody typed.
     if (two == "--" || two == "/*") {
         throw Error(kSyntaxNear, {std::string(two)});
     }

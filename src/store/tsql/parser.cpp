@@ -1,3 +1,11 @@
+// The beginning of a statement, and what all of the grammar uses.
+//
+// What is no statement and what this store only doesn't know are told apart, since the first is a slip and the second a
+// limit: a script of another program that meets it should hear so.
+//
+//   select id frm t where           102 't'
+//   select id from t where from     156 'from': a word that the dialect reserves
+//   exec sp_help                    40000 'exec'
 #include "store/tsql/parser.h"
 
 #include <array>
@@ -153,6 +161,7 @@ std::string Parser::takeName() {
         fail();
     }
     std::string name = take().name();
+    // 128 characters at most, of four bytes at most.
     if (name.size() > 128 * 4) {
         throw Error(kNameTooLong, {name});
     }
@@ -160,6 +169,7 @@ std::string Parser::takeName() {
 }
 
 std::string Parser::takeObjectName() {
+    // owner.name, database..name: the last part is the name, and the only owner there is is dbo.
     std::string name = takeName();
     std::string owner;
     while (takeSymbol(".")) {
@@ -176,6 +186,7 @@ std::string Parser::takeObjectName() {
 
 std::optional<std::string> Parser::takeAlias() {
     const bool announced = takeWord("as");
+    // select 1 as 'n'
     if (peek().kind == Token::Kind::literal && peek().literal.kind <= LiteralKind::nationalText &&
         peek().literal.kind >= LiteralKind::text) {
         return take().literal.value();

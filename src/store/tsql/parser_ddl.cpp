@@ -1,3 +1,12 @@
+// create, alter, drop.
+//
+// A definition says two things: what the data mean, and how a server keeps them. The second (clustered, fill factors,
+// file groups, collations without regard to case) is read over, since it changes no answer; what changes one and isn't
+// known here (foreign keys, computed columns, filtered indexes) is refused.
+//
+//   create table t(id int primary key clustered)                  as without the word
+//   create table t(c varchar(10) collate Chinese_PRC_CI_AS)       likewise
+//   create table t(id int references u)                           40000 'foreign keys'
 #include "store/tsql/error.h"
 #include "store/tsql/parser.h"
 

@@ -1,3 +1,17 @@
+// Expressions, a routine a level of precedence; each reads the next tighter one and then its own operators from the
+// left.
+//
+//   or            parseCondition
+//   and           parseConjunction
+//   not           parseNegation
+//   = like in ..  parsePredicate      does not repeat: a = b = c is no expression
+//   + - & | ^     parseSum
+//   * / %         parseProduct
+//   - + ~         parseUnary
+//   literal, name, (..), case, f(..)  parsePrimary
+//
+// A value stands at parseSum. That a bracket opens a condition, a value or a query shows only within, so parseBracket
+// reads the widest, and the binder refuses a condition where a value belongs.
 #include <array>
 
 #include "store/tsql/error.h"
@@ -150,6 +164,7 @@ ExpressionPtr Parser::parseIn(ExpressionPtr left, bool negated) {
         result->operands.push_back(parseSum());
     } while (takeSymbol(","));
     expectSymbol(")");
+    // x in ((select ..)): a query in two brackets is one all the same.
     if (result->operands.size() == 2 && result->operands[1]->kind == ExpressionKind::subquery) {
         result->kind = ExpressionKind::inQuery;
         result->query = std::move(result->operands[1]->query);
@@ -289,6 +304,7 @@ ExpressionPtr Parser::parseCase() {
     }
     do {
         expectWord("when");
+        // case x when 1 .. is case when x=1 .., so that the binder knows one form.
         if (base) {
             result->operands.push_back(binary(ExpressionKind::comparison, Operator::equal, clone(*base), parseSum()));
         } else {
@@ -329,6 +345,7 @@ ExpressionPtr Parser::parseConvert(const std::string& word) {
 
 ExpressionPtr Parser::parseFunction() {
     const std::string name = lowerName(peek().text);
+    // The dialect reserves the words of these functions.
     const bool plainWord = name == "left" || name == "right" || name == "coalesce" || name == "nullif" ||
                            name == "convert" || name == "try_convert" || !isReservedWord(name);
     if (!plainWord) {
@@ -400,7 +417,7 @@ Type Parser::parseTypeName(std::string* declared) {
         text += ")";
     }
     if (declared == nullptr && text.find('(') == std::string::npos) {
-        // In a cast, a text without a length has 30.
+        // In a cast, a text without a length has 30; in a column's definition it has 1.
         const auto plain = parseType(text + "(30)");
         if (plain && plain->length == 30) {
             return *plain;

@@ -2,6 +2,8 @@
 // already converted to the types told, in the representation of values.h. Unless told otherwise a null argument gives
 // null, and functions are deterministic. Failures are Errors by number.
 //
+//   fnumber=5    ts_cast("tblItem"."fnumber", 'varchar(30)', 'int') = ?1
+//
 // A type argument is printType's text, always a constant of the statement (worth keeping as auxiliary data).
 //
 // Conversions

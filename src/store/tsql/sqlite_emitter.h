@@ -4,9 +4,12 @@
 //
 // Two ways of writing:
 // - shared: literals are parameters, and what SQLite has not is called as ts_ function (runtime.h);
-// - stored: for what stays in the database (views, defaults, checks). Literals stand in the text, and built-in
-// functions
-//   serve wherever one will do, so that the plain sqlite3 shell reads it.
+// - stored: for what stays in the database (views, defaults, checks). Literals stand in the text, and functions of
+//   SQLite's own serve wherever one will do, so that the plain sqlite3 shell reads it.
+//
+//                      shared                                   stored
+//   fitemid/2          ts_idiv("tblItem"."fitemid", ?1)         ("tblItem"."fitemid" / 2)
+//   left(fname,3)      ts_left("tblItem"."fname", ?1)           substr("tblItem"."fname", 1, 3)
 //
 // Texts are equal, grouped and indexed as rtrim(x) COLLATE NOCASE, and ordered as rtrim(x) COLLATE ts_order, for which
 // no index is kept.

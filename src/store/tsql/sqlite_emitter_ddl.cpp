@@ -1,3 +1,15 @@
+// Definitions: one statement of the dialect becomes several of SQLite's, which run as a unit.
+//
+// A key over a text can't be SQLite's own constraint, which tells 'x' from 'X '. It becomes a unique index over the
+// compared form, whose name keeps the constraint's, so that a doubled key is reported by it (sqlite/sqlitefailure.cpp):
+//
+//   create table t10(fid varchar(10) not null primary key, fnote text)
+//
+//   CREATE TABLE "t10"("fid" varchar(10) NOT NULL, "fnote" text)
+//   CREATE UNIQUE INDEX "t10.constraint.pk.PK__t10__fid" ON "t10"(rtrim("fid") COLLATE NOCASE)
+//
+// Columns keep the type as it was written, by which the catalog knows it again; SQLite itself only takes an affinity
+// from it.
 #include <algorithm>
 
 #include "store/tsql/error.h"
@@ -66,6 +78,7 @@ std::string SqliteEmitter::indexColumns(const std::vector<IndexColumn>& columns,
 /// The value that a column takes where none is given, in a form that SQLite takes for a default.
 std::string SqliteEmitter::storedDefault(const ColumnDefinition& column) {
     const Expression& expression = *column.defaultValue;
+    // Anything but a constant stands in brackets.
     const bool constant =
         expression.kind == ExpressionKind::literal || expression.kind == ExpressionKind::null ||
         (expression.kind == ExpressionKind::conversion && expression.operands[0]->kind == ExpressionKind::literal);
@@ -74,6 +87,7 @@ std::string SqliteEmitter::storedDefault(const ColumnDefinition& column) {
 }
 
 std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column, const std::vector<KeyConstraint>& keys) {
+    // Only the row's id counts by itself, and only so written it never gives a number again.
     if (column.identity) {
         return quoteName(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
     }
@@ -106,6 +120,7 @@ void SqliteEmitter::emitStatement(const CreateTableStatement& statement) {
         if (key.columns.size() == 1 && findColumn(columns, key.columns[0].name)->identity) {
             continue;  // the column is the row's id already
         }
+        // A table has one primary key, and the identity column has become it.
         if (!isPlainKey(key, columns) || (key.primary && hasIdentity)) {
             indexed.push_back(&key);
             continue;
@@ -149,6 +164,7 @@ void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
     std::vector<ColumnInfo> columns = statement.object->columns;
     for (const ColumnDefinition& column : statement.columns) {
         const std::string definition = columnDefinition(column, {});
+        // SQLite adds a column without touching the rows, so that the default must be a constant.
         if (column.defaultValue && definition.ends_with(")")) {
             throw Error(kNotSupported, {"alter table add with a default that is computed"});
         }
@@ -224,6 +240,7 @@ void SqliteEmitter::emitStatement(const CreateViewStatement& statement) {
         names.push_back(column.name);
     }
     if (statement.alter) {
+        // SQLite has no other way to change one.
         translation_->statements.push_back("DROP VIEW " + quoteName(statement.name));
     }
     translation_->statements.push_back("CREATE VIEW " + quoteName(statement.name) + " AS " + keptViewText(sql_) + " " +

@@ -1,3 +1,14 @@
+// Queries. What SQLite does with texts byte by byte is written in their compared form, and what it has not is built
+// from what it has:
+//
+//   select distinct fname from tblItem
+//   SELECT "tblItem"."fname" FROM "tblItem" AS "tblItem" GROUP BY rtrim("tblItem"."fname") COLLATE NOCASE
+//
+//   select top 3 with ties fname from tblItem order by fname
+//   SELECT "c1" FROM (SELECT "tblItem"."fname" AS "c1", rank() OVER (ORDER BY ..) AS "orven.rank", .. FROM ..)
+//     WHERE "orven.rank" <= ?1 ORDER BY "orven.rank"
+//
+// A query that another one reads gets names for its columns, those that the reader goes by.
 #include <algorithm>
 
 #include "store/tsql/error.h"
@@ -114,6 +125,7 @@ std::string SqliteEmitter::distinctSelect(const Query& query, const Names* names
         text += clauses(select);
         return text + groups + orderBy(query, ItemNaming::byNumber) + limit;
     }
+    // Grouped already, or of constants only: around the rows that it gives.
     Names inner;
     for (std::size_t i = 0; i < select.items.size(); ++i) {
         inner.push_back(names != nullptr ? (*names)[i] : "c" + std::to_string(i + 1));
@@ -156,6 +168,7 @@ std::string SqliteEmitter::orderBy(const Query& query, ItemNaming naming) {
             part = sortKey(*order.expression);
         } else {
             const Expression& item = *query.select->items[static_cast<std::size_t>(order.item)].expression;
+            // SQLite would take a number for the position of a column.
             if (item.kind == ExpressionKind::literal || item.kind == ExpressionKind::null) {
                 continue;
             }
@@ -232,6 +245,7 @@ std::string SqliteEmitter::comparableQuery(const Query& query) {
 /// A query in the place of a value: more than one row is a failure.
 std::string SqliteEmitter::scalarQuery(const Query& query) {
     const Select* select = query.select.get();
+    // An aggregate without groups, or a select without a table, has no second row.
     const bool single = select != nullptr && select->groupBy.empty() && (select->aggregates || select->from.empty());
     if (single || stored_) {
         return "(" + this->query(query) + ")";

@@ -1,3 +1,9 @@
+// The types by their names. Several names are one type ("numeric", "dec"), which is printed by the first; a size that a
+// type doesn't take, or none that it can have, makes the text no type at all.
+//
+//   varchar          varchar(1)            decimal(18, 4)   decimal(18,4)
+//   nvarchar(max)    length -1             float(24)        real
+//   char(9000)       no type               int(4)           no type
 #include "store/tsql/type.h"
 
 #include <array>

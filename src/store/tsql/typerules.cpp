@@ -1,3 +1,11 @@
+// The server's rules of types. Kinds stand in their order of precedence (type.h), so that the higher of two is the
+// greater.
+//
+//   1/2                                int: whole numbers divide as such
+//   '5'+1                              int: the text is below the number
+//   decimal(18,4)*decimal(18,4)        decimal(37,8)
+//   decimal(18,4)/int                  decimal(29,15)
+//   datetime+int                       datetime: days
 #include "store/tsql/typerules.h"
 
 #include <algorithm>
@@ -11,6 +19,7 @@ constexpr int kMaxPrecision = 38;
 
 std::string name(const Type& type) { return std::string(typeName(type.kind)); }
 
+// Two chars stay a char and two nchars an nchar, any other pair varies; one national text makes both national.
 Type commonText(const Type& left, const Type& right) {
     const bool national = left.isNationalText() || right.isNationalText();
     const bool fixed = (left.kind == Kind::character || left.kind == Kind::nchar) && left.kind == right.kind;
@@ -83,6 +92,7 @@ Type decimalResult(Operator op, const Type& left, const Type& right) {
     if (precision <= kMaxPrecision) {
         return decimalType(std::max(precision, 1), scale);
     }
+    // Digits behind the point are given up for those before it, but of a product or quotient six at the least stay.
     const int whole = precision - scale;
     const bool product = op == Operator::multiply || op == Operator::divide;
     const int kept = product && whole > 32 && scale > 6 ? 6 : std::clamp(kMaxPrecision - whole, 0, scale);
@@ -195,6 +205,7 @@ Type arithmeticType(Operator op, const Type& left, const Type& right) {
     if (left.isNull() && right.isNull()) {
         return typeOf(Kind::integer);
     }
+    // A null is taken for what stands beside it.
     if (left.isNull() || right.isNull()) {
         const Type& known = left.isNull() ? right : left;
         return arithmeticType(op, known, known);

@@ -1,3 +1,13 @@
+// Conversions, a routine for what the value comes from; each asks what it is to become.
+//
+//   varchar '' to int                  0
+//   varchar '12x' to int               245
+//   decimal 2.9 to int                 2: cut              money $2.9 to int       3: rounded
+//   int 12345 to varchar(3)            *                   int to decimal(5,2)     8115
+//   datetime 1900-01-02 12:00 to float 1.5: days since 1900-01-01
+//
+// Only an int or smaller has the star, and only in char and varchar; the text of any other number that is too long
+// fails.
 #include "store/tsql/values.h"
 
 #include <algorithm>
@@ -81,6 +91,7 @@ Datum fromText(const Datum& value, const Type& from, const Type& to, const Conve
     if (to.isDecimal()) return textToMoney(value.text, to);
     if (to.isFloat()) return textToFloat(value.text, from, to);
     if (to.isDate()) {
+        // What a column holds needs no reader of forms.
         if (const auto stored = readStored(value.text)) {
             return storedDate(fitted(*stored, to.kind, messageName(from)), to.kind);
         }
@@ -181,6 +192,7 @@ Datum fromDate(const Datum& value, const Type& from, const Type& to, const Conve
     }
     if (from.kind == Kind::date || from.kind == Kind::time || !to.isNumber()) refuseTypes(from, to);
     const double days = static_cast<double>(milliseconds(date)) / static_cast<double>(kMillisecondsADay);
+    // From noon on it is the next day.
     if (to.isInteger())
         return fittedInteger(static_cast<std::int64_t>(std::floor(days + 0.5)), typeOf(Kind::integer), to);
     return fromFloat(days, typeOf(Kind::floating), to, mode);

@@ -1,4 +1,9 @@
-// From texts to numbers, and numbers into the range of their type.
+// From texts to numbers, and numbers into the range of their type. Each target has a number of its own for what doesn't
+// fit, and the same text fails differently by it:
+//
+//   '99999' to smallint          244 INT2          '9999999999' to int         248
+//   'abc' to int                 245               'abc' to decimal(5,2)       8114
+//   '1.5' to int                 245: no integer, though it is a number
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -88,6 +93,7 @@ Datum textToInteger(std::string_view text, const Type& from, const Type& to) {
         const std::string word = lowerText(digits);
         if (word == "true" || word == "false") return integerDatum(word == "true");
     }
+    // from_chars takes no plus.
     if (digits.front() == '+' && digits.size() > 1 && digits[1] != '-') digits.remove_prefix(1);
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
