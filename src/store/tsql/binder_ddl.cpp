@@ -114,7 +114,7 @@ void Binder::bindStatement(AlterTableStatement& statement) {
             throw Error(kDropUnknownColumn, {"DROP COLUMN", name, object.name});
         }
         if (object.columns.size() <= statement.dropColumns.size()) {
-            throw Error(kOnlyColumn, {"DROP COLUMN", name, object.name});
+            throw Error(kOnlyColumn, {name, object.name});
         }
     }
 }

@@ -161,9 +161,10 @@ std::string Parser::takeName() {
         fail();
     }
     std::string name = take().name();
-    // 128 characters at most, of four bytes at most.
-    if (name.size() > 128 * 4) {
-        throw Error(kNameTooLong, {name});
+    // Counted in bytes, of which a character has four at most: no name that the server takes is refused.
+    constexpr std::size_t kMostCharacters = 128;
+    if (name.size() > kMostCharacters * 4) {
+        throw Error(kNameTooLong, {name, std::to_string(kMostCharacters)});
     }
     return name;
 }
