@@ -25,7 +25,7 @@ namespace orvenmod::store::sqlite {
 Failure failureOf(sqlite3* handle, int code, const DatabaseFile& file);
 
 /// A constraint that refused a row: 2627, 2601, 515, 547.
-/// `statement` is "INSERT" or "UPDATE"; `values` gives the text of a column's new value, or "" where it isn't known.
+/// `statement` is "INSERT" or "UPDATE"; `values` gives the text of a column's new value, as far as it is known.
 template <typename Values>
 Failure constraintFailure(sqlite3* handle, int code, const DatabaseFile& file, const char* statement, Values values);
 
