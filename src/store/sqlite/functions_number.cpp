@@ -49,7 +49,6 @@ void real(FunctionCall& call) {
 double cotangent(double x) { return 1 / std::tan(x); }
 double degrees(double x) { return x * 180 / std::numbers::pi; }
 double radians(double x) { return x * std::numbers::pi / 180; }
-double square(double x) { return x * x; }
 
 void logarithmOf(FunctionCall& call) {
     const double value = call.real(0);
@@ -117,7 +116,6 @@ constexpr FunctionEntry kEntries[] = {
     strict<arcTangent2>("ts_atn2", 2),
     strict<real<degrees>>("ts_degrees", 1),
     strict<real<radians>>("ts_radians", 1),
-    strict<real<square>>("ts_square", 1),
     strict<pi>("ts_pi", 0),
     strict<random>("ts_rand", -1, Results::varying),
     strict<whole<std::floor>>("ts_floor", 1),
