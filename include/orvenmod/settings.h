@@ -1,14 +1,20 @@
 // The per-user settings that a host shares with the component. Those that the component reads lie under the application
 // "Orvencom":
 //
-//   SystemSetup   msgTitle       title of every message box           SystemLogin   IsAdmin         1 passes every
-//   right
-//                 intZeroNumber  decimal places of quantities                       gLoginUserId    the user
-//                 gItemAllName                                                      gLoginUserName  printed on reports
-//                 gAppPath       folder of the suite                ShowStock     StockId         warehouse, 0 for all
-//                 intBillStock                                                      PerFKC          -1 only what is in
-//                                                                                                   stock
-//   Both values of ShowStock are set back to "0" when the window closes.
+//   section      key             meaning                                 where there is none
+//   -----------  --------------  --------------------------------------  -------------------
+//   SystemSetup  msgTitle        title of every message box              奥文软件
+//   SystemSetup  intZeroNumber   decimal places of quantities            2
+//   SystemSetup  gItemAllName    read, and used by nothing               货品
+//   SystemSetup  gAppPath        folder of the suite                     empty
+//   SystemSetup  intBillStock    set to 0 by each row taken into a bill  0
+//   SystemLogin  IsAdmin         1 passes every right                    0
+//   SystemLogin  gLoginUserId    the user                                0
+//   SystemLogin  gLoginUserName  printed on reports                      empty
+//   ShowStock    StockId         warehouse, 0 for all                    0
+//   ShowStock    PerFKC          -1 only what is in stock                0
+//
+// Both values of ShowStock are set back to "0" when the window closes.
 #pragma once
 
 #include <string>

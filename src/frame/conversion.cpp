@@ -38,17 +38,21 @@ Parsed parseLeading(std::string_view text) {
 }
 
 template <class Integer>
-Integer toInteger(std::string_view text) {
-    const double rounded = std::nearbyint(toDouble(text));  // the default rounding mode: half to even
-    if (rounded < std::numeric_limits<Integer>::min() || rounded > std::numeric_limits<Integer>::max()) failOverflow();
+Integer toInteger(double value) {
+    using Limits = std::numeric_limits<Integer>;
+    const double rounded = std::nearbyint(value);  // the default rounding mode: half to even
+    // Said so that a value that is no number doesn't fit either.
+    if (!(rounded >= Limits::min() && rounded <= Limits::max())) failOverflow();
     return static_cast<Integer>(rounded);
 }
 
 }  // namespace
 
-std::int16_t toInt16(std::string_view text) { return toInteger<std::int16_t>(text); }
+std::int16_t toInt16(std::string_view text) { return toInteger<std::int16_t>(toDouble(text)); }
 
-std::int32_t toInt32(std::string_view text) { return toInteger<std::int32_t>(text); }
+std::int32_t toInt32(std::string_view text) { return toInteger<std::int32_t>(toDouble(text)); }
+
+std::int16_t toInt16(double value) { return toInteger<std::int16_t>(value); }
 
 double toDouble(std::string_view text) {
     const std::string trimmed = trim(text);

@@ -48,7 +48,7 @@ void showCritical(const std::string& text);
 /// Yes or No.
 bool askQuestion(const std::string& text);
 
-/// A shared setting, as text and as a number; a text that is no number is a failure.
+/// A setting that the suite shares, as text; `fallback` where there is none.
 std::string setting(const std::string& section, const std::string& key, const std::string& fallback);
 void saveSetting(const std::string& section, const std::string& key, const std::string& value);
 

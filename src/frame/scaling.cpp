@@ -32,7 +32,8 @@ bool keepsWidth(const std::string& name) {
     return name == "txtChecker" || name == "txtBiller" || name == "txtBillNo" || name == "thdate";
 }
 
-float innerUnits(float units) { return toInt16(std::to_string(units)); }
+// An inner size passes through a 16-bit field, so that a window beyond 32767 twips fails to be laid out.
+float innerUnits(float units) { return toInt16(double{units}); }
 
 float fraction(float part, float whole) {
     if (whole == 0) throw ConversionFailure(kDivisionByZero, "除数为零");

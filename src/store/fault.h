@@ -15,7 +15,7 @@ struct FaultPlan {
     int count = 0;
     int failAt = 0;  ///< 1 for the first; 0 for none
     std::string text = "注入的故障";
-    int number = 50000;
+    int number = 50000;  ///< no store gives it
 };
 
 class FaultyStore : public Store {

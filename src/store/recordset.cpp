@@ -32,7 +32,7 @@ int Recordset::column(std::string_view name) const {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         if (sameName(columns_[i].name, name)) return static_cast<int>(i);
     }
-    throw Failure(FailureKind::noSuchObject, 3265,
+    throw Failure(FailureKind::noSuchObject, kNoSuchField,
                   "在对应所需名称或序数的集合中，未找到项目：" + std::string(name) + "。");
 }
 
@@ -51,7 +51,7 @@ Value Recordset::cell(std::size_t row, int column) const {
 Value Recordset::field(std::string_view name) const {
     const int index = column(name);
     if (eof()) {
-        throw Failure(FailureKind::other, 3021,
+        throw Failure(FailureKind::other, kNoCurrentRow,
                       "BOF 或 EOF 中有一个是“真”，或者当前的记录已被删除，所需的操作要求一个当前的记录。");
     }
     return cell(at_, index);

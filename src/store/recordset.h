@@ -1,4 +1,4 @@
-// The rows of one query, fetched whole to the client. Filled by a store through RecordsetBuilder, read by
+// The rows of one query, fetched whole to the client. Filled by a store cell by cell, read by
 // the logic row by row (cursor) and by the grids at random (cell). A plain value: movable, not copyable,
 // bound to no connection, so it outlives a closeDB. One thread.
 //
@@ -22,6 +22,10 @@
 namespace orvenmod::store {
 
 enum class ColumnType { integer, decimal, real, text, date, binary };
+
+/// The numbers of a recordset's own failures, which no server sends.
+inline constexpr int kNoSuchField = 3265;
+inline constexpr int kNoCurrentRow = 3021;
 
 struct Column {
     std::string name;

@@ -135,7 +135,10 @@ TraceSink traceToFile(const std::string& path) {
             line["number"] = record.number;
             line["text"] = record.text;
         }
-        *file << line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n' << std::flush;
+        constexpr int kOneLine = -1;
+        constexpr bool kEscapeBeyondAscii = false;
+        *file << line.dump(kOneLine, ' ', kEscapeBeyondAscii, nlohmann::json::error_handler_t::replace) << '\n'
+              << std::flush;
     };
 }
 

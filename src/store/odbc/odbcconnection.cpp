@@ -74,16 +74,15 @@ std::unique_ptr<TableWriter> OdbcConnection::openTable(std::string_view table) {
     return std::make_unique<OdbcTableWriter>(*this, table);
 }
 
-void OdbcConnection::setAutocommit(bool on) {
-    const auto value = static_cast<SQLULEN>(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF);
-    connection_.check(SQLSetConnectAttr(connection_.get(), SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(value),
-                                        SQL_IS_UINTEGER));
+void OdbcConnection::setAutocommit(SQLULEN mode) {
+    connection_.check(
+        SQLSetConnectAttr(connection_.get(), SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(mode), SQL_IS_UINTEGER));
 }
 
 void OdbcConnection::beginTrans() {
     if (!open_) throw failure(tsql::kClosed);
     if (inTransaction_) throw failure(tsql::kTransactionOpen);
-    setAutocommit(false);
+    setAutocommit(SQL_AUTOCOMMIT_OFF);
     inTransaction_ = true;
 }
 
@@ -92,11 +91,11 @@ void OdbcConnection::endTransaction(SQLSMALLINT completion, int number) {
     if (!inTransaction_) throw failure(number);
     connection_.check(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), completion));
     inTransaction_ = false;
-    setAutocommit(true);
+    setAutocommit(SQL_AUTOCOMMIT_ON);
 }
 
-void OdbcConnection::commitTrans() { endTransaction(SQL_COMMIT, 3902); }
-void OdbcConnection::rollbackTrans() { endTransaction(SQL_ROLLBACK, 3903); }
+void OdbcConnection::commitTrans() { endTransaction(SQL_COMMIT, tsql::kCommitWithoutBegin); }
+void OdbcConnection::rollbackTrans() { endTransaction(SQL_ROLLBACK, tsql::kRollbackWithoutBegin); }
 
 void OdbcConnection::setProgress(std::function<void()> progress) {
     if (!open_) throw failure(tsql::kClosed);

@@ -36,7 +36,7 @@ public:
 private:
     void run(const OdbcHandle& statement, std::string_view sql);
     void endTransaction(SQLSMALLINT completion, int number);
-    void setAutocommit(bool on);
+    void setAutocommit(SQLULEN mode);
 
     tsql::Language language_ = tsql::Language::chinese;
     OdbcHandle environment_;

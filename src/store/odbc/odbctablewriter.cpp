@@ -32,7 +32,7 @@ void OdbcTableWriter::checkTable() {
     const std::string name = table_.substr(table_.rfind('.') == std::string::npos ? 0 : table_.rfind('.') + 1);
     statement.check(SQLTables(statement.get(), nullptr, 0, nullptr, 0, sqlText(name.c_str()),
                               static_cast<SQLSMALLINT>(name.size()), nullptr, 0));
-    if (SQLFetch(statement.get()) == SQL_NO_DATA) throw connection_.failure(208, {table_});
+    if (SQLFetch(statement.get()) == SQL_NO_DATA) throw connection_.failure(tsql::kUnknownObject, {table_});
 }
 
 void OdbcTableWriter::readColumns() {
@@ -63,7 +63,7 @@ OdbcTableWriter::Field& OdbcTableWriter::field(std::string_view name) {
     if (!begun_) throw connection_.failure(tsql::kNoRowBegun);
     const auto column =
         std::find_if(columns_.begin(), columns_.end(), [&](const Column& c) { return sameName(c.name, name); });
-    if (column == columns_.end()) throw connection_.failure(207, {std::string(name)});
+    if (column == columns_.end()) throw connection_.failure(tsql::kUnknownColumn, {std::string(name)});
     const auto index = static_cast<std::size_t>(column - columns_.begin());
     const auto known = std::find_if(fields_.begin(), fields_.end(), [&](const Field& f) { return f.column == index; });
     Field fresh;

@@ -1,3 +1,14 @@
+// Binding. A prepared statement serves many texts, and each brings its literals as they are written. What is bound must
+// be what the server would have made of them, with its failures; but most literals are whole numbers and short texts,
+// which go in without a conversion and without a copy.
+//
+//   insert into tblItem(fitemid,fname,fprice) values(9,'x','1.25')
+//
+//   ?1  9 as a whole number
+//   ?2  x, where it lies in the statement
+//   ?3  '1.25' through convert() to decimal(18,4): 1.25 as a double
+//
+// A pattern is bound three times: 'A0%' itself, and the bounds of the texts that can match it, 'A0' and 'a1'.
 #include "store/sqlite/binding.h"
 
 #include <charconv>
@@ -71,6 +82,7 @@ std::string successor(std::string_view prefix) {
         tsql::appendCharacter(result, kLastCharacter);
         return result;
     }
+    // The code points of surrogates are no characters and would not be written as such.
     constexpr char32_t kSurrogates = 0xD800;
     characters.back() = characters.back() + 1 == kSurrogates ? 0xE000 : characters.back() + 1;
     for (const char32_t c : characters)
@@ -78,6 +90,7 @@ std::string successor(std::string_view prefix) {
     return result;
 }
 
+// A null address would bind a null instead of the empty text.
 void bindText(sqlite3_stmt* statement, int index, std::string_view text, sqlite3_destructor_type destructor) {
     sqlite3_bind_text(statement, index, text.data() == nullptr ? "" : text.data(), static_cast<int>(text.size()),
                       destructor);

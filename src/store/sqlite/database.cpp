@@ -19,6 +19,7 @@ using std::chrono::milliseconds;
 
 constexpr int kStepsPerClockCheck = 10'000;
 constexpr milliseconds kProgressEvery{100};
+// In KiB, which SQLite tells from pages by the sign.
 constexpr const char* kCacheSize = "PRAGMA cache_size = -16000";
 
 // "file:" with the signs escaped that mean something in it.
@@ -67,6 +68,7 @@ void Database::open() {
     // A name in double quotes is a name: one that is unknown must not become a text.
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    // Opening reads nothing; this does, so that a file that is none is told now.
     code = sqlite3_exec(handle_, "PRAGMA schema_version", nullptr, nullptr, nullptr);
     if ((code & 0xFF) == SQLITE_CANTOPEN && readOnly && ::access((file_.path + "-wal").c_str(), F_OK) != 0) {
         // A write-ahead database in a folder where its shared memory can't be made; nobody else can write to it either.
@@ -109,7 +111,8 @@ void Database::forget(const CachedStatement& entry) {
 Statement Database::prepareNative(const std::string& text) {
     sqlite3_stmt* statement = nullptr;
     // The old call on purpose: statements of the newer one follow a change of the schema by themselves, although the
-    // translation they came from no longer holds.
+    // translation they came from no longer holds. Where another program has made fprice a text, the comparison must
+    // become another one, and not the same one of a column that has changed.
     const int code = sqlite3_prepare(handle_, text.c_str(), static_cast<int>(text.size()) + 1, &statement, nullptr);
     if (code != SQLITE_OK) fail(code);
     return Statement(statement);
@@ -118,6 +121,7 @@ Statement Database::prepareNative(const std::string& text) {
 sqlite3_stmt* Database::nativeStatement(const char* text) {
     const auto known = std::find_if(natives_.begin(), natives_.end(), [&](const auto& n) { return n.first == text; });
     if (known != natives_.end()) return known->second.get();
+    // The newer call: BEGIN and COMMIT were not translated, so that no change of the schema concerns them.
     sqlite3_stmt* statement = nullptr;
     const int code = sqlite3_prepare_v3(handle_, text, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     if (code != SQLITE_OK) fail(code);
@@ -165,11 +169,13 @@ int Database::onBusy(void* self, int count) {
     const auto now = Clock::now();
     if (count == 0) database.waitingSince_ = now;
     if (now - database.waitingSince_ >= milliseconds(database.file_.busyTimeout)) return 0;
+    // Often at first, since most writers are done soon; then fifty times a second.
     std::this_thread::sleep_for(milliseconds(std::min(count + 1, 20)));
     return database.reportProgress() ? 1 : 0;
 }
 
 void Database::fail(int code) {
+    // SQLite only knows that it was stopped; why stands in the runtime.
     if (runtime_.interruption) std::rethrow_exception(std::exchange(runtime_.interruption, nullptr));
     if (runtime_.error) {
         const tsql::Error error = *std::exchange(runtime_.error, std::nullopt);

@@ -1,5 +1,11 @@
 // One native handle with what is kept with it from use to use: functions, catalog, prepared statements.
 // Lives in the pool between two uses; see handlepool.h.
+//
+// prepare() is where a text of the dialect meets what is known of it:
+//
+//   select fname from tblItem where fitemid=5    a new shape: translated by the catalog, prepared, kept
+//   select fname from tblItem where fitemid=6    the same shape: what was kept
+//   create index i on tblItem(fname)             translated, not kept
 #pragma once
 
 #include <sqlite3.h>

@@ -19,7 +19,8 @@ struct DatabaseFile {
     /// Throws Failure kBadConnectionString.
     static DatabaseFile parse(const std::string& connectionString);
 
-    /// Which file stands at the path: a file put in its place, or one whose write permission changed, is another.
+    /// Which file stands at the path: a file put in its place, or one whose write permission changed, is another. A
+    /// handle goes on reading the file that it opened, also after a restored backup has taken its name.
     struct Identity {
         unsigned long long device = 0;
         unsigned long long inode = 0;

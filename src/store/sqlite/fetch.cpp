@@ -1,3 +1,10 @@
+// Fetching. The recordset wants texts by the declared type of a column, and SQLite has a class for each value instead,
+// whatever the column says; another program may have stored anything.
+//
+//   decimal 3.3000000000000003    3.3      what adding doubles leaves is no digit of the value
+//   float 1e10                    10000000000
+//   datetime '2026-1-2'           2026-01-02 00:00:00, as this store would have kept it
+//   datetime 'soon'               soon: shown as it is, since a list that fails shows nothing
 #include "store/sqlite/fetch.h"
 
 #include <charconv>
@@ -69,6 +76,7 @@ void addForeignDate(Recordset& rows, sqlite3_value* value, const Type& type) {
 void addDate(Recordset& rows, sqlite3_value* value, const Type& type) {
     if (sqlite3_value_type(value) == SQLITE_TEXT) {
         const std::string_view text = textOf(value);
+        // A look at three places tells a text of our own.
         const bool stored = text.size() == 19 || text.size() == 23;
         if (type.kind == Kind::time || (stored && text[4] == '-' && text[10] == ' ')) {
             rows.addText(text);

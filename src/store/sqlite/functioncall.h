@@ -1,4 +1,13 @@
 // One call of a run-time function: its arguments, its result, its failure. Used by the functions_*.cpp only.
+//
+// A function is written as if it were called by us, throws what the server would answer, and is wrapped for SQLite
+// here:
+//
+//   void left(FunctionCall& call) { call.give(tsql::leftPart(call.text(0), call.integer(1))); }
+//   strict<left>("ts_left", 2)
+//
+//   ts_left('abc', -1)    536 waits in the Runtime; SQLite carries a text on its way out, and Database::fail throws it
+//   ts_left(null, 1)      null, and the function isn't asked
 #pragma once
 
 #include <sqlite3.h>
@@ -54,11 +63,13 @@ private:
     tsql::Type transient_;
 };
 
+enum class Nulls { giveNull, areSeen };
+
 /// No exception crosses SQLite: a failure waits in the Runtime.
-template <auto body, bool nullsAreSeen>
+template <auto body, Nulls nulls>
 void callFunction(sqlite3_context* context, int count, sqlite3_value** values) {
     FunctionCall call(context, count, values);
-    if (!nullsAreSeen && call.anyNull()) return call.giveNull();
+    if (nulls == Nulls::giveNull && call.anyNull()) return call.giveNull();
     try {
         body(call);
     } catch (const tsql::Error& error) {
@@ -68,22 +79,25 @@ void callFunction(sqlite3_context* context, int count, sqlite3_value** values) {
     }
 }
 
+/// Whether a function gives the same for the same arguments, so that SQLite may call it once for a constant.
+enum class Results { same, varying };
+
 struct FunctionEntry {
     const char* name;
     int arguments;  ///< -1 for any
     void (*body)(sqlite3_context*, int, sqlite3_value**);
-    bool deterministic = true;
+    Results results = Results::same;
 };
 
 /// A function that gives null for a null argument.
 template <auto body>
-constexpr FunctionEntry strict(const char* name, int arguments, bool deterministic = true) {
-    return {name, arguments, callFunction<body, false>, deterministic};
+constexpr FunctionEntry strict(const char* name, int arguments, Results results = Results::same) {
+    return {name, arguments, callFunction<body, Nulls::giveNull>, results};
 }
 /// A function that sees its null arguments.
 template <auto body>
-constexpr FunctionEntry open(const char* name, int arguments, bool deterministic = true) {
-    return {name, arguments, callFunction<body, true>, deterministic};
+constexpr FunctionEntry open(const char* name, int arguments, Results results = Results::same) {
+    return {name, arguments, callFunction<body, Nulls::areSeen>, results};
 }
 
 void registerConversions(sqlite3* database, Runtime& runtime);
@@ -95,7 +109,7 @@ void registerAggregates(sqlite3* database, Runtime& runtime);
 template <typename Entries>
 void registerEntries(sqlite3* database, Runtime& runtime, const Entries& entries) {
     for (const FunctionEntry& entry : entries) {
-        const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (entry.deterministic ? SQLITE_DETERMINISTIC : 0);
+        const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (entry.results == Results::same ? SQLITE_DETERMINISTIC : 0);
         sqlite3_create_function_v2(database, entry.name, entry.arguments, flags, &runtime, entry.body, nullptr, nullptr,
                                    nullptr);
     }

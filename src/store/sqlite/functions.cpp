@@ -36,7 +36,7 @@ const tsql::Type& FunctionCall::type(int i) {
 
 tsql::DatePart FunctionCall::datePart(int i) const {
     const auto part = tsql::datePartOf(text(i));
-    if (!part) throw tsql::Error(155, {std::string(text(i)), "datepart"});
+    if (!part) throw tsql::Error(tsql::kUnknownOption, {std::string(text(i)), "datepart"});
     return *part;
 }
 
@@ -47,7 +47,7 @@ tsql::DateTime FunctionCall::date(int i) const {
 }
 
 void FunctionCall::give(double value) {
-    if (!std::isfinite(value)) throw tsql::Error(8115, {"expression", "float"});
+    if (!std::isfinite(value)) throw tsql::Error(tsql::kArithmeticOverflow, {"expression", "float"});
     sqlite3_result_double(context_, value);
 }
 
@@ -78,6 +78,7 @@ void FunctionCall::fail(const tsql::Error& error) {
 
 namespace {
 
+// Of ts_order. SQLite hands over sizes and no closing zero.
 int compareTexts(void*, int leftSize, const void* left, int rightSize, const void* right) {
     return tsql::compareTexts({static_cast<const char*>(left), static_cast<std::size_t>(leftSize)},
                               {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});

@@ -1,3 +1,8 @@
+// Aggregates that SQLite has not. ts_single stands around a query in the place of a value: SQLite would take the first
+// of several rows, the server refuses.
+//
+//   select (select c from u) from t
+//   (SELECT ts_single("c1") FROM (SELECT .. AS "c1" FROM "u" ..))      512 where u has two rows
 #include <cmath>
 
 #include "store/sqlite/functioncall.h"
@@ -6,9 +11,16 @@ namespace orvenmod::store::sqlite {
 
 namespace {
 
+// The state of the group, made with its first row; null where memory is out.
 template <typename State>
-State* stateOf(sqlite3_context* context, bool make) {
-    return static_cast<State*>(sqlite3_aggregate_context(context, make ? static_cast<int>(sizeof(State)) : 0));
+State* madeState(sqlite3_context* context) {
+    return static_cast<State*>(sqlite3_aggregate_context(context, static_cast<int>(sizeof(State))));
+}
+
+// Null for a group without a row.
+template <typename State>
+State* stateOf(sqlite3_context* context) {
+    return static_cast<State*>(sqlite3_aggregate_context(context, 0));
 }
 
 // The only row's value. The state begins zeroed.
@@ -18,18 +30,19 @@ struct Single {
 };
 
 void singleStep(sqlite3_context* context, int, sqlite3_value** values) {
-    auto* state = stateOf<Single>(context, true);
+    auto* state = madeState<Single>(context);
     if (state == nullptr) return sqlite3_result_error_nomem(context);
     if (++state->rows > 1) {
-        FunctionCall(context, 0, nullptr).fail(tsql::Error(512));
+        FunctionCall(context, 0, nullptr).fail(tsql::Error(tsql::kSubqueryRows));
         return;
     }
     state->value = sqlite3_value_dup(values[0]);
 }
 
 void singleFinal(sqlite3_context* context) {
-    const auto* state = stateOf<Single>(context, false);
+    const auto* state = stateOf<Single>(context);
     if (state == nullptr || state->value == nullptr) return sqlite3_result_null(context);
+    // Also called after a failure, to give the memory back.
     if (state->rows == 1) sqlite3_result_value(context, state->value);
     sqlite3_value_free(state->value);
 }
@@ -43,7 +56,7 @@ struct Spread {
 
 void spreadStep(sqlite3_context* context, int, sqlite3_value** values) {
     if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
-    auto* state = stateOf<Spread>(context, true);
+    auto* state = madeState<Spread>(context);
     if (state == nullptr) return sqlite3_result_error_nomem(context);
     const double value = sqlite3_value_double(values[0]);
     const double distance = value - state->mean;
@@ -52,13 +65,16 @@ void spreadStep(sqlite3_context* context, int, sqlite3_value** values) {
     state->squares += distance * (value - state->mean);
 }
 
-template <bool population, bool root>
+enum class Rows { sample, population };
+enum class Measure { variance, deviation };
+
+template <Rows rows, Measure measure>
 void spreadFinal(sqlite3_context* context) {
-    const auto* state = stateOf<Spread>(context, false);
-    const std::int64_t count = state == nullptr ? 0 : state->count - (population ? 0 : 1);
+    const auto* state = stateOf<Spread>(context);
+    const std::int64_t count = state == nullptr ? 0 : state->count - (rows == Rows::population ? 0 : 1);
     if (count <= 0) return sqlite3_result_null(context);
     const double variance = state->squares / static_cast<double>(count);
-    sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
+    sqlite3_result_double(context, measure == Measure::deviation ? std::sqrt(variance) : variance);
 }
 
 using Step = void (*)(sqlite3_context*, int, sqlite3_value**);
@@ -72,10 +88,10 @@ struct AggregateEntry {
 
 constexpr AggregateEntry kEntries[] = {
     {"ts_single", singleStep, singleFinal},
-    {"ts_stdev", spreadStep, spreadFinal<false, true>},
-    {"ts_stdevp", spreadStep, spreadFinal<true, true>},
-    {"ts_var", spreadStep, spreadFinal<false, false>},
-    {"ts_varp", spreadStep, spreadFinal<true, false>},
+    {"ts_stdev", spreadStep, spreadFinal<Rows::sample, Measure::deviation>},
+    {"ts_stdevp", spreadStep, spreadFinal<Rows::population, Measure::deviation>},
+    {"ts_var", spreadStep, spreadFinal<Rows::sample, Measure::variance>},
+    {"ts_varp", spreadStep, spreadFinal<Rows::population, Measure::variance>},
 };
 
 }  // namespace

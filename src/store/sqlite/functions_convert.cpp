@@ -1,3 +1,9 @@
+// Conversions of values that a statement computes or reads; literals are converted when they are bound.
+//
+//   ts_cast('12 ', 'varchar(10)', 'int')                      12
+//   ts_store('12345678901', 'varchar(20)', 'varchar(10)',
+//            't', 'c')                                        2628 with t and c, where ts_cast would cut
+//   ts_try('x', 'varchar(1)', 'int')                          null
 #include "store/sqlite/functioncall.h"
 #include "store/tsql/functions.h"
 #include "store/tsql/values.h"
@@ -44,7 +50,7 @@ void tryConvert(FunctionCall& call) {
         call.give(tsql::convert(call.datum(0), call.type(1), call.type(2), mode));
     } catch (const tsql::Error& error) {
         // A conversion that the types never allow is no matter of the value.
-        if (error.number() == 529) throw;
+        if (error.number() == tsql::kNoExplicitConversion) throw;
         call.giveNull();
     }
 }
@@ -64,7 +70,7 @@ constexpr FunctionEntry kEntries[] = {
     open<store>("ts_store", 5),
     strict<tryConvert>("ts_try", 3),
     strict<tryConvert>("ts_try", 4),
-    open<raise>("ts_fail", -1, false),
+    open<raise>("ts_fail", -1, Results::varying),
     strict<dataLength>("ts_datalength", 2),
 };
 

@@ -10,12 +10,14 @@ namespace {
 
 using tsql::DateTime;
 
-DateTime clockTime(bool utc) {
+enum class Zone { local, utc };
+
+DateTime clockTime(Zone zone) {
     timeval now{};
     gettimeofday(&now, nullptr);
     std::tm parts{};
     const std::time_t seconds = now.tv_sec;
-    if (utc) {
+    if (zone == Zone::utc) {
         gmtime_r(&seconds, &parts);
     } else {
         localtime_r(&seconds, &parts);
@@ -31,14 +33,16 @@ DateTime clockTime(bool utc) {
 }
 
 void getDate(FunctionCall& call) {
+    // Every row of a statement has the same moment, as on the server.
     auto& now = call.runtime().now;
-    if (!now) now = clockTime(false);
+    if (!now) now = clockTime(Zone::local);
     call.giveDate(*now);
 }
-void getUtcDate(FunctionCall& call) { call.giveDate(clockTime(true)); }
+void getUtcDate(FunctionCall& call) { call.giveDate(clockTime(Zone::utc)); }
 
 void dateAdd(FunctionCall& call) {
     const DateTime result = tsql::dateAdd(call.datePart(0), call.integer(1), call.date(2));
+    // Only the form of a value tells its type here: a time has no dashes.
     const bool timeOnly = call.text(2).find('-') == std::string_view::npos;
     if (timeOnly) return call.give(std::string_view(tsql::printStoredTime(result)));
     call.giveDate(tsql::fitted(result, tsql::Kind::datetime, "datetime"));
@@ -59,18 +63,18 @@ void dateFromParts(FunctionCall& call) {
     const std::int64_t year = call.integer(0);
     const std::int64_t month = call.integer(1);
     const std::int64_t day = call.integer(2);
-    if (year < 1 || year > 9999 || month < 1 || month > 12 || day < 1) throw tsql::Error(289);
+    if (year < 1 || year > 9999 || month < 1 || month > 12 || day < 1) throw tsql::Error(tsql::kDateParts);
     DateTime date;
     date.year = static_cast<int>(year);
     date.month = static_cast<int>(month);
-    if (day > tsql::daysInMonth(date.year, date.month)) throw tsql::Error(289);
+    if (day > tsql::daysInMonth(date.year, date.month)) throw tsql::Error(tsql::kDateParts);
     date.day = static_cast<int>(day);
     call.giveDate(date);
 }
 
 constexpr FunctionEntry kEntries[] = {
-    strict<getDate>("ts_getdate", 0, false),
-    strict<getUtcDate>("ts_getutcdate", 0, false),
+    strict<getDate>("ts_getdate", 0, Results::varying),
+    strict<getUtcDate>("ts_getutcdate", 0, Results::varying),
     strict<dateAdd>("ts_dateadd", 3),
     strict<dateDiff>("ts_datediff", 3),
     strict<datePart>("ts_datepart", 2),

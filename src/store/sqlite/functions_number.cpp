@@ -27,7 +27,7 @@ void integerDivide(FunctionCall& call) { call.give(tsql::integerQuotient(call.in
 void integerModulo(FunctionCall& call) { call.give(tsql::integerRemainder(call.integer(0), call.integer(1))); }
 
 void divide(FunctionCall& call) {
-    if (call.real(1) == 0) throw tsql::Error(8134);
+    if (call.real(1) == 0) throw tsql::Error(tsql::kDivisionByZero);
     call.give(call.real(0) / call.real(1));
 }
 
@@ -41,19 +41,19 @@ void decimalModulo(FunctionCall& call) { call.give(tsql::decimalRemainder(call.d
 template <double (*compute)(double)>
 void real(FunctionCall& call) {
     const double result = compute(call.real(0));
-    if (std::isnan(result) || (std::isinf(result) && call.real(0) <= 0)) throw tsql::Error(3623);
+    // log10(0) and cot(0) are infinite; exp(1000) is too, but that is an overflow, which give() tells.
+    if (std::isnan(result) || (std::isinf(result) && call.real(0) <= 0)) throw tsql::Error(tsql::kFloatDomain);
     call.give(result);
 }
 
 double cotangent(double x) { return 1 / std::tan(x); }
 double degrees(double x) { return x * 180 / std::numbers::pi; }
 double radians(double x) { return x * std::numbers::pi / 180; }
-double square(double x) { return x * x; }
 
 void logarithmOf(FunctionCall& call) {
     const double value = call.real(0);
     const double base = call.count() > 1 ? call.real(1) : std::numbers::e;
-    if (value <= 0 || base <= 0 || base == 1) throw tsql::Error(3623);
+    if (value <= 0 || base <= 0 || base == 1) throw tsql::Error(tsql::kFloatDomain);
     call.give(call.count() > 1 ? std::log(value) / std::log(base) : std::log(value));
 }
 
@@ -69,6 +69,7 @@ void random(FunctionCall& call) {
 template <double (*compute)(double)>
 void whole(FunctionCall& call) {
     const Datum value = call.datum(0);
+    // A whole number stays one, however large.
     if (value.kind != Datum::Kind::real) return call.giveArgument(0);
     call.give(compute(value.real));
 }
@@ -88,7 +89,8 @@ void sign(FunctionCall& call) {
 void absolute(FunctionCall& call) {
     Datum value = call.datum(0);
     if (value.kind == Datum::Kind::real) return call.give(std::fabs(value.real));
-    if (value.integer == std::numeric_limits<std::int64_t>::min()) throw tsql::Error(8115, {"expression", "bigint"});
+    if (value.integer == std::numeric_limits<std::int64_t>::min())
+        throw tsql::Error(tsql::kArithmeticOverflow, {"expression", "bigint"});
     call.give(value.integer < 0 ? -value.integer : value.integer);
 }
 
@@ -114,9 +116,8 @@ constexpr FunctionEntry kEntries[] = {
     strict<arcTangent2>("ts_atn2", 2),
     strict<real<degrees>>("ts_degrees", 1),
     strict<real<radians>>("ts_radians", 1),
-    strict<real<square>>("ts_square", 1),
     strict<pi>("ts_pi", 0),
-    strict<random>("ts_rand", -1, false),
+    strict<random>("ts_rand", -1, Results::varying),
     strict<whole<std::floor>>("ts_floor", 1),
     strict<whole<std::ceil>>("ts_ceiling", 1),
     strict<round>("ts_round", -1),

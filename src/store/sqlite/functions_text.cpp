@@ -20,7 +20,7 @@ void like(FunctionCall& call) {
         const std::string_view text = call.text(2);
         std::size_t at = 0;
         if (!text.empty()) escape = tsql::nextCharacter(text, at);
-        if (at != text.size() || text.empty()) throw tsql::Error(506, {std::string(text)});
+        if (at != text.size() || text.empty()) throw tsql::Error(tsql::kEscapeCharacter, {std::string(text)});
     }
     call.give(std::int64_t{tsql::like(call.text(0), call.text(1), escape)});
 }
@@ -142,7 +142,7 @@ constexpr FunctionEntry kEntries[] = {
     open<isDate>("ts_isdate", 1),
     strict<soundex>("ts_soundex", 1),
     strict<difference>("ts_difference", 2),
-    strict<newId>("ts_newid", 0, false),
+    strict<newId>("ts_newid", 0, Results::varying),
 };
 
 }  // namespace

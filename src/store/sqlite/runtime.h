@@ -1,4 +1,5 @@
-// What the functions of a running statement share with its connection.
+// What the functions of a running statement share with its connection. No exception may cross SQLite's own frames, and
+// it carries only a text; so a failure is put down here when it happens and thrown when the statement has ended.
 #pragma once
 
 #include <chrono>
@@ -12,7 +13,7 @@
 namespace orvenmod::store::sqlite {
 
 struct Runtime {
-    /// What a function failed with: SQLite carries only a text, so the failure waits here for the statement's end.
+    /// What a function failed with.
     std::optional<tsql::Error> error;
     /// What the progress callback failed with.
     std::exception_ptr interruption;

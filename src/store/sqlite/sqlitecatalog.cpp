@@ -110,6 +110,7 @@ void SqliteCatalog::readColumns(tsql::ObjectInfo& object) const {
     Query query(database_,
                 "SELECT name, type, \"notnull\", dflt_value, pk FROM pragma_table_xinfo(?1) WHERE hidden <> 1",
                 object.name);
+    // A key that isn't declared so is no identity column: it takes values as any other.
     Query autoincrement(database_,
                         "SELECT sql LIKE '%autoincrement%' FROM sqlite_master WHERE type = 'table' AND name = ?1",
                         object.name);

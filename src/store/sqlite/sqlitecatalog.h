@@ -1,5 +1,11 @@
 // The database's tables and views as the translator asks for them, read from SQLite's own tables and kept until the
 // schema changes.
+//
+// SQLite keeps no types but the words that a column was declared with, and for a view's columns not even these:
+//
+//   table   "fprice" decimal(18,4)               decimal(18,4), by parseType
+//           "ftotal" DOUBLE                      float: a word that isn't the dialect's goes by SQLite's affinity
+//   view    /*orven create view v as select ..*/ the kept text is bound again, and its columns' types are the view's
 #pragma once
 
 #include <sqlite3.h>

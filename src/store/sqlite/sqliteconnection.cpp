@@ -25,8 +25,6 @@ constexpr const char* kRollbackTo = "ROLLBACK TO statement";
 // More changes of the schema than that while one statement starts are no accident.
 constexpr int kMostTranslations = 10;
 
-constexpr int kTransactionLost = 3930;
-
 // The new value of a column where the statement gives it once as a literal; the key of a doubled row.
 std::string newValue(const tsql::Translation& translation, const tsql::Shape& shape, std::string_view column) {
     const tsql::Parameter* found = nullptr;
@@ -54,7 +52,7 @@ SqliteConnection::~SqliteConnection() { close(); }
 
 Database& SqliteConnection::database() {
     if (!database_) throw tsql::worded(language_, tsql::kClosed, {});
-    if (transaction_ == Transaction::lost) throw tsql::worded(language_, kTransactionLost, {});
+    if (transaction_ == Transaction::lost) throw tsql::worded(language_, tsql::kTransactionLost, {});
     return *database_;
 }
 
@@ -70,6 +68,14 @@ auto SqliteConnection::worded(Work work) {
 
 // Binds and steps a statement, and again from its translation on when the schema has overtaken it.
 // `step(statement, translation)` gives the last result code.
+//
+// A kept translation was true of the schema of its time, and another process may have changed that since. To ask before
+// each run would cost a reading of the file; SQLite asks anyway and answers SQLITE_SCHEMA, before the first row:
+//
+//   here                                          elsewhere
+//   select * from tblItem   a, b: 2 columns
+//                                                 alter table tblItem add c int
+//   select * from tblItem   SQLITE_SCHEMA; translated again: a, b, c
 template <typename Step>
 void SqliteConnection::run(std::string_view sql, CachedStatement* entry, Step step) {
     for (int attempt = 1;; ++attempt) {
@@ -145,7 +151,7 @@ std::int64_t SqliteConnection::runChange(std::string_view sql, CachedStatement& 
             return code;
         });
     };
-    // Outside a transaction SQLite itself undoes a statement that fails.
+    // Outside a transaction SQLite itself undoes a statement that fails. Within one, what was done before stays.
     if (transaction_ == Transaction::none) {
         work();
     } else {
@@ -161,6 +167,7 @@ void SqliteConnection::runDefinition(const tsql::Translation& translation) {
             int code = SQLITE_ROW;
             while (code == SQLITE_ROW)
                 code = sqlite3_step(statement.get());
+            // A definition that fails on rows (a unique index, a select into) fails as an insert of them would.
             if (code != SQLITE_DONE) failChange("insert", translation, sqlite3_reset(statement.get()));
         }
     });
@@ -201,6 +208,7 @@ void SqliteConnection::undo() noexcept {
     // What the schema was within the work is undone with it.
     database_->catalog().clear();
     noteLostTransaction();
+    // SQLite has undone all of it, so that there is nothing left to roll back.
     if (sqlite3_get_autocommit(database_->handle()) != 0) return;
     if (transaction_ == Transaction::none) {
         database_->tryRun(kRollback);
@@ -233,7 +241,7 @@ void SqliteConnection::beginTrans() {
 
 void SqliteConnection::commitTrans() {
     worded([this] {
-        if (transaction_ == Transaction::none) throw tsql::Error(3902);
+        if (transaction_ == Transaction::none) throw tsql::Error(tsql::kCommitWithoutBegin);
         try {
             database_->run(kCommit);
         } catch (...) {
@@ -250,7 +258,7 @@ void SqliteConnection::rollbackTrans() {
         return;
     }
     worded([this] {
-        if (transaction_ == Transaction::none) throw tsql::Error(3903);
+        if (transaction_ == Transaction::none) throw tsql::Error(tsql::kRollbackWithoutBegin);
         database_->catalog().clear();
         database_->run(kRollback);
         transaction_ = Transaction::none;

@@ -1,3 +1,4 @@
+// Only a failure comes here, so that nothing is kept for it: what a message leaves out is asked of SQLite's own tables.
 #include "store/sqlite/sqlitefailure.h"
 
 #include <string_view>
@@ -14,7 +15,7 @@ namespace {
 constexpr std::string_view kKeyPrefix = "UNIQUE constraint failed: ";
 constexpr std::string_view kNullPrefix = "NOT NULL constraint failed: ";
 constexpr std::string_view kCheckPrefix = "CHECK constraint failed: ";
-constexpr std::string_view kTooManyTables = "at most 64 tables in a join";
+constexpr std::string_view kJoinLimit = "at most 64 tables in a join";
 constexpr std::string_view kIndexMark = "index '";
 
 std::string afterPrefix(const std::string& text, std::string_view prefix) {
@@ -170,13 +171,16 @@ Failure worded(const ConstraintReport& report, int code, const DatabaseFile& fil
         return tsql::worded(file.language, number, arguments);
     };
     if (code == SQLITE_CONSTRAINT_NOTNULL) {
-        return text(515, {report.columns.empty() ? "" : report.columns.front(), report.table, statement});
+        return text(tsql::kNullRefused,
+                    {report.columns.empty() ? "" : report.columns.front(), report.table, statement});
     }
-    if (code == SQLITE_CONSTRAINT_CHECK) return text(547, {statement, "CHECK", report.constraint, report.table});
+    if (code == SQLITE_CONSTRAINT_CHECK)
+        return text(tsql::kConstraintConflict, {statement, "CHECK", report.constraint, report.table});
     if (report.key) {
-        return text(2627, {report.primary ? "PRIMARY KEY" : "UNIQUE KEY", report.constraint, report.table, key});
+        return text(tsql::kDuplicateKey,
+                    {report.primary ? "PRIMARY KEY" : "UNIQUE KEY", report.constraint, report.table, key});
     }
-    return text(2601, {report.table, report.constraint, key});
+    return text(tsql::kDuplicateInIndex, {report.table, report.constraint, key});
 }
 
 Failure failureOf(sqlite3* handle, int code, const DatabaseFile& file) {
@@ -202,10 +206,10 @@ Failure failureOf(sqlite3* handle, int code, const DatabaseFile& file) {
         case SQLITE_AUTH:
             return text(tsql::kUnreadable, {file.path, message});
         case SQLITE_TOOBIG:
-            return text(8152, {});
+            return text(tsql::kTruncated, {});
         case SQLITE_ERROR:
-            if (message == "integer overflow") return text(8115, {"expression", "bigint"});
-            if (message == kTooManyTables) return text(106, {"64"});
+            if (message == "integer overflow") return text(tsql::kArithmeticOverflow, {"expression", "bigint"});
+            if (message == kJoinLimit) return text(tsql::kTooManyTables, {"64"});
             break;
         default:
             break;

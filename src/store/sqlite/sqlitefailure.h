@@ -1,4 +1,13 @@
 // What SQLite reports, as the server would word it.
+//
+// SQLite tells a code and an English sentence, from which table, column and constraint are taken:
+//
+//   NOT NULL constraint failed: k.b                              515 with b, k
+//   UNIQUE constraint failed: index 'k.constraint.pk.PK__k__a'   2627 with PRIMARY KEY, PK__k__a, k and the new values
+//   UNIQUE constraint failed: p.id                               2627: a key of the table's own
+//   UNIQUE constraint failed: t.id                               2601 with t, ui and the new values, where an index of
+//                                                                that column has them: it is looked for by the column
+//   at most 64 tables in a join                                  106
 #pragma once
 
 #include <sqlite3.h>
@@ -16,7 +25,7 @@ namespace orvenmod::store::sqlite {
 Failure failureOf(sqlite3* handle, int code, const DatabaseFile& file);
 
 /// A constraint that refused a row: 2627, 2601, 515, 547.
-/// `statement` is "INSERT" or "UPDATE"; `values` gives the text of a column's new value, or "" where it isn't known.
+/// `statement` is "INSERT" or "UPDATE"; `values` gives the text of a column's new value, as far as it is known.
 template <typename Values>
 Failure constraintFailure(sqlite3* handle, int code, const DatabaseFile& file, const char* statement, Values values);
 

@@ -33,7 +33,7 @@ std::string_view withoutOwner(std::string_view table) {
 SqliteTableWriter::SqliteTableWriter(SqliteConnection& connection, std::string_view table) : connection_(connection) {
     const tsql::ObjectInfo* object = connection.database().catalog().find(withoutOwner(table));
     if (object == nullptr || object->kind != tsql::ObjectInfo::Kind::table) {
-        throw tsql::Error(208, {std::string(table)});
+        throw tsql::Error(tsql::kUnknownObject, {std::string(table)});
     }
     table_ = object->name;
     columns_ = object->columns;
@@ -49,7 +49,7 @@ SqliteTableWriter::Field& SqliteTableWriter::field(std::string_view name) {
     if (!begun_) throw tsql::worded(language, tsql::kNoRowBegun, {});
     const auto column =
         std::find_if(columns_.begin(), columns_.end(), [&](const auto& c) { return sameName(c.name, name); });
-    if (column == columns_.end()) throw tsql::worded(language, 207, {std::string(name)});
+    if (column == columns_.end()) throw tsql::worded(language, tsql::kUnknownColumn, {std::string(name)});
     const auto index = static_cast<std::size_t>(column - columns_.begin());
     const auto known = std::find_if(fields_.begin(), fields_.end(), [&](const Field& f) { return f.column == index; });
     if (known != fields_.end()) return *known = {index, std::nullopt, std::nullopt};

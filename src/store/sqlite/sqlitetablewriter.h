@@ -1,4 +1,10 @@
 // Adds rows to a table of the embedded store. Binary contents are bound where they lie, without a copy.
+//
+// No text of the dialect is written and translated, since a photo as a literal would be twice its size; the row is an
+// insert of the target's own, prepared once for rows of the same fields:
+//
+//   addNew; set("fitemid", "9"); setBinary("fPhoto", bytes); update
+//   INSERT INTO "ICItemPhoto"("fitemid","fPhoto") VALUES(?,?)
 #pragma once
 
 #include <optional>

@@ -1,5 +1,10 @@
 // Translations and prepared statements by the shape of their text: at most a thousand, the least recently used goes
 // first. One shape has several entries where the values of some literals are part of the translation.
+//
+//   select id from t where n=5          one entry
+//   select id from t where n=6          the same
+//   select id, n from t order by 1      one entry, fixed to 1
+//   select id, n from t order by 2      another one, of the same shape
 #pragma once
 
 #include <cstddef>

@@ -57,6 +57,7 @@ ExpressionPtr makeExpression(ExpressionKind kind) {
 }
 
 ExpressionPtr clone(const Expression& expression) {
+    // Both copies would run it.
     if (expression.query) {
         throw Error(kNotSupported, {"a query as the operand of case, nullif or choose"});
     }

@@ -1,5 +1,17 @@
 // The tree of a statement. The parser makes it, the binder resolves its names, notes its types and puts in the
 // conversions that the server makes silently, an emitter writes it for a target. It knows nothing of any target.
+//
+//   select fname from tblItem where fitemid='5'
+//
+//   QueryStatement
+//     Select   items  column fname                            varchar(80)
+//              from   table tblItem
+//              where  comparison =
+//                       column fitemid                        int
+//                       conversion, put in by the binder      int
+//                         literal 0                           varchar
+//
+// A literal is an index and not a value, so that one tree serves every statement of its shape.
 #pragma once
 
 #include <memory>

@@ -13,9 +13,10 @@ void Binder::bind(Statement& statement) {
 void Binder::bindStatement(QueryStatement& statement) {
     const Query& query = *statement.query;
     if (query.select && !query.select->into.empty()) {
+        // The types become columns of the new table.
         useExactLengths();
         if (catalog_.find(query.select->into) != nullptr) {
-            throw Error(2714, {query.select->into});
+            throw Error(kObjectExists, {query.select->into});
         }
     }
     bindQuery(*statement.query, nullptr);
@@ -25,6 +26,7 @@ void Binder::coerce(ExpressionPtr& expression, const Type& type) {
     if (expression->type == type || type.isNull()) {
         return;
     }
+    // The bare word null has no value to convert.
     if (expression->kind == ExpressionKind::null) {
         expression->type = type;
         return;
@@ -41,9 +43,12 @@ void Binder::coercePair(ExpressionPtr& left, ExpressionPtr& right, const char* o
         return type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image;
     };
     if (large(left->type) || large(right->type)) {
-        throw Error(402, {std::string(typeName(left->type.kind)), std::string(typeName(right->type.kind)), op});
+        throw Error(kOperandTypes,
+                    {std::string(typeName(left->type.kind)), std::string(typeName(right->type.kind)), op});
     }
     const Type common = commonType(left->type, right->type);
+    // Within a class nothing is converted: an int compares with a decimal, a char with a varchar as they are, and a
+    // conversion over a column would keep its index from being used.
     for (ExpressionPtr* side : {&left, &right}) {
         if (classOf((*side)->type) != classOf(common)) {
             coerce(*side, common);
@@ -53,16 +58,18 @@ void Binder::coercePair(ExpressionPtr& left, ExpressionPtr& right, const char* o
 
 Type Binder::literalType(const Expression& literal) const {
     const Literal& value = literals_[static_cast<std::size_t>(literal.literal)];
+    // A translation serves texts of every length, so that a text has the longest unless the statement is not shared.
     if (!exactLengths_ && value.kind == LiteralKind::text) {
-        return textType(Kind::varchar, 8000);
+        return textType(Kind::varchar, kMostVarchar);
     }
     if (!exactLengths_ && value.kind == LiteralKind::nationalText) {
-        return textType(Kind::nvarchar, 4000);
+        return textType(Kind::nvarchar, kMostNvarchar);
     }
     return value.type();
 }
 
-/// An operand's type beside a decimal: a whole literal has as many digits as it is written with.
+/// An operand's type beside a decimal: a whole literal has as many digits as it is written with. With fprice of
+/// decimal(18,4), fprice/3 is decimal(20,6), while fprice/fitemid, whose int counts as ten digits, is decimal(29,15).
 Type Binder::operandType(const Expression& operand, const Type& other) {
     if (operand.kind == ExpressionKind::literal && operand.type.kind == Kind::integer && other.kind == Kind::decimal) {
         fixed_.insert(operand.literal);

@@ -1,4 +1,15 @@
 // Resolves a tree's names against a catalog, notes the types and puts in the server's silent conversions.
+//
+// Whether '5' stands beside a text or a number, and whether a name is a column, only the catalog tells. It is asked
+// here and nowhere later, so that an emitter writes what it finds and every target fails alike.
+//
+//   select fname from tblItem where fitemid='5'   the literal gets a conversion to int
+//   select fname from tblItem where fnumber=5     the column gets it: a text is below a number in precedence
+//   select count(*), fname from tblItem           8120: fname is in no group
+//
+// A bound tree holds for every value of its literals, or else the literal is fixed: of "order by 2" and "order by 3"
+// each has a translation of its own.
+//
 // binder.cpp has statements' common parts, binder_query.cpp queries, binder_grouping.cpp the rules of group by,
 // binder_expression.cpp and binder_function.cpp expressions, binder_change.cpp and binder_ddl.cpp the rest.
 #pragma once
@@ -20,7 +31,7 @@ public:
     /// Throws Error for a name that doesn't exist and for what doesn't fit together.
     void bind(Statement& statement);
 
-    /// The literals whose value the tree now depends on.
+    /// The literals whose value the tree now depends on: a translation serves a statement only with equal ones.
     const std::set<int>& fixedLiterals() const { return fixed_; }
 
     /// Binds a view's query and names its columns, whether or not the view exists.
@@ -113,8 +124,10 @@ private:
     const std::vector<Literal>& literals_;
     std::set<int> fixed_;
     bool exactLengths_ = false;
-    int aggregateError_ = 0;  ///< the failure that an aggregate gives here; 0 where one may stand
-    bool* aggregateSeen_ = nullptr;
+    // What an aggregate means depends on the clause that is being bound, however deep it stands there; the clause sets
+    // these before it descends.
+    int aggregateError_ = 0;         ///< the failure that an aggregate gives here; 0 where one may stand
+    bool* aggregateSeen_ = nullptr;  ///< of the select that is being bound
     int nextId_ = 1;
     std::vector<SourcePtr> pseudoSources_;  ///< the tables to which check conditions are bound
 };

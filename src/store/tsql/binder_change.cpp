@@ -1,3 +1,11 @@
+// Binds insert, update, delete and truncate.
+//
+// A value that goes into a column is assigned, which is more than converted: a text too long is refused with table and
+// column instead of being cut. So the value notes the column that takes it, and a doubled key is told by these values.
+//
+//   insert into t(c) values('12345678901')    c varchar(10)
+//
+//   2628 ... table 't', column 'c'. Truncated value: '1234567890'.
 #include <algorithm>
 
 #include "store/tsql/binder.h"
@@ -15,13 +23,16 @@ const ObjectInfo& requireTable(const ObjectInfo& object) {
     return object;
 }
 
-const Source* findLeaf(const Source& source, const std::string& target, bool byAlias) {
+enum class Spelling { alias, tableName };
+
+const Source* findLeaf(const Source& source, const std::string& target, Spelling spelling) {
     if (source.kind == Source::Kind::join) {
-        const Source* left = findLeaf(*source.left, target, byAlias);
-        return left != nullptr ? left : findLeaf(*source.right, target, byAlias);
+        const Source* left = findLeaf(*source.left, target, spelling);
+        return left != nullptr ? left : findLeaf(*source.right, target, spelling);
     }
-    const bool found = byAlias ? sameName(source.exposedName(), target)
-                               : source.kind == Source::Kind::table && sameName(source.name, target);
+    const bool found = spelling == Spelling::alias
+                           ? sameName(source.exposedName(), target)
+                           : source.kind == Source::Kind::table && sameName(source.name, target);
     return found ? &source : nullptr;
 }
 
@@ -47,7 +58,7 @@ void Binder::assign(ExpressionPtr& value, const ObjectInfo& object, int column) 
 }
 
 void Binder::bindStatement(InsertStatement& statement) {
-    statement.object = &requireTable(findTable(statement.table, 208));
+    statement.object = &requireTable(findTable(statement.table, kUnknownObject));
     bindInsertColumns(statement);
     if (statement.query) {
         bindInsertQuery(statement);
@@ -61,16 +72,17 @@ void Binder::bindInsertColumns(InsertStatement& statement) {
     for (const std::string& name : statement.columns) {
         const int position = columnOf(object, name);
         if (position < 0) {
-            throw Error(207, {name});
+            throw Error(kUnknownColumn, {name});
         }
         if (std::find(statement.positions.begin(), statement.positions.end(), position) != statement.positions.end()) {
-            throw Error(264, {name});
+            throw Error(kColumnAssignedTwice, {name});
         }
         if (object.columns[static_cast<std::size_t>(position)].identity) {
-            throw Error(544, {object.name});
+            throw Error(kIdentityInserted, {object.name});
         }
         statement.positions.push_back(position);
     }
+    // Without a list the values are those of all columns but the one that the store numbers.
     for (std::size_t i = 0; statement.columns.empty() && i < object.columns.size(); ++i) {
         if (!object.columns[i].identity) {
             statement.positions.push_back(static_cast<int>(i));
@@ -80,14 +92,15 @@ void Binder::bindInsertColumns(InsertStatement& statement) {
 
 void Binder::bindInsertRows(InsertStatement& statement) {
     const Scope none;
-    aggregateError_ = 147;
+    aggregateError_ = kAggregateInWhere;
     for (std::vector<ExpressionPtr>& row : statement.rows) {
         if (row.size() != statement.rows[0].size()) {
-            throw Error(10709);
+            throw Error(kRowsOfUnequalLength);
         }
         if (row.size() != statement.positions.size()) {
-            const int listed = row.size() < statement.positions.size() ? 109 : 110;
-            throw Error(statement.columns.empty() ? 213 : listed);
+            const FailureNumber listed =
+                row.size() < statement.positions.size() ? kFewerValuesThanColumns : kMoreValuesThanColumns;
+            throw Error(statement.columns.empty() ? kInsertColumns : listed);
         }
         for (std::size_t i = 0; i < row.size(); ++i) {
             if (row[i]) {
@@ -121,8 +134,9 @@ void Binder::bindInsertQuery(InsertStatement& statement) {
     Query& query = *statement.query;
     bindQuery(query, nullptr);
     if (query.columns.size() != statement.positions.size()) {
-        const int listed = query.columns.size() < statement.positions.size() ? 120 : 121;
-        throw Error(statement.columns.empty() ? 213 : listed);
+        const FailureNumber listed =
+            query.columns.size() < statement.positions.size() ? kInsertSelectsFewer : kInsertSelectsMore;
+        throw Error(statement.columns.empty() ? kInsertColumns : listed);
     }
     if (!query.select || query.select->distinct || query.select->topWithTies || query.select->topPercent) {
         wrap(statement.query);
@@ -133,7 +147,8 @@ void Binder::bindInsertQuery(InsertStatement& statement) {
 }
 
 /// Makes a query the only source of a plain select, so that conversions stand over the rows that a union or
-/// distinct has made.
+/// distinct has made. Put into its items, they would come first: rows that differ only by what a conversion cuts would
+/// be one.
 void Binder::wrap(QueryPtr& query) {
     auto outer = std::make_unique<Query>();
     outer->select = std::make_unique<Select>();
@@ -161,14 +176,16 @@ void Binder::wrap(QueryPtr& query) {
 
 const Source* Binder::bindTarget(const std::string& target, std::vector<SourcePtr>& from, Scope& scope) {
     const Source* changed = nullptr;
-    for (const bool byAlias : {true, false}) {
+    // "update i set .. from tblItem i": an alias of the clause means more than a table of that name.
+    for (const Spelling spelling : {Spelling::alias, Spelling::tableName}) {
         for (const SourcePtr& source : from) {
-            changed = changed != nullptr ? changed : findLeaf(*source, target, byAlias);
+            changed = changed != nullptr ? changed : findLeaf(*source, target, spelling);
         }
     }
+    // A target that the clause doesn't name is joined to it without a condition.
     if (changed == nullptr) {
         if (catalog_.find(target) == nullptr) {
-            throw Error(208, {target});
+            throw Error(kUnknownObject, {target});
         }
         auto source = std::make_unique<Source>();
         source->name = target;
@@ -184,21 +201,21 @@ const Source* Binder::bindTarget(const std::string& target, std::vector<SourcePt
 
 void Binder::bindStatement(UpdateStatement& statement) {
     Scope scope;
-    aggregateError_ = 157;
+    aggregateError_ = kAggregateInSet;
     statement.changed = bindTarget(statement.target, statement.from, scope);
     const ObjectInfo& object = *statement.changed->object;
     std::set<int> assigned;
     for (Assignment& assignment : statement.assignments) {
         assignment.position = columnOf(object, assignment.column);
         if (assignment.position < 0) {
-            throw Error(207, {assignment.column});
+            throw Error(kUnknownColumn, {assignment.column});
         }
         if (!assigned.insert(assignment.position).second) {
-            throw Error(264, {assignment.column});
+            throw Error(kColumnAssignedTwice, {assignment.column});
         }
         const ColumnInfo& column = object.columns[static_cast<std::size_t>(assignment.position)];
         if (column.identity) {
-            throw Error(8102, {column.name});
+            throw Error(kIdentityUpdated, {column.name});
         }
         if (!assignment.value) {
             if (column.hasDefault) {
@@ -209,7 +226,7 @@ void Binder::bindStatement(UpdateStatement& statement) {
         bindValue(assignment.value, scope);
         assign(assignment.value, object, assignment.position);
     }
-    aggregateError_ = 147;
+    aggregateError_ = kAggregateInWhere;
     if (statement.where) {
         bindCondition(statement.where, scope);
     }
@@ -220,7 +237,7 @@ void Binder::bindStatement(UpdateStatement& statement) {
 
 void Binder::bindStatement(DeleteStatement& statement) {
     Scope scope;
-    aggregateError_ = 147;
+    aggregateError_ = kAggregateInWhere;
     statement.changed = bindTarget(statement.target, statement.from, scope);
     if (statement.where) {
         bindCondition(statement.where, scope);
@@ -231,9 +248,9 @@ void Binder::bindStatement(DeleteStatement& statement) {
 }
 
 void Binder::bindStatement(TruncateStatement& statement) {
-    const ObjectInfo& object = findTable(statement.table, 4701);
+    const ObjectInfo& object = findTable(statement.table, kTruncateUnknownTable);
     if (object.kind == ObjectInfo::Kind::view) {
-        throw Error(4708, {object.name});
+        throw Error(kTruncateNoTable, {object.name});
     }
     statement.table = object.name;
 }

@@ -1,3 +1,11 @@
+// Binds definitions.
+//
+// A check's condition names columns of a table that no catalog has yet. The definition is made a source itself, to
+// which the condition is bound as a where clause is to its table; a default is bound to nothing, since it has no row.
+//
+//   create table k(a int, b int check (b>a))      a, b: columns of the source made for k
+//
+// Nothing here is shared, so that a text literal has its own length: in a view it is the type of a column.
 #include <algorithm>
 
 #include "store/tsql/binder.h"
@@ -23,7 +31,7 @@ void Binder::bindDefinition(ColumnDefinition& column) {
         return;
     }
     const Scope none;
-    aggregateError_ = 147;
+    aggregateError_ = kAggregateInWhere;
     bindValue(column.defaultValue, none);
     coerce(column.defaultValue, column.type);
 }
@@ -31,7 +39,7 @@ void Binder::bindDefinition(ColumnDefinition& column) {
 void Binder::bindStatement(CreateTableStatement& statement) {
     useExactLengths();
     if (catalog_.find(statement.name) != nullptr) {
-        throw Error(2714, {statement.name});
+        throw Error(kObjectExists, {statement.name});
     }
     auto source = std::make_unique<Source>();
     source->name = statement.name;
@@ -39,21 +47,25 @@ void Binder::bindStatement(CreateTableStatement& statement) {
         ColumnDefinition& column = statement.columns[i];
         for (std::size_t j = 0; j < i; ++j) {
             if (sameName(statement.columns[j].name, column.name)) {
-                throw Error(2705, {column.name, statement.name});
+                throw Error(kColumnExists, {column.name, statement.name});
             }
         }
         bindDefinition(column);
-        source->columns.push_back({column.name, column.type, !column.notNull, column.identity, false, {}});
+        source->columns.push_back({.name = column.name,
+                                   .type = column.type,
+                                   .nullable = !column.notNull,
+                                   .identity = column.identity,
+                                   .declaredType = {}});
     }
     bool primary = false;
     for (const KeyConstraint& key : statement.keys) {
         for (const IndexColumn& column : key.columns) {
             if (!hasColumn(statement.columns, column.name)) {
-                throw Error(1911, {column.name, statement.name});
+                throw Error(kUnknownIndexColumn, {column.name, statement.name});
             }
         }
         if (key.primary && primary) {
-            throw Error(8110, {statement.name});
+            throw Error(kTwoPrimaryKeys, {statement.name});
         }
         primary = primary || key.primary;
     }
@@ -62,14 +74,15 @@ void Binder::bindStatement(CreateTableStatement& statement) {
     for (CheckConstraint& check : statement.checks) {
         bindCondition(check.condition, scope);
     }
+    // The tree points into it until it is emitted.
     pseudoSources_.push_back(std::move(source));
 }
 
 void Binder::bindStatement(AlterTableStatement& statement) {
     useExactLengths();
-    const ObjectInfo& object = findTable(statement.name, 4902);
+    const ObjectInfo& object = findTable(statement.name, kAlterUnknownTable);
     if (object.kind == ObjectInfo::Kind::view) {
-        throw Error(4902, {statement.name});
+        throw Error(kAlterUnknownTable, {statement.name});
     }
     statement.object = &object;
     for (std::size_t i = 0; i < statement.columns.size(); ++i) {
@@ -79,10 +92,10 @@ void Binder::bindStatement(AlterTableStatement& statement) {
             return sameName(other.name, column.name);
         });
         if (doubled || columnOf(object, column.name) >= 0) {
-            throw Error(2705, {column.name, object.name});
+            throw Error(kColumnExists, {column.name, object.name});
         }
         if (column.notNull && !column.defaultValue) {
-            throw Error(4901, {column.name, object.name});
+            throw Error(kAddedColumnNotNull, {column.name, object.name});
         }
         if (column.identity) {
             throw Error(kNotSupported, {"alter table add identity"});
@@ -92,22 +105,22 @@ void Binder::bindStatement(AlterTableStatement& statement) {
     for (const KeyConstraint& key : statement.keys) {
         for (const IndexColumn& column : key.columns) {
             if (columnOf(object, column.name) < 0 && !hasColumn(statement.columns, column.name)) {
-                throw Error(1911, {column.name, object.name});
+                throw Error(kUnknownIndexColumn, {column.name, object.name});
             }
         }
     }
     for (const std::string& name : statement.dropColumns) {
         if (columnOf(object, name) < 0) {
-            throw Error(4924, {"DROP COLUMN", name, object.name});
+            throw Error(kDropUnknownColumn, {"DROP COLUMN", name, object.name});
         }
         if (object.columns.size() <= statement.dropColumns.size()) {
-            throw Error(4923, {"DROP COLUMN", name, object.name});
+            throw Error(kOnlyColumn, {name, object.name});
         }
     }
 }
 
 void Binder::bindStatement(CreateIndexStatement& statement) {
-    const ObjectInfo& object = findTable(statement.table, 1088);
+    const ObjectInfo& object = findTable(statement.table, kIndexOfUnknownTable);
     if (object.kind == ObjectInfo::Kind::view) {
         throw Error(kNotSupported, {"an index on a view"});
     }
@@ -116,17 +129,18 @@ void Binder::bindStatement(CreateIndexStatement& statement) {
         for (const IndexColumn& column : *columns) {
             const int position = columnOf(object, column.name);
             if (position < 0) {
-                throw Error(1911, {column.name, object.name});
+                throw Error(kUnknownIndexColumn, {column.name, object.name});
             }
             const Type& type = object.columns[static_cast<std::size_t>(position)].type;
             if (type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image) {
-                throw Error(1919, {column.name, object.name});
+                throw Error(kIndexColumnType, {column.name, object.name});
             }
         }
     }
+    // A server has the name of an index within its table, SQLite within the database: the table's goes in front.
     for (const std::string& index : object.indexes) {
         if (sameName(index, object.name + "." + statement.name)) {
-            throw Error(1913, {statement.name, object.name});
+            throw Error(kIndexExists, {statement.name, object.name});
         }
     }
 }
@@ -134,11 +148,12 @@ void Binder::bindStatement(CreateIndexStatement& statement) {
 void Binder::bindStatement(CreateViewStatement& statement) {
     useExactLengths();
     const ObjectInfo* existing = catalog_.find(statement.name);
+    // Tables and views share their names.
     if (statement.alter && existing == nullptr) {
-        throw Error(208, {statement.name});
+        throw Error(kUnknownObject, {statement.name});
     }
     if (existing != nullptr && (!statement.alter || existing->kind == ObjectInfo::Kind::table)) {
-        throw Error(2714, {statement.name});
+        throw Error(kObjectExists, {statement.name});
     }
     bindView(statement);
 }
@@ -147,15 +162,17 @@ void Binder::bindView(CreateViewStatement& statement) {
     useExactLengths();
     Query& query = *statement.query;
     if (!query.orderBy.empty() && !(query.select && query.select->top)) {
-        throw Error(1033);
+        throw Error(kOrderWithoutTop);
     }
     if (query.select && !query.select->into.empty()) {
-        throw Error(156, {"into"});
+        throw Error(kSyntaxNearKeyword, {"into"});
     }
     bindQuery(query, nullptr);
     if (!statement.columnAliases.empty()) {
         if (statement.columnAliases.size() != query.columns.size()) {
-            throw Error(statement.columnAliases.size() < query.columns.size() ? 8158 : 8159, {statement.name});
+            throw Error(
+                statement.columnAliases.size() < query.columns.size() ? kMoreColumnsThanNames : kFewerColumnsThanNames,
+                {statement.name});
         }
         for (std::size_t i = 0; i < query.columns.size(); ++i) {
             query.columns[i].name = statement.columnAliases[i];
@@ -164,11 +181,11 @@ void Binder::bindView(CreateViewStatement& statement) {
     for (std::size_t i = 0; i < query.columns.size(); ++i) {
         const std::string& name = query.columns[i].name;
         if (name.empty()) {
-            throw Error(4511, {std::to_string(i + 1), statement.name});
+            throw Error(kViewColumnUnnamed, {std::to_string(i + 1), statement.name});
         }
         for (std::size_t j = 0; j < i; ++j) {
             if (sameName(query.columns[j].name, name)) {
-                throw Error(4506, {name, statement.name});
+                throw Error(kViewColumnTwice, {name, statement.name});
             }
         }
     }
@@ -189,12 +206,12 @@ void Binder::bindStatement(DropStatement& statement) {
         }
         const char* word = index ? "index" : statement.kind == DropStatement::Kind::table ? "table" : "view";
         if (!found && !statement.ifExists) {
-            throw Error(3701, {"drop", word, full});
+            throw Error(kCannotDrop, {"drop", word, full});
         }
         if (found && !index &&
             (object->kind == ObjectInfo::Kind::table) != (statement.kind == DropStatement::Kind::table)) {
-            throw Error(3705, {statement.kind == DropStatement::Kind::table ? "DROP TABLE" : "DROP VIEW", full,
-                               kindWord(object->kind)});
+            throw Error(kDropOfOtherKind, {statement.kind == DropStatement::Kind::table ? "DROP TABLE" : "DROP VIEW",
+                                           full, kindWord(object->kind)});
         }
         if (found) {
             if (!index) {
@@ -203,6 +220,7 @@ void Binder::bindStatement(DropStatement& statement) {
             existing.push_back(std::move(name));
         }
     }
+    // What "if exists" let pass is not there to be dropped.
     statement.names = std::move(existing);
 }
 

@@ -1,3 +1,10 @@
+// Binds expressions, from the leaves up: a node's type follows from its operands', and where these don't fit, a
+// conversion comes between.
+//
+// Of two sides of different classes the one of lower precedence is converted, also where that is the column:
+//
+//   fitemid='5'     the literal becomes 5
+//   fnumber=5       each fnumber becomes a number; the first row with 'A01' fails with 245
 #include "store/tsql/binder.h"
 #include "store/tsql/error.h"
 #include "store/tsql/lexer.h"
@@ -6,18 +13,15 @@
 namespace orvenmod::store::tsql {
 namespace {
 
-/// The text that a value becomes where a text is wanted.
-Type textOf(const Type& type) { return type.isText() ? type : textType(Kind::varchar, type.isNumber() ? 40 : 8000); }
-
 void requireOneColumn(const Query& query) {
     if (query.columns.size() != 1) {
-        throw Error(116);
+        throw Error(kSubqueryColumns);
     }
 }
 
 void refuseOrder(const Query& query) {
     if (!query.orderBy.empty() && !(query.select && query.select->top)) {
-        throw Error(1033);
+        throw Error(kOrderWithoutTop);
     }
 }
 
@@ -72,7 +76,7 @@ void Binder::bindCondition(ExpressionPtr& pointer, const Scope& scope) {
             bindQuery(*expression.query, &scope);
             break;
         default:
-            throw Error(4145, {expression.name});
+            throw Error(kConditionExpected, {expression.name});
     }
     expression.type = typeOf(Kind::bit);
 }
@@ -107,11 +111,12 @@ void Binder::bindValue(ExpressionPtr& pointer, const Scope& scope) {
             bindFunction(pointer, scope);
             break;
         default:
-            throw Error(102, {expression.op == Operator::none ? "is" : spelling(expression.op)});
+            throw Error(kSyntaxNear, {expression.op == Operator::none ? "is" : spelling(expression.op)});
     }
 }
 
 void Binder::bindColumn(Expression& expression, const Scope& scope) {
+    // The nearest query that has the name has it; one around it is asked only then, which correlates the two.
     bool known = false;
     for (const Scope* at = &scope; at != nullptr; at = at->parent) {
         for (const Source* source : at->sources) {
@@ -123,8 +128,9 @@ void Binder::bindColumn(Expression& expression, const Scope& scope) {
                 if (!sameName(source->columns[i].name, expression.name)) {
                     continue;
                 }
+                // Two sources of one query.
                 if (expression.source != nullptr) {
-                    throw Error(209, {expression.name});
+                    throw Error(kAmbiguousColumn, {expression.name});
                 }
                 expression.source = source;
                 expression.column = static_cast<int>(i);
@@ -134,14 +140,15 @@ void Binder::bindColumn(Expression& expression, const Scope& scope) {
         if (expression.source != nullptr) {
             return;
         }
+        // A source of that name hides one of the same name further out, even where it lacks the column.
         if (known && !expression.qualifier.empty()) {
             break;
         }
     }
     if (!expression.qualifier.empty() && !known) {
-        throw Error(4104, {expression.qualifier + "." + expression.name});
+        throw Error(kUnboundIdentifier, {expression.qualifier + "." + expression.name});
     }
-    throw Error(207, {expression.name});
+    throw Error(kUnknownColumn, {expression.name});
 }
 
 void Binder::bindUnary(Expression& expression, const Scope& scope) {
@@ -151,11 +158,12 @@ void Binder::bindUnary(Expression& expression, const Scope& scope) {
     if (type.isNull()) {
         operand->type = typeOf(Kind::integer);
     } else if (expression.op == Operator::bitNot && !type.isInteger()) {
-        throw Error(8117, {std::string(typeName(type.kind)), "~"});
+        throw Error(kOperandType, {std::string(typeName(type.kind)), "~"});
     } else if (expression.op == Operator::negate && (!type.isNumber() || type.kind == Kind::bit)) {
-        throw Error(8117, {std::string(typeName(type.kind)), "minus"});
+        throw Error(kOperandType, {std::string(typeName(type.kind)), "minus"});
     }
     expression.type = operand->type;
+    // A tinyint has no sign.
     if (expression.op == Operator::negate && type.kind == Kind::tinyint) {
         expression.type = typeOf(Kind::smallint);
     }
@@ -173,6 +181,8 @@ void Binder::bindArithmetic(Expression& expression, const Scope& scope) {
         if ((*side)->type.isNull()) {
             (*side)->type = other->type.isNull() ? common : other->type;
         } else if (common.isNumber() && !(*side)->type.isNumber()) {
+            // A text takes the other side's own type and not the result's, which has more digits: '1.55' beside a
+            // decimal(5,1) is 1.6 before anything is added. A bit doesn't calculate.
             coerce(*side, other->type.isNumber() ? (other->type.kind == Kind::bit ? typeOf(Kind::integer) : other->type)
                                                  : common);
         } else if (common.isDate() && (*side)->type.isText()) {
@@ -226,6 +236,7 @@ void Binder::bindInQuery(Expression& expression, const Scope& scope) {
 void Binder::bindBetween(Expression& expression, const Scope& scope) { bindInList(expression, scope); }
 
 void Binder::bindCase(Expression& expression, const Scope& scope) {
+    // Conditions and values take turns; an odd one at the end is else.
     Type common;
     for (std::size_t i = 0; i < expression.operands.size(); ++i) {
         ExpressionPtr& operand = expression.operands[i];
@@ -238,7 +249,7 @@ void Binder::bindCase(Expression& expression, const Scope& scope) {
         }
     }
     if (common.isNull()) {
-        throw Error(8133);
+        throw Error(kCaseOfNulls);
     }
     for (std::size_t i = 0; i < expression.operands.size(); ++i) {
         const bool condition = i % 2 == 0 && i + 1 < expression.operands.size();
@@ -255,7 +266,7 @@ void Binder::bindCast(Expression& expression, const Scope& scope) {
     if (expression.operands.size() > 1) {
         bindValue(expression.operands[1], scope);
         if (!expression.operands[1]->type.isInteger()) {
-            throw Error(8116, {std::string(typeName(expression.operands[1]->type.kind)), "3", "convert"});
+            throw Error(kArgumentType, {std::string(typeName(expression.operands[1]->type.kind)), "3", "convert"});
         }
     }
     expression.type = expression.target;

@@ -1,3 +1,12 @@
+// Binds function calls.
+//
+// Most follow from their row in functiontable.cpp: how many arguments, what each is converted to, what comes out. Here
+// stand those whose type depends on several arguments, and those that are written as something else.
+//
+//   left(fname,'3')         "ti": a text and an int, so that '3' becomes 3; the result is as long as fname
+//   isnull(fnumber,0)       the first argument's type: 0 becomes '0'
+//   coalesce(fnumber,0)     the type of highest precedence: fnumber becomes an int
+//   nullif(fname,'')        case when fname='' then null else fname end
 #include "store/tsql/binder.h"
 #include "store/tsql/error.h"
 #include "store/tsql/functiontable.h"
@@ -8,12 +17,12 @@ namespace {
 
 void requireCount(const Expression& call, std::size_t least, std::size_t most) {
     if (call.star || call.operands.size() < least || call.operands.size() > most) {
-        throw Error(most == least || call.operands.size() < least ? 174 : 189,
+        throw Error(most == least || call.operands.size() < least ? kArgumentCount : kArgumentRange,
                     {call.name, std::to_string(least), std::to_string(most)});
     }
 }
 
-int lengthOf(const Type& type) { return type.isText() ? type.length : 8000; }
+int lengthOf(const Type& type) { return type.isText() ? type.length : kMostVarchar; }
 
 Type resultType(const FunctionInfo& function, const Expression& call) {
     bool national = false;
@@ -25,7 +34,7 @@ Type resultType(const FunctionInfo& function, const Expression& call) {
         case 't':
             return textType(textKind, lengthOf(call.operands[0]->type));
         case 'x':
-            return textType(textKind, national ? 4000 : 8000);
+            return textType(textKind, national ? kMostNvarchar : kMostVarchar);
         case 's':
             return textType(Kind::nvarchar, 258);
         case 'c':
@@ -44,6 +53,7 @@ Type resultType(const FunctionInfo& function, const Expression& call) {
             break;
     }
     Type type = call.operands[0]->type;
+    // Small integers calculate as int.
     if (type.kind == Kind::bit || type.kind == Kind::tinyint || type.kind == Kind::smallint) {
         type = typeOf(Kind::integer);
     }
@@ -80,20 +90,22 @@ void Binder::bindFunction(ExpressionPtr& pointer, const Scope& scope) {
     }
     const FunctionInfo* function = findFunction(call.name);
     if (function == nullptr) {
-        throw Error(isRefusedFunction(call.name) ? kNotSupported : 195, {call.name});
+        throw Error(isRefusedFunction(call.name) ? kNotSupported : kUnknownFunction, {call.name});
     }
+    // The part of a date is a word and no argument of the tree, but the message counts it.
     const std::size_t implied = takesPart(call.name) ? 1 : 0;
     const std::size_t count = call.operands.size();
     const bool tooMany = function->most >= 0 && count > static_cast<std::size_t>(function->most);
     if (call.star || call.distinct || tooMany || count < static_cast<std::size_t>(function->least)) {
         const int least = function->least + static_cast<int>(implied);
         const int most = function->most + static_cast<int>(implied);
-        throw Error(least == most ? 174 : 189, {call.name, std::to_string(least), std::to_string(most)});
+        throw Error(least == most ? kArgumentCount : kArgumentRange,
+                    {call.name, std::to_string(least), std::to_string(most)});
     }
     if (implied != 0) {
         const std::string_view part = datePart(call.part);
         if (part.empty()) {
-            throw Error(155, {call.part, call.name});
+            throw Error(kUnknownOption, {call.part, call.name});
         }
         call.part = part;
     }
@@ -111,7 +123,7 @@ void Binder::bindArguments(Expression& call, const Scope& scope, std::string_vie
         const Type type = operand->type;
         switch (arguments[std::min(i, arguments.size() - 1)]) {
             case 't':
-                coerce(operand, type.isText() ? type : textType(Kind::varchar, type.isNumber() ? 40 : 8000));
+                coerce(operand, textOf(type));
                 break;
             case 'i':
                 if (!type.isInteger()) {
@@ -125,7 +137,7 @@ void Binder::bindArguments(Expression& call, const Scope& scope, std::string_vie
                 break;
             case 'n':
                 if (type.isDate()) {
-                    throw Error(8116, {std::string(typeName(type.kind)), std::to_string(i + 1), call.name});
+                    throw Error(kArgumentType, {std::string(typeName(type.kind)), std::to_string(i + 1), call.name});
                 }
                 coerce(operand, type.isNull() ? typeOf(Kind::integer) : numberOf(type));
                 break;
@@ -146,6 +158,7 @@ void Binder::bindIsNull(Expression& call, const Scope& scope) {
     ExpressionPtr& replacement = call.operands[1];
     bindValue(value, scope);
     bindValue(replacement, scope);
+    // The length of a text in front decides where the other is cut: isnull('ab', fname) is varchar(2).
     if (value->kind == ExpressionKind::literal && value->type.isText()) {
         fixed_.insert(value->literal);
         value->type = literals_[static_cast<std::size_t>(value->literal)].type();
@@ -171,7 +184,7 @@ void Binder::bindCoalesce(Expression& call, const Scope& scope) {
         }
     }
     if (common.isNull()) {
-        throw Error(8133);
+        throw Error(kCaseOfNulls);
     }
     for (std::size_t i = first; i < call.operands.size(); ++i) {
         coerce(call.operands[i], common);
@@ -204,7 +217,7 @@ void Binder::bindAggregate(Expression& call, const Scope& scope) {
     }
     const bool count = call.name == "count" || call.name == "count_big";
     if (call.star ? !count : call.operands.size() != 1) {
-        throw Error(174, {call.name, "1", "1"});
+        throw Error(kArgumentCount, {call.name, "1", "1"});
     }
     call.aggregate = true;
     if (aggregateSeen_ != nullptr) {
@@ -215,7 +228,8 @@ void Binder::bindAggregate(Expression& call, const Scope& scope) {
         return;
     }
     ExpressionPtr& operand = call.operands[0];
-    aggregateError_ = 130;
+    // No aggregate within one.
+    aggregateError_ = kAggregateOfAggregate;
     bindValue(operand, scope);
     aggregateError_ = 0;
     const Type type = operand->type;
@@ -223,17 +237,17 @@ void Binder::bindAggregate(Expression& call, const Scope& scope) {
         return;
     }
     if (type.isNull()) {
-        throw Error(8117, {"NULL", call.name});
+        throw Error(kOperandType, {"NULL", call.name});
     }
     if (call.name == "min" || call.name == "max") {
         if (type.kind == Kind::bit || type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image) {
-            throw Error(8117, {std::string(typeName(type.kind)), call.name});
+            throw Error(kOperandType, {std::string(typeName(type.kind)), call.name});
         }
         call.type = type;
         return;
     }
     if (!type.isNumber() || type.kind == Kind::bit) {
-        throw Error(8117, {std::string(typeName(type.kind)), call.name});
+        throw Error(kOperandType, {std::string(typeName(type.kind)), call.name});
     }
     if (call.name != "sum" && call.name != "avg") {
         call.type = typeOf(Kind::floating);

@@ -1,3 +1,13 @@
+// The rules of group by.
+//
+// Within a group a column has as many values as the group has rows. SQLite takes one of them, the server refuses; a
+// report over the wrong row is worse than none. So each item, the having and the order by are walked from the top: what
+// equals a group by expression is done, an aggregate is done, and a column that is then still met is refused.
+//
+//   select fname+'x', count(*) from tblItem group by fname+'x'     stands
+//   select fname+'y', count(*) from tblItem group by fname+'x'     8120 'tblItem.fname'
+//
+// The two have one shape. That they differ only their literals tell, which therefore are fixed.
 #include <algorithm>
 
 #include "store/tsql/binder.h"
@@ -28,14 +38,14 @@ void Binder::checkGrouping(const Query& query) {
         collect(*source, own);
     }
     for (const SelectItem& item : select.items) {
-        checkGrouped(*item.expression, select, own, 8120);
+        checkGrouped(*item.expression, select, own, kSelectedNotGrouped);
     }
     if (select.having) {
-        checkGrouped(*select.having, select, own, 8121);
+        checkGrouped(*select.having, select, own, kHavingNotGrouped);
     }
     for (const OrderItem& order : query.orderBy) {
         if (order.expression) {
-            checkGrouped(*order.expression, select, own, 8127);
+            checkGrouped(*order.expression, select, own, kOrderNotGrouped);
         }
     }
 }
@@ -51,6 +61,7 @@ void Binder::checkGrouped(const Expression& expression, const Select& select, co
     if (expression.aggregate) {
         return;
     }
+    // A column of a query around this one is the same for the whole group.
     if (expression.kind == ExpressionKind::column && own.contains(expression.source)) {
         throw Error(error, {expression.source->exposedName() + "." + expression.name});
     }
@@ -61,6 +72,7 @@ void Binder::checkGrouped(const Expression& expression, const Select& select, co
     }
 }
 
+// Bound columns are compared by source and position, so that "fname" and "i.fname" are one. Queries are never the same.
 bool Binder::sameExpression(const Expression& left, const Expression& right) {
     if (left.kind != right.kind || left.op != right.op || left.source != right.source || left.column != right.column ||
         left.part != right.part || left.negated != right.negated || left.distinct != right.distinct ||

@@ -1,3 +1,12 @@
+// Binds queries.
+//
+// The clauses are bound in the order in which they take effect, since each knows what came before it: where sees the
+// sources, order by the select items as well.
+//
+//   select id+1 as n from t order by n      n is the first item:   ORDER BY 1
+//   select id+1 as n from t where n=2       n is t's own column; without one it would be unknown, 207
+//
+// A query within another is bound with the outer one's scope as the parent of its own.
 #include <algorithm>
 
 #include "store/tsql/binder.h"
@@ -17,32 +26,35 @@ void Binder::bindQuery(Query& query, const Scope* parent) {
 
 void Binder::bindSelect(Query& query, const Scope* parent) {
     Select& select = *query.select;
+    // A query starts afresh: in a where clause, where no aggregate may stand, a subquery may have its own.
     const int outerError = aggregateError_;
     bool* outerSeen = aggregateSeen_;
     aggregateSeen_ = &select.aggregates;
-    aggregateError_ = 147;
+    aggregateError_ = kAggregateInWhere;
     Scope scope;
     bindSources(select.from, scope, parent);
     scope.parent = parent;
     if (select.where) {
         bindCondition(select.where, scope);
     }
-    aggregateError_ = 144;
+    aggregateError_ = kAggregateInGroupBy;
     for (ExpressionPtr& expression : select.groupBy) {
         bindValue(expression, scope);
         if (expression->kind == ExpressionKind::literal) {
-            throw Error(164);
+            throw Error(kGroupByConstant);
         }
     }
     aggregateError_ = 0;
     bindTop(select);
     expandStars(select, scope);
     for (SelectItem& item : select.items) {
+        // What came out of a star is bound already.
         if (!item.expression->source) {
             bindValue(item.expression, scope);
         }
         ColumnInfo column;
         column.name = item.name;
+        // A column of nothing but null is an int.
         column.type = item.expression->type.isNull() ? typeOf(Kind::integer) : item.expression->type;
         if (item.expression->type.isNull()) {
             item.expression->type = column.type;
@@ -67,7 +79,7 @@ void Binder::bindTop(Select& select) {
     if (select.topPercent) {
         coerce(select.top, typeOf(Kind::floating));
     } else if (!select.top->type.isInteger()) {
-        throw Error(1060);
+        throw Error(kTopNotInteger);
     }
 }
 
@@ -75,12 +87,13 @@ void Binder::bindSetOperation(Query& query, const Scope* parent) {
     bindQuery(*query.left, parent);
     bindQuery(*query.right, parent);
     if (query.left->columns.size() != query.right->columns.size()) {
-        throw Error(205);
+        throw Error(kUnionColumns);
     }
     query.columns = query.left->columns;
     for (std::size_t i = 0; i < query.columns.size(); ++i) {
         const Type type = commonType(query.left->columns[i].type, query.right->columns[i].type);
         query.columns[i].type = type;
+        // Down to the selects, so that the rows are equal or not as the common type has it.
         coerceColumn(*query.left, i, type);
         coerceColumn(*query.right, i, type);
     }
@@ -109,12 +122,12 @@ void Binder::bindSource(Source& source, Scope& scope, const Scope* parent) {
         return;
     }
     if (source.kind == Source::Kind::table) {
-        source.object = &findTable(source.name, 208);
+        source.object = &findTable(source.name, kUnknownObject);
         source.columns = source.object->columns;
     } else {
         const Select* select = source.query->select.get();
         if (!source.query->orderBy.empty() && (select == nullptr || !select->top)) {
-            throw Error(1033);
+            throw Error(kOrderWithoutTop);
         }
         bindQuery(*source.query, parent);
         source.columns = source.query->columns;
@@ -124,6 +137,7 @@ void Binder::bindSource(Source& source, Scope& scope, const Scope* parent) {
 }
 
 void Binder::bindJoin(Source& source, Scope& scope, const Scope* parent) {
+    // The condition sees the two sides only, and no source that stands beside the join behind a comma.
     Scope inner;
     inner.parent = parent;
     bindSource(*source.left, inner, parent);
@@ -134,7 +148,7 @@ void Binder::bindJoin(Source& source, Scope& scope, const Scope* parent) {
     for (const Source* part : inner.sources) {
         for (const Source* other : scope.sources) {
             if (sameName(part->exposedName(), other->exposedName())) {
-                throw Error(1011, {part->exposedName()});
+                throw Error(kAliasTwice, {part->exposedName()});
             }
         }
         scope.sources.push_back(part);
@@ -144,7 +158,9 @@ void Binder::bindJoin(Source& source, Scope& scope, const Scope* parent) {
 void Binder::nameDerivedColumns(Source& source) {
     if (!source.columnAliases.empty()) {
         if (source.columnAliases.size() != source.columns.size()) {
-            throw Error(source.columnAliases.size() < source.columns.size() ? 8158 : 8159, {source.alias});
+            throw Error(
+                source.columnAliases.size() < source.columns.size() ? kMoreColumnsThanNames : kFewerColumnsThanNames,
+                {source.alias});
         }
         for (std::size_t i = 0; i < source.columns.size(); ++i) {
             source.columns[i].name = source.columnAliases[i];
@@ -153,11 +169,11 @@ void Binder::nameDerivedColumns(Source& source) {
     for (std::size_t i = 0; i < source.columns.size(); ++i) {
         const std::string& name = source.columns[i].name;
         if (name.empty()) {
-            throw Error(8155, {std::to_string(i + 1), source.alias});
+            throw Error(kDerivedColumnUnnamed, {std::to_string(i + 1), source.alias});
         }
         for (std::size_t j = 0; j < i; ++j) {
             if (sameName(source.columns[j].name, name)) {
-                throw Error(8156, {name, source.alias});
+                throw Error(kDerivedColumnTwice, {name, source.alias});
             }
         }
     }
@@ -167,7 +183,7 @@ void Binder::addToScope(Source& source, Scope& scope) {
     source.id = nextId_++;
     for (const Source* other : scope.sources) {
         if (sameName(other->exposedName(), source.exposedName())) {
-            throw Error(source.alias.empty() ? 1013 : 1011, {source.exposedName()});
+            throw Error(source.alias.empty() ? kExposedNameTwice : kAliasTwice, {source.exposedName()});
         }
     }
     scope.sources.push_back(&source);
@@ -197,7 +213,7 @@ void Binder::expandStars(Select& select, const Scope& scope) {
             }
         }
         if (!found) {
-            throw item.qualifier.empty() ? Error(263) : Error(107, {item.qualifier});
+            throw item.qualifier.empty() ? Error(kNoTableForStar) : Error(kUnknownPrefix, {item.qualifier});
         }
     }
     select.items = std::move(items);
@@ -210,12 +226,13 @@ int Binder::ordinalOf(const Expression& expression, std::size_t count) {
     }
     const Literal& literal = literals_[static_cast<std::size_t>(expression.literal)];
     if (literal.kind != LiteralKind::integer) {
-        throw Error(408, {});
+        throw Error(kConstantOrder, {});
     }
+    // Another number names another item.
     fixed_.insert(expression.literal);
     const long ordinal = std::stol(std::string(literal.text));
     if (ordinal < 1 || ordinal > static_cast<long>(count)) {
-        throw Error(108, {std::string(literal.text)});
+        throw Error(kOrderPositionOutOfRange, {std::string(literal.text)});
     }
     return static_cast<int>(ordinal - 1);
 }
@@ -230,10 +247,11 @@ int Binder::itemNamed(const Select& select, const Expression& expression) {
         if (!sameName(select.items[i].name, expression.name)) {
             continue;
         }
+        // One name for two things is ambiguous, the same column listed twice is not.
         const bool other = found >= 0 && !sameExpression(*select.items[static_cast<std::size_t>(found)].expression,
                                                          *select.items[i].expression);
         if (other) {
-            throw Error(209, {expression.name});
+            throw Error(kAmbiguousColumn, {expression.name});
         }
         found = found < 0 ? static_cast<int>(i) : found;
     }
@@ -261,21 +279,22 @@ void Binder::bindOrderBy(Query& query, const Scope& scope) {
         if (order.item < 0) {
             bindValue(order.expression, scope);
             order.item = itemLike(select, *order.expression);
+            // Which of the rows that distinct made one would give the value?
             if (order.item < 0 && select.distinct) {
-                throw Error(145);
+                throw Error(kOrderNotInDistinct);
             }
         }
         const Type& type = order.item < 0 ? order.expression->type
                                           : select.items[static_cast<std::size_t>(order.item)].expression->type;
         if (type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image) {
-            throw Error(306);
+            throw Error(kLargeTypeCompared);
         }
         if (order.item >= 0) {
             order.expression.reset();
         }
     }
     if (select.topWithTies && query.orderBy.empty()) {
-        throw Error(1062);
+        throw Error(kTiesWithoutOrder);
     }
 }
 
@@ -289,11 +308,11 @@ void Binder::bindSetOrderBy(Query& query) {
                 }
             }
             if (order.item < 0) {
-                throw Error(207, {order.expression->name});
+                throw Error(kUnknownColumn, {order.expression->name});
             }
         }
         if (order.item < 0) {
-            throw Error(104);
+            throw Error(kOrderNotInUnion);
         }
         order.expression.reset();
     }

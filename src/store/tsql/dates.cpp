@@ -1,3 +1,12 @@
+// Arithmetic on dates.
+//
+// Weeks, days and less are counted in milliseconds since 1900-01-01, negative before, years and months in months; the
+// calendar is asked at both ends only. Differences count the boundaries that are crossed and not the time that has
+// passed:
+//
+//   datediff(day, '2026-01-01 23:59', '2026-01-02 00:00')    1
+//   datediff(year, '2025-12-31', '2026-01-01')               1
+//   dateadd(month, 1, '2026-01-31')                          2026-02-28, the last day that there is
 #include "store/tsql/dates.h"
 
 #include <algorithm>
@@ -20,7 +29,8 @@ constexpr std::int64_t kSecond = 1000;
 constexpr std::int64_t kMinute = 60 * kSecond;
 constexpr std::int64_t kHour = 60 * kMinute;
 
-// Days from 1970-01-01 of a Gregorian day, counted in eras of 400 years that begin in March.
+// Days from 1970-01-01 of a Gregorian day. Counted in eras of 400 years, which are all 146097 days long; a year begins
+// in March, so that the leap day is its last and shifts no other. 719468 days lie between 0000-03-01 and 1970-01-01.
 std::int64_t civilDays(std::int64_t year, int month, int day) {
     year -= month <= 2;
     const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
@@ -44,7 +54,7 @@ std::int64_t yearMonth(const DateTime& date) { return std::int64_t{date.year} * 
 
 DateTime monthsAdded(std::int64_t count, DateTime date) {
     const std::int64_t months = yearMonth(date) + count;
-    if (months < 12 || months >= std::int64_t{12} * 10000) throw Error(517, {"datetime"});
+    if (months < 12 || months >= std::int64_t{12} * 10000) throw Error(kDateAddOverflow, {"datetime"});
     date.year = static_cast<int>(months / 12);
     date.month = static_cast<int>(months % 12) + 1;
     date.day = std::min(date.day, daysInMonth(date.year, date.month));
@@ -109,7 +119,7 @@ DateTime fromMilliseconds(std::int64_t total) {
 }
 
 DateTime fitted(const DateTime& date, Kind to, std::string_view from) {
-    const auto refuse = [&] { throw Error(242, {std::string(from), std::string(typeName(to))}); };
+    const auto refuse = [&] { throw Error(kDateOutOfRange, {std::string(from), std::string(typeName(to))}); };
     DateTime result = date;
     switch (to) {
         case Kind::date:
@@ -123,11 +133,12 @@ DateTime fitted(const DateTime& date, Kind to, std::string_view from) {
             // Half a minute rounds up from 29.999 seconds on.
             const std::int64_t total = milliseconds(date);
             result = fromMilliseconds(floorDivide(total + kMinute / 2 + 1, kMinute) * kMinute);
+            // The type counts its days in 16 bits.
             if (result.year < 1900 || dayNumber(result) > 65535) refuse();
             return result;
         }
         default: {
-            // 300 ticks a second: milliseconds end in 0, 3 or 7.
+            // 300 ticks a second: milliseconds end in 0, 3 or 7. 995 is the tick 299 and becomes 997.
             const int ticks = (date.millisecond * 3 + 5) / 10;
             const std::int64_t rounded = (std::int64_t{ticks} * 10 + 1) / 3;
             result = fromMilliseconds(milliseconds(date) - date.millisecond + rounded);
@@ -164,8 +175,9 @@ std::optional<DatePart> datePartOf(std::string_view word) {
 }
 
 DateTime dateAdd(DatePart part, std::int64_t count, const DateTime& date) {
+    // The server takes the count as an int.
     if (count > std::numeric_limits<int>::max() || count < std::numeric_limits<int>::min()) {
-        throw Error(8115, {"expression", "int"});
+        throw Error(kArithmeticOverflow, {"expression", "int"});
     }
     DateTime result;
     switch (part) {
@@ -182,7 +194,7 @@ DateTime dateAdd(DatePart part, std::int64_t count, const DateTime& date) {
             result = fromMilliseconds(milliseconds(date) + count * partLength(part));
             break;
     }
-    if (result.year < 1753 || result.year > 9999) throw Error(517, {"datetime"});
+    if (result.year < 1753 || result.year > 9999) throw Error(kDateAddOverflow, {"datetime"});
     return result;
 }
 
@@ -207,7 +219,8 @@ std::int64_t dateDifference(DatePart part, const DateTime& from, const DateTime&
                 floorDivide(milliseconds(to), partLength(part)) - floorDivide(milliseconds(from), partLength(part));
             break;
     }
-    if (difference > std::numeric_limits<int>::max() || difference < std::numeric_limits<int>::min()) throw Error(535);
+    if (difference > std::numeric_limits<int>::max() || difference < std::numeric_limits<int>::min())
+        throw Error(kDateDifferenceOverflow);
     return difference;
 }
 

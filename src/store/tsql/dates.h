@@ -1,6 +1,7 @@
 // Dates and times: the stored text, reading what people write, convert's styles, and arithmetic.
 //
-// Stored: YYYY-MM-DD HH:MM:SS, with .fff only when it is not zero; a time alone HH:MM:SS[.fff].
+// Stored: YYYY-MM-DD HH:MM:SS, with .fff only when it is not zero; a time alone HH:MM:SS[.fff]. In that form texts
+// stand in the order of their dates, so that a database compares, sorts and indexes them as they are.
 #pragma once
 
 #include <cstdint>

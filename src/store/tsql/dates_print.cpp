@@ -1,4 +1,9 @@
-// The texts of dates: as stored, and convert's styles.
+// The texts of dates: as stored, and convert's styles. Most styles up to 14 write the year with two digits, and 100
+// more the same with four; the others are forms of their own.
+//
+//   convert(varchar(20), d, 120)   2026-01-02 00:00:00
+//   convert(varchar(20), d, 112)   20260102
+//   convert(varchar(8), d, 2)      26.01.02
 #include <cstdio>
 
 #include "store/tsql/dates.h"
@@ -106,12 +111,13 @@ std::string printMoment(const DateTime& d, int style) {
         case 127:
             return printDay(d, 23) + 'T' + time24(d) + (d.millisecond == 0 ? "" : printed(".%03d", d.millisecond));
         default:
-            throw Error(281, {std::to_string(style), "datetime"});
+            throw Error(kNoDateStyle, {std::to_string(style), "datetime"});
     }
 }
 
 }  // namespace
 
+// Put digit by digit: every date that a statement computes or stores passes here.
 std::string printStored(const DateTime& d) {
     char buffer[24] = "0000-00-00 00:00:00";
     const auto put = [&buffer](int at, int width, int value) {
@@ -139,6 +145,7 @@ std::string printDate(const DateTime& date, Kind from, int style) {
     }
     std::string day = printDay(date, style);
     if (!day.empty()) return day;
+    // A style with a time gives a date without one its day alone.
     if (from == Kind::date &&
         (style == 20 || style == 21 || style == 25 || style == 120 || style == 121 || style == 126 || style == 127)) {
         return printDay(date, 23);

@@ -1,4 +1,15 @@
 // Reading dates: as stored, and as people write them.
+//
+// People write a date in a dozen forms, and what a number is may only show later: "2026" alone is a year's first day,
+// in "Jan 2 2026" it is a part. So the reader takes the text piece by piece - a word, a time, three numbers with a sign
+// between, a bare number - and each piece says what it settles; what is still open is settled, and checked, at the end.
+//
+//   26.1.2               2026-01-02 00:00:00    the year first, where nothing tells
+//   1/2/2026             2026-01-02 00:00:00    four digits are the year; then the month first,
+//   1/2/2026, style 103  2026-02-01 00:00:00    unless a style says the day
+//   20260102 3:04 PM     2026-01-02 15:04:00
+//   2026-02-30           242: a date by its form, but none that there is
+//   hello                241
 #include <algorithm>
 
 #include "store/tsql/dates.h"
@@ -15,6 +26,7 @@ bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 constexpr std::string_view kMonthNames[] = {"january", "february", "march",     "april",   "may",      "june",
                                             "july",    "august",   "september", "october", "november", "december"};
 
+// The server's cutoff: 49 is 2049, 50 is 1950.
 int centuryOf(int twoDigits) { return twoDigits < 50 ? 2000 + twoDigits : 1900 + twoDigits; }
 
 struct Number {
@@ -22,7 +34,8 @@ struct Number {
     int digits = 0;
 };
 
-// The parts of a date in the order in which a text of unclear order has them.
+// The parts of a date in the order in which a text of unclear order has them. A style tells it by its form: 1 and 101
+// are m/d/y, 3 and 103 d/m/y.
 enum class Order { yearFirst, monthFirst, dayFirst };
 
 Order orderOf(int style) {
@@ -56,10 +69,10 @@ public:
     }
 
 private:
-    [[noreturn]] static void noDate() { throw Error(241); }
+    [[noreturn]] static void noDate() { throw Error(kDateSyntax); }
     [[noreturn]] void outOfRange() const {
         if (to_ == Kind::date || to_ == Kind::time) noDate();
-        throw Error(242, {std::string(from_), std::string(typeName(to_))});
+        throw Error(kDateOutOfRange, {std::string(from_), std::string(typeName(to_))});
     }
 
     char peek(std::size_t ahead = 0) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
@@ -108,6 +121,7 @@ private:
 
     void readWord() {
         const std::string name = word();
+        // The ISO form: 2026-01-02T10:00:00Z.
         if (name == "t" && haveDay_ && isDigit(peek())) return;
         if (name == "z" && haveTime_ && at_ == text_.size()) return;
         const auto* found = name.size() < 3 ? std::end(kMonthNames)
@@ -149,6 +163,7 @@ private:
     void readFraction(bool decimal) {
         ++at_;
         const Number fraction = number();
+        // ".5" is half a second, ":5" five milliseconds.
         const int most = to_ == Kind::date || to_ == Kind::time ? 7 : 3;
         if (fraction.digits > (decimal ? most : 3)) noDate();
         int value = fraction.value;
@@ -204,6 +219,7 @@ private:
         if (value.digits == 6) {
             return setDay(centuryOf(value.value / 10000), {value.value / 100 % 100, 2}, {value.value % 100, 2});
         }
+        // A year alone, unless a month's name is still to come.
         if (value.digits == 4 && !namedMonth_ && namedCount_ == 0 && !isLetterAhead())
             return setDay(value.value, {1, 1}, {1, 1});
         if (namedCount_ == 2 || (value.digits != 4 && value.digits > 2)) noDate();
@@ -224,6 +240,7 @@ private:
             return;
         }
         if (namedCount_ == 0) noDate();
+        // "Jan 2 2026", "2026 Jan 2", "Jan 2026".
         const bool yearFirst = named_[0].digits == 4;
         const Number year = yearFirst ? named_[0] : named_[1];
         const Number day = yearFirst ? named_[1] : named_[0];

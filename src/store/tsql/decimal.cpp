@@ -79,6 +79,7 @@ void Decimal::truncate(int scale) {
 
 void Decimal::round(int scale) {
     if (scale >= scale_) return;
+    // Below 0 where even the first digit lies behind the cut by more than one place.
     const int kept = static_cast<int>(digits_.size()) - (scale_ - scale);
     const bool up = kept >= 0 && digits_[static_cast<std::size_t>(kept)] >= '5';
     const bool negative = negative_;
@@ -143,6 +144,8 @@ Datum Decimal::toDatum() const {
     return result;
 }
 
+// Rounds most values without going over their digits: a decimal column that is fetched brings each of its fractions
+// here.
 double roundedDouble(double value, int scale) {
     static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                          1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};

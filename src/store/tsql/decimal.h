@@ -1,5 +1,10 @@
-// A decimal number by its digits, for conversions that must round as a person does: 2.675 to two digits is 2.68,
-// though the double next to it is below.
+// A decimal number by its digits, for conversions that must round as a person does.
+//
+// Stores keep decimals as doubles, and the double of 2.675 lies a little below it: rounded as a number it is 2.67. The
+// shortest text that reads back as the double is what was meant, so the digits are taken from there.
+//
+//   Decimal::from(2.675)    digits 2675, scale 3
+//   round(2)                digits 268, scale 2: 2.68
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,10 @@
+// Functions of texts. Positions count characters from 1, and the server's borders differ from ours: a start below 1
+// counts the places in front of the text, and a count beyond its end is no failure.
+//
+//   substring('abc', 0, 2)    a
+//   right('abc', 5)           abc
+//   left('中文', 1)           中
+//   quotename('a]b')          [a]]b]
 #include <algorithm>
 #include <array>
 
@@ -26,19 +33,19 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 }  // namespace
 
 std::string_view leftPart(std::string_view text, std::int64_t length) {
-    if (length < 0) throw Error(536, {"left"});
+    if (length < 0) throw Error(kNegativeLength, {"left"});
     return text.substr(0, bytePosition(text, asSize(length)));
 }
 
 std::string_view rightPart(std::string_view text, std::int64_t length) {
-    if (length < 0) throw Error(536, {"right"});
+    if (length < 0) throw Error(kNegativeLength, {"right"});
     const std::size_t count = characterCount(text);
     const std::size_t kept = std::min(count, asSize(length));
     return text.substr(bytePosition(text, count - kept));
 }
 
 std::string_view substring(std::string_view text, std::int64_t start, std::int64_t length) {
-    if (length < 0) throw Error(537, {"substring"});
+    if (length < 0) throw Error(kNegativeSubstringLength, {"substring"});
     const std::int64_t end = start > INT64_MAX - length ? INT64_MAX : start + length;
     const std::size_t from = bytePosition(text, asSize(start - 1));
     const std::size_t to = bytePosition(text, asSize(end - 1));
@@ -78,8 +85,8 @@ std::string reversed(std::string_view text) {
 }
 
 std::string replicated(std::string_view text, std::int64_t count) {
-    // The server cuts at 8,000 bytes.
-    constexpr std::size_t kMost = 8000;
+    // The server cuts there.
+    constexpr std::size_t kMost = kMostVarchar;
     std::string result;
     for (std::int64_t i = 0; i < count && !text.empty() && result.size() < kMost; ++i)
         result.append(text);
@@ -96,13 +103,14 @@ std::optional<std::string> stuffed(std::string_view text, std::int64_t start, st
 }
 
 std::string strOf(double value, std::int64_t length, std::int64_t decimals) {
-    const std::size_t width = std::min<std::size_t>(asSize(length), 8000);
+    const std::size_t width = std::min<std::size_t>(asSize(length), kMostVarchar);
     const std::string stars(width, '*');
     if (!(value < 1e300 && value > -1e300)) return stars;
     int behind = static_cast<int>(std::clamp<std::int64_t>(decimals, 0, 16));
     Decimal number = Decimal::from(value);
     number.round(behind);
     std::string text = number.print(behind);
+    // Decimals give way first: str(12345.6, 6, 1) is " 12346", and only str(12345.6, 4, 1) is "****".
     if (text.size() > width) {
         const auto whole = static_cast<int>(text.size()) - (behind > 0 ? behind + 1 : 0);
         behind = std::max(0, static_cast<int>(width) - whole - 1);
@@ -141,6 +149,7 @@ std::string soundex(std::string_view text) {
         } else if (code != '0' && code != last) {
             result += code;
         }
+        // Two letters of one code count once, also across an h or w: Ashcraft is A261.
         if (letter != 'h' && letter != 'w') last = code;
         if (result.size() == 4) break;
     }
@@ -163,6 +172,7 @@ bool isNumeric(std::string_view text) {
         }
         return false;
     };
+    // The server lets every sign alone pass: '-', '.' and '$' are numbers.
     const bool sign = skip("+-");
     const bool money = skipCurrency();
     if (!sign) skip("+-");

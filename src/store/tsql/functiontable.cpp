@@ -1,3 +1,8 @@
+// One row a function, instead of one routine: the binder counts and converts the arguments by it and takes the type of
+// the result from it; see functiontable.h for the letters.
+//
+//   {"substring", 3, 3, "tii", 't'}    substring(fname,'2',3): '2' becomes 2, the result is as long as fname
+//   {"dateadd", 2, 2, "id", 'd'}       the part of the date in front isn't counted
 #include "store/tsql/functiontable.h"
 
 #include <algorithm>
@@ -35,6 +40,7 @@ constexpr std::array kFunctions = std::to_array<FunctionInfo>({
 constexpr std::array kAggregates = std::to_array<std::string_view>(
     {"count", "count_big", "sum", "avg", "min", "max", "stdev", "stdevp", "var", "varp"});
 
+// Known by name, so that their user hears "not supported" and not that there is no such function.
 constexpr std::array kRefused = std::to_array<std::string_view>(
     {"object_id",    "object_name",    "db_name",        "db_id",         "user_name",
      "suser_sname",  "suser_name",     "host_name",      "user_id",       "col_length",

@@ -1,4 +1,5 @@
-// The scalar functions and aggregates of the dialect as data.
+// The scalar functions and aggregates of the dialect as data. Those with a rule of types of their own (isnull,
+// coalesce, choose, nullif, iif) are not among them.
 #pragma once
 
 #include <string_view>

@@ -1,3 +1,12 @@
+// Two readers need the same tokens: the shape scanner, which sees every statement and only wants its literals, and the
+// parser, which sees a shape once. If they disagreed about one literal, every later statement of the shape would bind
+// the wrong value. So one lexer serves both, and skipPlain() is all that the scanner has for itself.
+//
+// The hard case is a minus. Behind a sign it belongs to the number, so that values(-3) is one literal and no sum;
+// behind a name or a number it subtracts.
+//
+//   b=-3     literal -3        a-3      symbol -, literal 3
+//   (-3)     literal -3        4-3      literal 4, symbol -, literal 3
 #include "store/tsql/lexer.h"
 
 #include <array>
@@ -20,7 +29,8 @@ constexpr bool isWordStart(char c) {
 // U+3000, the blank of Chinese input methods, separates words as a blank does.
 constexpr std::string_view kWideBlank = "\xE3\x80\x80";
 
-// Most of a statement is words, so that their bytes are looked up. A byte that may begin a wide blank isn't among them.
+// Most of a statement is words, so that their bytes are looked up in a table. A byte that may begin a wide blank isn't
+// among them.
 constexpr std::array<bool, 256> kPlainWordBytes = [] {
     std::array<bool, 256> plain{};
     for (std::size_t byte = 0; byte < plain.size(); ++byte) {
@@ -99,6 +109,7 @@ bool Lexer::startsNumber(std::size_t position) const {
 
 void Lexer::finish(Token& token) {
     token.text = sql_.substr(token.offset, at_ - token.offset);
+    // A bracket that closes ends a value, and a point stands within a name.
     signMayFollow_ = token.kind == Token::Kind::symbol && token.text[0] != ')' && token.text[0] != '.';
 }
 
@@ -143,6 +154,7 @@ Token Lexer::numberToken(std::size_t start) {
     token.kind = Token::Kind::literal;
     token.offset = start;
     std::size_t position = start + (sql_[start] == '-' ? 1U : 0U);
+    // Zeros in front are no digits of the type: 0.50 is a decimal(2,2).
     std::size_t significant = position;
     while (at(significant) == '0') {
         ++significant;
@@ -161,6 +173,7 @@ Token Lexer::numberToken(std::size_t start) {
         literal.kind = LiteralKind::decimal;
         literal.scale = static_cast<int>(position - point - 1);
     } else {
+        // Ten digits compare as their numbers do.
         const std::string_view digits = sql_.substr(significant, static_cast<std::size_t>(whole));
         if (whole > 10 || (whole == 10 && digits > "2147483647")) {
             literal.kind = LiteralKind::decimal;
@@ -175,7 +188,7 @@ Token Lexer::numberToken(std::size_t start) {
     }
     literal.precision = whole + literal.scale > 0 ? whole + literal.scale : 1;
     if (literal.kind == LiteralKind::decimal && literal.precision > 38) {
-        throw Error(1007, {std::string(sql_.substr(start, position - start))});
+        throw Error(kNumberTooLong, {std::string(sql_.substr(start, position - start))});
     }
     at_ = position;
     literal.text = sql_.substr(start, position - start);
@@ -195,7 +208,7 @@ Token Lexer::textToken(std::size_t start, LiteralKind kind) {
     while (true) {
         position = sql_.find('\'', position);
         if (position == std::string_view::npos) {
-            throw Error(105, {std::string(sql_.substr(first))});
+            throw Error(kUnclosedQuote, {std::string(sql_.substr(first))});
         }
         if (at(position + 1) != '\'') {
             break;
@@ -244,7 +257,7 @@ Token Lexer::nameToken(std::size_t start, char closing) {
     while (true) {
         position = sql_.find(closing, position);
         if (position == std::string_view::npos) {
-            throw Error(105, {std::string(sql_.substr(start + 1))});
+            throw Error(kUnclosedQuote, {std::string(sql_.substr(start + 1))});
         }
         if (at(position + 1) != closing) {
             break;
@@ -256,7 +269,7 @@ Token Lexer::nameToken(std::size_t start, char closing) {
     token.offset = start;
     at_ = position + 1;
     if (at_ - start == 2) {
-        throw Error(1038);
+        throw Error(kEmptyName);
     }
     finish(token);
     return token;
@@ -309,21 +322,22 @@ Token Lexer::symbolToken(std::size_t start) {
         at_ = start + 1;
         skipBlanks();
         if (at_ < sql_.size()) {
-            throw Error(102, {";"});
+            throw Error(kSyntaxNear, {";"});
         }
         token.kind = Token::Kind::end;
         return token;
     }
     const std::string_view two = sql_.substr(start, 2);
+    // The system writes no comments, so that one comes out of a value that somebody typed.
     if (two == "--" || two == "/*") {
-        throw Error(102, {std::string(two)});
+        throw Error(kSyntaxNear, {std::string(two)});
     }
     if (two == "<>" || two == "<=" || two == ">=" || two == "!=" || two == "!<" || two == "!>") {
         at_ = start + 2;
     } else if (std::string_view("<>-/").find(c) != std::string_view::npos) {
         at_ = start + 1;
     } else {
-        throw Error(102, {std::string(1, c)});
+        throw Error(kSyntaxNear, {std::string(1, c)});
     }
     finish(token);
     return token;

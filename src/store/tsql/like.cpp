@@ -1,3 +1,9 @@
+// The server's LIKE has sets, which SQLite's has not, and lets blanks at the text's end be left over, since a char
+// column pads with them.
+//
+//   'abc'   like 'A[a-c]%'              1
+//   'abc  ' like '%c'                   1
+//   'a%c'   like 'a!%c' escape '!'      1
 #include "store/tsql/like.h"
 
 #include "store/tsql/utf8.h"
@@ -16,7 +22,8 @@ public:
     Matcher(std::string_view text, std::string_view pattern, char32_t escape)
         : text_(text), pattern_(pattern), escape_(escape) {}
 
-    // The usual walk with one resting point: a later % makes an earlier one final.
+    // The usual walk with one resting point: a later % makes an earlier one final, so that no pattern takes longer than
+    // the product of the two lengths.
     bool matches(std::size_t start) const {
         std::size_t at = start;
         std::size_t in = 0;
@@ -67,6 +74,7 @@ private:
         const char32_t wanted = folded(character);
         bool found = false;
         bool first = true;
+        // A ']' in front is a member of the set.
         while (in < pattern_.size() && (pattern_[in] != ']' || first)) {
             char32_t low = nextCharacter(pattern_, in);
             if (low == escape_ && escape_ != 0 && in < pattern_.size()) low = nextCharacter(pattern_, in);

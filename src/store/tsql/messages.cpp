@@ -1,3 +1,8 @@
+// The wordings are whole sentences, filled in. Only a few words of the server's own language go into one of them, and
+// these are marked with a w so that a name that happens to be such a word stays as it is.
+//
+//   %w1 the %w2 '%3' of 3701 with {"drop", "table", "view"}:
+//   无法对表“view”执行删除，因为它不存在，或者您没有所需的权限。
 #include "store/tsql/messages.h"
 
 #include <algorithm>

@@ -13,25 +13,7 @@ namespace orvenmod::store::tsql {
 
 enum class Language { chinese, english };
 
-/// Numbers of the embedded store's own, beside the server's.
-enum OwnNumber : int {
-    kNoFile = 50011,               ///< {path}
-    kIsFolder = 50012,             ///< {path}
-    kNoDatabase = 50013,           ///< {path}
-    kUnreadable = 50014,           ///< {path, reason}
-    kReadOnly = 50015,             ///< {path}
-    kBusy = 50016,                 ///< {path}
-    kDiskFull = 50017,             ///< {path}
-    kInputOutput = 50018,          ///< {path, reason}
-    kBadConnectionString = 50019,  ///< {what is wrong with it}
-    kClosed = 50020,               ///< {}
-    kNoRowBegun = 50021,           ///< {}
-    kStoreReports = 50022,         ///< {path, the store's own words}
-    kNoRows = 50023,               ///< {}
-    kTransactionOpen = 50024,      ///< {}
-};
-
-/// The failure of that number with its message, filled with the arguments in the order that error.h tells.
+/// The failure of that number with its message, filled with the arguments in the order that failurenumbers.h tells.
 Failure worded(Language language, int number, const std::vector<std::string>& arguments);
 inline Failure worded(Language language, const Error& error) {
     return worded(language, error.number(), error.arguments());

@@ -1,5 +1,5 @@
 // The catalogue behind messages.h: number, kind and both wordings, sorted by number. %1 .. %9 stand for the
-// arguments in the order that error.h tells, %w1 for one that is a word of the language.
+// arguments in the order that failurenumbers.h tells, %w1 for one that is a word of the language.
 #pragma once
 
 #include <span>

@@ -1,3 +1,11 @@
+// The beginning of a statement, and what all of the grammar uses.
+//
+// What is no statement and what this store only doesn't know are told apart, since the first is a slip and the second a
+// limit: a script of another program that meets it should hear so.
+//
+//   select id frm t where           102 't'
+//   select id from t where from     156 'from': a word that the dialect reserves
+//   exec sp_help                    40000 'exec'
 #include "store/tsql/parser.h"
 
 #include <array>
@@ -16,7 +24,7 @@ constexpr std::array kRefusedStatements = std::to_array<std::string_view>(
 
 }  // namespace
 
-Parser::Parser(std::string_view sql) : sql_(sql) {
+Parser::Parser(std::string_view sql) {
     Lexer lexer(sql);
     do {
         tokens_.push_back(lexer.next());
@@ -132,14 +140,14 @@ void Parser::fail() const {
         // The server names the last thing that it read.
         std::string last = tokens_.size() > 1 ? std::string(tokens_[tokens_.size() - 2].text) : std::string();
         const bool reserved = tokens_.size() > 1 && isReservedWord(lowerName(last));
-        throw Error(reserved ? 156 : 102, {std::move(last)});
+        throw Error(reserved ? kSyntaxNearKeyword : kSyntaxNear, {std::move(last)});
     }
     if (token.kind == Token::Kind::variable) {
-        throw Error(137, {std::string(token.text)});
+        throw Error(kUndeclaredVariable, {std::string(token.text)});
     }
     const bool reserved = token.kind == Token::Kind::word && isReservedWord(lowerName(token.text));
     const std::string near = token.kind == Token::Kind::literal ? token.literal.value() : std::string(token.text);
-    throw Error(reserved ? 156 : 102, {near});
+    throw Error(reserved ? kSyntaxNearKeyword : kSyntaxNear, {near});
 }
 
 bool Parser::isName() const {
@@ -153,20 +161,23 @@ std::string Parser::takeName() {
         fail();
     }
     std::string name = take().name();
-    if (name.size() > 128 * 4) {
-        throw Error(103, {name});
+    // Counted in bytes, of which a character has four at most: no name that the server takes is refused.
+    constexpr std::size_t kMostCharacters = 128;
+    if (name.size() > kMostCharacters * 4) {
+        throw Error(kNameTooLong, {name, std::to_string(kMostCharacters)});
     }
     return name;
 }
 
 std::string Parser::takeObjectName() {
+    // owner.name, database..name: the last part is the name, and the only owner there is is dbo.
     std::string name = takeName();
     std::string owner;
     while (takeSymbol(".")) {
         owner = std::exchange(name, peek().isSymbol(".") ? std::string("dbo") : takeName());
     }
     if (!owner.empty() && !sameName(owner, "dbo")) {
-        throw Error(208, {owner + "." + name});
+        throw Error(kUnknownObject, {owner + "." + name});
     }
     if (name.starts_with('#')) {
         throw Error(kNotSupported, {"temporary tables"});
@@ -176,6 +187,7 @@ std::string Parser::takeObjectName() {
 
 std::optional<std::string> Parser::takeAlias() {
     const bool announced = takeWord("as");
+    // select 1 as 'n'
     if (peek().kind == Token::Kind::literal && peek().literal.kind <= LiteralKind::nationalText &&
         peek().literal.kind >= LiteralKind::text) {
         return take().literal.value();
@@ -184,11 +196,6 @@ std::optional<std::string> Parser::takeAlias() {
         return std::nullopt;
     }
     return takeName();
-}
-
-std::string Parser::textBetween(std::size_t from, std::size_t to) const {
-    const Token& last = tokens_[to - 1];
-    return std::string(sql_.substr(tokens_[from].offset, last.offset + last.text.size() - tokens_[from].offset));
 }
 
 }  // namespace orvenmod::store::tsql

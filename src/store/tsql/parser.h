@@ -23,6 +23,9 @@ public:
     const std::vector<Literal>& literals() const { return literals_; }
 
 private:
+    /// So that no statement, however it came about, exhausts the stack.
+    static constexpr int kDeepest = 200;
+
     // Tokens.
     const Token& peek(std::size_t ahead = 0) const;
     const Token& take();
@@ -35,7 +38,6 @@ private:
     std::string takeName();
     std::string takeObjectName();
     std::optional<std::string> takeAlias();
-    std::string textBetween(std::size_t from, std::size_t to) const;
 
     // Queries.
     QueryPtr parseQuery();
@@ -85,7 +87,7 @@ private:
     Statement parseCreate();
     CreateTableStatement parseCreateTable();
     CreateIndexStatement parseCreateIndex(bool unique);
-    CreateViewStatement parseView(bool alter);
+    CreateViewStatement parseView();
     Statement parseAlter();
     AlterTableStatement parseAlterTable();
     ColumnDefinition parseColumnDefinition(std::vector<KeyConstraint>& keys, std::vector<CheckConstraint>& checks);
@@ -98,7 +100,6 @@ private:
     DropStatement parseDrop();
     TransactionStatement parseTransaction();
 
-    std::string_view sql_;
     std::vector<Token> tokens_;
     std::vector<Literal> literals_;
     std::vector<int> literalOfToken_;

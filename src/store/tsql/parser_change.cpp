@@ -1,3 +1,4 @@
+// insert, update, delete.
 #include "store/tsql/error.h"
 #include "store/tsql/parser.h"
 
@@ -9,6 +10,7 @@ InsertStatement Parser::parseInsert() {
     InsertStatement statement;
     statement.table = takeObjectName();
     skipHints();
+    // insert into t (select ..) and insert into t (id, c): only the word behind the bracket tells.
     const bool queryInBrackets = peek().isSymbol("(") && (peek(1).isWord("select") || peek(1).isSymbol("("));
     if (!queryInBrackets && takeSymbol("(")) {
         do {
@@ -38,6 +40,7 @@ InsertStatement Parser::parseInsert() {
         expectSymbol("(");
         std::vector<ExpressionPtr>& row = statement.rows.emplace_back();
         do {
+            // The word default is no value, since the column has it: left out, see the binder.
             row.push_back(takeWord("default") ? nullptr : parseSum());
         } while (takeSymbol(","));
         expectSymbol(")");

@@ -1,3 +1,12 @@
+// create, alter, drop.
+//
+// A definition says two things: what the data mean, and how a server keeps them. The second (clustered, fill factors,
+// file groups, collations without regard to case) is read over, since it changes no answer; what changes one and isn't
+// known here (foreign keys, computed columns, filtered indexes) is refused.
+//
+//   create table t(id int primary key clustered)                  as without the word
+//   create table t(c varchar(10) collate Chinese_PRC_CI_AS)       likewise
+//   create table t(id int references u)                           40000 'foreign keys'
 #include "store/tsql/error.h"
 #include "store/tsql/parser.h"
 
@@ -9,7 +18,7 @@ Statement Parser::parseCreate() {
         return parseCreateTable();
     }
     if (takeWord("view")) {
-        return parseView(false);
+        return parseView();
     }
     const bool unique = takeWord("unique");
     if (takeWord("clustered") || takeWord("nonclustered") || unique || peek().isWord("index")) {
@@ -97,7 +106,7 @@ void Parser::parseColumnOption(ColumnDefinition& column, std::vector<KeyConstrai
             column.notNull = true;
         }
         key.name = constraint;
-        key.columns.push_back({column.name, false});
+        key.columns.push_back({.name = column.name});
         if (!takeWord("clustered")) {
             takeWord("nonclustered");
         }
@@ -195,9 +204,8 @@ CreateIndexStatement Parser::parseCreateIndex(bool unique) {
     return statement;
 }
 
-CreateViewStatement Parser::parseView(bool alter) {
+CreateViewStatement Parser::parseView() {
     CreateViewStatement statement;
-    statement.alter = alter;
     statement.name = takeObjectName();
     if (takeSymbol("(")) {
         do {
@@ -219,7 +227,9 @@ Statement Parser::parseAlter() {
         return parseAlterTable();
     }
     if (takeWord("view")) {
-        return parseView(true);
+        CreateViewStatement view = parseView();
+        view.alter = true;
+        return view;
     }
     if (peek().kind == Token::Kind::word) {
         throw Error(kNotSupported, {"alter " + lowerName(peek().text)});

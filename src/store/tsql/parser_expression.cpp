@@ -1,3 +1,17 @@
+// Expressions, a routine a level of precedence; each reads the next tighter one and then its own operators from the
+// left.
+//
+//   or            parseCondition
+//   and           parseConjunction
+//   not           parseNegation
+//   = like in ..  parsePredicate      does not repeat: a = b = c is no expression
+//   + - & | ^     parseSum
+//   * / %         parseProduct
+//   - + ~         parseUnary
+//   literal, name, (..), case, f(..)  parsePrimary
+//
+// A value stands at parseSum. That a bracket opens a condition, a value or a query shows only within, so parseBracket
+// reads the widest, and the binder refuses a condition where a value belongs.
 #include <array>
 
 #include "store/tsql/error.h"
@@ -150,6 +164,7 @@ ExpressionPtr Parser::parseIn(ExpressionPtr left, bool negated) {
         result->operands.push_back(parseSum());
     } while (takeSymbol(","));
     expectSymbol(")");
+    // x in ((select ..)): a query in two brackets is one all the same.
     if (result->operands.size() == 2 && result->operands[1]->kind == ExpressionKind::subquery) {
         result->kind = ExpressionKind::inQuery;
         result->query = std::move(result->operands[1]->query);
@@ -212,7 +227,7 @@ ExpressionPtr Parser::parseUnary() {
         return primary;
     }
     take();
-    if (++depth_ > 200) {
+    if (++depth_ > kDeepest) {
         throw Error(kNotSupported, {"a statement nested this deep"});
     }
     ExpressionPtr result = makeExpression(ExpressionKind::unary);
@@ -256,7 +271,7 @@ ExpressionPtr Parser::parsePrimary() {
         return result;
     }
     if (token.kind == Token::Kind::variable) {
-        throw Error(token.text.starts_with("@@") ? kNotSupported : 137, {std::string(token.text)});
+        throw Error(token.text.starts_with("@@") ? kNotSupported : kUndeclaredVariable, {std::string(token.text)});
     }
     if (token.kind == Token::Kind::word && peek(1).isSymbol("(")) {
         return parseFunction();
@@ -266,7 +281,7 @@ ExpressionPtr Parser::parsePrimary() {
 
 ExpressionPtr Parser::parseBracket() {
     expectSymbol("(");
-    if (++depth_ > 200) {
+    if (++depth_ > kDeepest) {
         throw Error(kNotSupported, {"a statement nested this deep"});
     }
     ExpressionPtr result;
@@ -289,6 +304,7 @@ ExpressionPtr Parser::parseCase() {
     }
     do {
         expectWord("when");
+        // case x when 1 .. is case when x=1 .., so that the binder knows one form.
         if (base) {
             result->operands.push_back(binary(ExpressionKind::comparison, Operator::equal, clone(*base), parseSum()));
         } else {
@@ -329,6 +345,7 @@ ExpressionPtr Parser::parseConvert(const std::string& word) {
 
 ExpressionPtr Parser::parseFunction() {
     const std::string name = lowerName(peek().text);
+    // The dialect reserves the words of these functions.
     const bool plainWord = name == "left" || name == "right" || name == "coalesce" || name == "nullif" ||
                            name == "convert" || name == "try_convert" || !isReservedWord(name);
     if (!plainWord) {
@@ -377,7 +394,7 @@ ExpressionPtr Parser::parseColumn() {
         result->qualifier = std::exchange(result->name, peek().isSymbol(".") ? std::string("dbo") : takeName());
     }
     if (peek().isSymbol("(")) {
-        throw Error(195, {result->qualifier + "." + result->name});
+        throw Error(kUnknownFunction, {result->qualifier + "." + result->name});
     }
     return result;
 }
@@ -400,7 +417,7 @@ Type Parser::parseTypeName(std::string* declared) {
         text += ")";
     }
     if (declared == nullptr && text.find('(') == std::string::npos) {
-        // In a cast, a text without a length has 30.
+        // In a cast, a text without a length has 30; in a column's definition it has 1.
         const auto plain = parseType(text + "(30)");
         if (plain && plain->length == 30) {
             return *plain;
@@ -410,9 +427,9 @@ Type Parser::parseTypeName(std::string* declared) {
     if (!type) {
         const std::string name = text.substr(0, text.find('('));
         if (parseType(name) && text != name) {
-            throw Error(2716, {"1", text});
+            throw Error(kWidthNotAllowed, {"1", text});
         }
-        throw Error(declared != nullptr ? 2715 : 243, {name});
+        throw Error(declared != nullptr ? kUnknownType : kUnknownCastType, {name});
     }
     if (declared != nullptr) {
         *declared = text;

@@ -1,9 +1,16 @@
+// Queries.
+//
+//   ordered      query [order by ..]
+//   query        intersection { (union [all] | except) intersection }
+//   intersection term { intersect term }
+//   term         select .. | ( query )
+//
+// An order by belongs to the whole of a union, which is why no select reads one.
 #include "store/tsql/error.h"
 #include "store/tsql/parser.h"
 
 namespace orvenmod::store::tsql {
 
-// query := intersection { (union [all] | except) intersection }
 QueryPtr Parser::parseQuery() {
     QueryPtr left = parseIntersection();
     while (peek().isWord("union") || peek().isWord("except")) {
@@ -39,7 +46,7 @@ QueryPtr Parser::parseIntersection() {
 }
 
 QueryPtr Parser::parseQueryTerm() {
-    if (++depth_ > 200) {
+    if (++depth_ > kDeepest) {
         throw Error(kNotSupported, {"a statement nested this deep"});
     }
     QueryPtr query;
@@ -127,6 +134,7 @@ SelectItem Parser::parseSelectItem() {
             return item;
         }
     }
+    // select n = id, 'n' = id: the name in front.
     const bool textAlias = peek().kind == Token::Kind::literal && peek(1).isSymbol("=");
     if (((isName() && peek(1).isSymbol("=")) || textAlias) && !peek(2).isSymbol("=")) {
         item.name = textAlias ? take().literal.value() : takeName();
@@ -186,6 +194,7 @@ SourcePtr Parser::parseJoined() {
             join->on = parseCondition();
         }
         left = std::move(join);
+        // Another condition belongs to the join that this one stands within.
         if (*kind != JoinKind::cross && peek().isWord("on")) {
             return left;
         }

@@ -2,6 +2,8 @@
 // already converted to the types told, in the representation of values.h. Unless told otherwise a null argument gives
 // null, and functions are deterministic. Failures are Errors by number.
 //
+//   fnumber=5    ts_cast("tblItem"."fnumber", 'varchar(30)', 'int') = ?1
+//
 // A type argument is printType's text, always a constant of the statement (worth keeping as auxiliary data).
 //
 // Conversions
@@ -11,7 +13,7 @@
 //   ts_try(v, from, to[, style])         ts_cast or ts_convert, null where that fails (try_cast, try_convert)
 //
 // Arithmetic. Decimals are numbers; p and s are the result's precision and scale.
-//   ts_range(v, type)          the integer v, or 8115 {"expression", type} beyond the integer type's range
+//   ts_range(v, type)          the integer v, or 8115 {"expression", type} beyond its range; 220 for smallint, tinyint
 //   ts_decimal(v, p, s)        v rounded half away from zero to s digits; 8115 beyond p digits
 //   ts_idiv(a, b)  ts_imod(a, b)   integers, towards zero; 8134
 //   ts_div(a, b)               floats; 8134
@@ -46,7 +48,7 @@
 //   ts_getdate() ts_getutcdate()        the connection's clock; one value within one statement; not deterministic
 //   ts_dateadd(part, n, date)           517 {"datetime"} beyond the range
 //   ts_datediff(part, from, to)         boundaries crossed; 535 beyond int
-//   ts_datepart(part, date)  ts_datename(part, date)     names in the language of the connection
+//   ts_datepart(part, date)  ts_datename(part, date)     English names of months and weekdays
 //   ts_eomonth(date[, months])  ts_datefromparts(y, m, d)   289 for no date
 //   ts_newid()                          upper-case text with dashes; not deterministic
 //   ts_today() is not offered

@@ -10,12 +10,14 @@ namespace {
 // Marks a literal's place in the key; it can't stand in a statement outside of quotes.
 constexpr char kMark = '\x01';
 
-/// A text that begins with a wildcard has a kind of its own, since no index serves it as a pattern.
+/// A text that begins with a wildcard has a kind of its own, since no index serves it as a pattern: "like 'A%'" and
+/// "like '%A'" are translated differently.
 bool startsWithWildcard(std::string_view text) {
     return !text.empty() && (text[0] == '%' || text[0] == '_' || text[0] == '[');
 }
 
 void appendKind(std::string& key, const Literal& literal) {
+    // A decimal's digits decide the type of what is calculated with it, so that 1.5 and 1.25 are two kinds.
     const auto append = [&key](char kind) {
         const char marked[] = {kMark, kind, kMark};
         key.append(marked, sizeof marked);
@@ -94,6 +96,7 @@ void Shape::scan(std::string_view sql) {
     Lexer lexer(sql);
     std::size_t copied = 0;
     while (true) {
+        // Most of a text is no literal and is never made a token.
         lexer.skipPlain();
         const Token token = lexer.next();
         if (token.kind == Token::Kind::end) {

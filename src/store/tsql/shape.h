@@ -1,6 +1,9 @@
 // The shape of a statement: its text with every literal replaced by the literal's kind. Statements of one shape
 // (and equal fixed literals) share a translation and a prepared statement.
 //
+// The system writes its values into its texts, so that hardly a statement is sent twice, while its shapes are few; and
+// to translate and prepare a small one costs several times what it costs to run it.
+//
 //   insert into t(id,n) values(9,'x')   ->   key  insert into t(id,n) values(<1>i,<1>s)
 //                                            literals  9, x
 //

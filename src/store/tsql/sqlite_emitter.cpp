@@ -63,6 +63,8 @@ void SqliteEmitter::emitStatement(const TransactionStatement& statement) {
     }
 }
 
+// Each source gets a name that no other has, since the binder has settled which one a column belongs to, and SQLite
+// would look the name up again: of two sources t, one within the other, the inner is "t_2".
 const std::string& SqliteEmitter::aliasOf(const Source& source) {
     std::string& alias = aliases_[source.id];
     if (alias.empty()) {

@@ -4,9 +4,12 @@
 //
 // Two ways of writing:
 // - shared: literals are parameters, and what SQLite has not is called as ts_ function (runtime.h);
-// - stored: for what stays in the database (views, defaults, checks). Literals stand in the text, and built-in
-// functions
-//   serve wherever one will do, so that the plain sqlite3 shell reads it.
+// - stored: for what stays in the database (views, defaults, checks). Literals stand in the text, and functions of
+//   SQLite's own serve wherever one will do, so that the plain sqlite3 shell reads it.
+//
+//                      shared                                   stored
+//   fitemid/2          ts_idiv("tblItem"."fitemid", ?1)         ("tblItem"."fitemid" / 2)
+//   left(fname,3)      ts_left("tblItem"."fname", ?1)           substr("tblItem"."fname", 1, 3)
 //
 // Texts are equal, grouped and indexed as rtrim(x) COLLATE NOCASE, and ordered as rtrim(x) COLLATE ts_order, for which
 // no index is kept.
@@ -34,6 +37,7 @@ public:
 private:
     using Names = std::vector<std::string>;
     enum class Collation { none, equality, order };
+    enum class ItemNaming { byNumber, byExpression };
 
     // Statements.
     void emitStatement(const QueryStatement& statement);
@@ -49,7 +53,7 @@ private:
     void emitStatement(const TransactionStatement& statement);
     void emitSelectInto(const Query& query);
     void emitJoinedUpdate(const UpdateStatement& statement);
-    std::string columnDefinition(const ColumnDefinition& column, bool inPrimaryKey);
+    std::string columnDefinition(const ColumnDefinition& column, const std::vector<KeyConstraint>& keys);
     void addTableExtras(const CreateTableStatement& statement, const std::vector<ColumnInfo>& columns);
     std::string storedDefault(const ColumnDefinition& column);
     void dropColumn(const ObjectInfo& table, const std::string& column);
@@ -70,7 +74,7 @@ private:
     std::string items(const Select& select, const Names* names);
     std::string clauses(const Select& select);
     std::string groupByItems(const Select& select);
-    std::string orderBy(const Query& query, bool byPosition);
+    std::string orderBy(const Query& query, ItemNaming naming);
     std::string orderByNames(const Query& query, const Names& names);
     std::string sources(const std::vector<SourcePtr>& from);
     std::string source(const Source& source);

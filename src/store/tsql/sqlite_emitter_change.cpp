@@ -1,3 +1,14 @@
+// insert, update, delete.
+//
+// SQLite changes one table, by a condition on its own columns. The server also changes it by a join, in which the table
+// has an alias and may stand anywhere; so the join is made a query of its rows' ids first.
+//
+//   update tblItem set fname=u.fname from tblItem i join tblUnit u on u.fid=i.fitemid
+//
+//   UPDATE "tblItem" SET "fname" = "orven.new"."v1"
+//     FROM (SELECT "i"."rowid" AS "id", "u"."fname" AS "v1"
+//             FROM "tblItem" AS "i" JOIN "tblUnit" AS "u" ON ("u"."fid" = "i"."fitemid")) AS "orven.new"
+//     WHERE "tblItem"."rowid" = "orven.new"."id"
 #include "store/tsql/error.h"
 #include "store/tsql/sqlite_emitter.h"
 

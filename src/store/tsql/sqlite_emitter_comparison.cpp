@@ -1,3 +1,12 @@
+// Comparisons of texts, by two collations.
+//
+// On the server one collation does everything: 'abc ' equals 'ABC', and Chinese sorts by its sound. The second needs a
+// collation of our own, and an index in it would make the table unusable for every other program. So equality goes by
+// NOCASE over the text without its trailing blanks, and so do the indexes; only an order takes ts_order.
+//
+//   fnumber='A01'         (rtrim("tblItem"."fnumber") COLLATE NOCASE = ?1)      an index serves it
+//   fnumber>'A01'         (rtrim("tblItem"."fnumber") COLLATE ts_order > ?1)
+//   fnumber like 'A0%'    bounds that an index serves, and the match itself: see like()
 #include "store/tsql/sqlite_emitter.h"
 
 namespace orvenmod::store::tsql {
@@ -24,6 +33,7 @@ std::string SqliteEmitter::comparable(const Expression& expression, Collation co
     if (!expression.type.isText()) {
         return value(expression);
     }
+    // Another program that reads a view doesn't know ts_order.
     const bool order = collation == Collation::order && !stored_;
     const char* suffix = collation == Collation::none ? "" : order ? kOrder : kCollation;
     if (expression.kind == ExpressionKind::literal) {
@@ -51,6 +61,7 @@ bool SqliteEmitter::mayUseIndex(const Expression& like) const {
         pattern.kind != ExpressionKind::literal) {
         return false;
     }
+    // The value may be asked for: a pattern that begins with a wildcard has a shape of its own.
     const std::string_view text = literals_[static_cast<std::size_t>(pattern.literal)].text;
     return text.empty() || std::string_view("%_[").find(text[0]) == std::string_view::npos;
 }
@@ -90,6 +101,7 @@ std::string SqliteEmitter::inList(const Expression& expression) {
 std::string SqliteEmitter::quantified(const Expression& expression) {
     const Collation collation = isOrdering(expression.op) ? Collation::order : Collation::equality;
     const std::string left = comparable(*expression.operands[0], collation);
+    // "= any" is "in".
     if (!expression.all && expression.op == Operator::equal) {
         return "(" + left + " IN (" + comparableQuery(*expression.query) + "))";
     }
@@ -98,6 +110,7 @@ std::string SqliteEmitter::quantified(const Expression& expression) {
     const bool text = expression.query->columns[0].type.isText();
     const std::string right = text ? "rtrim(\"orven.q\".\"c1\")" : "\"orven.q\".\"c1\"";
     const std::string match = "(" + left + " " + spelling(expression.op) + " " + right + ")";
+    // "all" fails by one row that compares as false, and as well by one that compares as unknown.
     return expression.all ? "(NOT EXISTS (SELECT 1 FROM " + rows + " WHERE " + match + " IS NOT TRUE))"
                           : "EXISTS (SELECT 1 FROM " + rows + " WHERE " + match + ")";
 }

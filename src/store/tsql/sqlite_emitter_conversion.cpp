@@ -1,3 +1,15 @@
+// Conversions. As a call, each costs something for every row, and over a column it costs the index; so one becomes a
+// call only where nothing less will do.
+//
+//   fitemid='5'      ("tblItem"."fitemid" = ?1)           a literal is converted once, when it is bound
+//   fitemid=5        ("tblItem"."fitemid" = ?1)           nothing to convert
+//   fnumber=5        (ts_cast("tblItem"."fnumber", 'varchar(30)', 'int') = ?1)
+//
+//   case when fitemid=1 then '1' else 2 end
+//
+//   CASE WHEN ("tblItem"."fitemid" = ?1) THEN ts_cast(?2, 'varchar(8000)', 'int') ELSE ?3 END
+//
+// In the last the literal waits: were it no number, the server would fail only when a row gets there.
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -14,6 +26,7 @@ int bytesOf(const Type& type) {
 }
 
 bool sameText(const Type& from, const Type& to) {
+    // char and nchar pad, all others keep a text that is short enough as it is.
     const bool padded = to.kind == Kind::character || to.kind == Kind::nchar;
     if (padded) {
         return from == to;
@@ -121,6 +134,7 @@ bool sameRepresentation(const Type& from, const Type& to) {
             return sameText(from, to);
         case TypeClass::number:
             return sameNumber(from, to);
+        // Every other date is cut or rounded: smalldatetime to the minute, date to the day.
         case TypeClass::date:
             return to.kind == Kind::datetime && from.kind != Kind::time;
         case TypeClass::binary:
@@ -150,6 +164,8 @@ std::string SqliteEmitter::parameter(int index, const Type& type, Parameter::Use
         parameter.table = conversion->assigned->name;
         parameter.column = conversion->assigned->columns[static_cast<std::size_t>(conversion->assignedColumn)].name;
     }
+    // A literal that is used twice in one way is one parameter: SQLite finds an item of the select list again in its
+    // GROUP BY or ORDER BY only where both read alike.
     std::vector<Parameter>& all = translation_->parameters;
     std::size_t at = 0;
     while (at < all.size() && !(all[at].literal == index && all[at].to == type && all[at].use == use &&
@@ -175,6 +191,7 @@ std::string SqliteEmitter::inlined(int index, const Type& type, Parameter::Use u
     if (use == Parameter::Use::trimmed) {
         datum.text.erase(datum.text.find_last_not_of(' ') + 1);
     }
+    // A whole decimal reads better as 2 than as 2.0; beyond 15 digits the double is no longer exact.
     if (datum.kind == Datum::Kind::real && type.isDecimal() && std::nearbyint(datum.real) == datum.real &&
         std::abs(datum.real) < 1e15) {
         datum.kind = Datum::Kind::integer;

@@ -1,3 +1,15 @@
+// Definitions: one statement of the dialect becomes several of SQLite's, which run as a unit.
+//
+// A key over a text can't be SQLite's own constraint, which tells 'x' from 'X '. It becomes a unique index over the
+// compared form, whose name keeps the constraint's, so that a doubled key is reported by it (sqlite/sqlitefailure.cpp):
+//
+//   create table t10(fid varchar(10) not null primary key, fnote text)
+//
+//   CREATE TABLE "t10"("fid" varchar(10) NOT NULL, "fnote" text)
+//   CREATE UNIQUE INDEX "t10.constraint.pk.PK__t10__fid" ON "t10"(rtrim("fid") COLLATE NOCASE)
+//
+// Columns keep the type as it was written, by which the catalog knows it again; SQLite itself only takes an affinity
+// from it.
 #include <algorithm>
 
 #include "store/tsql/error.h"
@@ -21,8 +33,10 @@ const ColumnInfo* findColumn(const std::vector<ColumnInfo>& columns, const std::
 std::vector<ColumnInfo> infoOf(const std::vector<ColumnDefinition>& definitions) {
     std::vector<ColumnInfo> columns;
     for (const ColumnDefinition& definition : definitions) {
-        columns.push_back(
-            {definition.name, definition.type, true, definition.identity, false, definition.declaredType});
+        columns.push_back({.name = definition.name,
+                           .type = definition.type,
+                           .identity = definition.identity,
+                           .declaredType = definition.declaredType});
     }
     return columns;
 }
@@ -64,6 +78,7 @@ std::string SqliteEmitter::indexColumns(const std::vector<IndexColumn>& columns,
 /// The value that a column takes where none is given, in a form that SQLite takes for a default.
 std::string SqliteEmitter::storedDefault(const ColumnDefinition& column) {
     const Expression& expression = *column.defaultValue;
+    // Anything but a constant stands in brackets.
     const bool constant =
         expression.kind == ExpressionKind::literal || expression.kind == ExpressionKind::null ||
         (expression.kind == ExpressionKind::conversion && expression.operands[0]->kind == ExpressionKind::literal);
@@ -71,12 +86,13 @@ std::string SqliteEmitter::storedDefault(const ColumnDefinition& column) {
     return constant ? text : "(" + text + ")";
 }
 
-std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column, bool inPrimaryKey) {
+std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column, const std::vector<KeyConstraint>& keys) {
+    // Only the row's id counts by itself, and only so written it never gives a number again.
     if (column.identity) {
         return quoteName(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
     }
-    std::string text =
-        quoteName(column.name) + " " + column.declaredType + (column.notNull || inPrimaryKey ? " NOT NULL" : "");
+    std::string text = quoteName(column.name) + " " + column.declaredType +
+                       (column.notNull || isPrimary(keys, column.name) ? " NOT NULL" : "");
     return column.defaultValue ? text + " DEFAULT " + storedDefault(column) : text;
 }
 
@@ -97,13 +113,14 @@ void SqliteEmitter::emitStatement(const CreateTableStatement& statement) {
         std::any_of(columns.begin(), columns.end(), [](const ColumnInfo& column) { return column.identity; });
     std::string text;
     for (const ColumnDefinition& column : statement.columns) {
-        text += (text.empty() ? "" : ", ") + columnDefinition(column, isPrimary(statement.keys, column.name));
+        text += (text.empty() ? "" : ", ") + columnDefinition(column, statement.keys);
     }
     std::vector<const KeyConstraint*> indexed;
     for (const KeyConstraint& key : statement.keys) {
         if (key.columns.size() == 1 && findColumn(columns, key.columns[0].name)->identity) {
             continue;  // the column is the row's id already
         }
+        // A table has one primary key, and the identity column has become it.
         if (!isPlainKey(key, columns) || (key.primary && hasIdentity)) {
             indexed.push_back(&key);
             continue;
@@ -128,7 +145,7 @@ void SqliteEmitter::addTableExtras(const CreateTableStatement& statement, const 
     if (statement.keys.empty() && itemId != nullptr && !itemId->identity) {
         const std::string name = statement.name + ".orven." + itemId->name;
         translation_->statements.push_back("CREATE INDEX " + quoteName(name) + " ON " + quoteName(statement.name) +
-                                           indexColumns({{itemId->name, false}}, columns));
+                                           indexColumns({{.name = itemId->name}}, columns));
     }
     for (const ColumnDefinition& column : statement.columns) {
         if (column.identity && column.identitySeed != "1") {
@@ -146,7 +163,8 @@ void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
     const std::string table = quoteName(statement.object->name);
     std::vector<ColumnInfo> columns = statement.object->columns;
     for (const ColumnDefinition& column : statement.columns) {
-        const std::string definition = columnDefinition(column, false);
+        const std::string definition = columnDefinition(column, {});
+        // SQLite adds a column without touching the rows, so that the default must be a constant.
         if (column.defaultValue && definition.ends_with(")")) {
             throw Error(kNotSupported, {"alter table add with a default that is computed"});
         }
@@ -191,7 +209,7 @@ void SqliteEmitter::dropConstraint(const AlterTableStatement& statement, const s
             }
         }
     }
-    throw Error(3728, {name});
+    throw Error(kNotAConstraint, {name});
 }
 
 void SqliteEmitter::emitStatement(const CreateIndexStatement& statement) {
@@ -222,6 +240,7 @@ void SqliteEmitter::emitStatement(const CreateViewStatement& statement) {
         names.push_back(column.name);
     }
     if (statement.alter) {
+        // SQLite has no other way to change one.
         translation_->statements.push_back("DROP VIEW " + quoteName(statement.name));
     }
     translation_->statements.push_back("CREATE VIEW " + quoteName(statement.name) + " AS " + keptViewText(sql_) + " " +
@@ -262,7 +281,7 @@ void SqliteEmitter::emitSelectInto(const Query& top) {
     for (std::size_t i = 0; i < top.columns.size(); ++i) {
         const std::string& name = top.columns[i].name;
         if (name.empty()) {
-            throw Error(1038);
+            throw Error(kEmptyName);
         }
         columns += (columns.empty() ? "" : ", ") + quoteName(name) + " " + printType(top.columns[i].type);
         names.push_back(name);

@@ -1,3 +1,13 @@
+// Values and conditions.
+//
+// SQLite's numbers have no types: an int grows beyond its range, a decimal has no scale, and a division by zero is
+// null. Where the server would fail or round, the shared way calls a function that does the same:
+//
+//   fitemid+1       ts_range(("tblItem"."fitemid" + ?1), 'int')               8115 beyond int
+//   fprice/3        ts_decdiv("tblItem"."fprice", ?1, 20, 6)                  six decimals, 8134
+//   fdate+1         ts_dateadd('day', (?1), "tblItem"."fdate")
+//
+// The stored way gives that up, so that the plain shell can read it: ("tblItem"."fprice" * 1.0 / 3).
 #include "store/tsql/error.h"
 #include "store/tsql/sqlite_emitter.h"
 
@@ -64,7 +74,7 @@ std::string SqliteEmitter::condition(const Expression& expression) {
         case ExpressionKind::quantified:
             return quantified(expression);
         default:
-            throw Error(4145, {expression.name});
+            throw Error(kConditionExpected, {expression.name});
     }
 }
 
@@ -100,6 +110,7 @@ std::string SqliteEmitter::integerArithmetic(const Expression& expression, const
         case Operator::bitAnd:
         case Operator::bitOr:
             return plain;
+        // SQLite has no sign for it.
         case Operator::bitXor:
             return "((" + left + " | " + right + ") - (" + left + " & " + right + "))";
         default:
@@ -114,6 +125,7 @@ std::string SqliteEmitter::decimalArithmetic(const Expression& expression, const
         ", " + std::to_string(expression.type.precision) + ", " + std::to_string(expression.type.scale) + ")";
     switch (expression.op) {
         case Operator::divide:
+            // Two decimals that are whole are integers to SQLite, which would divide them as such.
             return stored_ ? "(" + left + " * 1.0 / " + right + ")" : "ts_decdiv(" + left + ", " + right + size;
         case Operator::modulo:
             return "ts_decmod(" + left + ", " + right + ")";
@@ -162,6 +174,7 @@ std::string SqliteEmitter::unary(const Expression& expression) {
 
 std::string SqliteEmitter::caseWhen(const Expression& expression) {
     const auto& operands = expression.operands;
+    // A branch may never be taken, so that a literal in it must not fail when the statement is bound.
     std::string text = "CASE";
     for (std::size_t i = 0; i + 1 < operands.size(); i += 2) {
         text += " WHEN " + condition(*operands[i]);

@@ -1,3 +1,10 @@
+// Function calls, by the first of three ways that fits: a function of SQLite's own that does exactly the same, in what
+// is stored one that nearly does (_plain.cpp), else the ts_ function of the server's name.
+//
+//   len(fname)        length(rtrim("tblItem"."fname"))
+//   year(fdate)       CAST(substr("tblItem"."fdate", 1, 4) AS INTEGER)
+//   left(fname,3)     ts_left("tblItem"."fname", ?1), stored substr("tblItem"."fname", 1, 3)
+//   avg(fprice)       ts_decdiv(sum("tblItem"."fprice"), count("tblItem"."fprice"), 38, 6)
 #include "store/tsql/sqlite_emitter.h"
 
 namespace orvenmod::store::tsql {
@@ -37,6 +44,7 @@ std::string SqliteEmitter::function(const Expression& call) {
 /// What SQLite's own functions do exactly as the server's; empty for the others.
 std::string SqliteEmitter::builtin(const Expression& call) {
     const std::string& name = call.name;
+    // The later arguments are looked at only where the first is null, and a literal among them is converted then.
     if (name == "isnull" || name == "coalesce") {
         std::string text = value(*call.operands[0]);
         ++conditional_;
@@ -74,6 +82,7 @@ std::string SqliteEmitter::builtin(const Expression& call) {
 
 std::string SqliteEmitter::aggregate(const Expression& call) {
     const std::string distinct = call.distinct ? "DISTINCT " : "";
+    // count(distinct fname) counts what compares as different.
     if (call.name == "count" || call.name == "count_big") {
         return call.star ? "count(*)" : "count(" + distinct + groupKey(*call.operands[0]) + ")";
     }

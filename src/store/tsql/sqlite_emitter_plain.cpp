@@ -1,5 +1,9 @@
 // The forms that stay in the database: SQLite's own functions where the server's have a counterpart. What is given up
 // is only the failure of a division by zero or an overflow, which become null or a wider number.
+//
+//   convert(varchar(10),fdate,120)     substr("tblItem"."fdate", 1, 10)
+//   fname like 'a%'                    (rtrim("tblItem"."fname") LIKE 'a%')
+//   fname like '[ab]%'                 (ts_like("tblItem"."fname", '[ab]%')): nothing of SQLite's own will do
 #include "store/tsql/sqlite_emitter.h"
 
 namespace orvenmod::store::tsql {

@@ -1,3 +1,14 @@
+// Queries. What SQLite does with texts byte by byte is written in their compared form, and what it has not is built
+// from what it has:
+//
+//   select distinct fname from tblItem
+//   SELECT "tblItem"."fname" FROM "tblItem" AS "tblItem" GROUP BY rtrim("tblItem"."fname") COLLATE NOCASE
+//
+//   select top 3 with ties fname from tblItem order by fname
+//   SELECT "c1" FROM (SELECT "tblItem"."fname" AS "c1", rank() OVER (ORDER BY ..) AS "orven.rank", .. FROM ..)
+//     WHERE "orven.rank" <= ?1 ORDER BY "orven.rank"
+//
+// A query that another one reads gets names for its columns, those that the reader goes by.
 #include <algorithm>
 
 #include "store/tsql/error.h"
@@ -88,7 +99,7 @@ std::string SqliteEmitter::select(const Query& query, const Names* names) {
     const Select& select = *query.select;
     std::string text = std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + items(select, names);
     text += clauses(select);
-    text += orderBy(query, true);
+    text += orderBy(query, ItemNaming::byNumber);
     return select.top ? text + " LIMIT " + value(*select.top) : text;
 }
 
@@ -112,8 +123,9 @@ std::string SqliteEmitter::distinctSelect(const Query& query, const Names* names
     if (select.groupBy.empty() && !select.aggregates && !select.having && !groups.empty()) {
         std::string text = "SELECT " + items(select, names);
         text += clauses(select);
-        return text + groups + orderBy(query, true) + limit;
+        return text + groups + orderBy(query, ItemNaming::byNumber) + limit;
     }
+    // Grouped already, or of constants only: around the rows that it gives.
     Names inner;
     for (std::size_t i = 0; i < select.items.size(); ++i) {
         inner.push_back(names != nullptr ? (*names)[i] : "c" + std::to_string(i + 1));
@@ -133,7 +145,7 @@ std::string SqliteEmitter::rankedSelect(const Query& query, const Names* names) 
     for (std::size_t i = 0; i < select.items.size(); ++i) {
         inner.push_back(names != nullptr ? (*names)[i] : "c" + std::to_string(i + 1));
     }
-    const std::string order = orderBy(query, false);
+    const std::string order = orderBy(query, ItemNaming::byExpression);
     const std::string rank = select.topWithTies ? "rank()" : "row_number()";
     std::string text = "SELECT ";
     for (std::size_t i = 0; i < inner.size(); ++i) {
@@ -147,8 +159,8 @@ std::string SqliteEmitter::rankedSelect(const Query& query, const Names* names) 
     return text + " ORDER BY \"orven.rank\"";
 }
 
-/// `byPosition` lets a column that isn't text be named by its number, so that it is not computed twice.
-std::string SqliteEmitter::orderBy(const Query& query, bool byPosition) {
+/// By its number, a column that isn't text is not computed twice.
+std::string SqliteEmitter::orderBy(const Query& query, ItemNaming naming) {
     std::vector<std::string> parts;
     for (const OrderItem& order : query.orderBy) {
         std::string part;
@@ -156,10 +168,12 @@ std::string SqliteEmitter::orderBy(const Query& query, bool byPosition) {
             part = sortKey(*order.expression);
         } else {
             const Expression& item = *query.select->items[static_cast<std::size_t>(order.item)].expression;
+            // SQLite would take a number for the position of a column.
             if (item.kind == ExpressionKind::literal || item.kind == ExpressionKind::null) {
                 continue;
             }
-            part = item.type.isText() || !byPosition ? sortKey(item) : std::to_string(order.item + 1);
+            part = item.type.isText() || naming == ItemNaming::byExpression ? sortKey(item)
+                                                                            : std::to_string(order.item + 1);
         }
         parts.push_back(part + (order.descending ? " DESC" : ""));
     }
@@ -171,7 +185,7 @@ std::string SqliteEmitter::orderByNames(const Query& query, const Names& names) 
     std::vector<std::string> parts;
     for (const OrderItem& order : query.orderBy) {
         if (order.item < 0) {
-            throw Error(145);
+            throw Error(kOrderNotInDistinct);
         }
         const auto at = static_cast<std::size_t>(order.item);
         const std::string name = quoteName(names[at]);
@@ -231,6 +245,7 @@ std::string SqliteEmitter::comparableQuery(const Query& query) {
 /// A query in the place of a value: more than one row is a failure.
 std::string SqliteEmitter::scalarQuery(const Query& query) {
     const Select* select = query.select.get();
+    // An aggregate without groups, or a select without a table, has no second row.
     const bool single = select != nullptr && select->groupBy.empty() && (select->aggregates || select->from.empty());
     if (single || stored_) {
         return "(" + this->query(query) + ")";

@@ -1,3 +1,10 @@
+// union, except, intersect. SQLite's own tell texts apart by case and trailing blanks, so that only its UNION ALL is
+// used, and the rows that compare as equal are made one around it:
+//
+//   select c from t union select c from u
+//
+//   SELECT * FROM (SELECT "t"."c" AS "c1" FROM "t" AS "t" UNION ALL SELECT "u"."c" AS "c1" FROM "u" AS "u")
+//     GROUP BY rtrim("c1") COLLATE NOCASE
 #include <algorithm>
 
 #include "store/tsql/sqlite_emitter.h"
@@ -5,11 +12,12 @@
 namespace orvenmod::store::tsql {
 namespace {
 
-// SQLite takes 500 selects in one compound.
+// SQLite takes 500 selects in one compound; more are put together by such parts.
 constexpr std::size_t kMostBranches = 200;
 
 bool isUnionAll(const Query& query) { return query.op == SetOperator::unite && query.all; }
 
+// The branches of nested unions, side by side: a view over many tables would else nest as deep as it has tables.
 void collect(const Query& query, std::vector<const Query*>& branches) {
     if (isUnionAll(query) && query.orderBy.empty()) {
         collect(*query.left, branches);

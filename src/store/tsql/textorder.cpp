@@ -1,3 +1,12 @@
+// The server sorts Chinese by its sound, as a clerk looks a name up; SQLite by the bytes, which puts 啊 behind 中. The
+// national code lists its first 3,755 characters by their pinyin, so that the place in it is the rank, and no table of
+// our own is needed. Each character gets a weight, by class first:
+//
+//   signs, digits           by their code           (  1  9  _
+//   Chinese in the code     by their place in it    啊 中
+//   other Chinese           by their code point
+//   letters                 without case            a  A10 before a9
+//   other letters           without case            é
 #include "store/tsql/textorder.h"
 
 #include <iconv.h>
@@ -15,8 +24,8 @@ constexpr char32_t kFirstHan = 0x4E00;
 constexpr char32_t kLastHan = 0x9FFF;
 using Ranks = std::array<std::uint16_t, kLastHan - kFirstHan + 1>;
 
-// The national code lists the usual characters by their pinyin, then the others by radical. Where the system
-// doesn't know that code, the order is that of Unicode.
+// The place of each character in the national code; behind those by pinyin stand the rarer ones by radical. Where the
+// system doesn't know that code, the order is that of Unicode.
 Ranks readRanks() {
     Ranks ranks{};
     const iconv_t converter = iconv_open("UTF-16LE", "GB2312");
@@ -68,6 +77,7 @@ int compareTexts(std::string_view left, std::string_view right) {
     std::size_t i = 0;
     std::size_t j = 0;
     while (i < left.size() && j < right.size()) {
+        // Equal ASCII needs no weight.
         if (left[i] == right[j] && static_cast<unsigned char>(left[i]) < 0x80) {
             ++i;
             ++j;

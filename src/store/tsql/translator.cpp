@@ -27,7 +27,7 @@ std::vector<ColumnInfo> viewColumns(std::string_view viewText, const Catalog& ca
     Statement statement = parser.parse();
     auto* view = std::get_if<CreateViewStatement>(&statement);
     if (view == nullptr) {
-        throw Error(102, {"view"});
+        throw Error(kSyntaxNear, {"view"});
     }
     Binder binder(catalog, parser.literals());
     binder.bindView(*view);

@@ -1,4 +1,10 @@
 // From the dialect's text to SQLite's: scan, parse, bind to the catalog, emit.
+//
+//   select fname from tblItem where fnumber='A01'
+//
+//   SELECT "tblItem"."fname" FROM "tblItem" AS "tblItem" WHERE (rtrim("tblItem"."fnumber") COLLATE NOCASE = ?1)
+//   ?1  literal 0, varchar(3) to varchar(8000), trimmed
+//   column fname varchar(80)
 #pragma once
 
 #include <string>

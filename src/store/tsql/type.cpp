@@ -1,3 +1,9 @@
+// The types by their names. Several names are one type ("numeric", "dec"), which is printed by the first; a size that a
+// type doesn't take, or none that it can have, makes the text no type at all.
+//
+//   varchar          varchar(1)            decimal(18, 4)   decimal(18,4)
+//   nvarchar(max)    length -1             float(24)        real
+//   char(9000)       no type               int(4)           no type
 #include "store/tsql/type.h"
 
 #include <array>
@@ -85,7 +91,7 @@ std::optional<Type> withLength(Kind kind, const std::vector<int>& sizes) {
     type.length = sizes.empty() ? 1 : sizes[0];
     const bool national = kind == Kind::nchar || kind == Kind::nvarchar;
     const bool fixed = kind == Kind::character || kind == Kind::nchar || kind == Kind::binary;
-    const int limit = national ? 4000 : 8000;
+    const int limit = national ? kMostNvarchar : kMostVarchar;
     if (sizes.size() > 1 || type.length == 0 || type.length > limit || (fixed && type.length < 0)) {
         return std::nullopt;
     }

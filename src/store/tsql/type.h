@@ -36,6 +36,10 @@ enum class Kind {
     datetime,
 };
 
+/// The longest text that is no varchar(max) or nvarchar(max): in bytes, and in characters.
+inline constexpr int kMostVarchar = 8000;
+inline constexpr int kMostNvarchar = 4000;
+
 struct Type {
     Kind kind = Kind::null;
     int precision = 0;  ///< decimal (1-38), money 19, smallmoney 10

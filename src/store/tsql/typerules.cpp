@@ -1,3 +1,11 @@
+// The server's rules of types. Kinds stand in their order of precedence (type.h), so that the higher of two is the
+// greater.
+//
+//   1/2                                int: whole numbers divide as such
+//   '5'+1                              int: the text is below the number
+//   decimal(18,4)*decimal(18,4)        decimal(37,8)
+//   decimal(18,4)/int                  decimal(29,15)
+//   datetime+int                       datetime: days
 #include "store/tsql/typerules.h"
 
 #include <algorithm>
@@ -11,6 +19,7 @@ constexpr int kMaxPrecision = 38;
 
 std::string name(const Type& type) { return std::string(typeName(type.kind)); }
 
+// Two chars stay a char and two nchars an nchar, any other pair varies; one national text makes both national.
 Type commonText(const Type& left, const Type& right) {
     const bool national = left.isNationalText() || right.isNationalText();
     const bool fixed = (left.kind == Kind::character || left.kind == Kind::nchar) && left.kind == right.kind;
@@ -83,6 +92,7 @@ Type decimalResult(Operator op, const Type& left, const Type& right) {
     if (precision <= kMaxPrecision) {
         return decimalType(std::max(precision, 1), scale);
     }
+    // Digits behind the point are given up for those before it, but of a product or quotient six at the least stay.
     const int whole = precision - scale;
     const bool product = op == Operator::multiply || op == Operator::divide;
     const int kept = product && whole > 32 && scale > 6 ? 6 : std::clamp(kMaxPrecision - whole, 0, scale);
@@ -94,18 +104,18 @@ Type numberResult(Operator op, const Type& left, const Type& right) {
     const bool bits = op == Operator::bitAnd || op == Operator::bitOr || op == Operator::bitXor;
     if (higher == Kind::floating || higher == Kind::real) {
         if (op == Operator::modulo || bits) {
-            throw Error(402, {name(left), name(right), operatorWord(op)});
+            throw Error(kOperandTypes, {name(left), name(right), operatorWord(op)});
         }
         return typeOf(higher);
     }
     if (higher == Kind::decimal) {
         if (bits) {
-            throw Error(402, {name(left), name(right), operatorWord(op)});
+            throw Error(kOperandTypes, {name(left), name(right), operatorWord(op)});
         }
         return decimalResult(op, asDecimal(left), asDecimal(right));
     }
     if (higher == Kind::bit && !bits) {
-        throw Error(402, {"bit", "bit", operatorWord(op)});
+        throw Error(kOperandTypes, {"bit", "bit", operatorWord(op)});
     }
     return typeOf(higher);
 }
@@ -114,10 +124,10 @@ Type dateResult(Operator op, const Type& left, const Type& right) {
     const Type& date = left.isDate() ? left : right;
     const Type& other = left.isDate() ? right : left;
     if (op != Operator::add && op != Operator::subtract) {
-        throw Error(8117, {name(date), operatorWord(op)});
+        throw Error(kOperandType, {name(date), operatorWord(op)});
     }
     if (date.kind == Kind::date || date.kind == Kind::time) {
-        throw Error(other.isNumber() ? 206 : 402,
+        throw Error(other.isNumber() ? kTypeClash : kOperandTypes,
                     other.isNumber() ? std::vector<std::string>{name(date), name(other)}
                                      : std::vector<std::string>{name(left), name(right), operatorWord(op)});
     }
@@ -144,6 +154,12 @@ TypeClass classOf(const Type& type) {
         return TypeClass::binary;
     }
     return type.isNull() ? TypeClass::null : TypeClass::identifier;
+}
+
+Type textOf(const Type& type) {
+    // No number has more characters: 38 digits, a sign and a point.
+    constexpr int kMostNumber = 40;
+    return type.isText() ? type : textType(Kind::varchar, type.isNumber() ? kMostNumber : kMostVarchar);
 }
 
 Type asDecimal(const Type& type) {
@@ -189,16 +205,17 @@ Type arithmeticType(Operator op, const Type& left, const Type& right) {
     if (left.isNull() && right.isNull()) {
         return typeOf(Kind::integer);
     }
+    // A null is taken for what stands beside it.
     if (left.isNull() || right.isNull()) {
         const Type& known = left.isNull() ? right : left;
         return arithmeticType(op, known, known);
     }
     for (const Type* operand : {&left, &right}) {
         if (isLarge(*operand)) {
-            throw Error(402, {name(left), name(right), operatorWord(op)});
+            throw Error(kOperandTypes, {name(left), name(right), operatorWord(op)});
         }
         if (operand->kind == Kind::uniqueidentifier) {
-            throw Error(8117, {name(*operand), operatorWord(op)});
+            throw Error(kOperandType, {name(*operand), operatorWord(op)});
         }
     }
     if (left.isDate() || right.isDate()) {
@@ -212,14 +229,14 @@ Type arithmeticType(Operator op, const Type& left, const Type& right) {
         return numberResult(op, number, number.kind == Kind::bit ? typeOf(Kind::integer) : number);
     }
     if (op != Operator::add) {
-        throw Error(8117, {name(left), operatorWord(op)});
+        throw Error(kOperandType, {name(left), operatorWord(op)});
     }
     if (left.isText() != right.isText()) {
-        throw Error(402, {name(left), name(right), operatorWord(op)});
+        throw Error(kOperandTypes, {name(left), name(right), operatorWord(op)});
     }
     Type type = left.isText() ? commonText(left, right) : textType(Kind::varbinary, 0);
     if (type.length >= 0) {
-        type.length = std::min(left.length + right.length, type.isNationalText() ? 4000 : 8000);
+        type.length = std::min(left.length + right.length, type.isNationalText() ? kMostNvarchar : kMostVarchar);
     }
     if (type.kind == Kind::character || type.kind == Kind::nchar) {
         type.kind = type.isNationalText() ? Kind::nvarchar : Kind::varchar;
@@ -244,7 +261,7 @@ void checkExplicit(const Type& from, const Type& to) {
         allowed = !(from.isBinary() || to.isBinary());
     }
     if (!allowed && !from.isNull()) {
-        throw Error(529, {name(from), name(to)});
+        throw Error(kNoExplicitConversion, {name(from), name(to)});
     }
 }
 
@@ -256,12 +273,12 @@ void checkImplicit(const Type& from, const Type& to) {
     const bool textToBinary = (from.isText() && to.isBinary()) || (from.isDate() && to.isBinary());
     if (dateToNumber || textToBinary) {
         const bool clash = dateToNumber && (from.kind == Kind::date || from.kind == Kind::time);
-        throw Error(clash ? 206 : 257, {name(from), name(to)});
+        throw Error(clash ? kTypeClash : kNoImplicitConversion, {name(from), name(to)});
     }
     try {
         checkExplicit(from, to);
     } catch (const Error&) {
-        throw Error(206, {name(from), name(to)});
+        throw Error(kTypeClash, {name(from), name(to)});
     }
 }
 

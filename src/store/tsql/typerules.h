@@ -24,6 +24,9 @@ void checkImplicit(const Type& from, const Type& to);
 /// Throws Error 529 where there is no conversion at all.
 void checkExplicit(const Type& from, const Type& to);
 
+/// The text that a value becomes where a text is wanted.
+Type textOf(const Type& type);
+
 /// An integer type or money as the decimal that holds all its values.
 Type asDecimal(const Type& type);
 

@@ -1,3 +1,13 @@
+// Conversions, a routine for what the value comes from; each asks what it is to become.
+//
+//   varchar '' to int                  0
+//   varchar '12x' to int               245
+//   decimal 2.9 to int                 2: cut              money $2.9 to int       3: rounded
+//   int 12345 to varchar(3)            *                   int to decimal(5,2)     8115
+//   datetime 1900-01-02 12:00 to float 1.5: days since 1900-01-01
+//
+// Only an int or smaller has the star, and only in char and varchar; the text of any other number that is too long
+// fails.
 #include "store/tsql/values.h"
 
 #include <algorithm>
@@ -15,7 +25,7 @@ namespace {
 constexpr std::size_t kIdentifierLength = 36;
 
 [[noreturn]] void refuseTypes(const Type& from, const Type& to) {
-    throw Error(529, {messageName(from), messageName(to)});
+    throw Error(kNoExplicitConversion, {messageName(from), messageName(to)});
 }
 
 std::string identifier(std::string_view text) {
@@ -27,9 +37,9 @@ std::string identifier(std::string_view text) {
         const char c = bare[i];
         return dash ? c == '-' : (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
     };
-    if (bare.size() < kIdentifierLength) throw Error(8169);
+    if (bare.size() < kIdentifierLength) throw Error(kNoIdentifier);
     for (std::size_t i = 0; i < kIdentifierLength; ++i) {
-        if (!fits(i)) throw Error(8169);
+        if (!fits(i)) throw Error(kNoIdentifier);
     }
     return upperText(bare.substr(0, kIdentifierLength));
 }
@@ -40,19 +50,19 @@ Datum storedDate(const DateTime& date, Kind kind) {
 
 // Days and a fraction since 1900-01-01.
 Datum numberToDate(double days, const Type& from, const Type& to) {
-    if (to.kind == Kind::date || to.kind == Kind::time) throw Error(206, {messageName(from), messageName(to)});
-    if (!(std::fabs(days) < 3'000'000)) throw Error(8115, {"expression", messageName(to)});
+    if (to.kind == Kind::date || to.kind == Kind::time) throw Error(kTypeClash, {messageName(from), messageName(to)});
+    if (!(std::fabs(days) < 3'000'000)) throw Error(kArithmeticOverflow, {"expression", messageName(to)});
     const auto total = static_cast<std::int64_t>(std::llround(days * static_cast<double>(kMillisecondsADay)));
     try {
         return storedDate(fitted(fromMilliseconds(total), to.kind, messageName(from)), to.kind);
     } catch (const Error&) {
-        throw Error(8115, {"expression", messageName(to)});
+        throw Error(kArithmeticOverflow, {"expression", messageName(to)});
     }
 }
 
 Datum binaryDatum(std::string bytes, const Type& to, const ConvertMode& mode) {
     if (to.length > 0 && bytes.size() > static_cast<std::size_t>(to.length)) {
-        if (mode.assignment) throw Error(2628, {mode.table, mode.column, ""});
+        if (mode.assignment) throw Error(kTextTruncated, {mode.table, mode.column, ""});
         bytes.resize(static_cast<std::size_t>(to.length));
     }
     if (to.kind == Kind::binary && to.length > 0) bytes.resize(static_cast<std::size_t>(to.length), '\0');
@@ -81,6 +91,7 @@ Datum fromText(const Datum& value, const Type& from, const Type& to, const Conve
     if (to.isDecimal()) return textToMoney(value.text, to);
     if (to.isFloat()) return textToFloat(value.text, from, to);
     if (to.isDate()) {
+        // What a column holds needs no reader of forms.
         if (const auto stored = readStored(value.text)) {
             return storedDate(fitted(*stored, to.kind, messageName(from)), to.kind);
         }
@@ -97,7 +108,7 @@ Datum numberText(std::string text, const Type& from, const Type& to, const Conve
     if (to.length > 0 && text.size() > static_cast<std::size_t>(to.length)) {
         const bool small = from.isInteger() && from.kind != Kind::bigint;
         if (!small || to.isNationalText()) {
-            throw Error(8115, {from.isDecimal() ? messageName(from) : "expression", messageName(to)});
+            throw Error(kArithmeticOverflow, {from.isDecimal() ? messageName(from) : "expression", messageName(to)});
         }
         text = "*";
     }
@@ -132,33 +143,34 @@ Datum fromDecimal(const Datum& value, const Type& from, const Type& to, const Co
     number.round(from.kind == Kind::decimal ? from.scale : 4);
     if (from.kind != Kind::decimal) number.round(0);
     const auto whole = number.toInteger();
-    if (!whole) throw Error(8115, {messageName(from), messageName(to)});
+    if (!whole) throw Error(kArithmeticOverflow, {messageName(from), messageName(to)});
     return fittedInteger(*whole, from, to);
 }
 
 Datum fromFloat(double value, const Type& from, const Type& to, const ConvertMode& mode) {
     if (to.kind == Kind::floating) return realDatum(value);
     if (to.kind == Kind::real) {
-        if (std::fabs(value) > std::numeric_limits<float>::max()) throw Error(232, {"real", std::to_string(value)});
+        if (std::fabs(value) > std::numeric_limits<float>::max())
+            throw Error(kFloatOverflow, {"real", std::to_string(value)});
         return realDatum(static_cast<double>(static_cast<float>(value)));
     }
     if (to.kind == Kind::bit) return integerDatum(value != 0);
     if (to.isText()) return numberText(floatText(value, from, mode.style), from, to, mode);
     if (to.isDate()) return numberToDate(value, from, to);
-    if (!std::isfinite(value)) throw Error(8115, {"expression", messageName(to)});
+    if (!std::isfinite(value)) throw Error(kArithmeticOverflow, {"expression", messageName(to)});
     if (to.isDecimal()) return fittedDecimal(Decimal::from(value), from, to);
     if (!to.isInteger()) refuseTypes(from, to);
     const double whole = std::trunc(value);
     constexpr double kBeyond = 9223372036854775808.0;
     if (whole < -kBeyond || whole >= kBeyond) {
-        if (to.kind == Kind::bigint) throw Error(8115, {"expression", "bigint"});
-        throw Error(232, {messageName(to), std::to_string(value)});
+        if (to.kind == Kind::bigint) throw Error(kArithmeticOverflow, {"expression", "bigint"});
+        throw Error(kFloatOverflow, {messageName(to), std::to_string(value)});
     }
     const auto integer = static_cast<std::int64_t>(whole);
     try {
         return fittedInteger(integer, from, to);
     } catch (const Error&) {
-        throw Error(232, {messageName(to), std::to_string(value)});
+        throw Error(kFloatOverflow, {messageName(to), std::to_string(value)});
     }
 }
 
@@ -180,6 +192,7 @@ Datum fromDate(const Datum& value, const Type& from, const Type& to, const Conve
     }
     if (from.kind == Kind::date || from.kind == Kind::time || !to.isNumber()) refuseTypes(from, to);
     const double days = static_cast<double>(milliseconds(date)) / static_cast<double>(kMillisecondsADay);
+    // From noon on it is the next day.
     if (to.isInteger())
         return fittedInteger(static_cast<std::int64_t>(std::floor(days + 0.5)), typeOf(Kind::integer), to);
     return fromFloat(days, typeOf(Kind::floating), to, mode);

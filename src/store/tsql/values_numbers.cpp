@@ -1,4 +1,9 @@
-// From texts to numbers, and numbers into the range of their type.
+// From texts to numbers, and numbers into the range of their type. Each target has a number of its own for what doesn't
+// fit, and the same text fails differently by it:
+//
+//   '99999' to smallint          244 INT2          '9999999999' to int         248
+//   'abc' to int                 245               'abc' to decimal(5,2)       8114
+//   '1.5' to int                 245: no integer, though it is a number
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -37,20 +42,20 @@ bool within(std::int64_t value, Kind kind) {
 }
 
 [[noreturn]] void refuseText(std::string_view text, const Type& from, const Type& to) {
-    throw Error(245, {messageName(from), std::string(text), messageName(to)});
+    throw Error(kTextIsNoInteger, {messageName(from), std::string(text), messageName(to)});
 }
 
 [[noreturn]] void refuseLargeText(std::string_view text, const Type& from, const Type& to) {
     const std::string value(text);
     switch (to.kind) {
         case Kind::tinyint:
-            throw Error(244, {messageName(from), value, "INT1"});
+            throw Error(kTextBeyondSmallInteger, {messageName(from), value, "INT1"});
         case Kind::smallint:
-            throw Error(244, {messageName(from), value, "INT2"});
+            throw Error(kTextBeyondSmallInteger, {messageName(from), value, "INT2"});
         case Kind::integer:
-            throw Error(248, {messageName(from), value});
+            throw Error(kTextBeyondInteger, {messageName(from), value});
         default:
-            throw Error(8115, {"expression", messageName(to)});
+            throw Error(kArithmeticOverflow, {"expression", messageName(to)});
     }
 }
 
@@ -88,6 +93,7 @@ Datum textToInteger(std::string_view text, const Type& from, const Type& to) {
         const std::string word = lowerText(digits);
         if (word == "true" || word == "false") return integerDatum(word == "true");
     }
+    // from_chars takes no plus.
     if (digits.front() == '+' && digits.size() > 1 && digits[1] != '-') digits.remove_prefix(1);
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
@@ -99,7 +105,7 @@ Datum textToInteger(std::string_view text, const Type& from, const Type& to) {
 
 Datum textToDecimal(std::string_view text, const Type& from, const Type& to) {
     const auto number = Decimal::parse(trimmed(text));
-    if (!number) throw Error(8114, {messageName(from), messageName(to)});
+    if (!number) throw Error(kConversionError, {messageName(from), messageName(to)});
     return fittedDecimal(*number, from, to);
 }
 
@@ -114,13 +120,13 @@ Datum textToFloat(std::string_view text, const Type& from, const Type& to) {
     double value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (!plain || end != digits.data() + digits.size() || error == std::errc::invalid_argument) {
-        throw Error(8114, {messageName(from), messageName(to)});
+        throw Error(kConversionError, {messageName(from), messageName(to)});
     }
     // from_chars leaves the value alone where it is too large or too close to zero; strtod tells which.
     if (error == std::errc::result_out_of_range) value = std::strtod(std::string(digits).c_str(), nullptr);
     const bool tooLarge = std::isinf(value);
     if (tooLarge || (to.kind == Kind::real && std::fabs(value) > std::numeric_limits<float>::max())) {
-        throw Error(8115, {"expression", messageName(to)});
+        throw Error(kArithmeticOverflow, {"expression", messageName(to)});
     }
     return realDatum(to.kind == Kind::real ? static_cast<double>(static_cast<float>(value)) : value);
 }
@@ -134,11 +140,11 @@ Datum textToMoney(std::string_view text, const Type& to) {
     }
     std::erase(digits, ',');
     const auto number = Decimal::parse(digits);
-    if (!number) throw Error(235);
+    if (!number) throw Error(kMoneySyntax);
     try {
         return fittedDecimal(*number, textType(Kind::varchar, -1), to);
     } catch (const Error&) {
-        throw Error(236);
+        throw Error(kMoneyOverflow);
     }
 }
 
@@ -146,8 +152,8 @@ Datum fittedInteger(std::int64_t value, const Type& from, const Type& to) {
     if (to.kind == Kind::bit) return integerDatum(value != 0);
     if (within(value, to.kind)) return integerDatum(value);
     const bool small = to.kind == Kind::tinyint || to.kind == Kind::smallint;
-    if (small && from.isInteger()) throw Error(220, {messageName(to), std::to_string(value)});
-    throw Error(8115, {from.isDecimal() ? messageName(from) : "expression", messageName(to)});
+    if (small && from.isInteger()) throw Error(kIntegerOverflow, {messageName(to), std::to_string(value)});
+    throw Error(kArithmeticOverflow, {from.isDecimal() ? messageName(from) : "expression", messageName(to)});
 }
 
 Datum fittedDecimal(Decimal value, const Type& from, const Type& to) {
@@ -158,7 +164,8 @@ Datum fittedDecimal(Decimal value, const Type& from, const Type& to) {
     value.round(scale);
     const double limit = to.kind == Kind::money ? 922337203685477.5807 : 214748.3647;
     if (value.integerDigits() > whole || (money && std::fabs(value.toDouble()) > limit)) {
-        throw Error(8115, {from.isText() || from.isNumber() ? messageName(from) : "expression", messageName(to)});
+        throw Error(kArithmeticOverflow,
+                    {from.isText() || from.isNumber() ? messageName(from) : "expression", messageName(to)});
     }
     return value.toDatum();
 }

@@ -1,4 +1,9 @@
-// Numbers as texts, and texts into the length of their type.
+// Numbers as texts, and texts into the length of their type. The server counts bytes of its code page, where a Chinese
+// character has two, and never cuts one in half:
+//
+//   '中文a' to varchar(3)      中                   1.50 to varchar(10)         1.50: its scale stays
+//   '中' to char(4)            中 and two blanks    1e10 to varchar(20)         1e+010
+//   $1234.567, style 1         1,234.57
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -69,11 +74,13 @@ Datum fittedText(std::string text, const Type& to, const ConvertMode& mode) {
     if (to.length <= 0) return textDatum(std::move(text));
     const auto limit = static_cast<std::size_t>(to.length);
     const bool national = to.isNationalText();
+    // A text of fewer bytes than the limit has fewer characters too, and no more bytes in the code page.
     if (text.size() > limit) {
         const std::string_view kept =
             national ? std::string_view(text).substr(0, bytePosition(text, limit)) : codePagePrefix(text, limit);
+        // Blanks that don't fit are no loss.
         if (mode.assignment && withoutTrailingBlanks(text).size() > kept.size()) {
-            throw Error(2628, {mode.table, mode.column, std::string(kept)});
+            throw Error(kTextTruncated, {mode.table, mode.column, std::string(kept)});
         }
         text.resize(kept.size());
     }

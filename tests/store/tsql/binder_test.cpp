@@ -117,6 +117,11 @@ TEST(Binder, ChecksWhatADefinitionNeeds) {
     EXPECT_EQ(failureOf("truncate table nosuch"), 4701);
 }
 
+TEST(Binder, TellsATablesOnlyColumnByItsNameAndItsTable) {
+    EXPECT_EQ(failureOf("alter table u drop column id, c"), 4923);
+    EXPECT_EQ(failureTextOf("alter table u drop column id, c"), "id|u");
+}
+
 TEST(Binder, ChecksAViewsColumns) {
     EXPECT_EQ(failureOf("create view v as select 1 as a"), 2714);
     EXPECT_EQ(failureOf("create view x as select nosuch from t"), 207);

@@ -110,6 +110,17 @@ TEST(Parser, NamesWhatItStumblesOver) {
     EXPECT_EQ(failure("select * from tblSubType where  and   a=1"), "156 and");
 }
 
+TEST(Parser, TellsHowLongANameMayBe) {
+    const std::string name(600, 'n');
+    try {
+        Parser("select " + name + " from t").parse();
+        FAIL() << "a name of 600 characters was taken";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number(), 103);
+        EXPECT_EQ(error.arguments(), (std::vector<std::string>{name, "128"}));
+    }
+}
+
 TEST(Parser, RefusesWhatTheStoreDoesNotKnow) {
     for (const char* sql : {"exec p", "declare @a int", "set nocount on", "with x as (select 1 as a) select a from x",
                             "select row_number() over (order by a) from t", "create table #x(a int)",
