@@ -1,6 +1,7 @@
 // The gateway: connection, right check, settings and the ini file.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -41,8 +42,13 @@ void showCritical(const std::string& text);
 /// Yes or No.
 bool askQuestion(const std::string& text);
 
-/// A shared setting, as text and as a number; a text that is no number is a failure.
+/// A shared setting.
 std::string setting(const std::string& section, const std::string& key, const std::string& fallback);
+/// As a number. Throws a ConversionFailure that names the setting where it is none.
+std::int16_t settingInt16(const std::string& section, const std::string& key, const std::string& fallback);
+std::int32_t settingInt32(const std::string& section, const std::string& key, const std::string& fallback);
+/// The failure's text with the setting that caused it.
+std::string blameSetting(const std::string& text, const std::string& key, const std::string& value);
 void saveSetting(const std::string& section, const std::string& key, const std::string& value);
 
 }  // namespace orvenmod
