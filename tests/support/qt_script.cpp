@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFile>
@@ -14,7 +15,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPixmap>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryFile>
@@ -104,16 +104,17 @@ private:
         QTest::mouseClick(box.button(buttonOf(answer)), Qt::LeftButton);
     }
 
-    // The dialog's own questions belong to the choice: it replaces the file, and gives up on one that isn't.
+    // The dialog's own question belongs to the choice: it replaces the file. A refusal is a box like another.
     void answerForDialog(QMessageBox& box) {
         if (QAbstractButton* yes = box.button(QMessageBox::Yes)) {
             QTest::mouseClick(yes, Qt::LeftButton);
             return;
         }
-        ADD_FAILURE() << "the file dialog refuses the file: " << box.text().toStdString();
-        QPointer<QFileDialog> dialog = qobject_cast<QFileDialog*>(box.parentWidget());
+        book_.takeAnswer(kindOf(box), box.text().toStdString(), box.windowTitle().toStdString());
+        auto* dialog = qobject_cast<QFileDialog*>(box.parentWidget());
+        // The dialog then waits for another name.
+        QObject::connect(&box, &QObject::destroyed, dialog, [this, dialog] { soon(*dialog, &Watcher::answerDialog); });
         QTest::mouseClick(box.buttons().constFirst(), Qt::LeftButton);
-        if (dialog != nullptr) dialog->reject();
     }
 
     void answerDialog(QFileDialog& dialog) {
@@ -124,6 +125,8 @@ private:
             dialog.reject();
             return;
         }
+        // As typing does in a window that is active: a row of the list would outdo the name.
+        dialog.findChild<QAbstractItemView*>(QStringLiteral("listView"))->clearSelection();
         name->setText(QString::fromStdString(path));
         const bool saves = dialog.acceptMode() == QFileDialog::AcceptSave;
         QTest::mouseClick(buttons->button(saves ? QDialogButtonBox::Save : QDialogButtonBox::Open), Qt::LeftButton);
