@@ -38,17 +38,19 @@ Parsed parseLeading(std::string_view text) {
 }
 
 template <class Integer>
-Integer toInteger(std::string_view text) {
-    const double rounded = std::nearbyint(toDouble(text));  // the default rounding mode: half to even
+Integer toInteger(double value) {
+    const double rounded = std::nearbyint(value);  // the default rounding mode: half to even
     if (rounded < std::numeric_limits<Integer>::min() || rounded > std::numeric_limits<Integer>::max()) failOverflow();
     return static_cast<Integer>(rounded);
 }
 
 }  // namespace
 
-std::int16_t toInt16(std::string_view text) { return toInteger<std::int16_t>(text); }
+std::int16_t toInt16(std::string_view text) { return toInteger<std::int16_t>(toDouble(text)); }
 
-std::int32_t toInt32(std::string_view text) { return toInteger<std::int32_t>(text); }
+std::int16_t roundedInt16(double value) { return toInteger<std::int16_t>(value); }
+
+std::int32_t toInt32(std::string_view text) { return toInteger<std::int32_t>(toDouble(text)); }
 
 double toDouble(std::string_view text) {
     const std::string trimmed = trim(text);

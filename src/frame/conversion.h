@@ -24,6 +24,9 @@ std::int16_t toInt16(std::string_view text);
 std::int32_t toInt32(std::string_view text);
 double toDouble(std::string_view text);
 
+/// The number as 16-bit fields take it.
+std::int16_t roundedInt16(double value);
+
 /// A field's value that must not be null; null is failure 94.
 std::string required(std::optional<std::string_view> value);
 

@@ -32,7 +32,7 @@ bool keepsWidth(const std::string& name) {
     return name == "txtChecker" || name == "txtBiller" || name == "txtBillNo" || name == "thdate";
 }
 
-float innerUnits(float units) { return toInt16(std::to_string(units)); }
+float innerUnits(float units) { return roundedInt16(static_cast<double>(units)); }
 
 float fraction(float part, float whole) {
     if (whole == 0) throw ConversionFailure(kDivisionByZero, "除数为零");

@@ -7,6 +7,7 @@
 #include "editor/frmFJNew.h"
 #include "editor/frmItemPhoto.h"
 #include "support/keyboardwalk.h"
+#include "support/testlocale.h"
 
 namespace orvenmod::test {
 namespace {
@@ -68,6 +69,19 @@ TEST_P(EditorRoads, aClerkChangesAnItemAndMovesIt) {
               (Rows{{"02.002", "M8", "0", "201"}}));
     EXPECT_EQ(database().value("select fNBNumber from tblItem where fItemId=101"), ".14.101.");
     EXPECT_EQ(stage.list.refreshes.size(), 1U);
+}
+
+TEST_P(EditorRoads, aDecimalCommaOfTheHostChangesNothing) {
+    const DecimalComma comma;
+    database().execute("update ICItem set fMinQty=0.5 where fItemId=101");
+    stage.openItem(101, [](User& user) {
+        EXPECT_EQ(value(user, kMinQtyRow), "0.5");
+        user.resizeWindow(10000.5F, 8000.5F);
+        user.typeCell("fps1", kValue, kMinQtyRow, "12.25");
+        user.answer(MessageKind::information, "数据修改成功!");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(database().value("select fMinQty from ICItem where fItemId=101"), "12.25");
 }
 
 TEST_P(EditorRoads, theCodeFollowsTheTyping) {

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMessageBox>
@@ -25,6 +26,7 @@
 
 #include "platform/qt/qttoolkit.h"
 #include "support/qt_user.h"
+#include "support/testlocale.h"
 
 // Read by the leak sanitizer: fontconfig keeps what it has parsed until the process ends.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
@@ -171,6 +173,9 @@ private:
 class QtScript final : public Script {
 public:
     QtScript() {
+        // The toolkit has taken the environment's locale by now; the host's own comes after it.
+        useTestLocale();
+        if (!testLocale().empty()) QLocale::setDefault(QLocale(QString::fromStdString(testLocale())));
         toolkit_.setModalObserver([this](Window& window) { run(window); });
         toolkit_.setProgressPace(std::chrono::milliseconds(0), std::chrono::milliseconds(0));
         toolkit_.setDocumentOpener([this](const std::string& path) { book_.addDocument(path); });
