@@ -14,7 +14,7 @@ namespace orvenmod {
 class clsBasicInfo {
 public:
     /// Class_Initialize: reads message title, admin flag, user and decimal places from the shared settings. Throws
-    /// std::runtime_error where one of the numbers is none.
+    /// std::runtime_error, which names the setting, where one of the numbers is none or the places aren't 0 to 10.
     clsBasicInfo();
     /// Class_Terminate: drops the connection.
     ~clsBasicInfo();

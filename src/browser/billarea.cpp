@@ -1,6 +1,5 @@
 #include "browser/billarea.h"
 
-#include <charconv>
 #include <exception>
 #include <stdexcept>
 #include <string>
@@ -8,6 +7,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "platform/numberformat.h"
 
 namespace orvenmod {
 
@@ -19,12 +19,6 @@ constexpr int kModel = 3;
 constexpr int kUnit = 4;
 constexpr int kStock = 5;
 constexpr int kQuantity = 6;
-
-std::string plainNumber(double value) {
-    char buffer[400];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr;
-    return std::string(buffer, end);
-}
 
 }  // namespace
 
@@ -72,7 +66,7 @@ void BillArea::readItem(std::int32_t itemId, std::int16_t timeQtyEntryId) {
         fps1_.setText(kModel, row, rows.text("fModel"));
         fps1_.setText(kUnit, row, rows.text("funit"));
         if (timeQtyEntryId == 0) continue;
-        fps1_.setText(kStock, row, plainNumber(leadingNumber(stockShown(timeQtyEntryId + 1))));
+        fps1_.setText(kStock, row, platform::plainNumber(leadingNumber(stockShown(timeQtyEntryId + 1))));
     }
 }
 

@@ -34,8 +34,8 @@ bool isBillMode() { return appState().gItemCalled == 1 && appState().gItemClassI
 void letPaint() { services().toolkit.paintPending(); }
 
 StockChoice readStockChoice() {
-    const std::int32_t stockId = toInt32(setting("ShowStock", "StockId", "0"));
-    return {stockId, toInt16(setting("ShowStock", "PerFKC", "0"))};
+    const std::int32_t stockId = settingInt32("ShowStock", "StockId", "0");
+    return {stockId, settingInt16("ShowStock", "PerFKC", "0")};
 }
 
 }  // namespace
@@ -266,7 +266,9 @@ void frmBasicInfoList::exportAndTell() {
 
 bool frmBasicInfoList::exportToExcel() {
     auto& cd1 = shown().window->get<platform::FileDialog>("cd1");
-    return orvenmod::exportToExcel(services().toolkit, cd1, shown().vsf1);
+    const ItemList& list = *shown().list;
+    return orvenmod::exportToExcel(services().toolkit, cd1, shown().vsf1,
+                                   [&list](int column) { return list.holdsNumbers(column); });
 }
 
 void frmBasicInfoList::MenuEditNew_Click() {

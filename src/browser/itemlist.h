@@ -25,6 +25,9 @@ public:
     /// Runs the query again with a condition in place of the tree's filter.
     bool findInfo2(const std::string& strParamSQL);
 
+    /// Whether a column of vsf1 shows a number type of the last query. Its first is the grid's own.
+    bool holdsNumbers(int column) const { return Adodc1_.holdsNumbers(column - 1); }
+
     bool hasTimeQty() const { return spec_.hasTimeQty; }
     std::int16_t timeQtyEntryId() const { return spec_.timeQtyEntryId; }
 

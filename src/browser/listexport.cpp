@@ -25,14 +25,24 @@ constexpr std::chrono::milliseconds kLook(20);
 struct Exported {
     int column;
     bool number;
+    std::string format;  ///< the sheet's
 };
 
+constexpr const char* kTextFormat = "@";
+
+// A number by its format, as it shows, or by its type in the store; the look of a value tells nothing: codes are texts.
+Exported exported(const platform::ListGrid& list, int column, const NumberColumns& holdsNumbers) {
+    if (const auto format = sheetFormat(list.columnFormat(column))) return {column, true, *format};
+    const bool number = holdsNumbers && holdsNumbers(column);
+    return {column, number, number ? "" : kTextFormat};
+}
+
 // Hidden columns (the ids, and what the clerk may not see) are left out: in a sheet anybody could unhide them.
-std::vector<Exported> exportedColumns(const platform::ListGrid& list) {
+std::vector<Exported> exportedColumns(const platform::ListGrid& list, const NumberColumns& holdsNumbers) {
     std::vector<Exported> columns;
     for (int column = 0; column < list.columnCount(); ++column) {
         if (list.columnHidden(column)) continue;
-        columns.push_back({column, numberFormat(list.columnFormat(column)).has_value()});
+        columns.push_back(exported(list, column, holdsNumbers));
     }
     return columns;
 }
@@ -40,20 +50,28 @@ std::vector<Exported> exportedColumns(const platform::ListGrid& list) {
 platform::SheetLayout layoutOf(const platform::ListGrid& list, const std::vector<Exported>& columns) {
     platform::SheetLayout layout;
     layout.name = "Sheet1";
-    for (const auto& [column, number] : columns) {
+    for (const auto& [column, number, format] : columns) {
         layout.columns.push_back({.title = list.text(0, column),
                                   .alignment = static_cast<platform::Alignment>(list.columnAlignment(column)),
                                   .width = list.columnWidth(column),
-                                  .format = numberFormat(list.columnFormat(column)).value_or("@")});
+                                  .format = format});
     }
     return layout;
 }
 
+// A sheet's number keeps fifteen digits: a longer whole number without a format is a key, not a quantity.
+bool losesDigits(std::string_view value) {
+    constexpr std::size_t kKeptDigits = 15;
+    if (value.starts_with('-')) value.remove_prefix(1);
+    return value.size() > kKeptDigits && value.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 class Exporter {
 public:
-    Exporter(platform::Toolkit& toolkit, const platform::ListGrid& list, const std::string& path)
+    Exporter(platform::Toolkit& toolkit, const platform::ListGrid& list, const NumberColumns& holdsNumbers,
+             const std::string& path)
         : list_(list),
-          columns_(exportedColumns(list)),
+          columns_(exportedColumns(list, holdsNumbers)),
           rows_(list.rowCount() - 1),
           progress_(toolkit.createProgress("正在导出，请稍候…", appState().gMsgTitle, rows_)) {
         const bool modern = lowerCase(path).ends_with(".xlsx");
@@ -82,7 +100,10 @@ private:
     }
 
     platform::SheetCell cellOf(int row, const Exported& from, std::string& shown) const {
-        if (from.number) return {.text = list_.value(row, from.column), .number = true};
+        if (from.number) {
+            const std::string_view value = list_.value(row, from.column);
+            return {.text = value, .number = !from.format.empty() || !losesDigits(value)};
+        }
         shown = list_.text(row, from.column);
         return {.text = shown};
     }
@@ -105,13 +126,14 @@ private:
 
 }  // namespace
 
-bool exportToExcel(platform::Toolkit& toolkit, platform::FileDialog& cd1, const platform::ListGrid& vsf1) {
+bool exportToExcel(platform::Toolkit& toolkit, platform::FileDialog& cd1, const platform::ListGrid& vsf1,
+                   const NumberColumns& holdsNumbers) {
     cd1.setFilter(std::string(kFilter) + kSecondFilter);
     if (!cd1.showSave()) return false;
     const std::string path = cd1.fileName();
     if (path.empty()) return false;
     try {
-        return Exporter(toolkit, vsf1, path).run();
+        return Exporter(toolkit, vsf1, holdsNumbers, path).run();
     } catch (const std::exception&) {
         // As the suite has always exported: whoever asked is told of a success all the same.
     }

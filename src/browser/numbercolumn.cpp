@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "platform/numberformat.h"
+
 namespace orvenmod {
 
 namespace {
@@ -24,6 +26,18 @@ std::optional<std::string> numberFormat(std::string_view listFormat) {
     const auto* const found = std::ranges::find(kFormats, listFormat, [](const auto& each) { return each.first; });
     if (found == kFormats.end()) return std::nullopt;
     return std::string(found->second);
+}
+
+std::optional<std::string> sheetFormat(std::string_view listFormat) {
+    if (!platform::isNumberFormat(listFormat)) return std::nullopt;
+    std::string format(listFormat);
+    const auto point = format.find('.');
+    const std::size_t lastDigit = format.find_last_of("#0", point);
+    if (lastDigit != std::string::npos) format[lastDigit] = '0';
+    if (point != std::string::npos && format[point + 1] == '#') {
+        std::replace(format.begin() + static_cast<std::ptrdiff_t>(point), format.end(), '#', '0');
+    }
+    return format;
 }
 
 }  // namespace orvenmod

@@ -19,6 +19,9 @@ enum Column { caption = 1, shown, width, interId };
 // The rows above are the base fields; what is changed in them is dropped.
 int firstSavedRow(const std::string& itemClass) { return itemClass == std::to_string(store::kGoods) ? 5 : 3; }
 
+// A check box knows two values. Nothing counts as 0, and what is neither 0 nor 1 shows the field as 1 does.
+std::string checkMark(const std::string& visible) { return visible.empty() || visible == "0" ? visible : "1"; }
+
 std::string orZero(const std::string& text) { return text.empty() ? "0" : text; }
 
 }  // namespace
@@ -58,7 +61,7 @@ bool frmHSXMDetailSetup::loadFieldList() {
         for (int row = 1; !rows.eof(); rows.moveNext(), ++row) {
             grid.setRowCount(row);
             grid.setText(Column::caption, row, rows.text("fName"));
-            grid.setText(Column::shown, row, rows.text("fisvisible"));
+            grid.setText(Column::shown, row, checkMark(rows.text("fisvisible")));
             grid.setText(Column::interId, row, rows.text("finterid"));
         }
         return true;

@@ -2,7 +2,10 @@
 // f3 that of the goods' field fH.
 #include "designer/stockview.h"
 
+#include <array>
 #include <cstdint>
+#include <map>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,30 +31,50 @@ struct Settings {
     bool byBatch = false;
 };
 
+struct Setting {
+    int type;
+    const char* meaning;
+};
+
+constexpr int kNames = 61;
+constexpr Setting kCaptions{62, "维度名称"};
+constexpr Setting kSources{63, "维度来源"};
+constexpr Setting kByPlace{71, "按仓位管理"};
+constexpr Setting kByBatch{72, "按批次管理"};
+
+using Values = std::map<int, std::string>;
+
+std::string nameOf(const Setting& setting) {
+    return "库存设置 " + std::to_string(setting.type) + " (" + setting.meaning + ")";
+}
+
+/// "" where there is no row of that type.
+std::string valueOf(const Values& values, const Setting& setting) {
+    const auto found = values.find(setting.type);
+    if (found == values.end()) return "";
+    if (trim(found->second).empty()) throw std::runtime_error(nameOf(setting) + " 为空");
+    return found->second;
+}
+
+bool isOn(const Values& values, const Setting& setting) {
+    const std::string value = valueOf(values, setting);
+    return !value.empty() && toInt32(value) == 1;
+}
+
 Settings readSettings(store::Connection& connection) {
     auto rows = connection.open(" select fvalue,ftypeid from tblsysteminfo where ftypeid in (61,62,63,71,72) ");
+    Values values;
+    for (; !rows.eof(); rows.moveNext())
+        values[toInt32(required(rows.field("ftypeid")))] = rows.text("fvalue");
     Settings settings;
-    for (; !rows.eof(); rows.moveNext()) {
-        switch (toInt32(required(rows.field("ftypeid")))) {
-            case 61:
-                settings.names = splitList(rows.text("fvalue"));
-                break;
-            case 62:
-                settings.captions = splitList(rows.text("fvalue"));
-                break;
-            case 63:
-                settings.sources = splitList(rows.text("fvalue"));
-                break;
-            case 71:
-                settings.byPlace = toInt32(required(rows.field("fvalue"))) == 1;
-                break;
-            case 72:
-                settings.byBatch = toInt32(required(rows.field("fvalue"))) == 1;
-                break;
-            default:
-                break;
-        }
+    settings.names = splitList(values[kNames]);
+    // Without dimensions nobody misses what describes them.
+    if (!settings.names.empty()) {
+        settings.captions = splitList(valueOf(values, kCaptions));
+        settings.sources = splitList(valueOf(values, kSources));
     }
+    settings.byPlace = isOn(values, kByPlace);
+    settings.byBatch = isOn(values, kByBatch);
     return settings;
 }
 
@@ -80,6 +103,8 @@ private:
         for (std::size_t i = 0; i < settings_.names.size(); ++i) {
             const std::string& source = entryOf(settings_.sources, i);
             if (source == "0") continue;
+            if (trim(source).empty())
+                throw std::runtime_error(nameOf(kSources) + " 的第 " + std::to_string(i + 1) + " 项为空");
             const double number = toDouble(source);
             std::string sql;
             if (number < kFirstForeignSource) {

@@ -71,13 +71,18 @@ void Attachments::storeChanges(std::int32_t itemId) const {
     }
 }
 
-bool Attachments::checkCaptions() const {
+int Attachments::checkCaptions() const {
     for (int row = 1; row <= fps2_.rowCount(); ++row) {
         if (!trim(fps2_.text(kCaptionColumn, row)).empty()) continue;
         showWarning("附件第" + std::to_string(row) + "行名称不能为空!");
-        return false;
+        return row;
     }
-    return true;
+    return 0;
+}
+
+void Attachments::showCaption(int row) {
+    fps2_.setActiveCell(kCaptionColumn, row);
+    fps2_.setFocus();
 }
 
 void Attachments::removeOpened() {
@@ -90,8 +95,7 @@ void Attachments::cmdAddFJ_Click() {
     if (!cd2_.showOpen() || cd2_.fileName().empty()) return;
     add("", cd2_.fileTitle(), cd2_.fileName());
     // Its name is what the user types next.
-    fps2_.setActiveCell(kCaptionColumn, fps2_.rowCount());
-    fps2_.setFocus();
+    showCaption(fps2_.rowCount());
 }
 
 void Attachments::fps2_ButtonClicked(int column, int row) {

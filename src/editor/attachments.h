@@ -24,8 +24,10 @@ public:
     void storeAll(std::int32_t itemId) const;
     /// Stores the new rows and the captions of the stored ones.
     void storeChanges(std::int32_t itemId) const;
-    /// Every row has a caption; warns of the first that hasn't.
-    bool checkCaptions() const;
+    /// Every row must have a caption; warns of the first that hasn't and gives it, else 0.
+    int checkCaptions() const;
+    /// Puts the keyboard into the caption of the row.
+    void showCaption(int row);
     /// Removes the file last taken out for viewing.
     void removeOpened();
     /// Adds a row that is not stored yet.

@@ -177,13 +177,13 @@ void FieldGrid::renewCodes() {
 // 1 means that the field must be filled, whatever the column's name suggests.
 bool FieldGrid::isRequired(int row) const { return trim(fps1_.text(kIsNull, row)) == "1"; }
 
-bool FieldGrid::checkFields() const {
+int FieldGrid::checkFields() const {
     for (int row = 1; row < lastRow(); ++row) {
         if (!isRequired(row) || !trim(fps1_.text(kValue, row)).empty()) continue;
         showWarning(fps1_.text(kCaption, row) + "不能为空!");
-        return false;
+        return row;
     }
-    return true;
+    return 0;
 }
 
 }  // namespace orvenmod

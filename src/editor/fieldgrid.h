@@ -34,8 +34,8 @@ public:
     void clearFields();
     /// Proposes a short code under gCurParentId and composes the code where there is something to compose.
     void renewCodes();
-    /// Tests the fields that must be filled; warns of the first that isn't.
-    bool checkFields() const;
+    /// Tests the fields that must be filled; warns of the first that isn't and gives its row, else 0.
+    int checkFields() const;
 
 private:
     void addField(const store::Recordset& field);

@@ -24,14 +24,22 @@ using platform::Menu;
 
 namespace {
 
+constexpr int kFieldsTab = 0;
+constexpr int kAttachmentsTab = 1;
 constexpr int kPhotoTab = 2;
 constexpr platform::Colour kLockedColour{244, 244, 217};
+
+void forgetPhoto() {
+    appState().gPhotoPath = "";
+    appState().gPhotoCleared = 0;
+}
 
 }  // namespace
 
 struct frmBasicInfo::Shown {
     explicit Shown(std::unique_ptr<platform::Window> made)
         : window(std::move(made)),
+          SSTab1(window->get<platform::Tabs>("SSTab1")),
           fps1(window->get<EntryGrid>("fps1")),
           fields(fps1),
           attachments(window->get<EntryGrid>("fps2"), window->get<FileDialog>("cd2")),
@@ -39,6 +47,7 @@ struct frmBasicInfo::Shown {
           store(fields, photo, attachments) {}
 
     std::unique_ptr<platform::Window> window;
+    platform::Tabs& SSTab1;
     EntryGrid& fps1;
     FieldGrid fields;
     Attachments attachments;
@@ -64,6 +73,8 @@ void frmBasicInfo::show(ListHost* host) {
         return std::make_unique<Shown>(services().toolkit.createWindow(basicInfoDesign()));
     };
     showOnce(shown_, make, [this] {
+        const AtEnd atEnd(forgetPhoto);
+        forgetPhoto();
         connectEvents();
         shown_->window->showModal([this] { Form_Load(); });
     });
@@ -113,7 +124,7 @@ void frmBasicInfo::Form_Load() {
     GetSourcePos(*form.window, form.ctlPos);
     form.fps1.setLockedColour(kLockedColour);
     if (appState().gItemClassId != kPhotoClass) {
-        form.window->get<platform::Tabs>("SSTab1").setTabEnabled(kPhotoTab, false);
+        form.SSTab1.setTabEnabled(kPhotoTab, false);
     }
 }
 
@@ -128,11 +139,13 @@ void frmBasicInfo::MenuFileSave_Click() {
     AppState& state = appState();
     if (!checkEmpty()) return;
     const bool isNew = state.gEditMode == 0;
-    if (!(isNew ? shown().store.insert() : shown().store.update())) return;
+    if (!(isNew ? shown().store.insert() : shown().store.update())) {
+        if (const int row = shown().store.refusedRow(); row != 0) showField(row);
+        return;
+    }
     shown().isSaved = true;
     showInformation(isNew ? "数据保存成功!" : "数据修改成功!");
-    state.gPhotoPath = "";
-    state.gPhotoCleared = 0;
+    forgetPhoto();
     if (state.gNoNewAfterSave == 0) clearControlValue();
     state.gEditMode = state.gNoNewAfterSave == 0 ? 0 : 1;
 }
@@ -163,18 +176,40 @@ void frmBasicInfo::copyItem() {
     shown().attachments.clear();
     shown().window->setCaption(appState().gItemName + "新增");
     shown().fields.renewCodes();
+    showField(kShortCodeRow);
 }
 
 void frmBasicInfo::clearControlValue() {
     Shown& form = shown();
     form.fields.clearFields();
-    appState().gPhotoPath = "";
-    appState().gPhotoCleared = 0;
+    forgetPhoto();
     form.fields.renewCodes();
     form.photo.clear();
     form.attachments.clear();
+    showField(kShortCodeRow);
 }
 
-bool frmBasicInfo::checkEmpty() { return shown().fields.checkFields() && shown().attachments.checkCaptions(); }
+bool frmBasicInfo::checkEmpty() {
+    Shown& form = shown();
+    if (const int row = form.fields.checkFields(); row != 0) {
+        // A code that can't be typed is composed from the short one.
+        showField(row == kCodeRow && form.fps1.locked(kValue, row) ? kShortCodeRow : row);
+        return false;
+    }
+    if (const int row = form.attachments.checkCaptions(); row != 0) {
+        form.SSTab1.setTab(kAttachmentsTab);
+        form.attachments.showCaption(row);
+        return false;
+    }
+    return true;
+}
+
+// The first row isn't there where the layout failed before it.
+void frmBasicInfo::showField(int row) {
+    Shown& form = shown();
+    form.SSTab1.setTab(kFieldsTab);
+    if (row <= form.fps1.rowCount()) form.fps1.setActiveCell(kValue, row);
+    form.fps1.setFocus();
+}
 
 }  // namespace orvenmod

@@ -36,6 +36,8 @@ private:
     void copyItem();
     void clearControlValue();
     bool checkEmpty();
+    /// Brings the field's value to the front and puts the keyboard into it.
+    void showField(int row);
     Shown& shown();
 
     std::unique_ptr<Shown> shown_;

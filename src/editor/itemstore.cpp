@@ -44,10 +44,12 @@ bool trappedSave(Work work) {
 }  // namespace
 
 bool ItemStore::insert() {
+    refusedRow_ = 0;
     return trappedSave([this] { return insertItem(); });
 }
 
 bool ItemStore::update() {
+    refusedRow_ = 0;
     return trappedSave([this] { return updateItem(); });
 }
 
@@ -92,20 +94,23 @@ bool ItemStore::updateItem() {
 }
 
 // Categories count as well: an item can't take the code of one.
-bool ItemStore::codeIsFree(const std::string& others) const {
+bool ItemStore::codeIsFree(const std::string& others) {
     const std::string code = trim(readCell(fields_.cells(), kValue, kCodeRow));
     if (openRows("select * from tblItem where fnumber='" + code + "' and fitemclassid=" + classId() + others).eof()) {
         return true;
     }
     showWarning("代码已经存在,保存不成功!");
+    refusedRow_ = kShortCodeRow;
     return false;
 }
 
-bool ItemStore::nameIsWanted(const std::string& others) const {
+bool ItemStore::nameIsWanted(const std::string& others) {
     const std::string name = trim(readCell(fields_.cells(), kValue, kNameRow));
     const auto rows = openRows("select * from tblItem where fname='" + name + "' and fitemclassid=" + classId() +
                                others + " and fisdetail=1 ");
-    return rows.eof() || askQuestion(name + "名称已经存在,是否继续!");
+    if (rows.eof() || askQuestion(name + "名称已经存在,是否继续!")) return true;
+    refusedRow_ = kNameRow;
+    return false;
 }
 
 ItemTexts ItemStore::texts() const {

@@ -21,18 +21,21 @@ public:
     bool insert();
     /// Writes over gCurItemId; otherwise as insert.
     bool update();
+    /// The row of fps1 to mend after a save that was refused for its code or its name, else 0.
+    int refusedRow() const { return refusedRow_; }
 
 private:
     bool insertItem();
     bool updateItem();
-    bool codeIsFree(const std::string& others) const;
-    bool nameIsWanted(const std::string& others) const;
+    bool codeIsFree(const std::string& others);
+    bool nameIsWanted(const std::string& others);
     Place place(std::int32_t itemId) const;
     ItemTexts texts() const;
 
     FieldGrid& fields_;
     Photo& photo_;
     Attachments& attachments_;
+    int refusedRow_ = 0;
 };
 
 }  // namespace orvenmod

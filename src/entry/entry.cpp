@@ -35,7 +35,7 @@ struct AsText {
 void initializeClass() {
     startUp();
     appState().gMsgTitle = setting("SystemSetup", "msgTitle", "奥文软件");
-    appState().gIsAdmin = toInt16(setting("SystemLogin", "IsAdmin", "0"));
+    appState().gIsAdmin = settingInt16("SystemLogin", "IsAdmin", "0");
 }
 
 void dropConnection() noexcept { appState().gConn.reset(); }

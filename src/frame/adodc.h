@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/listgrid.h"
 #include "store/connection.h"
@@ -22,12 +23,16 @@ public:
     /// Runs the query and shows its rows. On failure the grid keeps what it showed.
     void refresh();
 
+    /// Whether the column of the last query, from 0, is of a number type.
+    bool holdsNumbers(int column) const;
+
 private:
     void letGo() noexcept;
 
     platform::ListGrid& grid_;
     std::string connectionString_;
     std::string recordSource_;
+    std::vector<store::Column> columns_;
     std::unique_ptr<store::Connection> connection_;
 };
 

@@ -10,7 +10,7 @@
 
 namespace orvenmod {
 
-/// "类型不匹配" (13), "溢出" (6) or "无效使用 Null" (94).
+/// "类型不匹配" (13), "溢出" (6), "无效使用 Null" (94) or a setting that makes no sense (5).
 class ConversionFailure : public std::runtime_error {
 public:
     ConversionFailure(int number, const std::string& text) : std::runtime_error(text), number_(number) {}

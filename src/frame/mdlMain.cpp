@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "frame/appstate.h"
+#include "frame/conversion.h"
 #include "frame/services.h"
 
 namespace orvenmod {
@@ -11,6 +12,16 @@ namespace orvenmod {
 namespace {
 
 constexpr std::size_t kIniBuffer = 144;  // characters
+
+template <class Convert>
+auto settingNumber(const std::string& section, const std::string& key, const std::string& fallback, Convert convert) {
+    const std::string value = setting(section, key, fallback);
+    try {
+        return convert(value);
+    } catch (const ConversionFailure& failure) {
+        throw ConversionFailure(failure.number(), blameSetting(failure.what(), key, value));
+    }
+}
 
 // The first characters of a UTF-8 text, up to the first NUL.
 std::string leadingCharacters(const std::string& text, std::size_t limit) {
@@ -118,6 +129,18 @@ bool askQuestion(const std::string& text) {
 
 std::string setting(const std::string& section, const std::string& key, const std::string& fallback) {
     return services().settings.get(kSettingsApplication, section, key, fallback);
+}
+
+std::int16_t settingInt16(const std::string& section, const std::string& key, const std::string& fallback) {
+    return settingNumber(section, key, fallback, toInt16);
+}
+
+std::int32_t settingInt32(const std::string& section, const std::string& key, const std::string& fallback) {
+    return settingNumber(section, key, fallback, toInt32);
+}
+
+std::string blameSetting(const std::string& text, const std::string& key, const std::string& value) {
+    return text + "：设置 " + key + " 的值为“" + value + "”";
 }
 
 void saveSetting(const std::string& section, const std::string& key, const std::string& value) {

@@ -1,6 +1,7 @@
 // The gateway: connection, right check, settings and the ini file.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -50,6 +51,11 @@ bool askQuestion(const std::string& text);
 
 /// A setting that the suite shares, as text; `fallback` where there is none.
 std::string setting(const std::string& section, const std::string& key, const std::string& fallback);
+/// As a number. Throws a ConversionFailure that names the setting where it is none.
+std::int16_t settingInt16(const std::string& section, const std::string& key, const std::string& fallback);
+std::int32_t settingInt32(const std::string& section, const std::string& key, const std::string& fallback);
+/// The failure's text with the setting that caused it.
+std::string blameSetting(const std::string& text, const std::string& key, const std::string& value);
 void saveSetting(const std::string& section, const std::string& key, const std::string& value);
 
 }  // namespace orvenmod

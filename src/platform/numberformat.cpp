@@ -1,6 +1,6 @@
 // A format is [#,] then # and 0 for the integer digits, then perhaps a point with 0 for a decimal that always shows and
-// # for one that shows where it is not a trailing zero. The number is worked on as decimal text, so that nothing is
-// lost to a binary fraction.
+// # for one that shows where it is not a trailing zero, then perhaps a % that shows hundredths. The number is worked on
+// as decimal text, so that nothing is lost to a binary fraction.
 #include "platform/numberformat.h"
 
 #include <charconv>
@@ -15,11 +15,12 @@ struct Format {
     std::size_t integerDigits = 1;  ///< at least so many
     std::size_t minimumDecimals = 0;
     std::size_t maximumDecimals = 0;
+    bool percent = false;
 };
 
 struct Decimal {
     bool negative = false;
-    std::string integer;   ///< without leading zeros
+    std::string integer;
     std::string fraction;  ///< the digits behind the point
 };
 
@@ -27,6 +28,8 @@ constexpr int kLargestExponent = 400;
 
 std::optional<Format> parseFormat(std::string_view text) {
     Format format;
+    format.percent = text.ends_with('%');
+    if (format.percent) text.remove_suffix(1);
     std::size_t zeros = 0, at = 0;
     bool any = false;
     for (; at < text.size() && text[at] != '.'; ++at) {
@@ -101,7 +104,6 @@ std::optional<Decimal> parseNumber(std::string_view text) {
         shiftPoint(number, exponent);
     }
     if (at != text.size()) return std::nullopt;
-    number.integer.erase(0, number.integer.find_first_not_of('0'));
     return number;
 }
 
@@ -129,6 +131,8 @@ std::string formatNumber(std::string_view text, std::string_view format) {
     const std::optional<Format> wanted = parseFormat(format);
     std::optional<Decimal> number = wanted ? parseNumber(text) : std::nullopt;
     if (!number) return std::string(text);
+    if (wanted->percent) shiftPoint(*number, 2);
+    number->integer.erase(0, number->integer.find_first_not_of('0'));
     roundTo(*number, wanted->maximumDecimals);
     while (number->fraction.size() > wanted->minimumDecimals && number->fraction.back() == '0')
         number->fraction.pop_back();
@@ -144,7 +148,16 @@ std::string formatNumber(std::string_view text, std::string_view format) {
     std::string shown = number->negative && !zero ? "-" : "";
     shown += number->integer;
     if (!number->fraction.empty()) shown += '.' + number->fraction;
+    if (wanted->percent) shown += '%';
     return shown;
 }
+
+std::string plainNumber(double value) {
+    char buffer[400];
+    const char* end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr;
+    return {buffer, static_cast<std::size_t>(end - buffer)};
+}
+
+bool isNumberFormat(std::string_view format) { return parseFormat(format).has_value(); }
 
 }  // namespace orvenmod::platform

@@ -28,6 +28,7 @@ platform::WindowDesign gridDesign(std::size_t columns) {
 class GridExport : public ::testing::TestWithParam<std::string> {
 protected:
     using Fill = std::function<void(ListGrid&)>;
+    NumberColumns holdsNumbers_;
 
     std::string file(const std::string& name = "list") const { return folder_.file(name + "." + GetParam()); }
     /// What the export gave back.
@@ -37,7 +38,7 @@ protected:
             auto& grid = user.control<ListGrid>("vsf1");
             fill(grid);
             user.chooseFile(path);
-            named = exportToExcel(toolkit(), user.control<platform::FileDialog>("cd1"), grid);
+            named = exportToExcel(toolkit(), user.control<platform::FileDialog>("cd1"), grid, holdsNumbers_);
         });
         toolkit().createWindow(gridDesign(columns))->showModal([] {});
         script_->finish();
@@ -120,6 +121,50 @@ TEST_P(GridExport, showsEveryNumberFormatOfTheList) {
     EXPECT_EQ(readSpreadsheet(file(), Reading::asShown)[1],
               (Texts{"1,234,567", "1,234,567.1", "1,234,567.13", "1,234,567.125", "1,234,567.1250", "1,234,567.12500",
                      "1,234,567.125000", "1234567.125", "1234567.13"}));
+}
+
+TEST_P(GridExport, makesNumbersOfEveryFormatThatTheListShows) {
+    const Texts formats = {"#,##0.00", "#,##0.0", "0%", "0.00%", "0", "#.##", "0.0#", "yyyy-mm-dd"};
+    const Texts shown = {"1,234.50", "1,234.5", "123450%", "123450.00%", "1235", "1234.50", "1234.5", "1234.5"};
+    exportTo(
+        file(),
+        [&](ListGrid& grid) {
+            grid.setRowCount(4);
+            grid.setText(3, 0, "1");
+            for (int column = 0; column < grid.columnCount(); ++column) {
+                grid.setColumnFormat(column, formats[static_cast<std::size_t>(column)]);
+                grid.setText(1, column, "1234.5");
+            }
+        },
+        formats.size());
+    EXPECT_EQ(readSpreadsheet(file(), Reading::asShown).at(1), shown);
+    const auto cells = readLook(file()).rows.at(1);
+    for (std::size_t i = 0; i + 1 < formats.size(); ++i)
+        EXPECT_EQ(cells.at(i).number, "1234.5") << formats[i];
+    EXPECT_EQ(cells.back(), (CellLook{.alignment = "left", .format = "@", .number = ""}));
+    EXPECT_EQ(readSpreadsheet(file()).at(2), Texts(formats.size())) << "what is empty stays so";
+}
+
+TEST_P(GridExport, makesNumbersOfAColumnThatTheStoreDeclaresSo) {
+    holdsNumbers_ = [](int column) { return column == 0; };
+    const Texts values = {"7", "-0.125", "1e+20", "123456789012345", "1234567890123456", "", "约3"};
+    exportTo(
+        file(),
+        [&](ListGrid& grid) {
+            for (const std::string& value : values)
+                grid.addRow(value + "\t" + value);
+        },
+        2);
+    const auto rows = readLook(file()).rows;
+    const auto number = [&rows](std::size_t row) { return rows.at(row).at(0).number; };
+    EXPECT_EQ((Texts{number(1), number(2), number(3), number(4)}), (Texts{"7", "-0.125", "1E+020", "123456789012345"}));
+    const auto read = readSpreadsheet(file());
+    for (const std::size_t row : {5U, 6U, 7U}) {
+        EXPECT_EQ(number(row), "") << "no digit of a long key is lost";
+        EXPECT_EQ(read.at(row).at(0), values[row - 1]);
+    }
+    for (std::size_t row = 1; row <= values.size(); ++row)
+        EXPECT_EQ(rows.at(row).at(1).number, "") << "a text is a text, whatever it looks like";
 }
 
 TEST_P(GridExport, takesTextsThatLookLikeNumbersDatesOrFormulasAsTexts) {

@@ -101,6 +101,21 @@ TEST_P(ListExport, holdsWhatTheSearchLeft) {
     EXPECT_EQ(rows[2][0], "01.01.002");
 }
 
+TEST_P(ListExport, makesNumbersOfPricesAndOfWhatHasNoFormat) {
+    database().execute("update ICItem set fD=3,fE=1234.5,fModel='12',fMinQty=8 where fItemId=101");
+    database().execute(
+        "update tblFindinfoEntry set fDataFormat=null where fTypeId=6003 and fFieldName in ('fModel','fMinQty')");
+    database().execute(
+        "update tblFindinfoEntry set fFieldName='fE',fDataFormat='#,##0.00' where fTypeId=6003 and "
+        "fFieldName='fTimeQty'");
+    openAndExport(file());
+    const std::vector<CellLook> row = readLook(file()).rows.at(1);
+    EXPECT_EQ(row.at(2), (CellLook{.alignment = "center", .format = "@", .number = ""})) << "a text of digits";
+    EXPECT_EQ(row.at(3), (CellLook{.alignment = "right", .format = "#,##0.00", .number = "1234.5"}));
+    EXPECT_EQ(row.at(4), (CellLook{.alignment = "right", .format = "", .number = "8"}));
+    EXPECT_EQ(readSpreadsheet(file(), Reading::asShown)[1][3], "1,234.50");
+}
+
 TEST_P(ListExport, keepsCodesWithLeadingZeros) {
     database().execute("update ICItem set fNumber='007',fModel='0012' where fItemId=101");
     openAndExport(file());

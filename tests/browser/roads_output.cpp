@@ -60,6 +60,39 @@ TEST_P(Roads, theListIsExportedAsItStandsToBothKindsOfWorkbook) {
     EXPECT_EQ(stage.script().messages().back().title, "测试套件");
 }
 
+TEST_P(Roads, anExportIsWrittenThroughALinkAndRefusesWhatIsReadOnly) {
+    const TemporaryFolder folder;
+    std::ofstream(folder.file("locked.xls")) << "old";
+    fs::permissions(folder.file("locked.xls"), fs::perms::owner_read);
+    fs::create_symlink("target.xls", folder.file("link.xls"));
+    stage.open(kPicker, [&](User& user) {
+        user.chooseFile(folder.file("locked.xls"));
+        user.answer(MessageKind::warning, "“locked.xls”是只读文件，不能替换。");
+        user.chooseFile(folder.file("link.xls"));
+        user.answer(MessageKind::information, kExported);
+        user.clickTool("Excel");
+    });
+    EXPECT_EQ(stage.contents(folder.file("locked.xls")), "old");
+    EXPECT_TRUE(fs::is_symlink(folder.file("link.xls")));
+    EXPECT_EQ(readSpreadsheet(folder.file("target.xls")).size(), 5U);
+}
+
+TEST_P(Roads, pricesOfTheSuitesOwnListAreNumbersInTheSheet) {
+    const TemporaryFolder folder;
+    stage.database().execute("update ICItem set fE=1234.5 where fItemId=101");
+    stage.database().execute(
+        "update tblFindinfoEntry set fFieldName='fE',fDataFormat='#,##0.00' where fTypeId=6003 and "
+        "fFieldName='fTimeQty'");
+    stage.open(kPicker, [&](User& user) {
+        EXPECT_EQ(user.control<ListGrid>("vsf1").text(1, 5), "1,234.50");
+        user.chooseFile(folder.file("list.xls"));
+        user.answer(MessageKind::information, kExported);
+        user.clickTool("Excel");
+    });
+    const CellLook price = readLook(folder.file("list.xls")).rows.at(1).at(3);
+    EXPECT_EQ(price.format + " " + price.number, "#,##0.00 1234.5");
+}
+
 TEST_P(Roads, aCancelledSaveDialogTellsNothing) {
     stage.open(kPicker, [](User& user) {
         user.chooseFile("");

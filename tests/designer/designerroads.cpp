@@ -113,5 +113,46 @@ TEST_P(DesignerRoads, aNumberUnlocksItsRowsAndALookupSetsTheTypeBack) {
     stage.finish();
 }
 
+TEST_P(DesignerRoads, aFieldWhoseMarkIsNeitherYesNorNoCountsAsShown) {
+    Database& database = stage.database();
+    stage.withClass({"50", "设备"}, {{.name = "甲"}, {.name = "乙"}, {.name = "丙"}});
+    const auto marks = [&database] {
+        return database.rows("select fIsVisible from tblTableInfo where fItemClassId=50 order by fInterId");
+    };
+    database.execute("update tblTableInfo set fIsVisible=2 where fItemClassId=50 and fInterId=4");
+    database.execute("update tblTableInfo set fIsVisible=-1 where fItemClassId=50 and fInterId=5");
+    database.execute("update tblTableInfo set fIsVisible=null where fItemClassId=50 and fInterId=6");
+    stage.open([&](User& user) {
+        user.clickNode("tv1", "D50");
+        stage.inSetup(user, [](User& dialog) {
+            const auto& grid = dialog.control<platform::EntryGrid>("fps1");
+            ASSERT_EQ(grid.rowCount(), 6);
+            EXPECT_EQ(grid.text(2, 4) + "|" + grid.text(2, 5) + "|" + grid.text(2, 6), "1|1|");
+            dialog.clickCell("fps1", 2, 5);
+            EXPECT_EQ(grid.text(2, 5), "0") << "a click takes the mark away";
+            dialog.answer(MessageKind::information, kFieldSaved);
+            dialog.clickTool("Save");
+        });
+    });
+    EXPECT_EQ(marks(), (Rows{{"1"}, {"1"}, {"1"}, {"1"}, {"0"}, {"0"}}));
+    stage.finish();
+}
+
+TEST_P(DesignerRoads, anEmptyStockSettingIsToldByItsNumberAndTheWindowLivesOn) {
+    stage.withClass({"50", "设备"});
+    stage.database().execute("insert into tblSystemInfo(fTypeId,fValue) values(71,null)");
+    stage.open([&](User& user) {
+        user.clickNode("tv1", "D50");
+        stage.inSetup(user, [&](User& dialog) {
+            dialog.answer(MessageKind::critical, "库存设置 71 (按仓位管理) 为空");
+            dialog.clickTool("Save");
+            stage.database().execute("update tblSystemInfo set fValue='1'");
+            dialog.answer(MessageKind::information, kFieldSaved);
+            dialog.clickTool("Save");
+        });
+    });
+    stage.finish();
+}
+
 }  // namespace
 }  // namespace orvenmod::test

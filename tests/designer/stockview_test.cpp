@@ -233,8 +233,34 @@ TEST_F(StockViewTest, aFieldOfGoodsFromADictionaryBlocksTheSave) {
 TEST_F(StockViewTest, aSourceThatIsNoNumberBlocksTheSave) {
     dimensions("fText1", "a", "x");
     blocked("类型不匹配");
-    dimensions("fText1", "a", "");
-    blocked("下标越界");
+    dimensions("fText1,fText2", "a,b", "0, ");
+    blocked("库存设置 63 (维度来源) 的第 2 项为空");
+}
+
+TEST_F(StockViewTest, aSettingThatIsEmptyIsNamedByItsNumber) {
+    const std::pair<int, const char*> settings[] = {{62, "库存设置 62 (维度名称) 为空"},
+                                                    {63, "库存设置 63 (维度来源) 为空"},
+                                                    {71, "库存设置 71 (按仓位管理) 为空"},
+                                                    {72, "库存设置 72 (按批次管理) 为空"}};
+    for (const auto& [type, box] : settings) {
+        dimensions("fText1", "a", "0");
+        for (const char* value : {"''", "'  '", "null"}) {
+            setting(type, "");
+            database().execute("update tblSystemInfo set fValue=" + std::string(value) +
+                               " where fTypeId=" + std::to_string(type));
+            blocked(box);
+        }
+        database().execute("delete from tblSystemInfo where fTypeId=" + std::to_string(type));
+    }
+}
+
+TEST_F(StockViewTest, withoutDimensionsTheOtherTwoListsMayBeEmpty) {
+    hideGoodsFields();
+    for (const char* value : {"''", "null"}) {
+        dimensions("", "", "");
+        database().execute("update tblSystemInfo set fValue=" + std::string(value));
+        EXPECT_EQ(rebuilt(), kFixed + kFrom);
+    }
 }
 
 TEST_F(StockViewTest, aListShorterThanThatOfTheDimensionsBlocksTheSave) {

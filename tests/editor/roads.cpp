@@ -7,6 +7,7 @@
 #include "editor/frmFJNew.h"
 #include "editor/frmItemPhoto.h"
 #include "support/keyboardwalk.h"
+#include "support/testlocale.h"
 
 namespace orvenmod::test {
 namespace {
@@ -68,6 +69,19 @@ TEST_P(EditorRoads, aClerkChangesAnItemAndMovesIt) {
               (Rows{{"02.002", "M8", "0", "201"}}));
     EXPECT_EQ(database().value("select fNBNumber from tblItem where fItemId=101"), ".14.101.");
     EXPECT_EQ(stage.list.refreshes.size(), 1U);
+}
+
+TEST_P(EditorRoads, aDecimalCommaOfTheHostChangesNothing) {
+    const DecimalComma comma;
+    database().execute("update ICItem set fMinQty=0.5 where fItemId=101");
+    stage.openItem(101, [](User& user) {
+        EXPECT_EQ(value(user, kMinQtyRow), "0.5");
+        user.resizeWindow(10000.5F, 8000.5F);
+        user.typeCell("fps1", kValue, kMinQtyRow, "12.25");
+        user.answer(MessageKind::information, "数据修改成功!");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(database().value("select fMinQty from ICItem where fItemId=101"), "12.25");
 }
 
 TEST_P(EditorRoads, theCodeFollowsTheTyping) {
@@ -163,6 +177,190 @@ TEST_P(EditorRoads, aPhotoIsChosenStoredShownAndCleared) {
         user.clickTool("Save");
     });
     EXPECT_EQ(database().value("select count(*) from ICItemPhoto"), "0");
+}
+
+TEST_P(EditorRoads, aPhotoStaysWithTheWindowInWhichItWasChosen) {
+    const std::string path = stage.makeFile("照片.bmp", redBitmap());
+    const auto choose = [&](User& user) {
+        user.chooseTab("SSTab1", kPhoto);
+        user.chooseFile(path);
+        user.click("cmdAdd");
+        EXPECT_EQ(appState().gPhotoPath, path);
+        appState().gPhotoCleared = 1;
+    };
+    const std::vector<Steps> endings = {[](User& user) { user.closeWindow(); },
+                                        [](User& user) { user.clickTool("Exit"); },
+                                        [](User& user) { user.chooseMenu("MenuFileClose"); }};
+    for (const Steps& end : endings) {
+        stage.openNew([&](User& user) {
+            choose(user);
+            end(user);
+        });
+        EXPECT_EQ(appState().gPhotoPath, "");
+        EXPECT_EQ(appState().gPhotoCleared, 0);
+    }
+    stage.openNew([](User& user) {
+        typeName(user, "垫圈");
+        user.answer(MessageKind::information, "数据保存成功!");
+        user.clickTool("Save");
+        user.clickTool("Exit");
+    });
+    stage.openItem(102, choose);
+    stage.openItem(102, [](User& user) {
+        user.answer(MessageKind::information, "数据修改成功!");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(database().value("select count(*) from ICItemPhoto"), "0");
+}
+
+TEST_P(EditorRoads, aPhotoOfAnItemThatCouldNotBeReadWholeEndsWithItsWindow) {
+    const std::string path = stage.makeFile("照片.bmp", redBitmap());
+    stage.openItem(101, [&](User& user) {
+        user.chooseTab("SSTab1", kPhoto);
+        user.chooseFile(path);
+        user.click("cmdAdd");
+        user.answer(MessageKind::information, "数据修改成功!");
+        user.clickTool("Save");
+    });
+    database().execute("drop table tblItemFJ");
+    stage.script().answer(MessageKind::critical, "对象名 'tblItemFJ' 无效。", Answer::ok);
+    stage.openItem(101, [](User&) { EXPECT_NE(appState().gPhotoPath, ""); });
+    EXPECT_EQ(appState().gPhotoPath, "");
+}
+
+TEST_P(EditorRoads, aWindowThatDoesNotOpenLeavesNoPhoto) {
+    appState().gPhotoPath = stage.makeFile("照片.bmp", redBitmap());
+    appState().gConnStr = "Provider=SQLite;Data Source=" + database().folder().path();
+    EXPECT_THROW(frmBasicInfo::instance().show(&stage.list), std::exception);
+    EXPECT_EQ(appState().gPhotoPath, "");
+    EXPECT_FALSE(frmBasicInfo::instance().isShown());
+}
+
+void expectAt(User& user, int tab, const std::string& grid, int column, int row) {
+    EXPECT_EQ(user.control<Tabs>("SSTab1").tab(), tab);
+    const auto& cells = user.control<EntryGrid>(grid);
+    EXPECT_TRUE(cells.hasFocus()) << grid;
+    EXPECT_EQ(cells.activeColumn(), column);
+    EXPECT_EQ(cells.activeRow(), row);
+}
+
+TEST_P(EditorRoads, aRefusedSaveLeadsToTheFieldThatMustBeFilled) {
+    database().execute("update tblTableInfo set fIsNull=1 where fItemClassId=3 and fFieldName in ('fModel','fNumber')");
+    stage.openNew([](User& user) {
+        typeName(user, "垫圈");
+        for (const int tab : {kPhoto, kAttachments, 0}) {
+            user.chooseTab("SSTab1", tab);
+            user.answer(MessageKind::warning, "规格型号不能为空!");
+            user.press("Ctrl+S");
+            expectAt(user, 0, "fps1", kValue, kModelRow);
+        }
+        user.typeCell("fps1", kValue, kShortCodeRow, "");
+        user.chooseTab("SSTab1", kAttachments);
+        user.answer(MessageKind::warning, "短代码不能为空!");
+        user.clickTool("Save");
+        expectAt(user, 0, "fps1", kValue, kShortCodeRow);
+    });
+    EXPECT_EQ(database().value("select count(*) from tblItem where fItemId>202"), "0");
+}
+
+TEST_P(EditorRoads, aCodeThatIsMissingIsMendedInTheShortOne) {
+    database().execute("update tblTableInfo set fIsNull=0 where fItemClassId=3 and fFieldName='fShortNumber'");
+    database().execute("update tblTableInfo set fIsNull=1 where fItemClassId=3 and fFieldName='fNumber'");
+    stage.openNew([](User& user) {
+        user.typeCell("fps1", kValue, kShortCodeRow, "");
+        typeName(user, "垫圈");
+        user.answer(MessageKind::warning, "代码不能为空!");
+        user.clickTool("Save");
+        expectAt(user, 0, "fps1", kValue, kShortCodeRow);
+    });
+}
+
+TEST_P(EditorRoads, aRefusedSaveLeadsToTheAttachmentWithoutAName) {
+    const std::string path = stage.makeFile("图纸.pdf", "plan");
+    stage.openNew([&](User& user) {
+        typeName(user, "垫圈");
+        user.chooseTab("SSTab1", kAttachments);
+        for (int row = 1; row <= 2; ++row) {
+            user.chooseFile(path);
+            user.click("cmdAddFJ");
+        }
+        user.typeCell("fps2", 3, 2, "图纸");
+        user.chooseTab("SSTab1", 0);
+        user.answer(MessageKind::warning, "附件第1行名称不能为空!");
+        user.press("Ctrl+S");
+        expectAt(user, kAttachments, "fps2", 3, 1);
+    });
+}
+
+TEST_P(EditorRoads, aRefusedSaveLeadsToTheCodeOrTheNameThatIsTaken) {
+    stage.openNew([](User& user) {
+        user.typeCell("fps1", kValue, kShortCodeRow, "03");
+        typeName(user, "螺母");
+        user.chooseTab("SSTab1", kAttachments);
+        user.answer(MessageKind::warning, "代码已经存在,保存不成功!");
+        user.clickTool("Save");
+        expectAt(user, 0, "fps1", kValue, kShortCodeRow);
+        user.typeCell("fps1", kValue, kShortCodeRow, "09");
+        user.chooseTab("SSTab1", kPhoto);
+        user.answer(MessageKind::question, "螺母名称已经存在,是否继续!", Answer::no);
+        user.press("Ctrl+S");
+        expectAt(user, 0, "fps1", kValue, kNameRow);
+    });
+    stage.openItem(101, [](User& user) {
+        user.typeCell("fps1", kValue, kShortCodeRow, "002");
+        user.chooseTab("SSTab1", kAttachments);
+        user.answer(MessageKind::warning, "代码已经存在,保存不成功!");
+        user.clickTool("Save");
+        expectAt(user, 0, "fps1", kValue, kShortCodeRow);
+        user.typeCell("fps1", kValue, kShortCodeRow, "001");
+        typeName(user, "螺母");
+        user.chooseTab("SSTab1", kAttachments);
+        user.answer(MessageKind::question, "螺母名称已经存在,是否继续!", Answer::no);
+        user.clickTool("Save");
+        expectAt(user, 0, "fps1", kValue, kNameRow);
+    });
+}
+
+TEST_P(EditorRoads, aRefusedSaveOfALockedItemLeavesTheKeyboardWhereItIs) {
+    database().execute("update tblItem set fIsLock=1 where fItemId=101");
+    stage.openItem(101, [](User& user) {
+        user.chooseTab("SSTab1", kAttachments);
+        user.answer(MessageKind::warning, "该项目已经禁用!不能修改");
+        user.press("Ctrl+S");
+        EXPECT_EQ(user.control<Tabs>("SSTab1").tab(), kAttachments);
+    });
+}
+
+TEST_P(EditorRoads, theNextItemStartsInItsFirstFieldFromWhateverTab) {
+    stage.openItem(102, [](User& user) {
+        for (const int tab : {kAttachments, kPhoto, 0}) {
+            user.clickCell("fps1", kValue, kModelRow);
+            user.chooseTab("SSTab1", tab);
+            user.clickTool("New");
+            expectAt(user, 0, "fps1", kValue, kShortCodeRow);
+            typeName(user, "垫圈" + std::to_string(tab));
+            user.chooseTab("SSTab1", tab);
+            user.answer(MessageKind::information, "数据保存成功!");
+            user.press("Ctrl+S");
+            expectAt(user, 0, "fps1", kValue, kShortCodeRow);
+            typeName(user, "垫片");
+            user.chooseTab("SSTab1", tab);
+            user.clickTool("Copy");
+            expectAt(user, 0, "fps1", kValue, kShortCodeRow);
+            EXPECT_EQ(value(user, kNameRow), "垫片");
+        }
+    });
+    EXPECT_EQ(database().value("select count(*) from tblItem where fItemId>202"), "3");
+}
+
+TEST_P(EditorRoads, anItemThatStaysAfterItsSaveStaysOnItsTab) {
+    stage.openItem(102, [](User& user) {
+        user.chooseMenu("MenuNewAfterSave");
+        user.chooseTab("SSTab1", kAttachments);
+        user.answer(MessageKind::information, "数据修改成功!");
+        user.clickTool("Save");
+        EXPECT_EQ(user.control<Tabs>("SSTab1").tab(), kAttachments);
+    });
 }
 
 TEST_P(EditorRoads, anotherClassHasNoPhotoTab) {

@@ -40,6 +40,15 @@ protected:
                const Variant& paramSql = {}) {
         return info.mainInterface(itemClass, "field", "螺丝", stage.connectionString(), isReturn, called, paramSql);
     }
+    /// What creating an object fails with, "" where it doesn't.
+    static std::string refusal() {
+        try {
+            const clsBasicInfo info;
+            return "";
+        } catch (const ConversionFailure& failure) {
+            return failure.what();
+        }
+    }
     void setEveryResult(const std::string& text) { state.gRetItemId = state.gRetNumber = state.gRetName = text; }
 
     Stage stage;
@@ -268,15 +277,26 @@ TEST_F(Entry, aWindowThatFailsIsToldAndLeavesTheResults) {
     EXPECT_EQ(state.gParamSQL, " and 1=1");
 }
 
-TEST_F(Entry, aSettingThatIsNoNumberFailsTheCreation) {
+TEST_F(Entry, aSettingThatIsNoNumberFailsTheCreationAndIsNamed) {
     for (const auto& [section, key] :
          {std::pair{"SystemLogin", "IsAdmin"}, {"SystemLogin", "gLoginUserId"}, {"SystemSetup", "intZeroNumber"}}) {
         const std::string before = stage.get(section, key);
         stage.set(section, key, "abc");
-        EXPECT_THROW(clsBasicInfo(), ConversionFailure) << key;
+        EXPECT_EQ(refusal(), std::string("类型不匹配：设置 ") + key + " 的值为“abc”");
         stage.set(section, key, before.empty() ? "0" : before);
     }
-    EXPECT_NO_THROW(clsBasicInfo());
+    EXPECT_EQ(refusal(), "");
+}
+
+TEST_F(Entry, decimalPlacesThatNoCellTakesFailTheCreationAndAreNamed) {
+    for (const char* value : {"-1", "11", "40"}) {
+        stage.set("SystemSetup", "intZeroNumber", value);
+        EXPECT_EQ(refusal(), std::string("小数位数应为 0 到 10：设置 intZeroNumber 的值为“") + value + "”");
+    }
+    for (const char* value : {"0", "10", "2.4"}) {
+        stage.set("SystemSetup", "intZeroNumber", value);
+        EXPECT_EQ(refusal(), "");
+    }
 }
 
 TEST_F(Entry, anAdminFlagThatIsNoNumberFailsTheOtherClassesToo) {
@@ -288,7 +308,12 @@ TEST_F(Entry, anAdminFlagThatIsNoNumberFailsTheOtherClassesToo) {
 TEST_F(Entry, aUserThatIsNoNumberAtTheEntryGoesUpToTheHost) {
     clsBasicInfo info;
     stage.set("SystemLogin", "gLoginUserId", "张三");
-    EXPECT_THROW(enter(info), ConversionFailure);
+    try {
+        enter(info);
+        ADD_FAILURE() << "the entry took a user that is no number";
+    } catch (const ConversionFailure& failure) {
+        EXPECT_STREQ(failure.what(), "类型不匹配：设置 gLoginUserId 的值为“张三”");
+    }
     EXPECT_EQ(shown, Texts{});
 }
 

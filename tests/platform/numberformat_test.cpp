@@ -51,6 +51,24 @@ TEST(NumberFormat, keepsHugeNumbersExact) {
               "123,456,789,012,345,678,901,234,567,890.13");
 }
 
+TEST(NumberFormat, showsHundredthsWhereTheFormatEndsInAPercentSign) {
+    EXPECT_EQ(formatNumber("0.125", "0%"), "13%");
+    EXPECT_EQ(formatNumber("0.125", "0.00%"), "12.50%");
+    EXPECT_EQ(formatNumber("0.125", "0.##%"), "12.5%");
+    EXPECT_EQ(formatNumber("12.5", "#,##0%"), "1,250%");
+    EXPECT_EQ(formatNumber("-0.005", "0.0%"), "-0.5%");
+    EXPECT_EQ(formatNumber("0", "0%"), "0%");
+    EXPECT_EQ(formatNumber("2", "0.0%"), "200.0%");
+    EXPECT_EQ(formatNumber("半", "0%"), "半");
+}
+
+TEST(NumberFormat, tellsWhichFormatsItUnderstands) {
+    for (const char* format : {"0", "#,###.##", "#,##0.00", "0%", "0.00%"})
+        EXPECT_TRUE(isNumberFormat(format)) << format;
+    for (const char* format : {"", "@", "yyyy-mm-dd", "%"})
+        EXPECT_FALSE(isNumberFormat(format)) << format;
+}
+
 TEST(NumberFormat, readsTheWaysInWhichAStoreWritesNumbers) {
     EXPECT_EQ(formatNumber("1e+3", "#,###.##"), "1,000");
     EXPECT_EQ(formatNumber("1.5E-2", "#,###.####"), "0.015");
@@ -65,7 +83,7 @@ TEST(NumberFormat, leavesWhatIsNoNumberOrNoFormat) {
     for (const char* text : {"", "abc", "12a", "1,234", "-", ".", "1.2.3", "1e", "1e999", "2026-11-20", "--1"}) {
         EXPECT_EQ(formatNumber(text, "#,###.##"), text);
     }
-    for (const char* format : {"", "yyyy-mm-dd", "0%", "#,###.##;(#)", ".00"}) {
+    for (const char* format : {"", "yyyy-mm-dd", "%", "0%%", "#,###.##;(#)", ".00"}) {
         EXPECT_EQ(formatNumber("1234.5", format), "1234.5");
     }
 }

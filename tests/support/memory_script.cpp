@@ -3,6 +3,7 @@
 
 #include "platform/memory/memorydriver.h"
 #include "support/memory_user.h"
+#include "support/testlocale.h"
 
 namespace orvenmod::test {
 
@@ -68,6 +69,9 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Script> newMemoryScript() { return std::make_unique<MemoryScript>(); }
+std::unique_ptr<Script> newMemoryScript() {
+    useTestLocale();
+    return std::make_unique<MemoryScript>();
+}
 
 }  // namespace orvenmod::test

@@ -5,16 +5,17 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPixmap>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryFile>
@@ -25,6 +26,7 @@
 
 #include "platform/qt/qttoolkit.h"
 #include "support/qt_user.h"
+#include "support/testlocale.h"
 
 // Read by the leak sanitizer: fontconfig keeps what it has parsed until the process ends.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
@@ -104,16 +106,17 @@ private:
         QTest::mouseClick(box.button(buttonOf(answer)), Qt::LeftButton);
     }
 
-    // The dialog's own questions belong to the choice: it replaces the file, and gives up on one that isn't.
+    // The dialog's own question belongs to the choice: it replaces the file. A refusal is a box like another.
     void answerForDialog(QMessageBox& box) {
         if (QAbstractButton* yes = box.button(QMessageBox::Yes)) {
             QTest::mouseClick(yes, Qt::LeftButton);
             return;
         }
-        ADD_FAILURE() << "the file dialog refuses the file: " << box.text().toStdString();
-        QPointer<QFileDialog> dialog = qobject_cast<QFileDialog*>(box.parentWidget());
+        book_.takeAnswer(kindOf(box), box.text().toStdString(), box.windowTitle().toStdString());
+        auto* dialog = qobject_cast<QFileDialog*>(box.parentWidget());
+        // The dialog then waits for another name.
+        QObject::connect(&box, &QObject::destroyed, dialog, [this, dialog] { soon(*dialog, &Watcher::answerDialog); });
         QTest::mouseClick(box.buttons().constFirst(), Qt::LeftButton);
-        if (dialog != nullptr) dialog->reject();
     }
 
     void answerDialog(QFileDialog& dialog) {
@@ -124,6 +127,8 @@ private:
             dialog.reject();
             return;
         }
+        // As typing does in a window that is active: a row of the list would outdo the name.
+        dialog.findChild<QAbstractItemView*>(QStringLiteral("listView"))->clearSelection();
         name->setText(QString::fromStdString(path));
         const bool saves = dialog.acceptMode() == QFileDialog::AcceptSave;
         QTest::mouseClick(buttons->button(saves ? QDialogButtonBox::Save : QDialogButtonBox::Open), Qt::LeftButton);
@@ -168,6 +173,9 @@ private:
 class QtScript final : public Script {
 public:
     QtScript() {
+        // The toolkit has taken the environment's locale by now; the host's own comes after it.
+        useTestLocale();
+        if (!testLocale().empty()) QLocale::setDefault(QLocale(QString::fromStdString(testLocale())));
         toolkit_.setModalObserver([this](Window& window) { run(window); });
         toolkit_.setProgressPace(std::chrono::milliseconds(0), std::chrono::milliseconds(0));
         toolkit_.setDocumentOpener([this](const std::string& path) { book_.addDocument(path); });

@@ -50,7 +50,8 @@ Cells parseCsv(const std::string& text) {
 /// The file in another format, `filter` as LibreOffice names it; "" where it can't be read.
 std::string converted(const std::string& file, const std::string& suffix, const std::string& filter) {
     const TemporaryFolder folder;
-    const std::string command = "soffice -env:UserInstallation=file://" + folder.path() +
+    // The reader has a locale of its own, whatever that of the test.
+    const std::string command = "LC_ALL=C.UTF-8 soffice -env:UserInstallation=file://" + folder.path() +
                                 "/profile --headless --convert-to '" + suffix + filter + "' --outdir '" +
                                 folder.path() + "' '" + file + "' >'" + folder.file("log") + "' 2>&1";
     EXPECT_EQ(std::system(command.c_str()), 0);

@@ -5,6 +5,7 @@
 #include "platform/memory/memorydriver.h"
 #include "platform/memory/memorytoolkit.h"
 #include "platform/memory/memorywindow.h"
+#include "platform/partialfile.h"
 
 namespace orvenmod::platform::memory {
 
@@ -95,10 +96,15 @@ bool MemoryMenu::choosable(const MemoryMenu* top) const {
 std::string MemoryFileDialog::fileTitle() const { return path_.substr(path_.find_last_of("/\\") + 1); }
 
 bool MemoryFileDialog::ask(bool save) {
-    const std::string chosen = toolkit().driver().onFileDialog(save, filter_);
-    if (chosen.empty()) return false;
-    path_ = chosen;
-    return true;
+    for (;;) {
+        const std::string chosen = toolkit().driver().onFileDialog(save, filter_);
+        if (chosen.empty()) return false;
+        if (!save || !isReadOnly(chosen)) {
+            path_ = chosen;
+            return true;
+        }
+        toolkit().message(MessageKind::warning, readOnlyRefusal(chosen), "另存为");
+    }
 }
 
 }  // namespace orvenmod::platform::memory

@@ -2,16 +2,14 @@
 
 #include <QDate>
 #include <QFile>
-#include <QFileInfo>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QTemporaryFile>
 #include <algorithm>
-#include <filesystem>
 #include <stdexcept>
 
+#include "platform/partialfile.h"
 #include "platform/qt/core.h"
 #include "platform/qt/pagepainter.h"
 #include "platform/qt/qtprogress.h"
@@ -66,20 +64,13 @@ bool isWhole(const QString& path) {
 }
 
 void writePdf(Core& core, QPrinter& printer, const report::ReportData& data, const QString& path) {
-    const std::string refusal = "文件无法写入：" + fromQt(path);
-    QTemporaryFile partial(path + QStringLiteral(".XXXXXX.part"));
-    if (path.isEmpty() || QFileInfo(path).isDir() || !partial.open()) throw std::runtime_error(refusal);
-    partial.close();
+    PartialFile file(fromQt(path));
+    const QString partial = toQt(file.partialPath());
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(partial.fileName());
+    printer.setOutputFileName(partial);
     if (!paintPages(core, printer, data)) return;
-    if (!isWhole(partial.fileName())) throw std::runtime_error(refusal);
-    QFile::setPermissions(partial.fileName(),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
-    std::error_code error;
-    std::filesystem::rename(fromQt(partial.fileName()), fromQt(path), error);
-    if (error) throw std::runtime_error(refusal);
-    partial.setAutoRemove(false);
+    if (!isWhole(partial)) throw std::runtime_error("文件无法写入：" + fromQt(path));
+    file.commit();
 }
 
 }  // namespace

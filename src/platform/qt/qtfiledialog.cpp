@@ -1,15 +1,28 @@
 #include "platform/qt/qtfiledialog.h"
 
 #include <QFileDialog>
+#include <QMessageBox>
 #include <QRegularExpression>
 #include <QStandardPaths>
 
+#include "platform/partialfile.h"
 #include "platform/qt/text.h"
 #include "platform/qt/windowlook.h"
 
 namespace orvenmod::platform::qt {
 
 namespace {
+
+/// Asks again where the file may not be replaced; the question before an overwrite is the dialog's own.
+class SaveDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+    void accept() override {
+        const std::string path = fromQt(selectedFiles().value(0));
+        if (!isReadOnly(path)) return QFileDialog::accept();
+        QMessageBox::warning(this, windowTitle(), toQt(readOnlyRefusal(path)));
+    }
+};
 
 /// "xls" of "Excel文件(*.xls)".
 QString suffixOf(const QString& filter) {
@@ -40,7 +53,7 @@ bool QtFileDialog::showOpen() {
 }
 
 bool QtFileDialog::showSave() {
-    QFileDialog dialog(core_.front());
+    SaveDialog dialog(core_.front());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     const QStringList filters = nameFilters(filter_);

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "platform/numberformat.h"
+
 namespace orvenmod::platform::report {
 
 namespace {
@@ -18,13 +20,6 @@ std::optional<double> toNumber(const std::string& text) {
     const auto [end, error] = std::from_chars(text.data(), last, value);
     if (error != std::errc() || end != last || !std::isfinite(value)) return std::nullopt;
     return value;
-}
-
-std::string plainNumber(double value) {
-    std::string text = std::to_string(value);
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.ends_with('.')) text.pop_back();
-    return text;
 }
 
 /// The text of the quote that opens at `at`, which ends up behind the closing one.

@@ -10,8 +10,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/partialfile.h"
 #include "platform/sheet/biffrecords.h"
-#include "platform/sheet/partialfile.h"
 #include "platform/sheet/sharedstrings.h"
 #include "platform/sheet/sheetwriter.h"
 #include "platform/sheet/xlsglobals.h"

@@ -6,7 +6,8 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "platform/sheet/partialfile.h"
+#include "platform/partialfile.h"
+#include "platform/sheet/plainnumerals.h"
 #include "platform/sheet/sheetwriter.h"
 #include "platform/sheet/utf16.h"
 #include "platform/sheet/xlsglobals.h"
@@ -39,6 +40,7 @@ std::uint8_t horizontal(Alignment alignment) {
 class XlsxWriter : public SheetWriter {
 public:
     XlsxWriter(const std::string& path, SheetLayout layout) : file_(path), layout_(std::move(layout)) {
+        const PlainNumerals plain;
         lxw_workbook_options options{};
         options.constant_memory = LXW_TRUE;
         book_ = workbook_new_opt(file_.partialPath().c_str(), &options);
@@ -66,6 +68,7 @@ public:
     }
 
     void addRow(const std::vector<SheetCell>& cells) override {
+        const PlainNumerals plain;
         if (row_ == kRowsPerSheet) beginSheet();
         for (std::size_t i = 0; i < cells.size(); ++i)
             addCell(static_cast<lxw_col_t>(i), cells[i]);
@@ -73,6 +76,7 @@ public:
     }
 
     void complete() override {
+        const PlainNumerals plain;
         lxw_workbook* book = book_;
         book_ = nullptr;
         check(workbook_close(book));

@@ -1,4 +1,4 @@
-// The pieces of convert(), by what they convert from. Used by the values_*.cpp and functions_*.cpp only.
+// The pieces of convert(), by what they convert from. Used by the values_*.cpp and functions_*.cpp, and for literals.
 #pragma once
 
 #include <string>
@@ -19,6 +19,9 @@ Datum textToInteger(std::string_view text, const Type& from, const Type& to);
 Datum textToDecimal(std::string_view text, const Type& from, const Type& to);
 Datum textToFloat(std::string_view text, const Type& from, const Type& to);
 Datum textToMoney(std::string_view text, const Type& to);
+
+/// The double nearest to the number that the text begins with: infinite where none is as large, 0 for no number.
+double nearestReal(std::string_view text);
 
 /// The number within an integer type's range, or 8115, 220.
 Datum fittedInteger(std::int64_t value, const Type& from, const Type& to);

@@ -14,6 +14,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "store/tsql/conversions.h"
 #include "store/tsql/sqlite_emitter.h"
 #include "store/tsql/typerules.h"
 #include "store/tsql/values.h"
@@ -70,7 +71,7 @@ Datum datumOf(const Literal& literal) {
         case LiteralKind::real:
         case LiteralKind::money: {
             datum.kind = Datum::Kind::real;
-            datum.real = value.empty() ? 0 : std::strtod(value.c_str(), nullptr);
+            datum.real = nearestReal(value);
             break;
         }
         case LiteralKind::text:

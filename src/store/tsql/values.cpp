@@ -11,6 +11,7 @@
 #include "store/tsql/values.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -147,11 +148,17 @@ Datum fromDecimal(const Datum& value, const Type& from, const Type& to, const Co
     return fittedInteger(*whole, from, to);
 }
 
+std::string withSixDecimals(double value) {
+    char buffer[400];
+    const char* end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 6).ptr;
+    return {buffer, static_cast<std::size_t>(end - buffer)};
+}
+
 Datum fromFloat(double value, const Type& from, const Type& to, const ConvertMode& mode) {
     if (to.kind == Kind::floating) return realDatum(value);
     if (to.kind == Kind::real) {
         if (std::fabs(value) > std::numeric_limits<float>::max())
-            throw Error(kFloatOverflow, {"real", std::to_string(value)});
+            throw Error(kFloatOverflow, {"real", withSixDecimals(value)});
         return realDatum(static_cast<double>(static_cast<float>(value)));
     }
     if (to.kind == Kind::bit) return integerDatum(value != 0);
@@ -164,13 +171,13 @@ Datum fromFloat(double value, const Type& from, const Type& to, const ConvertMod
     constexpr double kBeyond = 9223372036854775808.0;
     if (whole < -kBeyond || whole >= kBeyond) {
         if (to.kind == Kind::bigint) throw Error(kArithmeticOverflow, {"expression", "bigint"});
-        throw Error(kFloatOverflow, {messageName(to), std::to_string(value)});
+        throw Error(kFloatOverflow, {messageName(to), withSixDecimals(value)});
     }
     const auto integer = static_cast<std::int64_t>(whole);
     try {
         return fittedInteger(integer, from, to);
     } catch (const Error&) {
-        throw Error(kFloatOverflow, {messageName(to), std::to_string(value)});
+        throw Error(kFloatOverflow, {messageName(to), withSixDecimals(value)});
     }
 }
 

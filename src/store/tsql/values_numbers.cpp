@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 
 #include "store/tsql/conversions.h"
@@ -39,6 +38,26 @@ Range rangeOf(Kind kind) {
 bool within(std::int64_t value, Kind kind) {
     const Range range = rangeOf(kind);
     return value >= range.least && value <= range.greatest;
+}
+
+/// Whether the number, whose text has the shape of one, is above 1: its exponent and the place of its first digit tell.
+bool isAboveOne(std::string_view text) {
+    const auto mark = std::min(text.find_first_of("eE"), text.size());
+    std::string_view exponent = text.substr(std::min(mark + 1, text.size()));
+    const bool negative = exponent.starts_with('-');
+    if (negative || exponent.starts_with('+')) exponent.remove_prefix(1);
+    std::int64_t place = 0;
+    const auto [end, error] = std::from_chars(exponent.data(), exponent.data() + exponent.size(), place);
+    if (error == std::errc::result_out_of_range) return !negative;
+    if (negative) place = -place;
+    bool point = false, begun = false;
+    for (const char c : text.substr(0, mark)) {
+        point = point || c == '.';
+        begun = begun || (c >= '1' && c <= '9');
+        if (c < '0' || c > '9' || begun == point) continue;
+        place += point ? -1 : 1;
+    }
+    return place > 0;
 }
 
 [[noreturn]] void refuseText(std::string_view text, const Type& from, const Type& to) {
@@ -117,18 +136,25 @@ Datum textToFloat(std::string_view text, const Type& from, const Type& to) {
     const bool plain = std::all_of(digits.begin(), digits.end(), [](char c) {
         return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E';
     });
-    double value = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    double parsed = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), parsed);
     if (!plain || end != digits.data() + digits.size() || error == std::errc::invalid_argument) {
         throw Error(kConversionError, {messageName(from), messageName(to)});
     }
-    // from_chars leaves the value alone where it is too large or too close to zero; strtod tells which.
-    if (error == std::errc::result_out_of_range) value = std::strtod(std::string(digits).c_str(), nullptr);
+    const double value = nearestReal(digits);
     const bool tooLarge = std::isinf(value);
     if (tooLarge || (to.kind == Kind::real && std::fabs(value) > std::numeric_limits<float>::max())) {
         throw Error(kArithmeticOverflow, {"expression", messageName(to)});
     }
     return realDatum(to.kind == Kind::real ? static_cast<double>(static_cast<float>(value)) : value);
+}
+
+// from_chars leaves the value alone where it is too large or too close to zero.
+double nearestReal(std::string_view text) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool tooLarge = error == std::errc::result_out_of_range && isAboveOne(text);
+    return tooLarge ? std::numeric_limits<double>::infinity() : value;
 }
 
 Datum textToMoney(std::string_view text, const Type& to) {

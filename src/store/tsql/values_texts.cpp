@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "store/tsql/conversions.h"
 #include "store/tsql/error.h"
@@ -17,7 +16,7 @@ namespace orvenmod::store::tsql {
 
 namespace {
 
-// printf's %e and %g, with the three digits that the server gives an exponent.
+// A number with an exponent, with the three digits that the server gives an exponent.
 std::string withThreeDigitExponent(std::string text) {
     const std::size_t at = text.find('e');
     if (at == std::string::npos) return text;
@@ -52,22 +51,20 @@ std::string decimalText(const Datum& value, const Type& from, int style) {
 std::string floatText(double value, const Type& from, int style) {
     char buffer[64];
     const bool narrow = from.kind == Kind::real;
-    int length = 0;
+    const auto print = [&](std::chars_format format, int digits) {
+        const char* end = std::to_chars(buffer, buffer + sizeof buffer, value, format, digits).ptr;
+        return withThreeDigitExponent({buffer, static_cast<std::size_t>(end - buffer)});
+    };
     switch (style) {
         case 1:
-            length = std::snprintf(buffer, sizeof buffer, "%.7e", value);
-            break;
+            return print(std::chars_format::scientific, 7);
         case 2:
-            length = std::snprintf(buffer, sizeof buffer, "%.15e", value);
-            break;
+            return print(std::chars_format::scientific, 15);
         case 3:
-            length = std::snprintf(buffer, sizeof buffer, narrow ? "%.8e" : "%.16e", value);
-            break;
+            return print(std::chars_format::scientific, narrow ? 8 : 16);
         default:
-            length = std::snprintf(buffer, sizeof buffer, "%.6g", value);
-            break;
+            return print(std::chars_format::general, 6);
     }
-    return withThreeDigitExponent({buffer, static_cast<std::size_t>(length)});
 }
 
 Datum fittedText(std::string text, const Type& to, const ConvertMode& mode) {

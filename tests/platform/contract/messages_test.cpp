@@ -93,6 +93,34 @@ TEST_F(ToolkitContract, aFileDialogSavesUnderANameThatIsNew) {
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
+TEST_F(ToolkitContract, aFileDialogRefusesToReplaceWhatIsReadOnlyAndAsksAgain) {
+    const TemporaryFolder folder;
+    const std::string locked = folder.file("locked.xls");
+    std::ofstream(locked) << "old";
+    std::filesystem::permissions(locked, std::filesystem::perms::owner_read);
+    use(dialogWindow(), [&](User& user) {
+        auto& dialog = user.control<FileDialog>("cd1");
+        user.chooseFile(locked);
+        user.answer(MessageKind::warning, "“locked.xls”是只读文件，不能替换。");
+        user.chooseFile(folder.file("other.xls"));
+        EXPECT_TRUE(dialog.showSave());
+        EXPECT_EQ(dialog.fileName(), folder.file("other.xls"));
+        user.chooseFile(locked);
+        EXPECT_TRUE(dialog.showOpen()) << "to read it is no matter";
+    });
+    EXPECT_EQ(script->messages().at(0).title, "另存为");
+}
+
+TEST_F(ToolkitContract, aFileDialogReplacesWhatMayBeReplaced) {
+    const TemporaryFolder folder;
+    std::ofstream(folder.file("old.xls")) << "old";
+    use(dialogWindow(), [&](User& user) {
+        user.chooseFile(folder.file("old.xls"));
+        EXPECT_TRUE(user.control<FileDialog>("cd1").showSave());
+        EXPECT_EQ(user.control<FileDialog>("cd1").fileName(), folder.file("old.xls"));
+    });
+}
+
 TEST_F(ToolkitContract, aCancelledFileDialogGivesFalse) {
     use(dialogWindow(), [](User& user) {
         user.chooseFile("");

@@ -3,8 +3,12 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
+#include <filesystem>
+#include <fstream>
 
 #include "platform/contract/contract.h"
 #include "platform/qt/qttoolkit.h"
@@ -18,21 +22,44 @@ class QtFileDialogTest : public ::testing::Test {
 protected:
     /// The path that is given for a name in the folder, typed after the filter was moved down so many times.
     std::string chosen(const std::string& name, int down) {
-        auto& dialog = window_->get<platform::FileDialog>("cd1");
-        dialog.setFilter("Excel文件(*.xls)|*.xls|Excel工作簿(*.xlsx)|*.xlsx");
-        onDialog(
-            "cd1", [&dialog] { EXPECT_TRUE(dialog.showSave()); },
-            [&](QDialog& shown) {
-                auto* type = shown.findChild<QComboBox*>("fileTypeCombo");
-                for (int i = 0; i < down; ++i)
-                    QTest::keyClick(type, Qt::Key_Down);
-                shown.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(folder_.file(name)));
-                auto* buttons = shown.findChild<QDialogButtonBox*>();
-                QTest::mouseClick(buttons->button(QDialogButtonBox::Save), Qt::LeftButton);
-            });
-        return dialog.fileName();
+        return choose([&](QDialog& shown) {
+            auto* type = shown.findChild<QComboBox*>("fileTypeCombo");
+            for (int i = 0; i < down; ++i)
+                QTest::keyClick(type, Qt::Key_Down);
+            save(shown, name);
+        });
     }
 
+    /// The same where the dialog shows a box, which that button answers. The user gives up where it isn't enough.
+    std::string chosenAmid(const std::string& name, QMessageBox::StandardButton button) {
+        asked_.clear();
+        return choose([&](QDialog& shown) {
+            QTimer::singleShot(0, &shown, [&, button] {
+                auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                ASSERT_NE(box, nullptr) << "no box";
+                asked_ = box->text();
+                QTest::mouseClick(box->button(button), Qt::LeftButton);
+            });
+            save(shown, name);
+        });
+    }
+
+    std::string choose(const std::function<void(QDialog&)>& steps) {
+        auto& dialog = window_->get<platform::FileDialog>("cd1");
+        dialog.setFilter("Excel文件(*.xls)|*.xls|Excel工作簿(*.xlsx)|*.xlsx");
+        bool named = false;
+        onDialog(
+            "cd1", [&] { named = dialog.showSave(); }, steps);
+        return named ? dialog.fileName() : "";
+    }
+
+    void save(const QDialog& shown, const std::string& name) const {
+        shown.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(folder_.file(name)));
+        auto* buttons = shown.findChild<QDialogButtonBox*>();
+        QTest::mouseClick(buttons->button(QDialogButtonBox::Save), Qt::LeftButton);
+    }
+
+    QString asked_;
     TemporaryFolder folder_;
     platform::qt::QtToolkit toolkit_;
     std::unique_ptr<platform::Window> window_ =
@@ -42,6 +69,17 @@ protected:
 TEST_F(QtFileDialogTest, aNameWithoutExtensionGetsThatOfTheFilter) {
     EXPECT_EQ(chosen("list", 0), folder_.file("list.xls"));
     EXPECT_EQ(chosen("list", 1), folder_.file("list.xlsx"));
+}
+
+TEST_F(QtFileDialogTest, theQuestionBeforeAnOverwriteIsAskedForTheNameWithItsExtension) {
+    std::ofstream(folder_.file("list.xls")) << "old";
+    std::ofstream(folder_.file("list")) << "another";
+    EXPECT_EQ(chosenAmid("list", QMessageBox::Yes), folder_.file("list.xls"));
+    EXPECT_TRUE(asked_.contains("list.xls")) << asked_.toStdString();
+    EXPECT_EQ(chosenAmid("list", QMessageBox::No), "");
+    std::filesystem::permissions(folder_.file("list.xls"), std::filesystem::perms::owner_read);
+    EXPECT_EQ(chosenAmid("list", QMessageBox::Ok), "");
+    EXPECT_EQ(asked_.toStdString(), "“list.xls”是只读文件，不能替换。");
 }
 
 TEST_F(QtFileDialogTest, aNameWithAnExtensionStays) {

@@ -1,4 +1,5 @@
-// A file that is written beside its final name and put there when it is whole.
+// A file that the user named, written beside its name and put there when it is whole. What stood there is replaced as
+// programs of a desktop do it: links are written through, permissions stay, and what is read-only is refused.
 #pragma once
 
 #include <string>
@@ -7,7 +8,8 @@ namespace orvenmod::platform {
 
 class PartialFile {
 public:
-    /// Throws std::runtime_error where the path is a folder or its folder can't be written.
+    /// Throws std::runtime_error where the path is a folder, or what no file can replace, or its folder can't be
+    /// written.
     explicit PartialFile(const std::string& path);
     ~PartialFile();
     PartialFile(const PartialFile&) = delete;
@@ -22,5 +24,11 @@ private:
     std::string path_;
     std::string partial_;
 };
+
+/// Whether a file stands there that may not be written.
+bool isReadOnly(const std::string& path);
+
+/// What a save dialog tells of such a file.
+std::string readOnlyRefusal(const std::string& path);
 
 }  // namespace orvenmod::platform
