@@ -24,6 +24,10 @@ ListTimes measureList(Report& report, const std::string& folder, int goods);
 void measureWindow(Report& report, const std::string& folder, int goods, double bare);
 /// The tree with 1 thousand and 10 thousand categories.
 void measureTree(Report& report, const std::string& folder);
+/// Trees in windows on the Qt toolkit, with every node made visible.
+void measureShownTrees(Report& report, const std::string& folder);
+/// "Provider=SQLite;..." of a database with so many categories of goods.
+std::string treeDatabase(const std::string& folder, int categories);
 /// The commands of the class designer on 500 classes, against their statements alone.
 void measureDesigner(Report& report, const std::string& folder);
 /// Moves of subtrees of 1 thousand to 100 thousand rows among so many goods, against their statements in SQLite's loop.

@@ -48,6 +48,7 @@ int run(const std::string& folder, const std::vector<int>& sizes) {
     compareSizes(report, all);
     report.heading("tree");
     measureTree(report, folder);
+    measureShownTrees(report, folder);
     report.heading("moves among " + std::to_string(sizes.back()) + " goods");
     measureMoves(report, folder, sizes.back());
     report.heading("guard");

@@ -6,9 +6,8 @@
 #include "store/schema.h"
 
 namespace orvenmod::bench {
-namespace {
 
-/// Ten at the top, ten below each, and the rest spread over those hundred.
+// Ten at the top, ten below each, and the rest spread over those hundred.
 std::string treeDatabase(const std::string& folder, int categories) {
     const std::string file = folder + "/tree-" + std::to_string(categories) + ".db";
     std::filesystem::remove(file);
@@ -29,6 +28,8 @@ std::string treeDatabase(const std::string& folder, int categories) {
     connection->close();
     return "Provider=SQLite;Data Source=" + file;
 }
+
+namespace {
 
 double timeTree(const std::string& folder, int categories) {
     ListStage stage(treeDatabase(folder, categories));

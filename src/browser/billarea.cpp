@@ -43,9 +43,12 @@ void BillArea::addFPSItem(std::int32_t lngItemId, std::int16_t timeQtyEntryId) {
     try {
         openDB();
         setting("SystemSetup", "intBillStock", "0");
+        const int before = fps1_.rowCount();
         readItem(lngItemId, timeQtyEntryId);
         closeDB();
         if (!empty()) fps1_.setActiveCell(kQuantity, fps1_.rowCount());
+        // Without a new row, what is typed next would overwrite another item's quantity.
+        if (fps1_.rowCount() > before) fps1_.setFocus();
         saveSetting("SystemSetup", "intBillStock", "0");
     } catch (const std::exception& failure) {
         showCritical(failure.what());

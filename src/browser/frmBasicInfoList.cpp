@@ -4,12 +4,12 @@
 
 #include "browser/frmBasicInfoList_design.h"
 #include "browser/listexport.h"
+#include "browser/listkeys.h"
 #include "browser/listreport.h"
 #include "editor/frmBasicInfo.h"
 #include "frame/appstate.h"
 #include "frame/classright.h"
 #include "frame/conversion.h"
-#include "frame/enterkey.h"
 #include "frame/mdlMain.h"
 #include "frame/selectedrows.h"
 #include "frame/services.h"
@@ -50,7 +50,8 @@ struct frmBasicInfoList::Shown {
           vsf1(window->get<platform::ListGrid>("vsf1")),
           fps1(window->get<platform::EntryGrid>("fps1")),
           seekBar(*window),
-          bill(fps1, vsf1) {}
+          bill(fps1, vsf1),
+          keys(*window) {}
 
     std::unique_ptr<platform::Window> window;
     platform::Frame& Frame1;
@@ -63,6 +64,7 @@ struct frmBasicInfoList::Shown {
     std::unique_ptr<ListReport> report;
     SeekBar seekBar;
     BillArea bill;
+    ListKeys keys;
     std::vector<ControlPos> positions;
 };
 
@@ -101,7 +103,7 @@ void frmBasicInfoList::connectEvents() {
     onClick("cmdRemoveItem", [this] { shown().bill.removeItem(); });
     window.get<platform::Combo>("PC", 0).selectionChange = [this] { shown().seekBar.PC_SelChange(0); };
     window.get<platform::Combo>("PC", 1).selectionChange = [this] { shown().seekBar.PC_SelChange(1); };
-    moveOnByEnter({&window.get<platform::Edit>("txtSearch")});
+    shown().keys.connect();
     window.get<platform::Toolbar>("Toolbar1").buttonClick = [this](const std::string& key) {
         Toolbar1_ButtonClick(key);
     };
@@ -145,6 +147,7 @@ void frmBasicInfoList::Form_Load() {
     form.positions.resize(form.window->controls().size());
     GetSourcePos(*form.window, form.positions);
     if (form.vsf1.rowCount() >= 2) form.vsf1.setCurrentRow(1);
+    if (appState().gIsReturn == 1) form.keys.toListOrSearch();
 }
 
 void frmBasicInfoList::buildCaptions() {
@@ -233,6 +236,7 @@ void frmBasicInfoList::cmdFind_Click() {
     if (!text.empty()) text += ")";
     appState().gListFilter = text;
     findInfo2(text);
+    shown().keys.toListOrSearch();
 }
 
 void frmBasicInfoList::cmdAddItem_Click() {

@@ -40,7 +40,7 @@ public:
     virtual const std::string& tag() const = 0;
     virtual void setTag(const std::string& tag) = 0;
 
-    /// Throws std::runtime_error where the control is disabled or not visible.
+    /// The text of an edit is marked then. Throws std::runtime_error where the control is disabled or not visible.
     virtual void setFocus() = 0;
     virtual bool hasFocus() const = 0;
 };

@@ -61,6 +61,7 @@ public:
     Event<int, int, int> comboCloseUp;  ///< and the item, -1 for none
     Event<int, int> editChange;
     Event<int, int> buttonClick;
+    Event<> leftByEnter;  ///< Enter behind the last cell that takes a value
 };
 
 }  // namespace orvenmod::platform

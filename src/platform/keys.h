@@ -4,6 +4,8 @@
 namespace orvenmod::platform {
 
 inline constexpr int kKeyEnter = 13;
+inline constexpr int kKeyUp = 38;
+inline constexpr int kKeyDown = 40;
 
 enum class MouseButton { left = 1, right = 2 };
 

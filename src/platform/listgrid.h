@@ -17,7 +17,8 @@ namespace orvenmod::platform {
 class ListGrid : public Control {
 public:
     /// Shows the source's rows: column fixedColumns() + i shows the source's column i. Drops what was written to
-    /// cells, row colours and the selection; the current row becomes 0 (none). Column properties stay.
+    /// cells, row colours and the selection; the first row becomes the current and only selected one, 0 (none) where
+    /// there are no rows. Column properties stay.
     virtual void bind(std::shared_ptr<const RowSource> source) = 0;
 
     /// Rows with the heading, columns with the fixed ones.
@@ -55,8 +56,12 @@ public:
     /// The text colour of all cells of a row; `nullptr` for the system's own.
     virtual void setRowColour(int row, const Colour* colour) = 0;
 
-    Event<> doubleClick;
+    Event<> doubleClick;  ///< on a row, which is current by then; the heading raises nothing
     Event<int> keyDown;
+    /// Letters typed into the list. Without a handler they lead to the next row that starts with them.
+    Event<std::string> typed;
+    /// The row under the mouse is current by then. One of several selected rows leaves them selected to the right
+    /// button.
     Event<MouseButton> mouseDown;
 };
 

@@ -35,7 +35,7 @@ public:
     virtual void select(const std::string& key) = 0;
 
     Event<std::string> nodeClick;  ///< the node's key; also raised when the keyboard moves to a node
-    Event<MouseButton> mouseDown;
+    Event<MouseButton> mouseDown;  ///< to the right button the node under the mouse has raised nodeClick before
 };
 
 }  // namespace orvenmod::platform

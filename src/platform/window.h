@@ -12,6 +12,10 @@
 
 namespace orvenmod::platform {
 
+/// The largest inner width and height, in twips, that a user can give a window: what measures it counts to 32767, and a
+/// size is whole pixels.
+inline constexpr float kLargestInner = 32760;
+
 class Window {
 public:
     virtual ~Window() = default;

@@ -96,7 +96,9 @@ TEST_P(DictionaryRoads, thePickersListIsWorkedByArrowKeysAndEnterPicksNothing) {
     stage.openList(501, 1, [this](User& list) {
         const auto& vsf1 = list.control<platform::ListGrid>("vsf1");
         EXPECT_TRUE(vsf1.hasFocus());
-        for (const int row : {1, 2, 3}) {
+        EXPECT_EQ(vsf1.currentRow(), 1);
+        EXPECT_TRUE(vsf1.isSelected(1));
+        for (const int row : {2, 3}) {
             list.press("Down");
             EXPECT_EQ(vsf1.currentRow(), row);
         }
@@ -108,6 +110,37 @@ TEST_P(DictionaryRoads, thePickersListIsWorkedByArrowKeysAndEnterPicksNothing) {
         stage.script().onWindow("frmJCZL",
                                 [](User& user) { EXPECT_EQ(user.control<platform::Edit>("txt", 1).text(), "箱"); });
         list.click("cmd", 2);
+    });
+    EXPECT_EQ(appState().gRetItemId, "");
+}
+
+TEST_P(DictionaryRoads, theFirstEntryIsMeantAfterARefreshAndAPopupMeansTheClickedOne) {
+    stage.openManager([this](User& manager) {
+        manager.clickNode("tv1", "D501");
+        const auto& vsf1 = manager.control<ListGrid>("vsf1");
+        EXPECT_EQ(vsf1.currentRow(), 1);
+        EXPECT_TRUE(vsf1.isSelected(1));
+        stage.script().onWindow("frmJCZL", [](User& user) { EXPECT_EQ(user.control<Edit>("txt", 0).text(), "01"); });
+        manager.chooseMenu("MenuUpdateJCZL");
+        stage.script().onWindow("frmJCZL", [](User& user) { EXPECT_EQ(user.control<Edit>("txt", 0).text(), "03"); });
+        manager.rightClickRow("vsf1", 3, "MenuUpdateJCZL");
+        manager.clickNode("tv1", "D0");
+        EXPECT_EQ(vsf1.currentRow(), 0) << "the root has no entries";
+        manager.rightClickNode("tv1", "D501", "");
+        EXPECT_EQ(vsf1.rowCount(), 4);
+        manager.clickTool("Exit");
+    });
+}
+
+TEST_P(DictionaryRoads, aDoubleClickOnTheHeadingChangesAndPicksNothing) {
+    stage.openManager([](User& manager) {
+        manager.clickNode("tv1", "D501");
+        manager.doubleClickRow("vsf1", 0);
+        manager.clickTool("Exit");
+    });
+    stage.openList(501, 1, [](User& list) {
+        list.doubleClickRow("vsf1", 0);
+        EXPECT_TRUE(list.window().shown());
     });
     EXPECT_EQ(appState().gRetItemId, "");
 }

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <cctype>
+#include <map>
 
 #include "platform/memory/memoryentrygrid.h"
 #include "platform/memory/memorylistgrid.h"
 #include "platform/memory/memorytree.h"
+#include "support/letters.h"
 #include "support/memory_user.h"
 
 namespace orvenmod::test {
@@ -21,6 +23,22 @@ char mnemonicOf(const std::string& caption) {
     const std::size_t at = caption.find('&');
     if (at == std::string::npos || at + 1 >= caption.size()) return 0;
     return static_cast<char>(std::toupper(static_cast<unsigned char>(caption[at + 1])));
+}
+
+/// The code of a key by its name, 0 for none.
+int codeOf(const std::string& key) {
+    static const std::map<std::string, int> codes = {
+        {"Enter", kKeyEnter}, {"Up", kKeyUp}, {"Down", kKeyDown}, {"Home", 36},     {"End", 35},    {"PageUp", 33},
+        {"PageDown", 34},     {"Esc", 27},    {"Space", 32},      {"Backspace", 8}, {"Delete", 46}, {"Insert", 45}};
+    const auto found = codes.find(key);
+    return found == codes.end() ? 0 : found->second;
+}
+
+bool startsWith(const std::string& text, const std::string& letter) {
+    const auto same = [](char a, char b) {
+        return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+    };
+    return text.size() >= letter.size() && std::equal(letter.begin(), letter.end(), text.begin(), same);
 }
 
 /// The nodes that show, from the top.
@@ -87,34 +105,126 @@ bool MemoryUser::pressMnemonic(const std::string& shortcut) {
 
 void MemoryUser::pressOn(ControlCore& focus, const std::string& key) {
     Control& control = focus.control();
-    if (key == "Up" || key == "Down") return moveRow(control, key == "Up" ? -1 : 1);
-    auto* cells = dynamic_cast<EntryGrid*>(&control);
-    if (cells && key == "Space" && cells->activeRow() > 0) {
-        return clickCell(cells->name(), cells->activeColumn(), cells->activeRow());
+    if (auto* tree = dynamic_cast<MemoryTree*>(&control)) return pressOnTree(*tree, key);
+    if (auto* grid = dynamic_cast<MemoryListGrid*>(&control)) return pressOnList(*grid, key);
+    if (auto* cells = dynamic_cast<MemoryEntryGrid*>(&control)) return pressOnCells(*cells, key);
+    if (auto* combo = dynamic_cast<Combo*>(&control)) {
+        const int row = combo->selected() + (key == "Down" ? 1 : key == "Up" ? -1 : 0);
+        if (row != combo->selected() && row >= 0 && row < combo->rowCount()) guard([&] { combo->select(row); });
     }
     auto* button = dynamic_cast<Button*>(&control);
     if (button && (key == "Enter" || key == "Space")) return guard([button] { button->click.raise(); });
-    if (key != "Enter") return;
-    if (auto* edit = dynamic_cast<Edit*>(&control)) guard([edit] { edit->keyDown.raise(kKeyEnter); });
-    if (auto* grid = dynamic_cast<ListGrid*>(&control)) guard([grid] { grid->keyDown.raise(kKeyEnter); });
+    auto* edit = dynamic_cast<Edit*>(&control);
+    if (edit && key == "Ctrl+A") window_.mark();
+    if (edit && codeOf(key) != 0) guard([&] { edit->keyDown.raise(codeOf(key)); });
 }
 
-void MemoryUser::moveRow(Control& control, int step) {
-    if (auto* grid = dynamic_cast<ListGrid*>(&control)) {
-        const int row = std::clamp(grid->currentRow() + step, 1, std::max(grid->rowCount() - 1, 1));
-        if (row < grid->rowCount()) grid->setCurrentRow(row);
-    } else if (auto* combo = dynamic_cast<Combo*>(&control)) {
-        const int row = combo->selected() + step;
-        if (row >= 0 && row < combo->rowCount()) guard([combo, row] { combo->select(row); });
-    } else if (auto* tree = dynamic_cast<MemoryTree*>(&control)) {
-        std::vector<std::string> keys;
-        collectShown(tree->model(), model::TreeModel::kRoot, keys);
-        const auto here = std::find(keys.begin(), keys.end(), tree->selected());
-        const auto next = here == keys.end() ? 0 : (here - keys.begin()) + step;
-        if (next < 0 || next >= static_cast<std::ptrdiff_t>(keys.size())) return;
-        const std::string key = keys[static_cast<std::size_t>(next)];
-        tree->select(key);
-        guard([tree, &key] { tree->nodeClick.raise(key); });
+void MemoryUser::pressOnCells(MemoryEntryGrid& cells, const std::string& key) {
+    const int column = cells.activeColumn();
+    const int row = cells.activeRow();
+    if (row == 0) return;
+    if (key == "Space") return clickCell(cells.name(), column, row);
+    if (key != "Enter") return;
+    const auto [nextColumn, nextRow] = cells.model().nextEntry(column, row);
+    if (nextRow > 0)
+        cells.setActiveCell(nextColumn, nextRow);
+    else
+        guard([&cells] { cells.leftByEnter.raise(); });
+}
+
+// As many rows make a page as the grid's height shows below its heading.
+void MemoryUser::pressOnList(MemoryListGrid& grid, const std::string& key) {
+    constexpr int kRowTwips = 360;
+    const int last = grid.rowCount() - 1;
+    const int page = std::max(static_cast<int>(grid.height()) / kRowTwips - 1, 1);
+    const std::map<std::string, int> steps = {{"Up", -1},      {"Down", 1},   {"PageUp", -page}, {"PageDown", page},
+                                              {"Home", -last}, {"End", last}, {"Space", 0}};
+    if (codeOf(key) != 0) guard([&] { grid.keyDown.raise(codeOf(key)); });
+    for (int row = 1; key == "Ctrl+A" && row <= last; ++row)
+        grid.setSelected(row, true);
+    const bool only = key.rfind("Ctrl+", 0) == 0;
+    const auto step = steps.find(only ? key.substr(5) : key);
+    if (step == steps.end() || last < 1) return;
+    const int row = std::clamp(grid.currentRow() + step->second, 1, last);
+    only ? grid.model().setCurrentOnly(row) : grid.setCurrentRow(row);
+}
+
+void MemoryUser::typeOnList(MemoryListGrid& grid, const std::string& letter) {
+    if (letter == " ") return;
+    if (grid.typed) return guard([&] { grid.typed.raise(letter); });
+    int column = 0;
+    while (column + 1 < grid.columnCount() && grid.columnHidden(column))
+        ++column;
+    const int last = grid.rowCount() - 1;
+    for (int step = 1; step <= last; ++step) {
+        const int row = (grid.currentRow() + step - 1) % last + 1;
+        if (startsWith(grid.text(row, column), letter)) return grid.setCurrentRow(row);
+    }
+}
+
+void MemoryUser::pressOnTree(MemoryTree& tree, const std::string& key) {
+    std::vector<std::string> keys;
+    collectShown(tree.model(), model::TreeModel::kRoot, keys);
+    if (keys.empty()) return;
+    const auto here = std::find(keys.begin(), keys.end(), tree.selected());
+    const bool none = here == keys.end();
+    const bool leads = key == "Home" || key == "End" || key == "Up" || key == "Down";
+    if (none && !leads) return;
+    const auto last = static_cast<std::ptrdiff_t>(keys.size()) - 1;
+    auto next = none ? 0 : here - keys.begin();
+    if (key == "Home")
+        next = 0;
+    else if (key == "End")
+        next = last;
+    else if (key == "Up" || key == "Down")
+        next = none ? 0 : std::clamp<std::ptrdiff_t>(next + (key == "Up" ? -1 : 1), 0, last);
+    else if (key == "Right" && !tree.model().children(tree.model().slot(*here)).empty()) {
+        if (!tree.expanded(*here)) return tree.setExpanded(*here, true);
+        ++next;
+    } else if (key == "Left") {
+        if (tree.expanded(*here)) return tree.setExpanded(*here, false);
+        if (tree.parent(*here).empty()) return;
+        next = std::find(keys.begin(), keys.end(), tree.parent(*here)) - keys.begin();
+    }
+    goTo(tree, keys[static_cast<std::size_t>(next)]);
+}
+
+void MemoryUser::typeOnTree(MemoryTree& tree, const std::string& letter) {
+    std::vector<std::string> keys;
+    collectShown(tree.model(), model::TreeModel::kRoot, keys);
+    const auto here = std::find(keys.begin(), keys.end(), tree.selected());
+    if (here != keys.end()) std::rotate(keys.begin(), here + 1, keys.end());
+    const auto found = std::find_if(keys.begin(), keys.end(),
+                                    [&](const std::string& key) { return startsWith(tree.text(key), letter); });
+    if (found != keys.end()) goTo(tree, *found);
+}
+
+void MemoryUser::goTo(MemoryTree& tree, const std::string& key) {
+    if (key == tree.selected()) return;
+    tree.select(key);
+    guard([&] { tree.nodeClick.raise(key); });
+}
+
+void MemoryUser::typeKeys(const std::string& text) {
+    requireFront();
+    const std::vector<std::string> letters = lettersOf(text);
+    for (auto letter = letters.begin(); letter != letters.end(); ++letter) {
+        ControlCore* focus = window_.focused();
+        if (!focus) return;
+        Control& control = focus->control();
+        if (auto* edit = dynamic_cast<Edit*>(&control)) {
+            const std::string next = (window_.marked() ? std::string() : edit->text()) + *letter;
+            guard([&] { edit->setText(next); });
+        } else if (auto* grid = dynamic_cast<MemoryListGrid*>(&control)) {
+            typeOnList(*grid, *letter);
+        } else if (auto* tree = dynamic_cast<MemoryTree*>(&control)) {
+            typeOnTree(*tree, *letter);
+        } else if (auto* cells = dynamic_cast<MemoryEntryGrid*>(&control); cells && cells->activeRow() > 0) {
+            std::string rest;
+            for (; letter != letters.end(); ++letter)
+                rest += *letter;
+            return typeCell(cells->name(), cells->activeColumn(), cells->activeRow(), rest);
+        }
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "platform/memory/memoryentrygrid.h"
 #include "platform/memory/memorylistgrid.h"
 #include "platform/memory/memorytree.h"
@@ -116,16 +118,36 @@ void MemoryUser::clickNode(const std::string& tree, const std::string& key) {
 }
 
 void MemoryUser::rightClick(const std::string& control, const std::string& chooseMenu) {
-    auto& core = reach<ControlCore>(control);
+    popUpOver(reach<ControlCore>(control).control(), chooseMenu);
+}
+
+void MemoryUser::rightClickNode(const std::string& tree, const std::string& key, const std::string& chooseMenu) {
+    auto& reached = reach<MemoryTree>(tree);
+    if (!reached.has(key)) stop(tree + " has no node " + key);
+    reached.ensureVisible(key);  // the user opens the nodes above
+    goTo(reached, key);
+    popUpOver(reached, chooseMenu);
+}
+
+void MemoryUser::rightClickRow(const std::string& grid, int row, const std::string& chooseMenu) {
+    auto& reached = reachRow(grid, row);
+    if (reached.isSelected(row))
+        reached.model().setCurrentOnly(row);
+    else
+        reached.setCurrentRow(row);
+    popUpOver(reached, chooseMenu);
+}
+
+void MemoryUser::popUpOver(Control& control, const std::string& chooseMenu) {
     popUp_ = {true, chooseMenu};
-    if (auto* tree = dynamic_cast<Tree*>(&core)) {
+    if (auto* tree = dynamic_cast<Tree*>(&control)) {
         guard([tree] { tree->mouseDown.raise(MouseButton::right); });
-    } else if (auto* grid = dynamic_cast<ListGrid*>(&core)) {
+    } else if (auto* grid = dynamic_cast<ListGrid*>(&control)) {
         guard([grid] { grid->mouseDown.raise(MouseButton::right); });
     }
     const bool missed = popUp_.waiting && !chooseMenu.empty();
     popUp_ = {};
-    if (missed) stop("no menu popped up over " + control);
+    if (missed) stop("no menu popped up over " + control.name());
 }
 
 void MemoryUser::selectRow(const std::string& grid, int row) {
@@ -145,10 +167,9 @@ void MemoryUser::alsoSelectRow(const std::string& grid, int row) {
 
 void MemoryUser::doubleClickRow(const std::string& grid, int row) {
     auto& reached = reachRow(grid, row);
-    if (row > 0) {
-        reached.setCurrentRow(row);
-        guard([&reached] { reached.mouseDown.raise(MouseButton::left); });
-    }
+    if (row == 0) return;
+    reached.setCurrentRow(row);
+    guard([&reached] { reached.mouseDown.raise(MouseButton::left); });
     guard([&reached] { reached.doubleClick.raise(); });
 }
 
@@ -216,7 +237,9 @@ void MemoryUser::closeWindow() {
 void MemoryUser::resizeWindow(float width, float height) {
     requireFront();
     if (!window_.design().resizable) stop("the window's size is fixed");
-    guard([this, width, height] { window_.setInnerSize(width, height); });
+    guard([this, width, height] {
+        window_.setInnerSize(std::min(width, kLargestInner), std::min(height, kLargestInner));
+    });
 }
 
 void MemoryUser::answer(MessageKind kind, const std::string& text, Answer answer) {

@@ -13,6 +13,7 @@
 namespace orvenmod::platform::memory {
 class MemoryEntryGrid;
 class MemoryListGrid;
+class MemoryTree;
 }  // namespace orvenmod::platform::memory
 
 namespace orvenmod::test {
@@ -37,11 +38,14 @@ public:
     void clickTool(const std::string& key) override;
     void chooseMenu(const std::string& menu) override;
     void press(const std::string& shortcut) override;
+    void typeKeys(const std::string& text) override;
     void type(const std::string& edit, const std::string& text, int index) override;
     void pick(const std::string& combo, int row, int index) override;
     void pickDate(const std::string& picker, const platform::Date& date) override;
     void clickNode(const std::string& tree, const std::string& key) override;
     void rightClick(const std::string& control, const std::string& chooseMenu) override;
+    void rightClickNode(const std::string& tree, const std::string& key, const std::string& chooseMenu) override;
+    void rightClickRow(const std::string& grid, int row, const std::string& chooseMenu) override;
     void selectRow(const std::string& grid, int row) override;
     void alsoSelectRow(const std::string& grid, int row) override;
     void doubleClickRow(const std::string& grid, int row) override;
@@ -66,12 +70,18 @@ private:
     Kind& reach(const std::string& name, int index = -1);
     platform::memory::MemoryListGrid& reachRow(const std::string& grid, int row);
     platform::memory::MemoryEntryGrid& reachCell(const std::string& grid, int column, int row);
+    void popUpOver(platform::Control& control, const std::string& chooseMenu);
     void typeLetters(platform::Edit& edit, const std::string& text);
     bool turnPage(const std::string& shortcut);
     void focusFirstOf(const platform::memory::ControlCore& container);
     bool pressMnemonic(const std::string& shortcut);
     void pressOn(platform::memory::ControlCore& focus, const std::string& key);
-    void moveRow(platform::Control& control, int step);
+    void pressOnList(platform::memory::MemoryListGrid& grid, const std::string& key);
+    void typeOnList(platform::memory::MemoryListGrid& grid, const std::string& letter);
+    void pressOnTree(platform::memory::MemoryTree& tree, const std::string& key);
+    void typeOnTree(platform::memory::MemoryTree& tree, const std::string& letter);
+    void goTo(platform::memory::MemoryTree& tree, const std::string& key);
+    void pressOnCells(platform::memory::MemoryEntryGrid& cells, const std::string& key);
 
     platform::memory::MemoryWindow& window_;
     ScriptBook& book_;

@@ -45,11 +45,14 @@ public:
     void clickTool(const std::string& key) override;
     void chooseMenu(const std::string& menu) override;
     void press(const std::string& shortcut) override;
+    void typeKeys(const std::string& text) override;
     void type(const std::string& edit, const std::string& text, int index) override;
     void pick(const std::string& combo, int row, int index) override;
     void pickDate(const std::string& picker, const platform::Date& date) override;
     void clickNode(const std::string& tree, const std::string& key) override;
     void rightClick(const std::string& control, const std::string& chooseMenu) override;
+    void rightClickNode(const std::string& tree, const std::string& key, const std::string& chooseMenu) override;
+    void rightClickRow(const std::string& grid, int row, const std::string& chooseMenu) override;
     void selectRow(const std::string& grid, int row) override;
     void alsoSelectRow(const std::string& grid, int row) override;
     void doubleClickRow(const std::string& grid, int row) override;
@@ -80,6 +83,9 @@ private:
     void requireReach(const QWidget* widget, const std::string& shown) const;
     QTableView& reachRow(const std::string& grid, int row);
     QTableView& reachCell(const std::string& grid, int column, int row);
+    QPoint nodeSpot(QTreeWidget& tree, const std::string& key);
+    /// A right click there, and the choice from the menu that pops up.
+    void rightClickAt(QAbstractItemView& view, const QPoint& place, const std::string& chooseMenu);
     void clickRow(const std::string& grid, int row, Qt::KeyboardModifiers modifiers);
     /// The middle of an item in its view's viewport, scrolled into sight.
     QPoint spot(QAbstractItemView& view, const QModelIndex& index) const;

@@ -77,17 +77,23 @@ void QtUser::openMenus(QAction& entry) {
     QTest::keyClick(path.back(), Qt::Key_Return);
 }
 
-void QtUser::clickNode(const std::string& tree, const std::string& key) {
-    auto& widget = reach<QTreeWidget>(tree);
-    QTreeWidgetItem* node = nodeOf(widget, key);
-    if (node == nullptr) stop(tree + " has no node " + key);
+/// The middle of a node, scrolled into sight, with the nodes above it opened.
+QPoint QtUser::nodeSpot(QTreeWidget& tree, const std::string& key) {
+    QTreeWidgetItem* node = nodeOf(tree, key);
+    const std::string name = tree.objectName().toStdString();
+    if (node == nullptr) stop(name + " has no node " + key);
     for (QTreeWidgetItem* up = node->parent(); up != nullptr; up = up->parent())
         up->setExpanded(true);
     settle();
-    widget.scrollToItem(node);
-    const QRect place = widget.visualItemRect(node) & widget.viewport()->rect();
-    if (place.isEmpty()) stop(tree + " doesn't show the node " + key);
-    QTest::mouseClick(widget.viewport(), Qt::LeftButton, Qt::NoModifier, place.center());
+    tree.scrollToItem(node);
+    const QRect place = tree.visualItemRect(node) & tree.viewport()->rect();
+    if (place.isEmpty()) stop(name + " doesn't show the node " + key);
+    return place.center();
+}
+
+void QtUser::clickNode(const std::string& tree, const std::string& key) {
+    auto& widget = reach<QTreeWidget>(tree);
+    QTest::mouseClick(widget.viewport(), Qt::LeftButton, Qt::NoModifier, nodeSpot(widget, key));
     settle();
 }
 
@@ -97,12 +103,26 @@ void QtUser::rightClick(const std::string& control, const std::string& chooseMen
     // Where nothing is marked, on the empty ground below the last item.
     QPoint place(view.viewport()->width() / 2, view.viewport()->height() - 2);
     if (current.isValid()) place = spot(view, current);
+    rightClickAt(view, place, chooseMenu);
+}
+
+void QtUser::rightClickNode(const std::string& tree, const std::string& key, const std::string& chooseMenu) {
+    auto& widget = reach<QTreeWidget>(tree);
+    rightClickAt(widget, nodeSpot(widget, key), chooseMenu);
+}
+
+void QtUser::rightClickRow(const std::string& grid, int row, const std::string& chooseMenu) {
+    auto& view = reachRow(grid, row);
+    rightClickAt(view, spot(view, view.model()->index(row - 1, shownColumn(view))), chooseMenu);
+}
+
+void QtUser::rightClickAt(QAbstractItemView& view, const QPoint& place, const std::string& chooseMenu) {
     menus_ = {QtMenuPlan::Next::choose, chooseMenu};
     QTest::mouseClick(view.viewport(), Qt::RightButton, Qt::NoModifier, place);
     settle();
     const bool missed = menus_.next == QtMenuPlan::Next::choose && !chooseMenu.empty();
     menus_ = {};
-    if (missed) stop("no menu popped up over " + control);
+    if (missed) stop("no menu popped up over " + view.objectName().toStdString());
 }
 
 void QtUser::clickRow(const std::string& grid, int row, Qt::KeyboardModifiers modifiers) {
@@ -163,6 +183,12 @@ void QtUser::typeCell(const std::string& grid, int column, int row, const std::s
         if (cell.isValid() && view.currentIndex() != cell)
             QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, spot(view, cell));
     }
+    settle();
+}
+
+void QtUser::typeKeys(const std::string& text) {
+    requireFront();
+    typeLetters(text);
     settle();
 }
 

@@ -51,12 +51,15 @@ public:
     virtual void clickTool(const std::string& key) = 0;
     virtual void chooseMenu(const std::string& menu) = 0;  ///< a disabled or hidden one fails the test
     virtual void press(const std::string& shortcut) = 0;   ///< "Ctrl+A", "Enter", "Tab" ... at the focus
+    virtual void typeKeys(const std::string& text) = 0;    ///< letters at the focus, as they come
     virtual void type(const std::string& edit, const std::string& text, int index = -1) = 0;  ///< replaces the text
     virtual void pick(const std::string& combo, int row, int index = -1) = 0;
     virtual void pickDate(const std::string& picker, const platform::Date& date) = 0;
     virtual void clickNode(const std::string& tree, const std::string& key) = 0;
     virtual void rightClick(const std::string& control,
-                            const std::string& chooseMenu) = 0;         ///< then that entry of the popup, "" for none
+                            const std::string& chooseMenu) = 0;  ///< then that entry of the popup, "" for none
+    virtual void rightClickNode(const std::string& tree, const std::string& key, const std::string& chooseMenu) = 0;
+    virtual void rightClickRow(const std::string& grid, int row, const std::string& chooseMenu) = 0;
     virtual void selectRow(const std::string& grid, int row) = 0;       ///< click: current, the only selected
     virtual void alsoSelectRow(const std::string& grid, int row) = 0;   ///< Ctrl+click
     virtual void doubleClickRow(const std::string& grid, int row) = 0;  ///< 0 double clicks the heading

@@ -23,6 +23,7 @@ ControlDesign menuAsControl(const MenuDesign& menu) {
 
 void MemoryEdit::setText(const std::string& text) {
     text_ = text;
+    if (focused()) window().unmark();
     change.raise();
 }
 

@@ -27,6 +27,8 @@ public:
     std::string selected() const override { return model_.selected(); }
     void select(const std::string& key) override { model_.select(key); }
 
+    /// The user opens or closes a node.
+    void setExpanded(const std::string& key, bool expanded) { model_.setExpanded(key, expanded); }
     const model::TreeModel& model() const { return model_; }
 
 private:

@@ -70,7 +70,12 @@ ControlCore* MemoryWindow::focused() const {
     return focused_;
 }
 
-void MemoryWindow::moveFocus(bool back) { focused_ = nextStop(focused(), back); }
+void MemoryWindow::setFocused(ControlCore* core) {
+    if (core != focused_) marked_ = true;
+    focused_ = core;
+}
+
+void MemoryWindow::moveFocus(bool back) { setFocused(nextStop(focused(), back)); }
 
 void MemoryWindow::addControls() {
     const bool toolbarDrawn = std::any_of(design_.controls.begin(), design_.controls.end(),

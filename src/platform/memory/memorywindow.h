@@ -39,7 +39,11 @@ public:
     const std::vector<MemoryMenu*>& menus() const { return menus_; }
     /// The control in focus; where it can't have it any more, the next one that can. Null where none can.
     ControlCore* focused() const;
-    void setFocused(ControlCore* core) { focused_ = core; }
+    void setFocused(ControlCore* core);
+    /// Whether the keyboard has just come to the edit in focus, whose text is marked then.
+    bool marked() const { return marked_; }
+    void mark() { marked_ = true; }
+    void unmark() { marked_ = false; }
     /// Moves the focus on in the order of the design, or back, around the ends.
     void moveFocus(bool back);
 
@@ -60,6 +64,7 @@ private:
     std::vector<Control*> controls_;
     std::vector<MemoryMenu*> menus_;
     mutable ControlCore* focused_ = nullptr;
+    bool marked_ = false;
     bool shown_ = false;
     bool loaded_ = false;
     Pointer pointer_ = Pointer::arrow;

@@ -169,6 +169,18 @@ Alignment EntryGridModel::columnAlignment(int column) const { return this->colum
 
 const std::string& EntryGridModel::heading(int column) const { return this->column(column).title; }
 
+std::pair<int, int> EntryGridModel::nextEntry(int column, int row) const {
+    for (;;) {
+        if (++column > columnCount()) {
+            column = 1;
+            ++row;
+        }
+        if (row > rowCount()) return {0, 0};
+        const bool shut = columnHidden(column) || locked(column, row);
+        if (!shut && cellType(column, row) != CellType::button) return {column, row};
+    }
+}
+
 bool EntryGridModel::takesText(int column, int row) const {
     if (columnHidden(column) || locked(column, row)) return false;
     const CellType type = cellType(column, row);

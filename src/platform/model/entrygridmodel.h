@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/design.h"
@@ -62,6 +63,8 @@ public:
     Alignment columnAlignment(int column) const;
     const std::string& heading(int column) const;
 
+    /// Column and row of the next cell that takes a value, in this row or the next ones; 0, 0 where there is none.
+    std::pair<int, int> nextEntry(int column, int row) const;
     /// Whether the user can write text into the cell: shown, not locked, and of a kind that takes text.
     bool takesText(int column, int row) const;
     /// Whether a user in that cell may have typed this far.

@@ -25,6 +25,7 @@ void ListGridModel::bind(std::shared_ptr<const RowSource> source) {
     source_ = std::move(source);
     dropRows(source_ ? source_->rowCount() : 0);
     if (source_) setColumnCount(fixedColumns_ + source_->columnCount());
+    if (rowCount() > 1) setCurrentRow(1);
 }
 
 void ListGridModel::setRowCount(int rows) {

@@ -33,6 +33,7 @@ public:
 
     ListGridModel(const std::vector<GridColumn>& columns, int fixedColumns);
 
+    /// The first row becomes the current and only selected one.
     void bind(std::shared_ptr<const RowSource> source);
     bool bound() const { return source_ != nullptr; }
     int fixedColumns() const { return fixedColumns_; }

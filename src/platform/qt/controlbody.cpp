@@ -67,7 +67,8 @@ void ControlBody::setEnabled(bool enabled) {
 void ControlBody::setFocus() {
     if (widget_ == nullptr || !widget_->isEnabled() || !widget_->isVisibleTo(widget_->window()))
         throw std::runtime_error("无效的过程调用或参数");
-    focusPart_->setFocus(Qt::OtherFocusReason);
+    // An edit marks its text for the Tab key alone: what is typed next takes its place.
+    focusPart_->setFocus(kind_ == ControlKind::edit ? Qt::TabFocusReason : Qt::OtherFocusReason);
 }
 
 bool ControlBody::hasFocus() const {

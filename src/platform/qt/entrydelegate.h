@@ -19,6 +19,7 @@ struct EntryActions {
     std::function<void(CellPlace, const QString& before)> undone;    ///< Escape
     std::function<void(CellPlace, int item)> picked;
     std::function<void(CellPlace)> pressed;  ///< a button or a check box
+    std::function<void()> leftByEnter;       ///< behind the last cell that takes a value
 };
 
 class EntryDelegate : public QStyledItemDelegate {

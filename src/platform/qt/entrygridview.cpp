@@ -38,19 +38,13 @@ void EntryGridView::setUp(EntryGridItems& items, EntryActions& actions) {
 }
 
 void EntryGridView::advance() {
-    const model::EntryGridModel& cells = items_->cells();
-    CellPlace cell = EntryGridItems::cellOf(currentIndex());
+    const CellPlace cell = EntryGridItems::cellOf(currentIndex());
     if (cell.row == 0) return;
-    for (;;) {
-        if (++cell.column > cells.columnCount()) {
-            cell.column = 1;
-            ++cell.row;
-        }
-        if (cell.row > cells.rowCount()) return;
-        const bool shut = cells.columnHidden(cell.column) || cells.locked(cell.column, cell.row);
-        if (!shut && cells.cellType(cell.column, cell.row) != CellType::button) break;
-    }
-    setCurrentIndex(items_->indexOf(cell));
+    const auto [column, row] = items_->cells().nextEntry(cell.column, cell.row);
+    if (row > 0)
+        setCurrentIndex(items_->indexOf({column, row}));
+    else
+        actions_->leftByEnter();
 }
 
 void EntryGridView::finishEdit() {

@@ -63,7 +63,7 @@ std::string QtEdit::text() const { return fromQt(edit_->text()); }
 
 void QtEdit::setText(const std::string& text) {
     edit_->setText(toQt(text));  // emits no textEdited
-    edit_->setCursorPosition(0);
+    if (!edit_->hasFocus()) edit_->setCursorPosition(0);
     change.raise();
 }
 

@@ -22,9 +22,9 @@ constexpr std::array<std::pair<int, int>, 17> kSpecialKeys = {{{Qt::Key_Return, 
                                                                {Qt::Key_End, 35},
                                                                {Qt::Key_Home, 36},
                                                                {Qt::Key_Left, 37},
-                                                               {Qt::Key_Up, 38},
+                                                               {Qt::Key_Up, kKeyUp},
                                                                {Qt::Key_Right, 39},
-                                                               {Qt::Key_Down, 40},
+                                                               {Qt::Key_Down, kKeyDown},
                                                                {Qt::Key_Insert, 45},
                                                                {Qt::Key_Delete, 46}}};
 

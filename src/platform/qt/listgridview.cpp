@@ -33,9 +33,6 @@ ListGridView::ListGridView(QWidget* parent) : QTableView(parent) {
     setEditTriggers(NoEditTriggers);
     setTabKeyNavigation(false);
     horizontalHeader()->setSectionsClickable(true);
-    connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, [this] {
-        if (onDoubleClick) onDoubleClick();
-    });
 }
 
 void ListGridView::mousePressEvent(QMouseEvent* event) {
@@ -49,7 +46,8 @@ void ListGridView::mousePressEvent(QMouseEvent* event) {
         if (onMouse) onMouse(MouseButton::right, event->globalPosition().toPoint());
         return;
     }
-    QTableView::mousePressEvent(event);
+    // Beside the rows the view would take the marks away, and the next command would mean none.
+    if (index.isValid()) QTableView::mousePressEvent(event);
     if (event->button() == Qt::LeftButton && onMouse) onMouse(MouseButton::left, event->globalPosition().toPoint());
 }
 
@@ -60,9 +58,21 @@ void ListGridView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ListGridView::keyPressEvent(QKeyEvent* event) {
-    if (onKey) onKey(keyCodeOf(*event));
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return;
-    QTableView::keyPressEvent(event);
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // Enter that is held down would act on whatever row comes to lie under it.
+    if (onKey && !(enter && event->isAutoRepeat())) onKey(keyCodeOf(*event));
+    if (!enter) QTableView::keyPressEvent(event);
+}
+
+void ListGridView::keyboardSearch(const QString& text) {
+    if (text.trimmed().isEmpty()) return;
+    if (!onTyped || !onTyped(text)) QTableView::keyboardSearch(text);
+}
+
+// Whole rows are what the user goes through: the ends of a row are the list's.
+QModelIndex ListGridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if (action == MoveHome || action == MoveEnd) modifiers |= Qt::ControlModifier;
+    return QTableView::moveCursor(action, modifiers);
 }
 
 void ListGridView::contextMenuEvent(QContextMenuEvent* event) {

@@ -21,6 +21,7 @@ public:
 
     std::function<void()> onDoubleClick;
     std::function<void(int)> onKey;
+    std::function<bool(const QString&)> onTyped;  ///< whether somebody takes the letters
     std::function<void(MouseButton, const QPoint& global)> onMouse;
 
     /// Keeps the view from making a row current by itself, as it would on taking the focus.
@@ -30,6 +31,8 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyboardSearch(const QString& text) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 };

@@ -47,6 +47,7 @@ void QtEntryGrid::listen() {
     };
     actions_.picked = [this](CellPlace cell, int item) { picked(cell, item); };
     actions_.pressed = [this](CellPlace cell) { pressed(cell); };
+    actions_.leftByEnter = [this] { core_.guard([this] { leftByEnter.raise(); }); };
 }
 
 void QtEntryGrid::setRowCount(int rows) {

@@ -22,6 +22,10 @@ QtListGrid::QtListGrid(Core& core, const ControlDesign& design, QWidget* parent)
 void QtListGrid::listen() {
     view_->onDoubleClick = [this] { core_.guard([this] { doubleClick.raise(); }); };
     view_->onKey = [this](int code) { core_.guard([this, code] { keyDown.raise(code); }); };
+    view_->onTyped = [this](const QString& text) {
+        if (typed) core_.guard([this, &text] { typed.raise(fromQt(text)); });
+        return static_cast<bool>(typed);
+    };
     view_->onMouse = [this](MouseButton button, const QPoint& global) { mouse(button, global); };
     const QItemSelectionModel* selection = view_->selectionModel();
     QObject::connect(selection, &QItemSelectionModel::selectionChanged, view_,
@@ -40,6 +44,7 @@ void QtListGrid::bind(std::shared_ptr<const RowSource> source) {
     const QScopedValueRollback<bool> writing(view_->writing, true);
     items_.reset([this, &source] { model_.bind(std::move(source)); });
     dressColumns();
+    showCurrent(true);
     view_->scrollToTop();
 }
 

@@ -4,6 +4,8 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QTimer>
+#include <utility>
 
 #include "platform/qt/icons.h"
 #include "platform/qt/text.h"
@@ -114,10 +116,22 @@ void QtTree::add(const std::string& parentKey, const std::string& key, const std
 
 void QtTree::ensureVisible(const std::string& key) {
     const QScopedValueRollback<bool> writing(writing_, true);
+    for (std::size_t up = model_.node(key).parent; up != model::TreeModel::kRoot; up = model_.node(up).parent) {
+        if (!model_.node(up).expanded) items_[up]->setExpanded(true);
+    }
     model_.ensureVisible(key);
-    for (QTreeWidgetItem* up = item(key)->parent(); up != nullptr; up = up->parent())
-        up->setExpanded(true);
-    tree_->scrollToItem(item(key));
+    scrollSoon(key);
+}
+
+// The widget lays all its nodes out before it scrolls: once for however many nodes are made visible one after another.
+void QtTree::scrollSoon(const std::string& key) {
+    if (scrollTo_.empty()) {
+        QTimer::singleShot(0, tree_, [this] {
+            const std::string to = std::exchange(scrollTo_, {});
+            if (model_.has(to)) tree_->scrollToItem(item(to));
+        });
+    }
+    scrollTo_ = key;
 }
 
 void QtTree::remove(const std::string& key) {

@@ -5,6 +5,8 @@
 #include <QHash>
 #include <QTreeWidget>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "platform/model/treemodel.h"
 #include "platform/qt/controlbody.h"
@@ -57,6 +59,7 @@ public:
 private:
     QTreeWidgetItem* item(const std::string& key) const { return items_[model_.slot(key)]; }
     void showSelected();
+    void scrollSoon(const std::string& key);
     void moved(QTreeWidgetItem* item);
     void pressed(MouseButton button, const QPoint& global);
 
@@ -66,6 +69,7 @@ private:
     std::vector<QTreeWidgetItem*> items_;  ///< by the model's slot
     QHash<QString, QIcon> icons_;
     bool writing_ = false;  ///< code is at work: the widget's signals are no user's
+    std::string scrollTo_;  ///< the node to bring into view at the next turn of the event loop, "" for none
 };
 
 }  // namespace orvenmod::platform::qt

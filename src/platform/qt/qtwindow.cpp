@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
+#include <algorithm>
 #include <stdexcept>
 
 #include "platform/qt/entrygridview.h"
@@ -58,8 +59,8 @@ std::string QtWindow::caption() const { return fromQt(widget_->windowTitle()); }
 void QtWindow::setCaption(const std::string& caption) { widget_->setWindowTitle(toQt(caption)); }
 
 void QtWindow::setInnerSize(float width, float height) {
-    width_ = width;
-    height_ = height;
+    width_ = std::min(width, kLargestInner);
+    height_ = std::min(height, kLargestInner);
     {
         const QScopedValueRollback<bool> sizing(sizing_, true);
         widget_->setAreaSize(QSize(toPixels(width), toPixels(height)));
@@ -166,7 +167,8 @@ void QtWindow::areaResized() {
 
 // The size in twips stays as it was told while it means the same pixels.
 void QtWindow::takeAreaSize() {
-    const QSize pixels = widget_->area()->size();
+    // A desktop may stretch a window beyond the largest size that it was told.
+    const QSize pixels = widget_->area()->size().boundedTo(largestArea());
     if (toPixels(width_) != pixels.width()) width_ = toTwips(pixels.width());
     if (toPixels(height_) != pixels.height()) height_ = toTwips(pixels.height());
 }

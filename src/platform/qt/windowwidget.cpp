@@ -3,7 +3,12 @@
 #include <QCloseEvent>
 #include <QLayout>
 
+#include "platform/qt/text.h"
+#include "platform/window.h"
+
 namespace orvenmod::platform::qt {
+
+QSize largestArea() { return {toPixels(kLargestInner), toPixels(kLargestInner)}; }
 
 WindowWidget::WindowWidget(bool resizable)
     : QMainWindow(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
@@ -17,6 +22,7 @@ WindowWidget::WindowWidget(bool resizable)
 }
 
 void WindowWidget::setAreaSize(QSize size) {
+    size = size.boundedTo(largestArea());
     setMinimumSize(0, 0);
     setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     resize(size);
@@ -26,7 +32,10 @@ void WindowWidget::setAreaSize(QSize size) {
         resize(this->size() + size - area_->size());
         layOut();
     }
-    if (!resizable_) setFixedSize(this->size());
+    if (resizable_)
+        setMaximumSize(this->size() - area_->size() + largestArea());
+    else
+        setFixedSize(this->size());
 }
 
 // At once, also where the window isn't shown yet.

@@ -4,7 +4,12 @@
 #include <QMainWindow>
 #include <functional>
 
+#include "platform/qt/windowkeys.h"
+
 namespace orvenmod::platform::qt {
+
+/// The largest that a window's area may grow, in pixels.
+QSize largestArea();
 
 class WindowWidget : public QMainWindow {
     Q_OBJECT
@@ -12,7 +17,8 @@ public:
     explicit WindowWidget(bool resizable);
 
     QWidget* area() const { return area_; }
-    /// Sizes the window so that the area gets this size; a window of fixed size keeps it from then on.
+    /// Sizes the window so that the area gets this size, as far as an area may grow; a window of fixed size keeps it
+    /// from then on.
     void setAreaSize(QSize size);
 
     std::function<void()> onClose;
@@ -28,6 +34,7 @@ private:
 
     QWidget* area_;
     bool resizable_;
+    WindowKeys keys_{*this};
 };
 
 }  // namespace orvenmod::platform::qt

@@ -186,6 +186,47 @@ TEST_F(ToolkitContract, aButtonMayDeleteItsOwnRow) {
     });
 }
 
+TEST_F(ToolkitContract, enterWalksTheCellsThatTakeAValueAndTellsWhenItLeavesTheLast) {
+    int left = 0;
+    use(cellWindow(), cellsOf(CellType::text), [&](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        const int last = grid.rowCount();
+        grid.setLocked(2, last, true);
+        grid.setLocked(1, 0, true);
+        grid.leftByEnter = [&] { ++left; };
+        grid.setFocus();
+        grid.setActiveCell(2, 1);
+        for (int row = 2; row < last; ++row) {
+            user.press("Enter");
+            EXPECT_EQ(grid.activeRow(), row);
+            EXPECT_EQ(grid.activeColumn(), 2);
+        }
+        EXPECT_EQ(left, 0);
+        user.typeKeys("7");
+        user.press("Enter");
+        EXPECT_EQ(left, 1);
+        EXPECT_EQ(grid.text(2, last - 1), "7");
+        EXPECT_EQ(grid.activeRow(), last - 1) << "a locked cell takes no value";
+    });
+}
+
+TEST_F(ToolkitContract, leavingTheLastCellByEnterMayMoveTheKeyboardAway) {
+    ControlDesign list = drawn(ControlKind::listGrid, "vsf1", 5200, 700);
+    list.columns = {{.title = "代码"}};
+    WindowDesign design = cellWindow();
+    design.controls.push_back(list);
+    use(design, cellsOf(CellType::text), [](User& user) {
+        auto& grid = user.control<EntryGrid>("fps1");
+        grid.leftByEnter = [&user] { user.control<ListGrid>("vsf1").setFocus(); };
+        grid.setFocus();
+        grid.setActiveCell(2, grid.rowCount());
+        user.typeKeys("7");
+        user.press("Enter");
+        EXPECT_TRUE(user.control<ListGrid>("vsf1").hasFocus());
+        EXPECT_EQ(grid.text(2, grid.rowCount()), "7");
+    });
+}
+
 TEST_F(ToolkitContract, aClickMakesACellActive) {
     use(cellWindow(), cellsOf(CellType::text), [](User& user) {
         user.clickCell("fps1", 2, 3);

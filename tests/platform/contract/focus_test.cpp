@@ -70,6 +70,44 @@ TEST_F(ToolkitContract, theTabKeyMovesTheFocusBothWays) {
     });
 }
 
+TEST_F(ToolkitContract, anEditThatTheKeyboardComesToIsTypedOver) {
+    use(editsWindow(), [](User& user) {
+        auto& first = user.control<Edit>("txtFirst");
+        auto& second = user.control<Edit>("txtSecond");
+        first.setText("旧");
+        second.setText("旧");
+        user.control<Button>("cmdThird").setFocus();
+        first.setFocus();
+        user.typeKeys("新1");
+        EXPECT_EQ(first.text(), "新1");
+        user.press("Tab");
+        user.typeKeys("2");
+        EXPECT_EQ(second.text(), "2");
+    });
+}
+
+TEST_F(ToolkitContract, typingGoesOnBehindATextThatCodeWritesIntoTheEditInFocus) {
+    use(editsWindow(), [](User& user) {
+        auto& second = user.control<Edit>("txtSecond");
+        second.setFocus();
+        second.setText("9");
+        user.typeKeys("001");
+        EXPECT_EQ(second.text(), "9001");
+    });
+}
+
+TEST_F(ToolkitContract, upAndDownReachTheHandlerOfAnEdit) {
+    std::vector<int> keys;
+    use(
+        editsWindow(),
+        [&](Window& window) { window.get<Edit>("txtFirst").keyDown = [&](int key) { keys.push_back(key); }; },
+        [](User& user) {
+            user.press("Down");
+            user.press("Up");
+        });
+    EXPECT_EQ(keys, (std::vector<int>{kKeyDown, kKeyUp}));
+}
+
 TEST_F(ToolkitContract, theEnterKeyInAnEditCanSendTheFocusOn) {
     use(
         editsWindow(),

@@ -170,6 +170,14 @@ TEST_F(ToolkitContract, resizingByTheUserRaisesResizeWithTheNewSize) {
     EXPECT_NEAR(widths.back(), 12000, 15);
 }
 
+TEST_F(ToolkitContract, aUserGrowsAWindowNoFurtherThanItsMeasuresCount) {
+    use(buttonWindow(), [](User& user) {
+        user.resizeWindow(50000, 40000);
+        EXPECT_EQ(user.window().innerWidth(), kLargestInner);
+        EXPECT_EQ(user.window().innerHeight(), kLargestInner);
+    });
+}
+
 TEST_F(ToolkitContract, setInnerSizeRaisesResizeWhileTheWindowIsShown) {
     const auto window = toolkit.createWindow(buttonWindow());
     int resizes = 0;

@@ -119,6 +119,26 @@ TEST_F(ToolkitContract, aClickOnANodeSelectsItAndRaisesItsKey) {
     EXPECT_EQ(keys, (std::vector<std::string>{"D9/D9", "D0/D0"}));
 }
 
+TEST_F(ToolkitContract, aRightClickOnANodeIsAClickOnItFirst) {
+    std::vector<std::string> story;
+    use(
+        treeWindow(),
+        [&](Window& window) {
+            fill(window);
+            auto& tree = window.get<Tree>("tv1");
+            tree.nodeClick = [&](const std::string& key) { story.push_back(key); };
+            tree.mouseDown = [&](MouseButton button) {
+                if (button == MouseButton::right) story.push_back("menu of " + tree.selected());
+            };
+        },
+        [](User& user) {
+            user.clickNode("tv1", "D7");
+            user.rightClickNode("tv1", "D9", "");
+            user.rightClickNode("tv1", "D9", "");
+        });
+    EXPECT_EQ(story, (std::vector<std::string>{"D7", "D9", "menu of D9", "menu of D9"}));
+}
+
 TEST_F(ToolkitContract, theArrowKeysMoveThroughTheTree) {
     std::vector<std::string> keys;
     use(

@@ -59,6 +59,24 @@ TEST_F(QtToolkitTest, allRowsAreSelectedAtOnce) {
         });
 }
 
+TEST_F(QtToolkitTest, aClickBesideTheRowsLeavesThemSelected) {
+    use(
+        sampleWindow(),
+        [](Window& window) {
+            for (const char* row : {"1", "2"})
+                window.get<ListGrid>("vsf1").addRow(row);
+        },
+        [](User& user) {
+            const auto& list = user.control<ListGrid>("vsf1");
+            user.selectRow("vsf1", 2);
+            QWidget* ground = found<QTableView>("vsf1")->viewport();
+            QTest::mouseClick(ground, Qt::LeftButton, Qt::NoModifier, QPoint(20, ground->height() - 5));
+            EXPECT_TRUE(list.isSelected(2));
+            EXPECT_EQ(list.currentRow(), 2);
+            EXPECT_TRUE(list.hasFocus());
+        });
+}
+
 TEST_F(QtToolkitTest, rowsThatTheMouseRemovesFromTheSelectionAreNoLongerSelected) {
     use(
         sampleWindow(), [](Window& window) { window.get<ListGrid>("vsf1").bind(std::make_shared<CountingRows>()); },

@@ -148,5 +148,18 @@ TEST_F(QtToolkitTest, aPictureShowsTheWholeWindow) {
     });
 }
 
+TEST_F(QtToolkitTest, aDesktopThatStretchesAWindowTooFarIsNotTold) {
+    use(
+        sampleWindow(), [](Window&) {},
+        [](User& user) {
+            QWidget* root = QApplication::activeModalWidget();
+            root->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+            root->resize(3000, 2600);
+            QCoreApplication::processEvents();
+            EXPECT_EQ(user.window().innerWidth(), kLargestInner);
+            EXPECT_EQ(user.window().innerHeight(), kLargestInner);
+        });
+}
+
 }  // namespace
 }  // namespace orvenmod::test
