@@ -133,6 +133,16 @@ TEST_F(QtReportTest, printsAListWithoutColumnsAsOnePage) {
     EXPECT_EQ(countOf(text, "货品一览"), 1U);
 }
 
+TEST_F(QtReportTest, isWrittenThroughALinkAndLeavesWhatIsReadOnly) {
+    fs::create_symlink("target.pdf", folder_.file("link.pdf"));
+    EXPECT_EQ(countOf(print("link.pdf"), "货品一览"), 1U);
+    EXPECT_TRUE(fs::is_symlink(folder_.file("link.pdf")));
+    EXPECT_TRUE(fs::is_regular_file(folder_.file("target.pdf")));
+    fs::permissions(folder_.file("target.pdf"), fs::perms::owner_read);
+    toolkit().setPrintFile(folder_.file("link.pdf"));
+    EXPECT_THROW(report_->print(), std::runtime_error);
+}
+
 TEST_F(QtReportTest, aFolderOrAMissingFolderIsRefusedAndLeavesNothing) {
     fs::create_directory(folder_.file("folder.pdf"));
     for (const char* name : {"folder.pdf", "gone/list.pdf"}) {
