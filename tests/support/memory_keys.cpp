@@ -37,9 +37,11 @@ void MemoryUser::press(const std::string& shortcut) {
     requireFront();
     for (MemoryMenu* menu : window_.menus()) {
         if (menu->menuDesign().shortcut != shortcut || !menu->choosable(nullptr)) continue;
+        if (!leaveCell()) return;
         guard([menu] { menu->click.raise(); });
         return;
     }
+    if (pressInGrid(shortcut) || !leaveCell()) return;
     if (turnPage(shortcut) || pressMnemonic(shortcut)) return;
     if (shortcut == "Tab" || shortcut == "Shift+Tab") {
         window_.moveFocus(shortcut != "Tab");

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/memory/memoryentrygrid.h"
 #include "platform/memory/memorylistgrid.h"
 #include "platform/memory/memorytree.h"
 #include "support/letters.h"
@@ -22,43 +21,21 @@ void MemoryUser::requireFront() const {
     if (window_.toolkit().front() != &window_) stop("another window lies in front");
 }
 
-template <class Kind>
-Kind& MemoryUser::reach(const std::string& name, int index) {
-    requireFront();
-    ControlCore* core = window_.findCore(name, index);
-    const std::string shownName = index < 0 ? name : name + "(" + std::to_string(index) + ")";
-    auto* control = dynamic_cast<Kind*>(core);
-    if (!control) stop("no such control for this step: " + shownName);
-    if (!core->shown()) stop(shownName + " is not in sight");
-    if (!core->usable()) stop(shownName + " is disabled");
-    if (core->tabStop()) core->focus();
-    return *control;
-}
-
 MemoryListGrid& MemoryUser::reachRow(const std::string& grid, int row) {
     auto& reached = reach<MemoryListGrid>(grid);
     if (row < 0 || row >= reached.rowCount()) stop(grid + " has no row " + std::to_string(row));
     return reached;
 }
 
-MemoryEntryGrid& MemoryUser::reachCell(const std::string& grid, int column, int row) {
-    auto& reached = reach<MemoryEntryGrid>(grid);
-    const std::string place = " column " + std::to_string(column) + " row " + std::to_string(row);
-    if (row < 1 || row > reached.rowCount() || column < 1 || column > reached.columnCount()) {
-        stop(grid + " has no" + place);
-    }
-    if (reached.columnHidden(column)) stop(grid + place + " is hidden");
-    reached.setActiveCell(column, row);
-    return reached;
-}
-
 void MemoryUser::click(const std::string& button, int index) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryButton>(button, index);
     guard([&reached] { reached.click.raise(); });
 }
 
 void MemoryUser::clickTool(const std::string& key) {
     requireFront();
+    if (!leaveCell()) return;
     for (Control* each : window_.controls()) {
         auto* toolbar = dynamic_cast<MemoryToolbar*>(each);
         if (!toolbar || !toolbar->hasButton(key)) continue;
@@ -72,6 +49,7 @@ void MemoryUser::clickTool(const std::string& key) {
 
 void MemoryUser::chooseMenu(const std::string& menu) {
     requireFront();
+    if (!leaveCell()) return;
     auto* entry = dynamic_cast<MemoryMenu*>(window_.findCore(menu));
     if (!entry) stop("no such menu: " + menu);
     if (!entry->choosable(nullptr)) stop("the menu " + menu + " is hidden or disabled");
@@ -79,6 +57,7 @@ void MemoryUser::chooseMenu(const std::string& menu) {
 }
 
 void MemoryUser::type(const std::string& edit, const std::string& text, int index) {
+    if (!leaveCell()) return;
     typeLetters(reach<MemoryEdit>(edit, index), text);
 }
 
@@ -96,6 +75,7 @@ void MemoryUser::typeLetters(Edit& edit, const std::string& text) {
 }
 
 void MemoryUser::pick(const std::string& combo, int row, int index) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryCombo>(combo, index);
     if (row < 0 || row >= reached.rowCount()) stop(combo + " has no row " + std::to_string(row));
     if (row == reached.selected()) return;
@@ -103,10 +83,12 @@ void MemoryUser::pick(const std::string& combo, int row, int index) {
 }
 
 void MemoryUser::pickDate(const std::string& picker, const Date& date) {
+    if (!leaveCell()) return;
     reach<MemoryDatePicker>(picker).setValue(date);
 }
 
 void MemoryUser::clickNode(const std::string& tree, const std::string& key) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryTree>(tree);
     if (!reached.has(key)) stop(tree + " has no node " + key);
     reached.ensureVisible(key);  // the user opens the nodes above
@@ -116,6 +98,7 @@ void MemoryUser::clickNode(const std::string& tree, const std::string& key) {
 }
 
 void MemoryUser::rightClick(const std::string& control, const std::string& chooseMenu) {
+    if (!leaveCell()) return;
     auto& core = reach<ControlCore>(control);
     popUp_ = {true, chooseMenu};
     if (auto* tree = dynamic_cast<Tree*>(&core)) {
@@ -129,6 +112,7 @@ void MemoryUser::rightClick(const std::string& control, const std::string& choos
 }
 
 void MemoryUser::selectRow(const std::string& grid, int row) {
+    if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
     if (row == 0) stop("the heading of " + grid + " can't be selected");
     reached.setCurrentRow(row);
@@ -136,6 +120,7 @@ void MemoryUser::selectRow(const std::string& grid, int row) {
 }
 
 void MemoryUser::alsoSelectRow(const std::string& grid, int row) {
+    if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
     if (row == 0) stop("the heading of " + grid + " can't be selected");
     reached.model().setCurrentOnly(row);
@@ -144,6 +129,7 @@ void MemoryUser::alsoSelectRow(const std::string& grid, int row) {
 }
 
 void MemoryUser::doubleClickRow(const std::string& grid, int row) {
+    if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
     if (row > 0) {
         reached.setCurrentRow(row);
@@ -153,53 +139,13 @@ void MemoryUser::doubleClickRow(const std::string& grid, int row) {
 }
 
 void MemoryUser::keyOnGrid(const std::string& grid, int key) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryListGrid>(grid);
     guard([&reached, key] { reached.keyDown.raise(key); });
 }
 
-void MemoryUser::typeCell(const std::string& grid, int column, int row, const std::string& text) {
-    auto& reached = reachCell(grid, column, row);
-    if (!reached.model().takesText(column, row)) {
-        stop(grid + " takes no text in column " + std::to_string(column) + " row " + std::to_string(row));
-    }
-    const std::string before = reached.text(column, row);
-    std::string typed;
-    const auto write = [&](const std::string& next) {
-        if (!reached.model().typed(column, row, next)) return;  // the cell refuses the letter
-        typed = next;
-        guard([&] { reached.editChange.raise(column, row); });
-    };
-    if (text.empty() && !before.empty()) write("");
-    for (const std::string& letter : lettersOf(text))
-        write(typed + letter);
-    if (row <= reached.rowCount()) reached.model().finishEdit(column, row, before);
-}
-
-void MemoryUser::pickCell(const std::string& grid, int column, int row, int item) {
-    auto& reached = reachCell(grid, column, row);
-    const std::string place = grid + " column " + std::to_string(column) + " row " + std::to_string(row);
-    if (reached.cellType(column, row) != CellType::combo) stop(place + " is no combo");
-    if (reached.locked(column, row)) stop(place + " is locked");
-    if (item < 0 || item >= static_cast<int>(reached.model().items(column, row).size())) {
-        stop(place + " has no entry " + std::to_string(item));
-    }
-    reached.selectItem(column, row, item);
-    guard([&] { reached.comboSelectionChange.raise(column, row); });
-    guard([&] { reached.comboCloseUp.raise(column, row, item); });
-}
-
-void MemoryUser::clickCell(const std::string& grid, int column, int row) {
-    auto& reached = reachCell(grid, column, row);
-    const CellType type = reached.cellType(column, row);
-    if (type != CellType::button && type != CellType::checkBox) return;
-    if (reached.locked(column, row)) {
-        stop(grid + " column " + std::to_string(column) + " row " + std::to_string(row) + " is locked");
-    }
-    if (type == CellType::checkBox) reached.setText(column, row, reached.text(column, row) == "1" ? "0" : "1");
-    if (type == CellType::button) guard([&] { reached.buttonClick.raise(column, row); });
-}
-
 void MemoryUser::chooseTab(const std::string& tabs, int tab) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryTabs>(tabs);
     if (tab < 0 || tab >= static_cast<int>(reached.design().pages.size())) {
         stop(tabs + " has no tab " + std::to_string(tab));
@@ -210,6 +156,7 @@ void MemoryUser::chooseTab(const std::string& tabs, int tab) {
 
 void MemoryUser::closeWindow() {
     requireFront();
+    if (!leaveCell()) return;
     window_.close();
 }
 

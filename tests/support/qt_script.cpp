@@ -198,6 +198,7 @@ private:
             }
         }
         if (window.shown() && root != nullptr) root->close();
+        if (window.shown()) window.close();  // a cell refuses to be left
     }
 
     ScriptBook book_;

@@ -55,6 +55,10 @@ public:
     void doubleClickRow(const std::string& grid, int row) override;
     void keyOnGrid(const std::string& grid, int key) override;
     void typeCell(const std::string& grid, int column, int row, const std::string& text) override;
+    void typeKeys(const std::string& text) override;
+    void paste(const std::string& text) override;
+    std::string copied() override;
+    std::vector<std::string> openedList() override;
     void pickCell(const std::string& grid, int column, int row, int item) override;
     void clickCell(const std::string& grid, int column, int row) override;
     void chooseTab(const std::string& tabs, int tab) override;
@@ -80,6 +84,8 @@ private:
     void requireReach(const QWidget* widget, const std::string& shown) const;
     QTableView& reachRow(const std::string& grid, int row);
     QTableView& reachCell(const std::string& grid, int column, int row);
+    /// Comes to the cell by a click, or stays in it where it is open.
+    void clickInto(QTableView& view, const QModelIndex& index);
     void clickRow(const std::string& grid, int row, Qt::KeyboardModifiers modifiers);
     /// The middle of an item in its view's viewport, scrolled into sight.
     QPoint spot(QAbstractItemView& view, const QModelIndex& index) const;
@@ -87,7 +93,6 @@ private:
     void openMenus(QAction& entry);
     QWidget& keyTarget();
     void finishClick();
-    void typeLetters(const std::string& text);
 
     platform::Window& window_;
     QMainWindow& root_;

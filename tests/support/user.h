@@ -10,7 +10,7 @@
 //
 // Every window that opens modally takes the next onWindow of its name; a window without a script, a box without an
 // answer, and a script that was never run fail the test. A window still open when its script ends is closed as by its
-// title bar.
+// title bar. Where a cell of an entry grid refuses to be left, a step that would leave it does nothing, as for a user.
 #pragma once
 
 #include <functional>
@@ -61,7 +61,12 @@ public:
     virtual void alsoSelectRow(const std::string& grid, int row) = 0;   ///< Ctrl+click
     virtual void doubleClickRow(const std::string& grid, int row) = 0;  ///< 0 double clicks the heading
     virtual void keyOnGrid(const std::string& grid, int key) = 0;
+    /// Clicks the cell, types all of its text and presses Enter; then it is active, or open where it refuses.
     virtual void typeCell(const std::string& grid, int column, int row, const std::string& text) = 0;
+    virtual void typeKeys(const std::string& text) = 0;  ///< at the focus, which stays where it is
+    virtual void paste(const std::string& text) = 0;     ///< the same by the clipboard and Ctrl+V
+    virtual std::string copied() = 0;                    ///< what the clipboard holds
+    virtual std::vector<std::string> openedList() = 0;   ///< what the list of the open cell shows, empty for none
     virtual void pickCell(const std::string& grid, int column, int row, int item) = 0;
     virtual void clickCell(const std::string& grid, int column,
                            int row) = 0;  ///< a button, a check box, or makes it active
