@@ -184,7 +184,6 @@ void Visitor::pictureCellList(const QString& grid, int row, int column, const QS
         QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString(letter), Qt::NoModifier);
     picture(name, caption);
     QTest::keyClick(field->completer()->popup(), Qt::Key_Escape);
-    QTest::keyClick(field, Qt::Key_Escape);
 }
 
 void Visitor::pictureCalendar(const QString& grid, int row, int column, const std::string& name,

@@ -108,11 +108,14 @@ void frmHSXMDetailNew::fillLookups() {
     auto rows = appState().gConn->open("select * from tblItemClass ");
     Items names = {"无"};
     Items codes = {"-1,-1"};
+    Items classes = {""};
     for (; !rows.eof(); rows.moveNext()) {
         names.push_back(rows.text("fItemname"));
         codes.push_back(rows.text("fitemclassid") + "," + rows.text("fItemType"));
+        classes.push_back(rows.text("fitemclassid"));
     }
     fps1().setItems(kValue, Row::lookup, names);
+    fps1().setItemCodes(kValue, Row::lookup, classes);
     fps1().setItems(kCode, Row::lookup, codes);
     fps1().selectItem(kValue, Row::lookup, 0);
     fps1().selectItem(kCode, Row::lookup, 0);

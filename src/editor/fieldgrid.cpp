@@ -17,11 +17,16 @@ constexpr int kNumberType = 13;
 
 std::string classId() { return std::to_string(appState().gItemClassId); }
 
+// Limits that were left empty are stored as 0 and 0, which no number but 0 would keep.
 platform::NumberRule numberRule(const store::Recordset& field) {
     platform::NumberRule rule;
+    const std::string maximum = field.text("FMaxNumber");
+    const std::string minimum = field.text("FMinNumber");
     if (!field.text("FNumberDec").empty()) rule.decimals = toInt16(field.text("FNumberDec"));
-    if (!field.text("FMaxNumber").empty()) rule.maximum = toDouble(field.text("FMaxNumber"));
-    if (!field.text("FMinNumber").empty()) rule.minimum = toDouble(field.text("FMinNumber"));
+    const auto isNone = [](const std::string& limit) { return limit.empty() || toDouble(limit) == 0; };
+    if (isNone(maximum) && isNone(minimum)) return rule;
+    if (!maximum.empty()) rule.maximum = toDouble(maximum);
+    if (!minimum.empty()) rule.minimum = toDouble(minimum);
     return rule;
 }
 
@@ -70,14 +75,18 @@ void FieldGrid::addReferenceLists(const store::Recordset& field, int row) {
         "select * from " + source + " and   fitemclassid=" + field.text("fvalueitemid") + " order by fnumber ");
     std::vector<std::string> names;
     std::vector<std::string> ids;
-    names.reserve(entries.rowCount());
-    ids.reserve(entries.rowCount());
+    std::vector<std::string> codes;
+    for (auto* texts : {&names, &ids, &codes})
+        texts->reserve(entries.rowCount());
     for (; !entries.eof(); entries.moveNext()) {
         names.push_back(entries.text("fname"));
         ids.push_back(entries.text("fitemid"));
+        codes.push_back(entries.text("fnumber"));
     }
     fps1_.setItems(kValue, row, names);
     fps1_.setItems(kChosenId, row, ids);
+    fps1_.setItemCodes(kValue, row, codes);
+    fps1_.setClearable(kValue, row, true);
 }
 
 void FieldGrid::addCategoryRow() {
@@ -136,7 +145,17 @@ void FieldGrid::composeStrictly() {
     writeCell(fps1_, kValue, kCodeRow, both ? category + "." + shortCode : shortCode);
 }
 
+void FieldGrid::showReference(int row, const std::string& id, const std::string& name) {
+    fps1_.setText(kChosenId, row, id);
+    fps1_.setText(kValue, row, name);
+    // Where several entries have the name, the id tells which of them it is.
+    const int chosen = fps1_.selectedItem(kChosenId, row);
+    if (chosen >= 0) fps1_.selectItem(kValue, row, chosen);
+}
+
+// A reference that was emptied refers to nothing.
 void FieldGrid::fps1_ComboCloseUp(int column, int row, int item) {
+    if (item == -1 && column == kValue && row != lastRow()) fps1_.selectItem(kChosenId, row, -1);
     if (item == -1) return;
     if (column == kValue) {
         fps1_.selectItem(kChosenId, row, item);

@@ -24,6 +24,9 @@ public:
     /// The short code proposed under gCurParentId and the code composed from it, as the window opens for a new item.
     void proposeCodes();
 
+    /// Shows a stored reference: its id and its entry's name.
+    void showReference(int row, const std::string& id, const std::string& name);
+
     void fps1_ComboCloseUp(int column, int row, int item);
     void fps1_ComboSelChange(int column, int row);
     void fps1_EditChange(int column, int row);

@@ -10,13 +10,13 @@ namespace orvenmod {
 
 namespace {
 
-void showFields(platform::EntryGrid& cells, const store::Recordset& item) {
+void showFields(FieldGrid& fields, const store::Recordset& item) {
+    platform::EntryGrid& cells = fields.cells();
     for (int row = 1; row < cells.rowCount(); ++row) {
         const FieldRow field = fieldRow(cells, row);
         const std::string column = trim(field.fieldName);
         if (field.isReference()) {
-            cells.setText(kChosenId, row, item.text(column, "0"));
-            cells.setText(kValue, row, item.text(column + "Name"));
+            fields.showReference(row, item.text(column, "0"), item.text(column + "Name"));
         } else {
             cells.setText(kValue, row, item.text(column));
         }
@@ -44,7 +44,7 @@ bool getBasicInfo(FieldGrid& fields, Photo& photo, Attachments& attachments) {
             showWarning("数据读取错误！");
             return false;
         }
-        showFields(fields.cells(), item);
+        showFields(fields, item);
         showCategory(fields, item);
         if (appState().gItemClassId == kPhotoClass) photo.load();
         attachments.load();

@@ -13,8 +13,9 @@ namespace {
 
 constexpr std::size_t kIniBuffer = 144;  // characters
 
-template <class Convert>
-auto settingNumber(const std::string& section, const std::string& key, const std::string& fallback, Convert convert) {
+template <class Number>
+Number settingNumber(const std::string& section, const std::string& key, const std::string& fallback,
+                     Number (*convert)(std::string_view)) {
     const std::string value = setting(section, key, fallback);
     try {
         return convert(value);
@@ -132,11 +133,11 @@ std::string setting(const std::string& section, const std::string& key, const st
 }
 
 std::int16_t settingInt16(const std::string& section, const std::string& key, const std::string& fallback) {
-    return settingNumber(section, key, fallback, toInt16);
+    return settingNumber<std::int16_t>(section, key, fallback, toInt16);
 }
 
 std::int32_t settingInt32(const std::string& section, const std::string& key, const std::string& fallback) {
-    return settingNumber(section, key, fallback, toInt32);
+    return settingNumber<std::int32_t>(section, key, fallback, toInt32);
 }
 
 std::string blameSetting(const std::string& text, const std::string& key, const std::string& value) {

@@ -15,6 +15,9 @@ Services& services() {
 
 bool hasServices() { return inUse != nullptr; }
 
-void useServices(Services* chosen) { inUse = chosen; }
+void useServices(Services* chosen) {
+    inUse = chosen;
+    if (chosen != nullptr) chosen->toolkit.setClock([&clock = chosen->clock] { return clock.today(); });
+}
 
 }  // namespace orvenmod

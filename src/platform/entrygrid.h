@@ -49,6 +49,11 @@ public:
     virtual void setCellTag(int column, int row, const std::string& tag) = 0;
 
     virtual void setItems(int column, int row, const std::vector<std::string>& items) = 0;
+    /// What tells entries of the same text apart: an opened list shows it behind them. One for each of the cell's
+    /// items, else std::invalid_argument; new items have none.
+    virtual void setItemCodes(int column, int row, const std::vector<std::string>& codes) = 0;
+    /// Whether a combo that its user empties loses its choice; without this it is refused.
+    virtual void setClearable(int column, int row, bool clearable) = 0;
     virtual int selectedItem(int column, int row) const = 0;     ///< -1 for none
     virtual void selectItem(int column, int row, int item) = 0;  ///< without events
 
@@ -56,10 +61,20 @@ public:
     virtual bool columnHidden(int column) const = 0;
     virtual void setLockedColour(const Colour& colour) = 0;  ///< background of locked cells
 
-    /// On a pick the toolkit raises comboSelectionChange, then comboCloseUp, each with column and row.
+    /// The active cell is open from its user's first letter until it is left, by key, mouse or a command, or given up
+    /// by Escape. Leaving takes over what was typed: a number or day in its plain form, a part of an entry's text as
+    /// that entry, raising the events of a pick. What the cell can't take is refused: it stays open with what was
+    /// typed, what would have left it doesn't happen, and `refusal` shows beside it. Code that makes another cell
+    /// active takes over what it can and gives up the rest.
+    virtual bool cellOpen() const = 0;
+    virtual std::string openText() const = 0;  ///< what stands in the open cell, "" where none is open
+    virtual std::string refusal() const = 0;   ///< "" where the open cell wasn't refused
+
+    /// On a pick the toolkit raises comboSelectionChange, then comboCloseUp, each with column and row. A combo that was
+    /// emptied has picked -1.
     Event<int, int> comboSelectionChange;
     Event<int, int, int> comboCloseUp;  ///< and the item, -1 for none
-    Event<int, int> editChange;
+    Event<int, int> editChange;         ///< each letter into a cell of text, and Escape where it puts a text back
     Event<int, int> buttonClick;
     Event<> leftByEnter;  ///< Enter behind the last cell that takes a value
 };

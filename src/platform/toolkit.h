@@ -3,8 +3,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "platform/date.h"
 #include "platform/design.h"
 #include "platform/progress.h"
 #include "platform/report.h"
@@ -46,8 +48,13 @@ public:
     }
     void setFailureTitle(std::function<std::string()> title) { failureTitle_ = std::move(title); }
 
+    /// The day on which a day is typed without its year. Before setClock it is none, and such a day is refused.
+    std::optional<Date> today() const { return clock_ ? std::optional(clock_()) : std::nullopt; }
+    void setClock(std::function<Date()> today) { clock_ = std::move(today); }
+
 private:
     std::function<std::string()> failureTitle_;
+    std::function<Date()> clock_;
 };
 
 }  // namespace orvenmod::platform

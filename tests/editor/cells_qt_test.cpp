@@ -4,6 +4,8 @@
 #include <QCompleter>
 #include <QHeaderView>
 #include <QImage>
+#include <QInputMethodEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTableView>
 #include <QTest>
@@ -75,34 +77,101 @@ TEST_F(EditorCells, aDayIsPickedFromTheCalendarByKeys) {
     });
 }
 
-TEST_F(EditorCells, aDayIsTypedInAnyOfTheUsualForms) {
-    stage.openNew([](User& user) {
-        user.typeCell("fps1", kValue, kDayRow, "2026/3/4");
-        EXPECT_EQ(value(user, kDayRow), "2026-03-04");
-        user.typeCell("fps1", kValue, kDayRow, "2026-02-30");
-        EXPECT_EQ(value(user, kDayRow), "2026-03-04") << "no day of the calendar";
-        user.typeCell("fps1", kValue, kDayRow, "abc");
-        EXPECT_EQ(value(user, kDayRow), "2026-03-04");
-        user.typeCell("fps1", kValue, kDayRow, "");
-        EXPECT_EQ(value(user, kDayRow), "");
-    });
-}
-
-TEST_F(EditorCells, aNumberKeepsTheDecimalsAndLimitsOfItsField) {
+TEST_F(EditorCells, aNumberShowsTheDecimalsOfItsField) {
     setField("fMinQty", "fNumberDec=2,FMaxNumber=100,FMinNumber=-5");
     stage.openNew([](User& user) {
-        user.typeCell("fps1", kValue, kMinQtyRow, "12.345");
-        EXPECT_EQ(value(user, kMinQtyRow), "12.34");
-        EXPECT_EQ(cell(kValue, kMinQtyRow).data().toString(), "12.34");
-        user.typeCell("fps1", kValue, kMinQtyRow, "150");
-        EXPECT_EQ(value(user, kMinQtyRow), "15");
-        user.typeCell("fps1", kValue, kMinQtyRow, "-9");
-        EXPECT_EQ(value(user, kMinQtyRow), "15");
-        user.typeCell("fps1", kValue, kMinQtyRow, "7x");
-        EXPECT_EQ(value(user, kMinQtyRow), "7");
+        user.typeCell("fps1", kValue, kMinQtyRow, "7");
         EXPECT_EQ(cell(kValue, kMinQtyRow).data().toString(), "7.00");
         EXPECT_TRUE(cell(kValue, kMinQtyRow).data(Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignRight);
     });
+}
+
+TEST_F(EditorCells, aRefusalShowsBesideItsCellUntilTheNextLetter) {
+    setField("fMinQty", "fNumberDec=2,FMaxNumber=100,FMinNumber=10");
+    stage.openNew([](User& user) {
+        auto* hint = QApplication::activeModalWidget()->findChild<QLabel*>("cellHint");
+        ASSERT_NE(hint, nullptr);
+        EXPECT_FALSE(hint->isVisible());
+        user.typeCell("fps1", kValue, kMinQtyRow, "150");
+        user.clickCell("fps1", kValue, kNameRow);
+        EXPECT_TRUE(hint->isVisible()) << "a click elsewhere doesn't take it away";
+        EXPECT_EQ(hint->text(), "请输入 10 到 100 之间的数");
+        const QRect place = fields().visualRect(cell(kValue, kMinQtyRow));
+        const QPoint below = fields().viewport()->mapTo(hint->window(), place.bottomLeft());
+        EXPECT_NEAR(hint->y(), below.y(), 6);
+        EXPECT_EQ(hint->x(), below.x());
+        user.typeKeys("0");
+        EXPECT_FALSE(hint->isVisible());
+        user.press("Enter");
+        EXPECT_TRUE(hint->isVisible());
+        user.press("Esc");
+        EXPECT_FALSE(hint->isVisible());
+    });
+}
+
+/// What an input method gives, wherever the keyboard stands.
+void input(const QString& committed, const QString& composing = {}) {
+    QInputMethodEvent event(composing, {});
+    event.setCommitString(committed);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+    settle();
+}
+
+TEST_F(EditorCells, anInputMethodThatCommitsAtOnceLosesNothing) {
+    stage.openNew([](User& user) {
+        user.typeCell("fps1", kValue, kNameRow, "旧名");
+        EXPECT_TRUE(fields().testAttribute(Qt::WA_InputMethodEnabled));
+        input("电器");
+        EXPECT_EQ(value(user, kNameRow), "电器");
+        input("件");
+        EXPECT_EQ(value(user, kNameRow), "电器件");
+        user.press("Enter");
+        user.clickCell("fps1", kValue, kSupplierRow);
+        input("华");
+        input("南");
+        user.press("Tab");
+        EXPECT_EQ(chosenId(user, kSupplierRow), "202");
+        user.clickCell("fps1", kValue, kMinQtyRow);
+        input("１２");
+        input("．５");
+        user.press("Tab");
+        EXPECT_EQ(value(user, kMinQtyRow), "12.5");
+        user.clickCell("fps1", kValue, kCodeRow);
+        const std::string code = value(user, kCodeRow);
+        input("电器");
+        EXPECT_EQ(value(user, kCodeRow), code) << "locked";
+    });
+}
+
+TEST_F(EditorCells, anInputMethodComposesInACellThatIsNotOpen) {
+    stage.openNew([](User& user) {
+        user.typeCell("fps1", kValue, kNameRow, "旧名");
+        input("", "dian");
+        input("", "dianqi");
+        input("电器");
+        EXPECT_EQ(value(user, kNameRow), "电器");
+        input("", "jian");
+        input("件");
+        user.press("Enter");
+        EXPECT_EQ(value(user, kNameRow), "电器件");
+        user.clickCell("fps1", kValue, kSupplierRow);
+        input("", "nan");
+        input("南");
+        user.press("Enter");
+        EXPECT_EQ(chosenId(user, kSupplierRow), "202");
+    });
+}
+
+TEST_F(EditorCells, aListThatShowsLetsTheKeysOfACommandThrough) {
+    stage.openNew([](User& user) {
+        typeName(user, "垫圈");
+        user.clickCell("fps1", kValue, kSupplierRow);
+        user.typeKeys("南");
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+        user.answer(MessageKind::information, "数据保存成功!");
+        user.press("Ctrl+S");
+    });
+    EXPECT_EQ(stage.database().value("select fH from ICItem where fItemId=203"), "202");
 }
 
 TEST_F(EditorCells, aCurrencyShowsItsSeparatorsAndKeepsThePlainNumber) {
@@ -136,7 +205,8 @@ TEST_F(EditorCells, aChoiceIsSearchedByTypingAndEscapeLeavesIt) {
         EXPECT_EQ(value(user, kSupplierRow), "华南供应");
         pressLetter(fields(), "x");
         user.press("Enter");
-        EXPECT_EQ(value(user, kSupplierRow), "华南供应") << "nothing contains it";
+        EXPECT_EQ(user.control<EntryGrid>("fps1").refusal(), "没有这一项");
+        EXPECT_EQ(value(user, kSupplierRow), "华南供应");
     });
 }
 

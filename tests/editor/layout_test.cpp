@@ -201,12 +201,16 @@ TEST_F(EditorLayout, aNumberTakesTheDecimalsAndLimitsOfItsField) {
         "update tblTableInfo set fNumberDec=1,FMaxNumber=100,FMinNumber=0 where fItemClassId=3 and "
         "fFieldName='fMinQty'");
     stage.openNew([](User& user) {
+        const auto& grid = user.control<EntryGrid>("fps1");
         user.typeCell("fps1", kValue, kMinQtyRow, "99.95");
-        EXPECT_EQ(value(user, kMinQtyRow), "99.9");
+        EXPECT_EQ(grid.refusal(), "请输入 0 到 100 之间的数，最多 1 位小数");
         user.typeCell("fps1", kValue, kMinQtyRow, "101");
-        EXPECT_EQ(value(user, kMinQtyRow), "10");
+        EXPECT_EQ(grid.refusal(), "请输入 0 到 100 之间的数");
         user.typeCell("fps1", kValue, kMinQtyRow, "-1");
-        EXPECT_EQ(value(user, kMinQtyRow), "1");
+        EXPECT_EQ(grid.refusal(), "请输入 0 到 100 之间的数");
+        user.typeCell("fps1", kValue, kMinQtyRow, "99.9");
+        EXPECT_EQ(grid.refusal(), "");
+        EXPECT_EQ(value(user, kMinQtyRow), "99.9");
     });
 }
 

@@ -55,9 +55,11 @@ void MemoryUser::press(const std::string& shortcut) {
     requireFront();
     for (MemoryMenu* menu : window_.menus()) {
         if (menu->menuDesign().shortcut != shortcut || !menu->choosable(nullptr)) continue;
+        if (!leaveCell()) return;
         guard([menu] { menu->click.raise(); });
         return;
     }
+    if (pressInGrid(shortcut) || !leaveCell()) return;
     if (turnPage(shortcut) || pressMnemonic(shortcut)) return;
     if (shortcut == "Tab" || shortcut == "Shift+Tab") {
         window_.moveFocus(shortcut != "Tab");
@@ -120,16 +122,7 @@ void MemoryUser::pressOn(ControlCore& focus, const std::string& key) {
 }
 
 void MemoryUser::pressOnCells(MemoryEntryGrid& cells, const std::string& key) {
-    const int column = cells.activeColumn();
-    const int row = cells.activeRow();
-    if (row == 0) return;
-    if (key == "Space") return clickCell(cells.name(), column, row);
-    if (key != "Enter") return;
-    const auto [nextColumn, nextRow] = cells.model().nextEntry(column, row);
-    if (nextRow > 0)
-        cells.setActiveCell(nextColumn, nextRow);
-    else
-        guard([&cells] { cells.leftByEnter.raise(); });
+    if (key == "Space" && cells.activeRow() > 0) clickCell(cells.name(), cells.activeColumn(), cells.activeRow());
 }
 
 // As many rows make a page as the grid's height shows below its heading.
@@ -207,23 +200,20 @@ void MemoryUser::goTo(MemoryTree& tree, const std::string& key) {
 
 void MemoryUser::typeKeys(const std::string& text) {
     requireFront();
-    const std::vector<std::string> letters = lettersOf(text);
-    for (auto letter = letters.begin(); letter != letters.end(); ++letter) {
+    for (const std::string& letter : lettersOf(text)) {
         ControlCore* focus = window_.focused();
         if (!focus) return;
         Control& control = focus->control();
         if (auto* edit = dynamic_cast<Edit*>(&control)) {
-            const std::string next = (window_.marked() ? std::string() : edit->text()) + *letter;
+            const std::string next = (window_.marked() ? std::string() : edit->text()) + letter;
             guard([&] { edit->setText(next); });
         } else if (auto* grid = dynamic_cast<MemoryListGrid*>(&control)) {
-            typeOnList(*grid, *letter);
+            typeOnList(*grid, letter);
         } else if (auto* tree = dynamic_cast<MemoryTree*>(&control)) {
-            typeOnTree(*tree, *letter);
-        } else if (auto* cells = dynamic_cast<MemoryEntryGrid*>(&control); cells && cells->activeRow() > 0) {
-            std::string rest;
-            for (; letter != letters.end(); ++letter)
-                rest += *letter;
-            return typeCell(cells->name(), cells->activeColumn(), cells->activeRow(), rest);
+            typeOnTree(*tree, letter);
+        } else if (auto* cells = dynamic_cast<MemoryEntryGrid*>(&control)) {
+            if (cells->model().takesTyping(cells->activeColumn(), cells->activeRow()))
+                cells->type(cells->openText() + letter);
         }
     }
 }

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "platform/memory/memoryentrygrid.h"
 #include "platform/memory/memorylistgrid.h"
 #include "platform/memory/memorytree.h"
 #include "support/letters.h"
@@ -24,43 +23,21 @@ void MemoryUser::requireFront() const {
     if (window_.toolkit().front() != &window_) stop("another window lies in front");
 }
 
-template <class Kind>
-Kind& MemoryUser::reach(const std::string& name, int index) {
-    requireFront();
-    ControlCore* core = window_.findCore(name, index);
-    const std::string shownName = index < 0 ? name : name + "(" + std::to_string(index) + ")";
-    auto* control = dynamic_cast<Kind*>(core);
-    if (!control) stop("no such control for this step: " + shownName);
-    if (!core->shown()) stop(shownName + " is not in sight");
-    if (!core->usable()) stop(shownName + " is disabled");
-    if (core->tabStop()) core->focus();
-    return *control;
-}
-
 MemoryListGrid& MemoryUser::reachRow(const std::string& grid, int row) {
     auto& reached = reach<MemoryListGrid>(grid);
     if (row < 0 || row >= reached.rowCount()) stop(grid + " has no row " + std::to_string(row));
     return reached;
 }
 
-MemoryEntryGrid& MemoryUser::reachCell(const std::string& grid, int column, int row) {
-    auto& reached = reach<MemoryEntryGrid>(grid);
-    const std::string place = " column " + std::to_string(column) + " row " + std::to_string(row);
-    if (row < 1 || row > reached.rowCount() || column < 1 || column > reached.columnCount()) {
-        stop(grid + " has no" + place);
-    }
-    if (reached.columnHidden(column)) stop(grid + place + " is hidden");
-    reached.setActiveCell(column, row);
-    return reached;
-}
-
 void MemoryUser::click(const std::string& button, int index) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryButton>(button, index);
     guard([&reached] { reached.click.raise(); });
 }
 
 void MemoryUser::clickTool(const std::string& key) {
     requireFront();
+    if (!leaveCell()) return;
     for (Control* each : window_.controls()) {
         auto* toolbar = dynamic_cast<MemoryToolbar*>(each);
         if (!toolbar || !toolbar->hasButton(key)) continue;
@@ -74,6 +51,7 @@ void MemoryUser::clickTool(const std::string& key) {
 
 void MemoryUser::chooseMenu(const std::string& menu) {
     requireFront();
+    if (!leaveCell()) return;
     auto* entry = dynamic_cast<MemoryMenu*>(window_.findCore(menu));
     if (!entry) stop("no such menu: " + menu);
     if (!entry->choosable(nullptr)) stop("the menu " + menu + " is hidden or disabled");
@@ -81,6 +59,7 @@ void MemoryUser::chooseMenu(const std::string& menu) {
 }
 
 void MemoryUser::type(const std::string& edit, const std::string& text, int index) {
+    if (!leaveCell()) return;
     typeLetters(reach<MemoryEdit>(edit, index), text);
 }
 
@@ -98,6 +77,7 @@ void MemoryUser::typeLetters(Edit& edit, const std::string& text) {
 }
 
 void MemoryUser::pick(const std::string& combo, int row, int index) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryCombo>(combo, index);
     if (row < 0 || row >= reached.rowCount()) stop(combo + " has no row " + std::to_string(row));
     if (row == reached.selected()) return;
@@ -105,10 +85,12 @@ void MemoryUser::pick(const std::string& combo, int row, int index) {
 }
 
 void MemoryUser::pickDate(const std::string& picker, const Date& date) {
+    if (!leaveCell()) return;
     reach<MemoryDatePicker>(picker).setValue(date);
 }
 
 void MemoryUser::clickNode(const std::string& tree, const std::string& key) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryTree>(tree);
     if (!reached.has(key)) stop(tree + " has no node " + key);
     reached.ensureVisible(key);  // the user opens the nodes above
@@ -118,10 +100,12 @@ void MemoryUser::clickNode(const std::string& tree, const std::string& key) {
 }
 
 void MemoryUser::rightClick(const std::string& control, const std::string& chooseMenu) {
+    if (!leaveCell()) return;
     popUpOver(reach<ControlCore>(control).control(), chooseMenu);
 }
 
 void MemoryUser::rightClickNode(const std::string& tree, const std::string& key, const std::string& chooseMenu) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryTree>(tree);
     if (!reached.has(key)) stop(tree + " has no node " + key);
     reached.ensureVisible(key);  // the user opens the nodes above
@@ -130,6 +114,7 @@ void MemoryUser::rightClickNode(const std::string& tree, const std::string& key,
 }
 
 void MemoryUser::rightClickRow(const std::string& grid, int row, const std::string& chooseMenu) {
+    if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
     if (reached.isSelected(row))
         reached.model().setCurrentOnly(row);
@@ -151,6 +136,7 @@ void MemoryUser::popUpOver(Control& control, const std::string& chooseMenu) {
 }
 
 void MemoryUser::selectRow(const std::string& grid, int row) {
+    if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
     if (row == 0) stop("the heading of " + grid + " can't be selected");
     reached.setCurrentRow(row);
@@ -158,6 +144,7 @@ void MemoryUser::selectRow(const std::string& grid, int row) {
 }
 
 void MemoryUser::alsoSelectRow(const std::string& grid, int row) {
+    if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
     if (row == 0) stop("the heading of " + grid + " can't be selected");
     reached.model().setCurrentOnly(row);
@@ -166,6 +153,7 @@ void MemoryUser::alsoSelectRow(const std::string& grid, int row) {
 }
 
 void MemoryUser::doubleClickRow(const std::string& grid, int row) {
+    if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
     if (row == 0) return;
     reached.setCurrentRow(row);
@@ -174,53 +162,13 @@ void MemoryUser::doubleClickRow(const std::string& grid, int row) {
 }
 
 void MemoryUser::keyOnGrid(const std::string& grid, int key) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryListGrid>(grid);
     guard([&reached, key] { reached.keyDown.raise(key); });
 }
 
-void MemoryUser::typeCell(const std::string& grid, int column, int row, const std::string& text) {
-    auto& reached = reachCell(grid, column, row);
-    if (!reached.model().takesText(column, row)) {
-        stop(grid + " takes no text in column " + std::to_string(column) + " row " + std::to_string(row));
-    }
-    const std::string before = reached.text(column, row);
-    std::string typed;
-    const auto write = [&](const std::string& next) {
-        if (!reached.model().typed(column, row, next)) return;  // the cell refuses the letter
-        typed = next;
-        guard([&] { reached.editChange.raise(column, row); });
-    };
-    if (text.empty() && !before.empty()) write("");
-    for (const std::string& letter : lettersOf(text))
-        write(typed + letter);
-    if (row <= reached.rowCount()) reached.model().finishEdit(column, row, before);
-}
-
-void MemoryUser::pickCell(const std::string& grid, int column, int row, int item) {
-    auto& reached = reachCell(grid, column, row);
-    const std::string place = grid + " column " + std::to_string(column) + " row " + std::to_string(row);
-    if (reached.cellType(column, row) != CellType::combo) stop(place + " is no combo");
-    if (reached.locked(column, row)) stop(place + " is locked");
-    if (item < 0 || item >= static_cast<int>(reached.model().items(column, row).size())) {
-        stop(place + " has no entry " + std::to_string(item));
-    }
-    reached.selectItem(column, row, item);
-    guard([&] { reached.comboSelectionChange.raise(column, row); });
-    guard([&] { reached.comboCloseUp.raise(column, row, item); });
-}
-
-void MemoryUser::clickCell(const std::string& grid, int column, int row) {
-    auto& reached = reachCell(grid, column, row);
-    const CellType type = reached.cellType(column, row);
-    if (type != CellType::button && type != CellType::checkBox) return;
-    if (reached.locked(column, row)) {
-        stop(grid + " column " + std::to_string(column) + " row " + std::to_string(row) + " is locked");
-    }
-    if (type == CellType::checkBox) reached.setText(column, row, reached.text(column, row) == "1" ? "0" : "1");
-    if (type == CellType::button) guard([&] { reached.buttonClick.raise(column, row); });
-}
-
 void MemoryUser::chooseTab(const std::string& tabs, int tab) {
+    if (!leaveCell()) return;
     auto& reached = reach<MemoryTabs>(tabs);
     if (tab < 0 || tab >= static_cast<int>(reached.design().pages.size())) {
         stop(tabs + " has no tab " + std::to_string(tab));
@@ -231,6 +179,7 @@ void MemoryUser::chooseTab(const std::string& tabs, int tab) {
 
 void MemoryUser::closeWindow() {
     requireFront();
+    if (!leaveCell()) return;
     window_.close();
 }
 

@@ -38,7 +38,6 @@ public:
     void clickTool(const std::string& key) override;
     void chooseMenu(const std::string& menu) override;
     void press(const std::string& shortcut) override;
-    void typeKeys(const std::string& text) override;
     void type(const std::string& edit, const std::string& text, int index) override;
     void pick(const std::string& combo, int row, int index) override;
     void pickDate(const std::string& picker, const platform::Date& date) override;
@@ -51,6 +50,10 @@ public:
     void doubleClickRow(const std::string& grid, int row) override;
     void keyOnGrid(const std::string& grid, int key) override;
     void typeCell(const std::string& grid, int column, int row, const std::string& text) override;
+    void typeKeys(const std::string& text) override;
+    void paste(const std::string& text) override;
+    std::string copied() override { return clipboard_; }
+    std::vector<std::string> openedList() override;
     void pickCell(const std::string& grid, int column, int row, int item) override;
     void clickCell(const std::string& grid, int column, int row) override;
     void chooseTab(const std::string& tabs, int tab) override;
@@ -67,11 +70,29 @@ private:
     void guard(const std::function<void()>& handler) { window_.toolkit().guard(handler); }
     /// The control, in reach of the user, with the focus on it where it takes one.
     template <class Kind>
-    Kind& reach(const std::string& name, int index = -1);
+    Kind& reach(const std::string& name, int index = -1) {
+        requireFront();
+        auto* core = window_.findCore(name, index);
+        const std::string shownName = index < 0 ? name : name + "(" + std::to_string(index) + ")";
+        auto* control = dynamic_cast<Kind*>(core);
+        if (!control) stop("no such control for this step: " + shownName);
+        if (!core->shown()) stop(shownName + " is not in sight");
+        if (!core->usable()) stop(shownName + " is disabled");
+        if (core->tabStop()) core->focus();
+        return *control;
+    }
     platform::memory::MemoryListGrid& reachRow(const std::string& grid, int row);
     platform::memory::MemoryEntryGrid& reachCell(const std::string& grid, int column, int row);
     void popUpOver(platform::Control& control, const std::string& chooseMenu);
     void typeLetters(platform::Edit& edit, const std::string& text);
+    /// The mouse leaves the cell that is open; false where that refuses.
+    bool leaveCell();
+    platform::memory::MemoryEntryGrid* focusedGrid() const;
+    bool pressInGrid(const std::string& key);
+    bool pressInList(platform::memory::MemoryEntryGrid& grid, const std::string& key);
+    /// On to the next cell that takes a value.
+    void advance(platform::memory::MemoryEntryGrid& grid);
+    bool pasteInto(platform::memory::MemoryEntryGrid& grid);
     bool turnPage(const std::string& shortcut);
     void focusFirstOf(const platform::memory::ControlCore& container);
     bool pressMnemonic(const std::string& shortcut);
@@ -86,6 +107,7 @@ private:
     platform::memory::MemoryWindow& window_;
     ScriptBook& book_;
     PopUpChoice& popUp_;
+    std::string clipboard_;
 };
 
 }  // namespace orvenmod::test

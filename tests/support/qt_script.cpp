@@ -206,6 +206,7 @@ private:
             }
         }
         if (window.shown() && root != nullptr) root->close();
+        if (window.shown()) window.close();  // a cell refuses to be left
     }
 
     ScriptBook book_;

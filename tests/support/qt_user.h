@@ -45,7 +45,6 @@ public:
     void clickTool(const std::string& key) override;
     void chooseMenu(const std::string& menu) override;
     void press(const std::string& shortcut) override;
-    void typeKeys(const std::string& text) override;
     void type(const std::string& edit, const std::string& text, int index) override;
     void pick(const std::string& combo, int row, int index) override;
     void pickDate(const std::string& picker, const platform::Date& date) override;
@@ -58,6 +57,10 @@ public:
     void doubleClickRow(const std::string& grid, int row) override;
     void keyOnGrid(const std::string& grid, int key) override;
     void typeCell(const std::string& grid, int column, int row, const std::string& text) override;
+    void typeKeys(const std::string& text) override;
+    void paste(const std::string& text) override;
+    std::string copied() override;
+    std::vector<std::string> openedList() override;
     void pickCell(const std::string& grid, int column, int row, int item) override;
     void clickCell(const std::string& grid, int column, int row) override;
     void chooseTab(const std::string& tabs, int tab) override;
@@ -86,6 +89,8 @@ private:
     QPoint nodeSpot(QTreeWidget& tree, const std::string& key);
     /// A right click there, and the choice from the menu that pops up.
     void rightClickAt(QAbstractItemView& view, const QPoint& place, const std::string& chooseMenu);
+    /// Comes to the cell by a click, or stays in it where it is open.
+    void clickInto(QTableView& view, const QModelIndex& index);
     void clickRow(const std::string& grid, int row, Qt::KeyboardModifiers modifiers);
     /// The middle of an item in its view's viewport, scrolled into sight.
     QPoint spot(QAbstractItemView& view, const QModelIndex& index) const;
@@ -93,7 +98,6 @@ private:
     void openMenus(QAction& entry);
     QWidget& keyTarget();
     void finishClick();
-    void typeLetters(const std::string& text);
 
     platform::Window& window_;
     QMainWindow& root_;

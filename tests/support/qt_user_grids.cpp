@@ -3,6 +3,7 @@
 
 #include <QAbstractProxyModel>
 #include <QApplication>
+#include <QClipboard>
 #include <QCompleter>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -166,6 +167,16 @@ void QtUser::keyOnGrid(const std::string& grid, int key) {
     settle();
 }
 
+void QtUser::clickInto(QTableView& view, const QModelIndex& index) {
+    if (auto* field = qobject_cast<QLineEdit*>(view.indexWidget(index))) {
+        QTest::mouseClick(field, Qt::LeftButton);
+        field->selectAll();
+        return;
+    }
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, spot(view, index));
+    if (view.currentIndex() != index) stop("the open cell of " + view.objectName().toStdString() + " isn't left");
+}
+
 void QtUser::typeCell(const std::string& grid, int column, int row, const std::string& text) {
     auto& view = reachCell(grid, column, row);
     const QModelIndex index = view.model()->index(row - 1, column - 1);
@@ -173,10 +184,10 @@ void QtUser::typeCell(const std::string& grid, int column, int row, const std::s
     if (!index.flags().testFlag(Qt::ItemIsEditable) || cells.cellType(column, row) == CellType::combo) {
         stop(grid + " takes no text in column " + std::to_string(column) + " row " + std::to_string(row));
     }
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, spot(view, index));
+    clickInto(view, index);
     const QPersistentModelIndex cell(index);
-    if (text.empty()) QTest::keyClick(&view, Qt::Key_Delete);
-    typeLetters(text);
+    if (text.empty()) QTest::keyClick(&keyTarget(), Qt::Key_Delete);
+    typeKeys(text);
     if (QWidget* field = view.indexWidget(index)) {
         // Enter keeps what was typed and moves on; the user then comes back to the cell.
         QTest::keyClick(field, Qt::Key_Return);
@@ -186,16 +197,27 @@ void QtUser::typeCell(const std::string& grid, int column, int row, const std::s
     settle();
 }
 
+// The first letter opens the cell's field, which has the focus from then on.
 void QtUser::typeKeys(const std::string& text) {
     requireFront();
-    typeLetters(text);
+    for (const std::string& letter : lettersOf(text))
+        pressLetter(keyTarget(), letter);
     settle();
 }
 
-// The first letter opens the cell's field, which has the focus from then on.
-void QtUser::typeLetters(const std::string& text) {
-    for (const std::string& letter : lettersOf(text))
-        pressLetter(keyTarget(), letter);
+void QtUser::paste(const std::string& text) {
+    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+    press("Ctrl+V");
+}
+
+std::string QtUser::copied() { return QGuiApplication::clipboard()->text().toStdString(); }
+
+std::vector<std::string> QtUser::openedList() {
+    const auto* list = qobject_cast<QAbstractItemView*>(QApplication::activePopupWidget());
+    std::vector<std::string> texts;
+    for (int row = 0; list != nullptr && row < list->model()->rowCount(); ++row)
+        texts.push_back(list->model()->index(row, 0).data().toString().toStdString());
+    return texts;
 }
 
 void QtUser::pickCell(const std::string& grid, int column, int row, int item) {
@@ -205,7 +227,7 @@ void QtUser::pickCell(const std::string& grid, int column, int row, int item) {
     const auto& cells = control<EntryGrid>(grid);
     if (cells.cellType(column, row) != CellType::combo) stop(place + " is no combo");
     if (cells.locked(column, row)) stop(place + " is locked");
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, spot(view, index));
+    clickInto(view, index);
     auto* field = qobject_cast<QLineEdit*>(view.indexWidget(index));
     if (field == nullptr || field->completer() == nullptr) stop(place + " doesn't open");
     QAbstractItemView* list = field->completer()->popup();

@@ -10,7 +10,7 @@
 //
 // Every window that opens modally takes the next onWindow of its name; a window without a script, a box without an
 // answer, and a script that was never run fail the test. A window still open when its script ends is closed as by its
-// title bar.
+// title bar. Where a cell of an entry grid refuses to be left, a step that would leave it does nothing, as for a user.
 #pragma once
 
 #include <functional>
@@ -51,7 +51,6 @@ public:
     virtual void clickTool(const std::string& key) = 0;
     virtual void chooseMenu(const std::string& menu) = 0;  ///< a disabled or hidden one fails the test
     virtual void press(const std::string& shortcut) = 0;   ///< "Ctrl+A", "Enter", "Tab" ... at the focus
-    virtual void typeKeys(const std::string& text) = 0;    ///< letters at the focus, as they come
     virtual void type(const std::string& edit, const std::string& text, int index = -1) = 0;  ///< replaces the text
     virtual void pick(const std::string& combo, int row, int index = -1) = 0;
     virtual void pickDate(const std::string& picker, const platform::Date& date) = 0;
@@ -64,7 +63,12 @@ public:
     virtual void alsoSelectRow(const std::string& grid, int row) = 0;   ///< Ctrl+click
     virtual void doubleClickRow(const std::string& grid, int row) = 0;  ///< 0 double clicks the heading
     virtual void keyOnGrid(const std::string& grid, int key) = 0;
+    /// Clicks the cell, types all of its text and presses Enter; then it is active, or open where it refuses.
     virtual void typeCell(const std::string& grid, int column, int row, const std::string& text) = 0;
+    virtual void typeKeys(const std::string& text) = 0;  ///< at the focus, which stays where it is
+    virtual void paste(const std::string& text) = 0;     ///< the same by the clipboard and Ctrl+V
+    virtual std::string copied() = 0;                    ///< what the clipboard holds
+    virtual std::vector<std::string> openedList() = 0;   ///< what the list of the open cell shows, empty for none
     virtual void pickCell(const std::string& grid, int column, int row, int item) = 0;
     virtual void clickCell(const std::string& grid, int column,
                            int row) = 0;  ///< a button, a check box, or makes it active

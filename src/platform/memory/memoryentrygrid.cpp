@@ -1,6 +1,15 @@
 #include "platform/memory/memoryentrygrid.h"
 
+#include "platform/memory/memorytoolkit.h"
+
 namespace orvenmod::platform::memory {
+
+void MemoryEntryGrid::setActiveCell(int column, int row) {
+    if (column != activeColumn() || row != activeRow()) {
+        if (!takeOver()) giveUp();
+    }
+    model_.setActiveCell(column, row);
+}
 
 void MemoryEntryGrid::setNumberRule(int column, int row, const NumberRule& rule) {
     model_.setNumberRule(column, row, rule);
@@ -8,6 +17,48 @@ void MemoryEntryGrid::setNumberRule(int column, int row, const NumberRule& rule)
 
 void MemoryEntryGrid::setItems(int column, int row, const std::vector<std::string>& items) {
     model_.setItems(column, row, items);
+}
+
+void MemoryEntryGrid::setItemCodes(int column, int row, const std::vector<std::string>& codes) {
+    model_.setItemCodes(column, row, codes);
+}
+
+void MemoryEntryGrid::type(const std::string& text) {
+    model_.openCell();
+    model_.typed(text);
+    listOpen_ = false;
+    if (cellType(activeColumn(), activeRow()) == CellType::combo) return;
+    toolkit().guard([this] { editChange.raise(activeColumn(), activeRow()); });
+}
+
+bool MemoryEntryGrid::takeOver() {
+    const int column = activeColumn();
+    const int row = activeRow();
+    const auto left = model_.takeOver(toolkit().today());
+    if (left.picked) raisePick(column, row, *left.picked);
+    return left.refusal.empty();
+}
+
+void MemoryEntryGrid::giveUp() {
+    const int column = activeColumn();
+    const int row = activeRow();
+    if (model_.giveUp()) toolkit().guard([&] { editChange.raise(column, row); });
+}
+
+void MemoryEntryGrid::pick(int item) {
+    model_.giveUp();
+    selectItem(activeColumn(), activeRow(), item);
+    raisePick(activeColumn(), activeRow(), item);
+}
+
+void MemoryEntryGrid::openList() {
+    model_.openCell();
+    listOpen_ = true;
+}
+
+void MemoryEntryGrid::raisePick(int column, int row, int item) {
+    toolkit().guard([&] { comboSelectionChange.raise(column, row); });
+    toolkit().guard([&] { comboCloseUp.raise(column, row, item); });
 }
 
 }  // namespace orvenmod::platform::memory

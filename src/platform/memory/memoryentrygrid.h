@@ -21,7 +21,7 @@ public:
     void deleteRow(int row) override { model_.deleteRow(row); }
     int activeRow() const override { return model_.activeRow(); }
     int activeColumn() const override { return model_.activeColumn(); }
-    void setActiveCell(int column, int row) override { model_.setActiveCell(column, row); }
+    void setActiveCell(int column, int row) override;
     std::string text(int column, int row) const override { return model_.text(column, row); }
     void setText(int column, int row, const std::string& text) override { model_.setText(column, row, text); }
     void setCellType(int column, int row, CellType type) override { model_.setCellType(column, row, type); }
@@ -34,17 +34,39 @@ public:
     std::string cellTag(int column, int row) const override { return model_.cellTag(column, row); }
     void setCellTag(int column, int row, const std::string& tag) override { model_.setCellTag(column, row, tag); }
     void setItems(int column, int row, const std::vector<std::string>& items) override;
+    void setItemCodes(int column, int row, const std::vector<std::string>& codes) override;
+    void setClearable(int column, int row, bool clearable) override { model_.setClearable(column, row, clearable); }
     int selectedItem(int column, int row) const override { return model_.selectedItem(column, row); }
     void selectItem(int column, int row, int item) override { model_.selectItem(column, row, item); }
     void setColumnHidden(int column, bool hidden) override { model_.setColumnHidden(column, hidden); }
     bool columnHidden(int column) const override { return model_.columnHidden(column); }
     void setLockedColour(const Colour& colour) override { lockedColour_ = colour; }
     const Colour& lockedColour() const { return lockedColour_; }
+    bool cellOpen() const override { return model_.cellOpen(); }
+    std::string openText() const override { return model_.openText(); }
+    std::string refusal() const override { return model_.refusal(); }
 
     model::EntryGridModel& model() { return model_; }
 
+    // What its user does in the active cell. Failures of the events are shown.
+    /// Opens it where it isn't open; `text` is all that stands in it then.
+    void type(const std::string& text);
+    /// Leaves the open cell; false where it refuses. True where none is open.
+    bool takeOver();
+    /// Leaves it as it was opened.
+    void giveUp();
+    /// Takes an entry of its list.
+    void pick(int item);
+    /// Opens its list, for a combo; typing closes that.
+    void openList();
+    bool listOpen() const { return listOpen_ && cellOpen(); }
+    std::vector<std::string> listTexts() const { return model_.listTexts(activeColumn(), activeRow()); }
+
 private:
+    void raisePick(int column, int row, int item);
+
     model::EntryGridModel model_;
+    bool listOpen_ = false;
     Colour lockedColour_{255, 255, 255};
 };
 

@@ -77,6 +77,13 @@ void MemoryWindow::setFocused(ControlCore* core) {
 
 void MemoryWindow::moveFocus(bool back) { setFocused(nextStop(focused(), back)); }
 
+bool MemoryWindow::takeOver() {
+    return std::all_of(controls_.begin(), controls_.end(), [](Control* each) {
+        auto* grid = dynamic_cast<MemoryEntryGrid*>(each);
+        return grid == nullptr || grid->takeOver();
+    });
+}
+
 void MemoryWindow::addControls() {
     const bool toolbarDrawn = std::any_of(design_.controls.begin(), design_.controls.end(),
                                           [this](const ControlDesign& each) { return each.name == design_.toolbar; });

@@ -46,6 +46,8 @@ public:
     void unmark() { marked_ = false; }
     /// Moves the focus on in the order of the design, or back, around the ends.
     void moveFocus(bool back);
+    /// A command, or the mouse on another control: leaves the cell that is open in a grid. False where it refuses.
+    bool takeOver();
 
 private:
     void addControls();

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "platform/date.h"
-#include "platform/model/numberinput.h"
 #include "platform/numberformat.h"
 
 namespace orvenmod::platform::model {
@@ -27,18 +28,22 @@ EntryGridModel::EntryGridModel(const std::vector<GridColumn>& columns) {
 void EntryGridModel::setRowCount(int rows) {
     if (rows < 0) throw std::out_of_range("no such number of rows: " + std::to_string(rows));
     rows_.resize(static_cast<std::size_t>(rows), std::vector<Cell>(columns_.size()));
-    if (activeRow_ > rows) setActiveCell(0, 0);
+    if (activeRow_ <= rows) return;
+    edit_.reset();
+    setActiveCell(0, 0);
 }
 
 void EntryGridModel::deleteRow(int row) {
     if (row < 1 || row > rowCount()) throw std::out_of_range("no such row: " + std::to_string(row));
     rows_.erase(rows_.begin() + (row - 1));
+    if (activeRow_ == row) edit_.reset();
     if (activeRow_ > row || activeRow_ > rowCount()) --activeRow_;
     if (activeRow_ == 0) activeColumn_ = 0;
 }
 
 void EntryGridModel::setActiveCell(int column, int row) {
     if (column != 0 || row != 0) cell(column, row);  // tests both
+    if (column != activeColumn_ || row != activeRow_) giveUp();
     activeColumn_ = column;
     activeRow_ = row;
 }
@@ -139,15 +144,38 @@ void EntryGridModel::setItems(int column, int row, const Items& items) {
     const auto shared = std::make_shared<const Items>(items);
     if (row != 0) {
         cell(column, row).items = shared;
+        cell(column, row).codes.reset();
         matchItem(column, row);
         return;
     }
     this->column(column).items = shared;
     for (int each = 1; each <= rowCount(); ++each) {
         cell(column, each).items.reset();
+        cell(column, each).codes.reset();
         matchItem(column, each);
     }
 }
+
+void EntryGridModel::setItemCodes(int column, int row, const Items& codes) {
+    if (codes.size() != items(column, row).size()) throw std::invalid_argument("a code for each entry");
+    cell(column, row).codes = std::make_shared<const Items>(codes);
+}
+
+std::vector<std::string> EntryGridModel::listTexts(int column, int row) const {
+    Items texts = items(column, row);
+    const auto& codes = cell(column, row).codes;
+    if (!codes) return texts;
+    std::unordered_map<std::string_view, int> counts;
+    const Items& names = items(column, row);
+    for (const std::string& name : names)
+        ++counts[name];
+    for (std::size_t item = 0; item < names.size(); ++item) {
+        if (counts[names[item]] > 1) texts[item] += "(" + (*codes)[item] + ")";
+    }
+    return texts;
+}
+
+void EntryGridModel::setClearable(int column, int row, bool clearable) { cell(column, row).clearable = clearable; }
 
 int EntryGridModel::selectedItem(int column, int row) const { return cell(column, row).selected; }
 
@@ -168,47 +196,6 @@ int EntryGridModel::columnWidth(int column) const { return this->column(column).
 Alignment EntryGridModel::columnAlignment(int column) const { return this->column(column).alignment; }
 
 const std::string& EntryGridModel::heading(int column) const { return this->column(column).title; }
-
-std::pair<int, int> EntryGridModel::nextEntry(int column, int row) const {
-    for (;;) {
-        if (++column > columnCount()) {
-            column = 1;
-            ++row;
-        }
-        if (row > rowCount()) return {0, 0};
-        const bool shut = columnHidden(column) || locked(column, row);
-        if (!shut && cellType(column, row) != CellType::button) return {column, row};
-    }
-}
-
-bool EntryGridModel::takesText(int column, int row) const {
-    if (columnHidden(column) || locked(column, row)) return false;
-    const CellType type = cellType(column, row);
-    return type == CellType::text || type == CellType::number || type == CellType::currency || type == CellType::date;
-}
-
-bool EntryGridModel::mayType(int column, int row, const std::string& text) const {
-    const CellType type = cellType(column, row);
-    if (type == CellType::number || type == CellType::currency) return mayBecomeNumber(text, numberRule(column, row));
-    return type != CellType::date || text.find_first_not_of("0123456789-/") == std::string::npos;
-}
-
-bool EntryGridModel::typed(int column, int row, const std::string& text) {
-    if (!mayType(column, row, text)) return false;
-    cell(column, row).text = text;
-    return true;
-}
-
-void EntryGridModel::finishEdit(int column, int row, const std::string& before) {
-    const CellType type = cellType(column, row);
-    std::optional<std::string> finished = text(column, row);
-    if (type == CellType::number || type == CellType::currency) {
-        finished = finishedNumber(*finished, numberRule(column, row));
-    } else if (type == CellType::date) {
-        finished = finishedDate(*finished);
-    }
-    cell(column, row).text = finished.value_or(before);
-}
 
 const EntryGridModel::Column& EntryGridModel::column(int column) const {
     if (column < 1 || column > columnCount()) throw std::out_of_range("no such column: " + std::to_string(column));

@@ -2,16 +2,17 @@
 // from 1, as in platform::EntryGrid; row 0 stands for the whole column, and its text is the heading. Rows and columns
 // that aren't throw std::out_of_range.
 //
-// What the user types goes in through startEdit, typed and finishEdit, so that every toolkit refuses the same letters.
+// The cell that its user types into is open: from openCell until takeOver takes what was typed, giveUp puts back what
+// stood there, or code moves on. The rules are here, so that every toolkit refuses the same.
 #pragma once
 
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "platform/date.h"
 #include "platform/design.h"
 #include "platform/entrygrid.h"
 
@@ -63,18 +64,48 @@ public:
     Alignment columnAlignment(int column) const;
     const std::string& heading(int column) const;
 
-    /// Column and row of the next cell that takes a value, in this row or the next ones; 0, 0 where there is none.
-    std::pair<int, int> nextEntry(int column, int row) const;
+    /// What an opened list shows for the entry: its text, and its code where another entry has the same text.
+    std::vector<std::string> listTexts(int column, int row) const;
+    void setItemCodes(int column, int row, const Items& codes);
+    void setClearable(int column, int row, bool clearable);
+
     /// Whether the user can write text into the cell: shown, not locked, and of a kind that takes text.
     bool takesText(int column, int row) const;
-    /// Whether a user in that cell may have typed this far.
-    bool mayType(int column, int row, const std::string& text) const;
-    /// The same, and writes it where he may.
-    bool typed(int column, int row, const std::string& text);
-    /// The cell is left: keeps the text in its final form, or puts `before` back where the whole is refused.
-    void finishEdit(int column, int row, const std::string& before);
+    /// The same for typing and picking: text cells and combos.
+    bool takesTyping(int column, int row) const;
+    /// The next cell behind the active one that takes a value, in its row or the next ones; 0, 0 for none.
+    std::pair<int, int> nextValue() const;
+
+    bool cellOpen() const { return edit_.has_value(); }
+    /// Opens the active cell; nothing where it takes no typing or is open.
+    void openCell();
+    /// What stands in the open cell, "" where none is open.
+    const std::string& openText() const;
+    /// Why the open cell wasn't left, "" for no reason.
+    const std::string& refusal() const;
+    /// The open cell's user typed that far. A combo keeps its choice until it is left. Line breaks become blanks.
+    void typed(const std::string& text);
+    /// The open combo's user marked an entry of its list.
+    void markItem(int item);
+    /// The entry to mark in the open combo's list, -1 for none.
+    int markedItem() const;
+
+    struct Left {
+        std::string refusal = {};        ///< the cell stays open; "" where it was left
+        std::optional<int> picked = {};  ///< the choice changed to this one
+    };
+    /// Leaves the open cell with what was typed, in its final form.
+    Left takeOver(const std::optional<Date>& today);
+    /// Leaves the open cell as it was opened; true where a text was put back.
+    bool giveUp();
 
 private:
+    struct Edit {
+        std::string before;
+        std::string typed;  ///< a combo's; other cells hold theirs
+        std::string refusal = {};
+        int marked = -1;
+    };
     struct Cell {
         std::string text;
         std::string tag;
@@ -82,8 +113,10 @@ private:
         std::optional<NumberRule> rule;
         std::optional<bool> locked;
         std::shared_ptr<const Items> items;
+        std::shared_ptr<const Items> codes;
         int selected = -1;
         bool required = false;
+        bool clearable = false;
     };
     struct Column {
         std::string title;
@@ -101,11 +134,14 @@ private:
     const Cell& cell(int column, int row) const;
     Cell& cell(int column, int row);
     void matchItem(int column, int row);
+    Cell& activeCell() { return cell(activeColumn_, activeRow_); }
+    Left takeOverItem();
 
     std::vector<Column> columns_;
     std::vector<std::vector<Cell>> rows_;
     int activeRow_ = 0;
     int activeColumn_ = 0;
+    std::optional<Edit> edit_;
 };
 
 }  // namespace orvenmod::platform::model

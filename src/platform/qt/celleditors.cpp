@@ -1,16 +1,14 @@
 #include "platform/qt/celleditors.h"
 
 #include <QAbstractItemView>
+#include <QAbstractListModel>
 #include <QAbstractProxyModel>
 #include <QAction>
 #include <QCalendarWidget>
 #include <QCompleter>
 #include <QCoreApplication>
 #include <QKeyEvent>
-#include <QStringListModel>
 #include <QVBoxLayout>
-#include <QValidator>
-#include <algorithm>
 
 #include "platform/qt/icons.h"
 
@@ -20,24 +18,33 @@ namespace {
 
 constexpr int kListRows = 12;
 
-/// Keeps a refused letter out before it shows, the marked text still marked.
-class CellValidator : public QValidator {
+/// The entries as the list shows them; typing finds them by their own texts.
+class ItemList : public QAbstractListModel {
 public:
-    explicit CellValidator(TextCellEditor* editor) : QValidator(editor), editor_(*editor) {}
-    State validate(QString& text, int&) const override {
-        return !editor_.allowed || editor_.allowed(text) ? Acceptable : Invalid;
+    ItemList(QObject* parent, const QStringList& items, const QStringList& shown)
+        : QAbstractListModel(parent), items_(items), shown_(shown) {}
+    int rowCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : static_cast<int>(items_.size());
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (role == Qt::DisplayRole) return shown_.at(index.row());
+        return role == Qt::EditRole ? items_.at(index.row()) : QVariant();
     }
 
 private:
-    TextCellEditor& editor_;
+    QStringList items_;
+    QStringList shown_;
 };
+
+bool isCommand(const QKeyEvent& event) {
+    const bool alone = event.key() == Qt::Key_Control || event.key() == Qt::Key_Alt;
+    return !alone && (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
 
 }  // namespace
 
-TextCellEditor::TextCellEditor(QWidget* parent, bool withCalendar) : QLineEdit(parent), hasCalendar_(withCalendar) {
+TextCellEditor::TextCellEditor(QWidget* parent, bool withCalendar) : CellEditor(parent), hasCalendar_(withCalendar) {
     setFrame(false);
-    setValidator(new CellValidator(this));
-    connect(this, &QLineEdit::textEdited, this, &TextCellEditor::edited);
     if (!withCalendar) return;
     QAction* calendar = addAction(icon("calendar"), TrailingPosition);
     calendar->setObjectName(QStringLiteral("calendar"));
@@ -45,22 +52,6 @@ TextCellEditor::TextCellEditor(QWidget* parent, bool withCalendar) : QLineEdit(p
     calendar->setShortcut(Qt::ALT | Qt::Key_Down);
     calendar->setShortcutContext(Qt::WidgetShortcut);
     connect(calendar, &QAction::triggered, this, &TextCellEditor::openCalendar);
-}
-
-void TextCellEditor::show(const QString& text) {
-    accepted_ = text;
-    if (this->text() != text) setText(text);
-}
-
-// What stood there may break the rule already; then the validator lets all through, and this doesn't.
-void TextCellEditor::edited(const QString& text) {
-    if (offer(text)) {
-        accepted_ = text;
-        return;
-    }
-    const int cursor = cursorPosition() - static_cast<int>(text.size() - accepted_.size());
-    setText(accepted_);
-    setCursorPosition(std::max(cursor, 0));
 }
 
 void TextCellEditor::openCalendar() {
@@ -79,20 +70,21 @@ void TextCellEditor::openCalendar() {
     const auto take = [this, box](const QDate& date) {
         box->close();
         setText(date.toString(Qt::ISODate));
-        edited(text());
+        emit textEdited(text());
         if (done) done();
     };
     connect(calendar, &QCalendarWidget::clicked, this, take);
     connect(calendar, &QCalendarWidget::activated, this, take);
     box->move(mapToGlobal(QPoint(0, height())));
     box->show();
-    calendar->setFocus();
+    calendar->setFocus(Qt::PopupFocusReason);
 }
 
-ItemCellEditor::ItemCellEditor(QWidget* parent, const QStringList& items) : QLineEdit(parent), items_(items) {
+ItemCellEditor::ItemCellEditor(QWidget* parent, const QStringList& items, const QStringList& shown)
+    : CellEditor(parent) {
     setFrame(false);
     auto* list = new QCompleter(this);
-    list->setModel(new QStringListModel(items_, list));
+    list->setModel(new ItemList(list, items, shown));
     list->setFilterMode(Qt::MatchContains);
     list->setCaseSensitivity(Qt::CaseInsensitive);
     list->setMaxVisibleItems(kListRows);
@@ -101,19 +93,24 @@ ItemCellEditor::ItemCellEditor(QWidget* parent, const QStringList& items) : QLin
     setCompleter(list);
     list->popup()->installEventFilter(this);
     connect(list, qOverload<const QModelIndex&>(&QCompleter::activated), this,
-            [this](const QModelIndex& shown) { picked(sourceRow(shown)); });
+            [this](const QModelIndex& index) { picked(sourceRow(index)); });
+    connect(list, qOverload<const QModelIndex&>(&QCompleter::highlighted), this, [this](const QModelIndex& index) {
+        if (index.isValid()) marked(sourceRow(index));
+    });
     connect(this, &QLineEdit::textEdited, this, [this](const QString& text) {
-        touched = true;
+        typed_ = true;
         if (text.isEmpty()) openList();
     });
 }
 
 void ItemCellEditor::openList() {
-    completer()->setCompletionPrefix(QString());
+    completer()->setCompletionPrefix(typed_ ? text().trimmed() : QString());
+    if (completer()->completionCount() == 0) completer()->setCompletionPrefix(QString());
     completer()->complete();
-    const qsizetype held = items_.indexOf(text());
-    if (held >= 0)
-        completer()->popup()->setCurrentIndex(completer()->completionModel()->index(static_cast<int>(held), 0));
+    const QModelIndex entry = completer()->model()->index(held(), 0);
+    if (!entry.isValid()) return;
+    auto* shown = qobject_cast<QAbstractProxyModel*>(completer()->completionModel());
+    completer()->popup()->setCurrentIndex(shown->mapFromSource(entry));
 }
 
 void ItemCellEditor::mouseReleaseEvent(QMouseEvent* event) {
@@ -121,40 +118,47 @@ void ItemCellEditor::mouseReleaseEvent(QMouseEvent* event) {
     if (!completer()->popup()->isVisible()) openList();
 }
 
-// Enter in the list takes the marked entry, or where none is the first shown, so that typing and Enter suffice. Tab is
-// for the field, with the list closed.
+// Tab is for the field, and so are a command's keys, with the list closed.
 bool ItemCellEditor::eventFilter(QObject* watched, QEvent* event) {
     QAbstractItemView* list = completer()->popup();
-    if (watched == list && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+    if (watched != list) return QLineEdit::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress && keyInList(*static_cast<QKeyEvent*>(event))) return true;
+    if (event->type() == QEvent::ShortcutOverride && isCommand(*static_cast<QKeyEvent*>(event))) list->hide();
+    return QLineEdit::eventFilter(watched, event);
+}
+
+bool ItemCellEditor::keyInList(QKeyEvent& event) {
+    QAbstractItemView* list = completer()->popup();
+    switch (event.key()) {
+        case Qt::Key_Tab:
+        case Qt::Key_Backtab:
             list->hide();
-            QCoreApplication::sendEvent(this, event);
+            QCoreApplication::sendEvent(this, &event);
             return true;
-        }
-        const int item = list->currentIndex().isValid() ? sourceRow(list->currentIndex()) : meant();
-        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && item >= 0) {
+        case Qt::Key_Escape:
             list->hide();
+            undone();
+            return true;
+        case Qt::Key_Return:
+        case Qt::Key_Enter: {
+            const QModelIndex entry = list->currentIndex();
+            const int item = entry.isValid() ? sourceRow(entry) : -1;
+            list->hide();
+            if (item < 0) {
+                QCoreApplication::sendEvent(this, &event);
+                return true;
+            }
             picked(item);
             entered();
             return true;
         }
+        default:
+            return false;
     }
-    return QLineEdit::eventFilter(watched, event);
 }
 
 int ItemCellEditor::sourceRow(const QModelIndex& shown) const {
     return qobject_cast<QAbstractProxyModel*>(completer()->completionModel())->mapToSource(shown).row();
-}
-
-int ItemCellEditor::meant() const {
-    const QString typed = text().trimmed();
-    if (exact() >= 0) return exact();
-    if (typed.isEmpty()) return -1;
-    for (qsizetype item = 0; item < items_.size(); ++item) {
-        if (items_[item].contains(typed, Qt::CaseInsensitive)) return static_cast<int>(item);
-    }
-    return -1;
 }
 
 }  // namespace orvenmod::platform::qt

@@ -2,63 +2,66 @@
 #pragma once
 
 #include <QLineEdit>
-#include <QPersistentModelIndex>
 #include <QStringList>
 #include <functional>
 
+class QModelIndex;
+
 namespace orvenmod::platform::qt {
 
-/// For text, numbers and days. Every letter is offered at once, and a letter that is refused never shows.
-class TextCellEditor : public QLineEdit {
+class CellEditor : public QLineEdit {
+    Q_OBJECT
+public:
+    using QLineEdit::QLineEdit;
+
+    /// Shows what the cell holds now. The cursor stays where the text is the same.
+    void show(const QString& text) {
+        if (this->text() != text) setText(text);
+    }
+};
+
+/// For text, numbers and days.
+class TextCellEditor : public CellEditor {
     Q_OBJECT
 public:
     /// `withCalendar` adds a button that opens a calendar.
     TextCellEditor(QWidget* parent, bool withCalendar);
 
-    /// What the cell held when the field opened.
-    QString before;
-    std::function<bool(const QString&)> allowed;  ///< whether the cell may hold this while its user types
-    std::function<bool(const QString&)> offer;    ///< the same, and the cell takes it
-    std::function<void()> done;                   ///< a day was picked: the field can close
+    std::function<void()> done;  ///< a day was picked: the field can close
 
-    /// Shows what the cell holds now.
-    void show(const QString& text);
     bool hasCalendar() const { return hasCalendar_; }
     void openCalendar();
 
 private:
-    void edited(const QString& text);
-
     bool hasCalendar_;
-    QString accepted_;
 };
 
 /// For a choice: shows the entries that contain what is typed. Nothing typed shows all.
-class ItemCellEditor : public QLineEdit {
+class ItemCellEditor : public CellEditor {
     Q_OBJECT
 public:
-    ItemCellEditor(QWidget* parent, const QStringList& items);
+    /// `shown` are the entries' texts in the list, where they may carry more than in the cell.
+    ItemCellEditor(QWidget* parent, const QStringList& items, const QStringList& shown);
 
-    std::function<void(int)> picked;
-    std::function<void()> entered;  ///< after a pick by Enter
+    std::function<int()> held;        ///< the entry to mark as the list opens, -1 for none
+    std::function<void(int)> marked;  ///< the arrow keys came to an entry of the list
+    std::function<void(int)> picked;  ///< by the mouse or Enter
+    std::function<void()> entered;    ///< Enter in the list
+    std::function<void()> undone;     ///< Escape in the list
 
+    /// All entries, or those that contain what was typed since the field opened.
     void openList();
-    /// The entry of exactly the text in the field, -1 for none.
-    int exact() const { return static_cast<int>(items_.indexOf(text())); }
-    /// What Enter takes: the entry of exactly that text, else the first that contains it, -1 for none.
-    int meant() const;
-    /// Whether its user typed in it since it opened.
-    bool touched = false;
 
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool keyInList(QKeyEvent& event);
     /// The entry that the list shows there.
     int sourceRow(const QModelIndex& shown) const;
 
-    QStringList items_;
+    bool typed_ = false;
 };
 
 }  // namespace orvenmod::platform::qt

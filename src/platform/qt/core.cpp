@@ -19,8 +19,8 @@ void Core::guard(const std::function<void()>& handler) const {
 }
 
 void Core::command(const std::function<void()>& handler) const {
-    finishOpenEdit();
-    guard(handler);
+    const QWidget* window = front();
+    if (window == nullptr || takeOverIn(*window)) guard(handler);
 }
 
 QWidget* Core::front() const { return modals_.empty() ? QApplication::activeWindow() : modals_.back(); }

@@ -23,8 +23,12 @@ public:
     /// Runs a handler of an event that the user caused: a failure is shown and goes no further.
     void guard(const std::function<void()>& handler) const;
 
-    /// The same for a command (a menu, a button): what is being typed into a grid's cell is taken over first.
+    /// The same for a command (a menu, a button): what is being typed into a grid's cell is taken over first. Where
+    /// the cell refuses it the command doesn't run.
     void command(const std::function<void()>& handler) const;
+
+    /// See Toolkit::today.
+    std::optional<Date> today() const { return toolkit_.today(); }
 
     /// The window that new boxes and windows lie over: the innermost of the modal ones, else the host's active one.
     QWidget* front() const;

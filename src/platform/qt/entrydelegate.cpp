@@ -9,6 +9,17 @@
 
 namespace orvenmod::platform::qt {
 
+namespace {
+
+QStringList toQt(const std::vector<std::string>& texts) {
+    QStringList all;
+    for (const std::string& text : texts)
+        all << qt::toQt(text);
+    return all;
+}
+
+}  // namespace
+
 EntryDelegate::EntryDelegate(EntryGridView& view, const EntryGridItems& items, EntryActions& actions)
     : QStyledItemDelegate(&view), view_(view), items_(items), actions_(actions) {}
 
@@ -19,6 +30,7 @@ QWidget* EntryDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
     const QVariant heading = index.model()->headerData(index.column(), Qt::Horizontal, Qt::DisplayRole);
     editor->setAccessibleName(heading.toString());
     editor->setObjectName(QStringLiteral("cell"));
+    actions_.opened(cell);
     return editor;
 }
 
@@ -27,138 +39,117 @@ QWidget* EntryDelegate::textEditor(QWidget* parent, const QModelIndex& index) co
     const CellType type = items_.cells().cellType(cell.column, cell.row);
     auto* editor = new TextCellEditor(parent, type == CellType::date);
     if (type == CellType::number || type == CellType::currency) editor->setAlignment(Qt::AlignRight);
-    editor->before = index.data(Qt::EditRole).toString();
-    const QPersistentModelIndex place(index);
-    editor->allowed = [this, place](const QString& text) {
-        const CellPlace there = EntryGridItems::cellOf(place);
-        return place.isValid() && items_.cells().mayType(there.column, there.row, fromQt(text));
-    };
-    editor->offer = [this, place](const QString& text) {
-        return place.isValid() && actions_.typed(EntryGridItems::cellOf(place), text);
-    };
-    editor->done = [this, editor] { const_cast<EntryDelegate*>(this)->leave(editor); };
+    connect(editor, &QLineEdit::textEdited, this, [this](const QString& text) { typed(text); });
+    editor->done = [this] { view_.takeOver(); };
     return editor;
 }
 
 QWidget* EntryDelegate::itemEditor(QWidget* parent, const QModelIndex& index) const {
     const CellPlace cell = EntryGridItems::cellOf(index);
-    QStringList items;
-    for (const std::string& item : items_.cells().items(cell.column, cell.row))
-        items << toQt(item);
-    auto* editor = new ItemCellEditor(parent, items);
+    const auto& cells = items_.cells();
+    auto* editor = new ItemCellEditor(parent, toQt(cells.items(cell.column, cell.row)),
+                                      toQt(cells.listTexts(cell.column, cell.row)));
     const QPersistentModelIndex place(index);
+    connect(editor, &QLineEdit::textEdited, this, [this, editor](const QString& text) {
+        typed(text);
+        editor->show(qt::toQt(items_.cells().openText()));
+    });
+    editor->held = [this] { return items_.cells().markedItem(); };
+    editor->marked = [this](int item) { actions_.marked(item); };
     editor->picked = [this, editor, place](int item) { take(*editor, place, item); };
     editor->entered = [this] { view_.advance(); };
+    editor->undone = [this] { view_.giveUp(); };
     return editor;
 }
 
-void EntryDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
-    const QString text = index.data(Qt::EditRole).toString();
-    if (auto* field = qobject_cast<TextCellEditor*>(editor))
-        field->show(text);
-    else if (auto* choice = qobject_cast<ItemCellEditor*>(editor); choice != nullptr && !choice->touched)
-        choice->setText(text);
+void EntryDelegate::typed(const QString& text) const {
+    view_.hideHint();
+    actions_.typed(text);
 }
 
-void EntryDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const {
-    const CellPlace cell = EntryGridItems::cellOf(index);
-    if (auto* field = qobject_cast<TextCellEditor*>(editor)) {
-        actions_.finished(cell, field->before);
-        field->before = index.data(Qt::EditRole).toString();
-    } else if (auto* choice = qobject_cast<ItemCellEditor*>(editor); choice != nullptr && choice->touched) {
-        choice->touched = false;
-        const int item = choice->exact();
-        if (item >= 0 && item != items_.cells().selectedItem(cell.column, cell.row)) actions_.picked(cell, item);
-    }
+void EntryDelegate::setEditorData(QWidget* editor, const QModelIndex&) const {
+    static_cast<CellEditor*>(editor)->show(qt::toQt(items_.cells().openText()));
 }
 
 void EntryDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                          const QModelIndex&) const {
     editor->setGeometry(option.rect);
+    view_.placeHint();
 }
 
+// The field stays open while a box, a menu or another program has the keyboard.
 bool EntryDelegate::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        auto& key = *static_cast<QKeyEvent*>(event);
-        if (auto* field = qobject_cast<TextCellEditor*>(watched); field != nullptr && keyInText(*field, key))
-            return true;
-        if (auto* choice = qobject_cast<ItemCellEditor*>(watched); choice != nullptr && keyInItems(*choice, key))
-            return true;
+    auto* editor = qobject_cast<QWidget*>(watched);
+    if (editor == nullptr) return false;
+    switch (event->type()) {
+        case QEvent::KeyPress:
+            if (key(*editor, *static_cast<QKeyEvent*>(event))) return true;
+            break;
+        case QEvent::FocusOut:
+            focusLeft(*editor, static_cast<QFocusEvent*>(event)->reason());
+            return false;
+        case QEvent::Hide:
+            view_.hideHint();
+            break;
+        default:
+            break;
     }
     return QStyledItemDelegate::eventFilter(watched, event);
 }
 
-bool EntryDelegate::keyInText(TextCellEditor& editor, QKeyEvent& event) {
+bool EntryDelegate::key(QWidget& editor, QKeyEvent& event) {
     switch (event.key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            leave(&editor);
-            view_.advance();
+            if (view_.takeOver()) view_.advance();
             return true;
         case Qt::Key_F4:
-            if (editor.hasCalendar()) editor.openCalendar();
+            dropDown(editor);
             return true;
+        case Qt::Key_Down:
+            if (qobject_cast<ItemCellEditor*>(&editor) != nullptr) return dropDown(editor);
+            [[fallthrough]];
         case Qt::Key_Up:
-        case Qt::Key_Down:
-            if (event.modifiers() & Qt::AltModifier) return false;
-            leave(&editor);
-            QCoreApplication::sendEvent(&view_, &event);
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+            if (event.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) return false;
+            if (view_.takeOver()) QCoreApplication::sendEvent(&view_, &event);
             return true;
         case Qt::Key_Tab:
         case Qt::Key_Backtab:
-            leave(&editor);
-            view_.leave(event.key() == Qt::Key_Tab);
+            if (view_.takeOver()) view_.leave(event.key() == Qt::Key_Tab);
             return true;
-        case Qt::Key_Escape: {
-            const CellPlace cell = EntryGridItems::cellOf(view_.currentIndex());
-            const QString before = editor.before;
-            emit closeEditor(&editor, RevertModelCache);
-            actions_.undone(cell, before);
-            return true;
-        }
-        default:
-            return false;
-    }
-}
-
-bool EntryDelegate::keyInItems(ItemCellEditor& editor, QKeyEvent& event) {
-    switch (event.key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            takeMeant(editor);
-            view_.advance();
-            return true;
-        case Qt::Key_Down:
-        case Qt::Key_F4:
-            editor.openList();
-            return true;
-        case Qt::Key_Tab:
-        case Qt::Key_Backtab:
-            takeMeant(editor);
-            view_.leave(event.key() == Qt::Key_Tab);
+        case Qt::Key_Escape:
+            view_.giveUp();
             return true;
         default:
             return false;
     }
 }
 
-void EntryDelegate::takeMeant(ItemCellEditor& editor) {
-    const int item = editor.touched ? editor.meant() : -1;
-    if (item >= 0)
-        take(editor, view_.currentIndex(), item);
-    else
-        emit closeEditor(&editor, RevertModelCache);
+bool EntryDelegate::dropDown(QWidget& editor) {
+    if (auto* choice = qobject_cast<ItemCellEditor*>(&editor)) {
+        choice->openList();
+        return true;
+    }
+    auto* day = qobject_cast<TextCellEditor*>(&editor);
+    if (day == nullptr || !day->hasCalendar()) return false;
+    day->openCalendar();
+    return true;
 }
 
-void EntryDelegate::leave(QWidget* editor) {
-    emit commitData(editor);
-    emit closeEditor(editor, NoHint);
+void EntryDelegate::focusLeft(QWidget& editor, Qt::FocusReason reason) {
+    const bool comesBack =
+        reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+    if (comesBack || view_.takeOver()) return;
+    // Not within the event that takes it away.
+    QMetaObject::invokeMethod(
+        &editor, [&editor] { editor.setFocus(); }, Qt::QueuedConnection);
 }
 
 // The field closes first: what a pick sets off may show boxes or write to this very cell.
 void EntryDelegate::take(ItemCellEditor& editor, const QModelIndex& index, int item) const {
     const CellPlace cell = EntryGridItems::cellOf(index);
-    editor.touched = false;
     emit const_cast<EntryDelegate*>(this)->closeEditor(&editor, RevertModelCache);
     actions_.picked(cell, item);
 }

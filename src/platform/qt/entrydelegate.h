@@ -10,13 +10,15 @@ namespace orvenmod::platform::qt {
 
 class EntryGridView;
 class ItemCellEditor;
-class TextCellEditor;
 
 /// What the user does in the cells.
 struct EntryActions {
-    std::function<bool(CellPlace, const QString&)> typed;            ///< false refuses the text
-    std::function<void(CellPlace, const QString& before)> finished;  ///< the cell is left
-    std::function<void(CellPlace, const QString& before)> undone;    ///< Escape
+    std::function<void(CellPlace)> opened;
+    std::function<void(const QString&)> typed;          ///< into the open cell
+    std::function<void(int item)> marked;               ///< in the open cell's list
+    std::function<model::EntryGridModel::Left()> left;  ///< takes over what was typed, without events
+    std::function<void(CellPlace, int item)> changed;   ///< raises the events of a pick
+    std::function<void()> undone;                       ///< the open cell is given up
     std::function<void(CellPlace, int item)> picked;
     std::function<void(CellPlace)> pressed;  ///< a button or a check box
     std::function<void()> leftByEnter;       ///< behind the last cell that takes a value
@@ -29,7 +31,8 @@ public:
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
-    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+    /// Nothing: the view takes over what was typed.
+    void setModelData(QWidget*, QAbstractItemModel*, const QModelIndex&) const override {}
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -38,10 +41,11 @@ public:
 private:
     QWidget* textEditor(QWidget* parent, const QModelIndex& index) const;
     QWidget* itemEditor(QWidget* parent, const QModelIndex& index) const;
-    bool keyInText(TextCellEditor& editor, QKeyEvent& event);
-    bool keyInItems(ItemCellEditor& editor, QKeyEvent& event);
-    void leave(QWidget* editor);
-    void takeMeant(ItemCellEditor& editor);
+    void typed(const QString& text) const;
+    bool key(QWidget& editor, QKeyEvent& event);
+    /// Opens the list or the calendar of the field; false where it has none.
+    static bool dropDown(QWidget& editor);
+    void focusLeft(QWidget& editor, Qt::FocusReason reason);
     void take(ItemCellEditor& editor, const QModelIndex& index, int item) const;
     void paintStarred(QPainter& painter, const QStyleOptionViewItem& cell) const;
     void paintButton(QPainter& painter, const QStyleOptionViewItem& cell, const QModelIndex& index) const;

@@ -1,13 +1,20 @@
 #include "platform/qt/entrygridview.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QToolBar>
+#include <algorithm>
+#include <utility>
 
 #include "platform/qt/celleditors.h"
 #include "platform/qt/listgridview.h"
+#include "platform/qt/text.h"
 
 namespace orvenmod::platform::qt {
 
@@ -15,9 +22,44 @@ namespace {
 
 constexpr int kRowHeaderWidth = 30;
 
+/// Whether a press of the mouse on that widget leaves a cell: bars, whose commands take over by themselves, and what
+/// only shows another part of the list don't.
+bool leaves(const QWidget* pressed) {
+    for (const QWidget* each = pressed; each != nullptr && !each->isWindow(); each = each->parentWidget()) {
+        if (qobject_cast<const QMenuBar*>(each) != nullptr || qobject_cast<const QToolBar*>(each) != nullptr ||
+            qobject_cast<const QScrollBar*>(each) != nullptr || qobject_cast<const QHeaderView*>(each) != nullptr)
+            return false;
+    }
+    return true;
+}
+
 }  // namespace
 
-EntryGridView::EntryGridView(QWidget* parent) : QTableView(parent) {
+/// While a field is open: a press of the mouse elsewhere in the window leaves it first, and where that is refused the
+/// whole click does nothing.
+class EntryGridView::LeavingWatch : public QObject {
+public:
+    explicit LeavingWatch(EntryGridView& view) : QObject(&view), view_(view) {}
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* widget = qobject_cast<QWidget*>(watched);
+        if (widget == nullptr || widget->window() != view_.window()) return false;
+        if (event->type() == QEvent::MouseButtonRelease && std::exchange(refused_, false)) return true;
+        if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonDblClick) return false;
+        QWidget* field = view_.openField();
+        if (field == nullptr || widget == field || field->isAncestorOf(widget) || !leaves(widget)) return false;
+        refused_ = !view_.takeOver();
+        if (refused_) field->setFocus();
+        return refused_;
+    }
+
+private:
+    EntryGridView& view_;
+    bool refused_ = false;
+};
+
+EntryGridView::EntryGridView(QWidget* parent)
+    : QTableView(parent), watch_(new LeavingWatch(*this)), hint_(new CellHint(parent->window())) {
     dressGrid(*this);
     setSelectionMode(SingleSelection);
     setSelectionBehavior(SelectItems);
@@ -38,21 +80,51 @@ void EntryGridView::setUp(EntryGridItems& items, EntryActions& actions) {
 }
 
 void EntryGridView::advance() {
-    const CellPlace cell = EntryGridItems::cellOf(currentIndex());
-    if (cell.row == 0) return;
-    const auto [column, row] = items_->cells().nextEntry(cell.column, cell.row);
+    if (items_->cells().activeRow() == 0) return;
+    const auto [column, row] = items_->cells().nextValue();
     if (row > 0)
         setCurrentIndex(items_->indexOf({column, row}));
     else
         actions_->leftByEnter();
 }
 
-void EntryGridView::finishEdit() {
-    if (state() != EditingState) return;
-    QWidget* editor = indexWidget(currentIndex());
-    if (editor == nullptr) return;
-    commitData(editor);
-    closeEditor(editor, QAbstractItemDelegate::NoHint);
+QLineEdit* EntryGridView::openField() const {
+    return items_->cells().cellOpen() ? qobject_cast<QLineEdit*>(indexWidget(currentIndex())) : nullptr;
+}
+
+bool EntryGridView::takeOver() {
+    QLineEdit* field = openField();
+    if (field == nullptr) return true;
+    const CellPlace cell = EntryGridItems::cellOf(currentIndex());
+    const auto left = actions_->left();
+    if (!left.refusal.empty()) {
+        hint_->tell(toQt(left.refusal), *field);
+        return false;
+    }
+    closeEditor(field, QAbstractItemDelegate::NoHint);
+    if (left.picked) actions_->changed(cell, *left.picked);
+    return true;
+}
+
+void EntryGridView::giveUp() {
+    if (QLineEdit* field = openField()) closeEditor(field, QAbstractItemDelegate::RevertModelCache);
+}
+
+// Whoever closes it without a take-over gives up what was typed.
+void EntryGridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    QTableView::closeEditor(editor, hint);
+    qApp->removeEventFilter(watch_);
+    hideHint();
+    actions_->undone();
+}
+
+void EntryGridView::hideHint() {
+    if (hint_ != nullptr) hint_->hide();
+}
+
+void EntryGridView::placeHint() {
+    const QLineEdit* field = openField();
+    if (field != nullptr && hint_->isVisible()) hint_->place(*field);
 }
 
 void EntryGridView::open(const QModelIndex& index) { QTableView::edit(index); }
@@ -65,6 +137,7 @@ void EntryGridView::dropDown(const QModelIndex& index) {
 
 bool EntryGridView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
     if (!QTableView::edit(index, trigger, event)) return false;
+    qApp->installEventFilter(watch_);
     auto* choice = qobject_cast<ItemCellEditor*>(indexWidget(index));
     if (choice != nullptr && trigger != AnyKeyPressed) choice->openList();
     return true;
@@ -92,6 +165,9 @@ void EntryGridView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void EntryGridView::keyPressEvent(QKeyEvent* event) {
+    // The open field has the keyboard; what it leaves over is for nobody.
+    if (openField() != nullptr) return event->ignore();
+    if (copyOrPaste(*event)) return;
     const QModelIndex index = currentIndex();
     const CellPlace cell = EntryGridItems::cellOf(index);
     const bool button = isPressable(index) && items_->cells().cellType(cell.column, cell.row) == CellType::button;
@@ -112,15 +188,45 @@ void EntryGridView::keyPressEvent(QKeyEvent* event) {
             dropDown(index);
             return;
         case Qt::Key_Delete:
-            if (index.isValid() && items_->cells().takesText(cell.column, cell.row)) {
-                const QString before = index.data(Qt::EditRole).toString();
-                if (actions_->typed(cell, QString())) actions_->finished(cell, before);
-            }
+            enterText(QString());
             return;
         default:
             break;
     }
     QTableView::keyPressEvent(event);
+}
+
+bool EntryGridView::copyOrPaste(const QKeyEvent& event) {
+    const QModelIndex index = currentIndex();
+    if (event.matches(QKeySequence::Copy)) {
+        if (index.isValid()) QGuiApplication::clipboard()->setText(index.data(Qt::EditRole).toString());
+        return true;
+    }
+    if (!event.matches(QKeySequence::Paste)) return false;
+    enterText(QGuiApplication::clipboard()->text());
+    return true;
+}
+
+void EntryGridView::enterText(const QString& text) {
+    if (!currentIndex().isValid() || !QTableView::edit(currentIndex(), AllEditTriggers, nullptr)) return;
+    qApp->installEventFilter(watch_);
+    QLineEdit* field = openField();
+    field->setText(text);
+    emit field->textEdited(text);
+    takeOver();
+}
+
+// Composing goes on here until its first commit: the field would interrupt it by taking the keyboard. What comes
+// without having been composed opens the cell as a key does.
+void EntryGridView::inputMethodEvent(QInputMethodEvent* event) {
+    const bool composes = !event->preeditString().isEmpty();
+    const bool commits = !event->commitString().isEmpty();
+    if (composing_ || (composes && openField() == nullptr)) {
+        composing_ = composes && !commits;
+        return QTableView::inputMethodEvent(event);
+    }
+    if (openField() == nullptr && !(commits && edit(currentIndex(), AnyKeyPressed, nullptr))) return event->ignore();
+    QCoreApplication::sendEvent(openField(), event);
 }
 
 // The view would make its first cell active by itself.
@@ -146,10 +252,9 @@ bool EntryGridView::isCombo(const QModelIndex& index) const {
            !items_->cells().locked(cell.column, cell.row);
 }
 
-void finishOpenEdit() {
-    for (QWidget* widget = QApplication::focusWidget(); widget != nullptr; widget = widget->parentWidget()) {
-        if (auto* grid = qobject_cast<EntryGridView*>(widget)) grid->finishEdit();
-    }
+bool takeOverIn(const QWidget& window) {
+    const QList<EntryGridView*> grids = window.findChildren<EntryGridView*>();
+    return std::all_of(grids.begin(), grids.end(), [](EntryGridView* grid) { return grid->takeOver(); });
 }
 
 }  // namespace orvenmod::platform::qt

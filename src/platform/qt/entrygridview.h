@@ -1,9 +1,13 @@
 // The table that shows an entry grid and turns keys and clicks into what they mean in its cells.
 #pragma once
 
+#include <QPointer>
 #include <QTableView>
 
+#include "platform/qt/cellhint.h"
 #include "platform/qt/entrydelegate.h"
+
+class QLineEdit;
 
 namespace orvenmod::platform::qt {
 
@@ -18,8 +22,12 @@ public:
     void advance();
     /// On to the next control, or back to the one before.
     void leave(bool next) { focusNextPrevChild(next); }
-    /// Keeps what stands in the field that is open and closes it.
-    void finishEdit();
+    /// Closes the field that is open with what was typed. False where the cell refuses: it stays open, told why.
+    bool takeOver();
+    /// Closes it with what stood in the cell before.
+    void giveUp();
+    void hideHint();
+    void placeHint();
     /// Opens the cell's field, and for a choice its list.
     void open(const QModelIndex& index);
     /// The same, and for a day its calendar.
@@ -35,19 +43,31 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void keyboardSearch(const QString&) override {}
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
+    class LeavingWatch;
+
+    QLineEdit* openField() const;
+    bool copyOrPaste(const QKeyEvent& event);
+    /// Puts the text in place of the active cell's, as if typed and left.
+    void enterText(const QString& text);
     bool isPressable(const QModelIndex& index) const;
     bool isCombo(const QModelIndex& index) const;
 
     EntryGridItems* items_ = nullptr;
     EntryActions* actions_ = nullptr;
     QPersistentModelIndex pressed_;
+    LeavingWatch* watch_;
+    bool composing_ = false;   ///< an input method, in a cell that it has opened
+    QPointer<CellHint> hint_;  ///< the window's, which takes it away first
 };
 
-/// Closes the field that is open in any entry grid, keeping what was typed: a command is about to run.
-void finishOpenEdit();
+/// Before a command in the window runs, or its user turns a page: takes over the cell that is open in one of its grids.
+/// False where that refuses.
+bool takeOverIn(const QWidget& window);
 
 }  // namespace orvenmod::platform::qt

@@ -29,19 +29,27 @@ QtEntryGrid::QtEntryGrid(Core& core, const ControlDesign& design, QWidget* paren
 }
 
 void QtEntryGrid::listen() {
-    actions_.typed = [this](CellPlace cell, const QString& text) {
-        if (!model_.typed(cell.column, cell.row, fromQt(text))) return false;
+    actions_.opened = [this](CellPlace cell) {
+        model_.setActiveCell(cell.column, cell.row);
+        model_.openCell();
+    };
+    actions_.typed = [this](const QString& text) {
+        model_.typed(fromQt(text));
+        const CellPlace cell = activeCell();
         items_.cellChanged(cell);
+        if (model_.cellType(cell.column, cell.row) == CellType::combo) return;
         core_.guard([this, cell] { editChange.raise(cell.column, cell.row); });
-        return true;
     };
-    actions_.finished = [this](CellPlace cell, const QString& before) {
-        model_.finishEdit(cell.column, cell.row, fromQt(before));
-        items_.cellChanged(cell);
+    actions_.marked = [this](int item) { model_.markItem(item); };
+    actions_.left = [this] {
+        auto left = model_.takeOver(core_.today());
+        items_.cellChanged(activeCell());
+        return left;
     };
-    actions_.undone = [this](CellPlace cell, const QString& before) {
-        if (model_.text(cell.column, cell.row) == fromQt(before)) return;
-        model_.setText(cell.column, cell.row, fromQt(before));
+    actions_.changed = [this](CellPlace cell, int item) { raisePick(cell, item); };
+    actions_.undone = [this] {
+        const CellPlace cell = activeCell();
+        if (!model_.giveUp()) return;
         items_.cellChanged(cell);
         core_.guard([this, cell] { editChange.raise(cell.column, cell.row); });
     };
@@ -63,6 +71,7 @@ void QtEntryGrid::deleteRow(int row) {
 }
 
 void QtEntryGrid::setActiveCell(int column, int row) {
+    if (activeCell() != CellPlace{column, row} && !view_->takeOver()) view_->giveUp();
     const QScopedValueRollback<bool> writing(view_->writing, true);
     model_.setActiveCell(column, row);
     showActive();
@@ -98,6 +107,10 @@ void QtEntryGrid::setItems(int column, int row, const std::vector<std::string>& 
     items_.cellChanged({column, row});
 }
 
+void QtEntryGrid::setItemCodes(int column, int row, const std::vector<std::string>& codes) {
+    model_.setItemCodes(column, row, codes);
+}
+
 void QtEntryGrid::selectItem(int column, int row, int item) {
     model_.selectItem(column, row, item);
     items_.cellChanged({column, row});
@@ -114,7 +127,7 @@ void QtEntryGrid::setLockedColour(const Colour& colour) {
 }
 
 void QtEntryGrid::showActive() {
-    const CellPlace cell{model_.activeColumn(), model_.activeRow()};
+    const CellPlace cell = activeCell();
     if (cell.row == 0)
         view_->selectionModel()->clear();
     else
@@ -125,6 +138,10 @@ void QtEntryGrid::picked(CellPlace cell, int item) {
     if (cell.row == 0) return;  // the row has gone meanwhile
     model_.selectItem(cell.column, cell.row, item);
     items_.cellChanged(cell);
+    raisePick(cell, item);
+}
+
+void QtEntryGrid::raisePick(CellPlace cell, int item) {
     core_.guard([this, cell] { comboSelectionChange.raise(cell.column, cell.row); });
     core_.guard([this, cell, item] { comboCloseUp.raise(cell.column, cell.row, item); });
 }

@@ -32,16 +32,23 @@ public:
     std::string cellTag(int column, int row) const override { return model_.cellTag(column, row); }
     void setCellTag(int column, int row, const std::string& tag) override { model_.setCellTag(column, row, tag); }
     void setItems(int column, int row, const std::vector<std::string>& items) override;
+    void setItemCodes(int column, int row, const std::vector<std::string>& codes) override;
+    void setClearable(int column, int row, bool clearable) override { model_.setClearable(column, row, clearable); }
     int selectedItem(int column, int row) const override { return model_.selectedItem(column, row); }
     void selectItem(int column, int row, int item) override;
     void setColumnHidden(int column, bool hidden) override;
     bool columnHidden(int column) const override { return model_.columnHidden(column); }
     void setLockedColour(const Colour& colour) override;
+    bool cellOpen() const override { return model_.cellOpen(); }
+    std::string openText() const override { return model_.openText(); }
+    std::string refusal() const override { return model_.refusal(); }
 
 private:
     void listen();
+    CellPlace activeCell() const { return {model_.activeColumn(), model_.activeRow()}; }
     void showActive();
     void picked(CellPlace cell, int item);
+    void raisePick(CellPlace cell, int item);
     void pressed(CellPlace cell);
 
     Core& core_;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "platform/qt/entrygridview.h"
 #include "platform/qt/text.h"
 
 namespace orvenmod::platform::qt {
@@ -62,6 +63,7 @@ void TabsWidget::showPage(int index) {
 }
 
 void TabsWidget::turn(int step) {
+    if (!takeOverIn(*window())) return;
     const int count = bar_->count();
     for (int tried = 1; tried < count; ++tried) {
         const int index = (bar_->currentIndex() + count + step * tried) % count;

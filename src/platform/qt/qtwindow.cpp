@@ -40,8 +40,7 @@ QtWindow::QtWindow(Core& core, const WindowDesign& design)
     }
     widget_->setAreaSize(QSize(toPixels(width_), toPixels(height_)));
     widget_->onClose = [this] {
-        finishOpenEdit();
-        close();
+        if (takeOverIn(*widget_)) close();
     };
     widget_->onResize = [this] { areaResized(); };
 }

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/model/numberinput.h"
+#include "platform/model/cellinput.h"
 
 namespace orvenmod::platform::model {
 namespace {
@@ -49,38 +49,18 @@ TEST(EntryGridModel, onlyCellsOfTextThatAreShownAndUnlockedTakeText) {
     }
 }
 
-TEST(NumberInput, refusesWhatCanNotBecomeANumberWithinItsLimits) {
-    const NumberRule rule{.decimals = 1, .minimum = -5, .maximum = 200};
-    for (const char* text : {"", "-", "1", "19", "199", "200", "0.", ".5", "-4.5"}) {
-        EXPECT_TRUE(mayBecomeNumber(text, rule)) << text;
-    }
-    for (const char* text : {"a", "1a", "201", "1.23", "-6", "--", "1-", "1e5"}) {
-        EXPECT_FALSE(mayBecomeNumber(text, rule)) << text;
-    }
-    EXPECT_FALSE(mayBecomeNumber("-", {.decimals = 1, .minimum = 0}));
-    EXPECT_FALSE(mayBecomeNumber("1.", {.decimals = 0}));
+TEST(CellInput, aDayWithoutItsYearNeedsAClock) {
+    EXPECT_EQ(readDate("3-4", Date{2026, 11, 22}).text, "2026-03-04");
+    EXPECT_EQ(readDate("3-4", std::nullopt).refusal, "请输入日期，如 2026-03-04");
+    EXPECT_EQ(readDate("2026-3-4", std::nullopt).text, "2026-03-04");
 }
 
-TEST(NumberInput, finishesOnlyNumbersWithinTheLimits) {
-    const NumberRule rule{.decimals = 2, .minimum = 10, .maximum = 200};
-    EXPECT_EQ(finishedNumber("12.", rule), "12");
-    EXPECT_EQ(finishedNumber("+12.50", rule), "12.50");
-    EXPECT_EQ(finishedNumber("", rule), "");
-    EXPECT_EQ(finishedNumber("5", rule), std::nullopt);
-    EXPECT_EQ(finishedNumber("-", rule), std::nullopt);
-    EXPECT_EQ(finishedNumber(".", rule), std::nullopt);
-    EXPECT_EQ(finishedNumber(".5", NumberRule()), "0.5");
-    EXPECT_EQ(finishedNumber("-.5", NumberRule()), "-0.5");
-}
-
-TEST(NumberInput, finishesOnlyDaysOfTheCalendar) {
-    EXPECT_EQ(finishedDate("2026-1-5"), "2026-01-05");
-    EXPECT_EQ(finishedDate("2026/01/05"), "2026-01-05");
-    EXPECT_EQ(finishedDate(""), "");
-    for (const char* text :
-         {"2026", "2026-13-01", "2026-02-29", "2026-1/5", "2026-01-05x", "-1-1-1", "x", "2026--1-5"}) {
-        EXPECT_EQ(finishedDate(text), std::nullopt) << text;
-    }
+TEST(CellInput, fullWidthLettersAndForeignBlanksArePlainOnes) {
+    EXPECT_EQ(plainLetters("\u3000Ａ１～！\u00A0"), "A1~!");
+    EXPECT_EQ(plainLetters("−１。５"), "-1.5");
+    EXPECT_EQ(plainLetters("螺丝 M6"), "螺丝 M6");
+    EXPECT_EQ(plainLetters("\xEF\xBC"), "\xEF\xBC") << "a letter cut in two";
+    EXPECT_EQ(plainLetters("\uFF00\uFF5F"), "\uFF00\uFF5F");
 }
 
 }  // namespace

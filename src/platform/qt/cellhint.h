@@ -1,0 +1,19 @@
+// The text beside a cell that refuses what was typed. It stays until the cell is typed in again or left; the desktop's
+// own tooltips go with the next click.
+#pragma once
+
+#include <QLabel>
+
+namespace orvenmod::platform::qt {
+
+class CellHint : public QLabel {
+    Q_OBJECT
+public:
+    explicit CellHint(QWidget* window);
+
+    /// Shows the text below the cell's field, or above it where there is no room.
+    void tell(const QString& text, const QWidget& field);
+    void place(const QWidget& field);
+};
+
+}  // namespace orvenmod::platform::qt
