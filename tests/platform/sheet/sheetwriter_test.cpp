@@ -1,6 +1,7 @@
 // The files are read back by LibreOffice, sheet by sheet.
 #include "platform/sheet/sheetwriter.h"
 
+#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -258,6 +259,10 @@ TEST_P(XlsxWriterTest, goesOnInFurtherSheetsWhereOneIsFull) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, XlsxWriterTest, testing::Values("xlsx"));
+
+TEST(SpreadsheetReader, aReaderThatFailsShowsItsLog) {
+    EXPECT_NONFATAL_FAILURE(test::readSpreadsheet("/no/such/file.xls"), "source file could not be loaded");
+}
 
 }  // namespace
 }  // namespace orvenmod::platform
