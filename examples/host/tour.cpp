@@ -77,6 +77,7 @@ void pickGoods(Guide& guide) {
         visitor.picture("picker", "选取货品：查找“灯”，只看有库存的");
         visitor.clickRow("vsf1", 3);
         visitor.keyOnGrid("vsf1", Qt::Key_Return);
+        visitor.closed();
     });
     guide.pictureSuite("picked", "选取后：主程序读到的属性");
 }
@@ -105,6 +106,7 @@ void pickForBill(Guide& guide) {
         visitor.click("cmdRemoveItem");
         visitor.boxesDone();
         visitor.press("Alt+A");
+        visitor.closed();
     });
     guide.pictureSuite("bill", "添加到单据后：tblItemInput 的行");
 }

@@ -17,6 +17,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 
@@ -173,8 +174,18 @@ void Visitor::typeKeys(const QString& text) {
 void Visitor::press(const QString& keys) {
     const QKeySequence sequence = QKeySequence::fromString(keys, QKeySequence::PortableText);
     if (sequence.isEmpty()) throw std::runtime_error("no such key: " + keys.toStdString());
+    // Without a window manager nobody gives the window the keyboard back when a box closes.
+    if (QApplication::activePopupWidget() == nullptr && !root_->isActiveWindow()) {
+        root_->activateWindow();
+        QCoreApplication::processEvents();
+    }
     QTest::keyClick(&keyboard(), sequence[0].key(), sequence[0].keyboardModifiers());
     QCoreApplication::processEvents();
+    // A button that is pressed by its letter stays down for a moment before it clicks.
+    const QList<QPushButton*> buttons = root_->findChildren<QPushButton*>();
+    const auto isUp = [](const QPushButton* button) { return !button->isDown(); };
+    if (!QTest::qWaitFor([&] { return std::all_of(buttons.begin(), buttons.end(), isUp); }))
+        throw std::runtime_error("a button stays down after " + keys.toStdString());
 }
 
 void Visitor::inputCell(const QString& grid, int row, int column, const QString& text) {
@@ -304,6 +315,8 @@ void Visitor::boxesDone() const {
     if (boxes_ != 0) throw std::runtime_error("a box that was expected didn't come");
 }
 
-void Visitor::close() { root_->close(); }
+void Visitor::closed() const {
+    if (window_.shown()) throw std::runtime_error(window_.name() + " is still open");
+}
 
 }  // namespace orvenmod::sample

@@ -88,7 +88,8 @@ public:
     /// Throws where an expected box didn't come.
     void boxesDone() const;
 
-    void close();
+    /// Throws where the window is still open.
+    void closed() const;
 
 private:
     template <class Widget>
