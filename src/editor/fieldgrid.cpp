@@ -17,16 +17,17 @@ constexpr int kNumberType = 13;
 
 std::string classId() { return std::to_string(appState().gItemClassId); }
 
-// Limits that were left empty are stored as 0 and 0, which no number but 0 would keep.
+// A limit that was left empty is stored as 0: no number but 0 would keep two of them, and none at all one on the wrong
+// side of the other.
 platform::NumberRule numberRule(const store::Recordset& field) {
     platform::NumberRule rule;
     const std::string maximum = field.text("FMaxNumber");
     const std::string minimum = field.text("FMinNumber");
     if (!field.text("FNumberDec").empty()) rule.decimals = toInt16(field.text("FNumberDec"));
-    const auto isNone = [](const std::string& limit) { return limit.empty() || toDouble(limit) == 0; };
-    if (isNone(maximum) && isNone(minimum)) return rule;
-    if (!maximum.empty()) rule.maximum = toDouble(maximum);
-    if (!minimum.empty()) rule.minimum = toDouble(minimum);
+    const double most = maximum.empty() ? 0 : toDouble(maximum);
+    const double least = minimum.empty() ? 0 : toDouble(minimum);
+    if (!maximum.empty() && (most != 0 || least < 0)) rule.maximum = most;
+    if (!minimum.empty() && (least != 0 || most > 0)) rule.minimum = least;
     return rule;
 }
 

@@ -68,6 +68,65 @@ TEST_P(DesignerRoads, aPartlyTypedClassMakesALookupOrIsRefused) {
     stage.finish();
 }
 
+TEST_P(DesignerRoads, aNewFieldThatIsRefusedLeadsToTheCellThatIsEmpty) {
+    stage.withClass({"50", "设备"});
+    stage.open([&](User& user) {
+        user.clickNode("tv1", "D50");
+        stage.inNewField(user, [&](User& dialog) {
+            const auto& grid = dialog.control<EntryGrid>("fps1");
+            dialog.clickCell("fps1", kValueColumn, kLookupOfField);
+            dialog.typeKeys("供");
+            dialog.answer(MessageKind::critical, "名称不能为空");
+            dialog.clickTool("Save");
+            EXPECT_EQ(grid.activeRow(), kNameOfField);
+            dialog.typeKeys("厂家");
+            dialog.answer(MessageKind::information, kFieldSaved);
+            dialog.clickTool("Save");
+            EXPECT_EQ(grid.activeRow(), kNameOfField);
+        });
+    });
+    EXPECT_EQ(stage.database().value("select fValueItemId from tblTableInfo where fName='厂家'"), "2");
+    stage.finish();
+}
+
+TEST_P(DesignerRoads, aNumberThatItsWholeColumnCannotHoldIsToldAndNothingIsStored) {
+    stage.withClass({"50", "设备"}, {{.name = "重量",
+                                      .field = "fWeight",
+                                      .type = FieldType::number,
+                                      .decimals = "2",
+                                      .maximum = "100",
+                                      .minimum = "0"}});
+    addItem(stage, [&stage = stage](User& user) {
+        user.clickCell("fps1", kValueColumn, kOwnField);
+        user.typeKeys("12.34");
+        user.answer(MessageKind::critical, "在将 varchar 值 '12.34' 转换成数据类型 int 时失败。");
+        user.press("Ctrl+S");
+        EXPECT_EQ(user.control<EntryGrid>("fps1").text(kValueColumn, kOwnField), "12.34");
+        EXPECT_EQ(stage.database().value("select count(*) from tblSelfA1"), "0");
+        user.typeCell("fps1", kValueColumn, kOwnField, "12");
+    });
+    EXPECT_EQ(stage.database().rows("select fWeight from tblSelfA1"), (Rows{{"12"}}));
+    stage.finish();
+}
+
+TEST_P(DesignerRoads, aCaptionIsTakenOverByASaveFromItsOpenCell) {
+    stage.withClass({"50", "设备"}, {{.name = "甲"}});
+    stage.open([&](User& user) {
+        user.clickNode("tv1", "D50");
+        stage.inSetup(user, [](User& dialog) {
+            dialog.clickCell("fps1", 1, kOwnField);
+            dialog.typeKeys("x");
+            EXPECT_FALSE(dialog.control<EntryGrid>("fps1").cellOpen()) << "locked";
+            dialog.chooseMenu("MenuUnLock");
+            dialog.typeKeys("新名");
+            dialog.answer(MessageKind::information, kFieldSaved);
+            dialog.clickTool("Save");
+        });
+    });
+    EXPECT_EQ(stage.database().value("select fName from tblTableInfo where fItemClassId=50 and fInterId=4"), "新名");
+    stage.finish();
+}
+
 TEST_P(DesignerRoads, classesOfOneNameAreListedWithTheirNumbers) {
     stage.database().execute("update tblItemClass set fItemName='客户' where fItemClassId=2");
     stage.open([&](User& user) {

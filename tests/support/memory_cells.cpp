@@ -1,4 +1,7 @@
 // The scripted user's steps in the cells of an entry grid, and what the keys do there.
+#include <algorithm>
+#include <numeric>
+
 #include "platform/memory/memoryentrygrid.h"
 #include "support/letters.h"
 #include "support/memory_user.h"
@@ -54,9 +57,13 @@ void MemoryUser::paste(const std::string& text) {
 }
 
 std::vector<std::string> MemoryUser::openedList() {
-    const auto* grid = focusedGrid();
+    auto* grid = focusedGrid();
     if (!grid || !grid->listOpen()) return {};
-    return grid->listTexts();
+    const std::vector<std::string> texts = grid->model().listTexts(grid->activeColumn(), grid->activeRow());
+    std::vector<std::string> shown;
+    for (const int item : grid->listed())
+        shown.push_back(texts[static_cast<std::size_t>(item)]);
+    return shown;
 }
 
 void MemoryUser::pickCell(const std::string& grid, int column, int row, int item) {
@@ -92,13 +99,16 @@ bool MemoryUser::pressInGrid(const std::string& key) {
     const CellType type = grid->cellType(column, row);
     if (key == "Esc") {
         grid->giveUp();
-    } else if (key == "F4" && type == CellType::combo) {
+    } else if (type == CellType::combo && (key == "F4" || (key == "F2" && !grid->cellOpen()))) {
         grid->openList();
+    } else if (key == "F2") {
+        grid->openField();
     } else if (key == "Delete" && !grid->cellOpen() && grid->model().takesTyping(column, row)) {
         grid->type("");
         grid->takeOver();
     } else if (key == "Ctrl+C") {
-        clipboard_ = grid->cellOpen() ? grid->openText() : grid->text(column, row);
+        if (!grid->cellOpen()) clipboard_ = grid->text(column, row);
+        if (grid->marked()) clipboard_ = grid->openText();
     } else if (key == "Ctrl+V") {
         return pasteInto(*grid);
     } else if (key == "Enter") {
@@ -111,7 +121,29 @@ bool MemoryUser::pressInGrid(const std::string& key) {
         const int next = key == "Up" ? row - 1 : row + 1;
         if (grid->takeOver() && next >= 1 && next <= grid->rowCount()) grid->setActiveCell(column, next);
     } else {
-        return false;
+        return grid->cellOpen() && pressInField(*grid, key);
+    }
+    return true;
+}
+
+// The field is written at its end: where the cursor stands in it is the toolkit's own.
+bool MemoryUser::pressInField(MemoryEntryGrid& grid, const std::string& key) {
+    const bool marked = grid.marked();
+    if (key == "Backspace") {
+        std::vector<std::string> letters = marked ? std::vector<std::string>() : lettersOf(grid.openText());
+        if (!letters.empty()) letters.pop_back();
+        grid.type(std::accumulate(letters.begin(), letters.end(), std::string()));
+    } else if (key == "Space") {
+        typeKeys(" ");
+    } else if (key == "Ctrl+A") {
+        grid.setMarked(true);
+    } else if (marked && (key == "Ctrl+X" || key == "Delete")) {
+        if (key == "Ctrl+X") clipboard_ = grid.openText();
+        grid.type("");
+    } else if (key == "Left" || key == "Right" || key == "Home" || key == "End") {
+        grid.setMarked(false);
+    } else {
+        return key == "Ctrl+X" || key == "Delete";
     }
     return true;
 }
@@ -119,8 +151,12 @@ bool MemoryUser::pressInGrid(const std::string& key) {
 bool MemoryUser::pressInList(MemoryEntryGrid& grid, const std::string& key) {
     const int marked = grid.model().markedItem();
     if (key == "Up" || key == "Down") {
-        const int next = key == "Up" ? marked - 1 : marked + 1;
-        if (next >= 0 && next < static_cast<int>(grid.listTexts().size())) grid.model().markItem(next);
+        const std::vector<int> listed = grid.listed();
+        const auto last = static_cast<std::ptrdiff_t>(listed.size()) - 1;
+        const auto here = std::find(listed.begin(), listed.end(), marked) - listed.begin();
+        // From nowhere, Down comes to the first entry and Up to the last.
+        const auto next = here > last ? (key == "Up" ? last : 0) : here + (key == "Up" ? -1 : 1);
+        grid.model().markItem(listed[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(next, 0, last))]);
         return true;
     }
     if (key != "Enter" || marked < 0) return false;
@@ -140,7 +176,7 @@ void MemoryUser::advance(MemoryEntryGrid& grid) {
 bool MemoryUser::pasteInto(MemoryEntryGrid& grid) {
     const bool open = grid.cellOpen();
     if (!grid.model().takesTyping(grid.activeColumn(), grid.activeRow())) return true;
-    grid.type(open ? grid.openText() + clipboard_ : clipboard_);
+    grid.type(open && !grid.marked() ? grid.openText() + clipboard_ : clipboard_);
     if (!open) grid.takeOver();
     return true;
 }

@@ -122,7 +122,14 @@ void MemoryUser::pressOn(ControlCore& focus, const std::string& key) {
 }
 
 void MemoryUser::pressOnCells(MemoryEntryGrid& cells, const std::string& key) {
-    if (key == "Space" && cells.activeRow() > 0) clickCell(cells.name(), cells.activeColumn(), cells.activeRow());
+    if (cells.activeRow() == 0) return;
+    if (key == "Space") return clickCell(cells.name(), cells.activeColumn(), cells.activeRow());
+    if (key != "Left" && key != "Right") return;
+    int column = cells.activeColumn();
+    do
+        column += key == "Left" ? -1 : 1;
+    while (column >= 1 && column <= cells.columnCount() && cells.columnHidden(column));
+    if (column >= 1 && column <= cells.columnCount()) cells.setActiveCell(column, cells.activeRow());
 }
 
 // As many rows make a page as the grid's height shows below its heading.
@@ -213,7 +220,7 @@ void MemoryUser::typeKeys(const std::string& text) {
             typeOnTree(*tree, letter);
         } else if (auto* cells = dynamic_cast<MemoryEntryGrid*>(&control)) {
             if (!cells->model().takesTyping(cells->activeColumn(), cells->activeRow())) continue;
-            const bool replaces = cells->listOpen() && cells->model().markedItem() >= 0;
+            const bool replaces = cells->marked() || (cells->listOpen() && cells->model().markedItem() >= 0);
             cells->type(replaces ? letter : cells->openText() + letter);
         }
     }

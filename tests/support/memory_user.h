@@ -89,6 +89,8 @@ private:
     bool leaveCell();
     platform::memory::MemoryEntryGrid* focusedGrid() const;
     bool pressInGrid(const std::string& key);
+    /// A key of the open cell's field; false where it isn't one.
+    bool pressInField(platform::memory::MemoryEntryGrid& grid, const std::string& key);
     bool pressInList(platform::memory::MemoryEntryGrid& grid, const std::string& key);
     /// On to the next cell that takes a value.
     void advance(platform::memory::MemoryEntryGrid& grid);

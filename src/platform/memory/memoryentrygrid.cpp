@@ -1,6 +1,9 @@
 #include "platform/memory/memoryentrygrid.h"
 
+#include <numeric>
+
 #include "platform/memory/memorytoolkit.h"
+#include "platform/model/cellinput.h"
 
 namespace orvenmod::platform::memory {
 
@@ -26,8 +29,11 @@ void MemoryEntryGrid::setItemCodes(int column, int row, const std::vector<std::s
 void MemoryEntryGrid::type(const std::string& text) {
     model_.openCell();
     model_.typed(text);
-    listOpen_ = false;
-    if (cellType(activeColumn(), activeRow()) == CellType::combo) return;
+    typed_ = text;
+    marked_ = false;
+    const bool choice = cellType(activeColumn(), activeRow()) == CellType::combo;
+    listOpen_ = choice && !model::itemsWith(text, model_.items(activeColumn(), activeRow())).empty();
+    if (choice) return;
     toolkit().guard([this] { editChange.raise(activeColumn(), activeRow()); });
 }
 
@@ -51,9 +57,26 @@ void MemoryEntryGrid::pick(int item) {
     raisePick(activeColumn(), activeRow(), item);
 }
 
-void MemoryEntryGrid::openList() {
+void MemoryEntryGrid::openField() {
+    if (cellOpen()) return;
     model_.openCell();
+    listOpen_ = false;
+    marked_ = true;
+    typed_.clear();
+}
+
+void MemoryEntryGrid::openList() {
+    openField();
     listOpen_ = true;
+}
+
+std::vector<int> MemoryEntryGrid::listed() const {
+    const auto& items = model_.items(activeColumn(), activeRow());
+    std::vector<int> places = model::itemsWith(typed_, items);
+    if (!places.empty()) return places;
+    places.resize(items.size());
+    std::iota(places.begin(), places.end(), 0);
+    return places;
 }
 
 void MemoryEntryGrid::raisePick(int column, int row, int item) {

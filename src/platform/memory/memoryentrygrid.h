@@ -57,16 +57,25 @@ public:
     void giveUp();
     /// Takes an entry of its list.
     void pick(int item);
-    /// Opens its list, for a combo; typing closes that.
+    /// Opens it with all of its text marked.
+    void openField();
+    /// Opens its list, for a combo; typing opens it where an entry fits.
     void openList();
     bool listOpen() const { return listOpen_ && cellOpen(); }
-    std::vector<std::string> listTexts() const { return model_.listTexts(activeColumn(), activeRow()); }
+    /// The entries that the open list shows: those with what was typed, all where there are none.
+    std::vector<int> listed() const;
+
+    /// Whether all that stands in the open cell is marked: the next letter takes its place.
+    bool marked() const { return marked_ && cellOpen(); }
+    void setMarked(bool marked) { marked_ = marked; }
 
 private:
     void raisePick(int column, int row, int item);
 
     model::EntryGridModel model_;
     bool listOpen_ = false;
+    bool marked_ = false;
+    std::string typed_;  ///< by its user, since the cell was opened
     Colour lockedColour_{255, 255, 255};
 };
 

@@ -1,7 +1,6 @@
 #include "platform/model/cellinput.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace orvenmod::platform::model {
 
@@ -21,6 +20,15 @@ std::string lowered(std::string_view text) {
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     }
     return lower;
+}
+
+template <class Test>
+std::vector<int> placesOf(const std::vector<std::string>& items, Test fits) {
+    std::vector<int> places;
+    for (std::size_t place = 0; place < items.size(); ++place) {
+        if (fits(items[place])) places.push_back(static_cast<int>(place));
+    }
+    return places;
 }
 
 struct Replacement {
@@ -72,20 +80,20 @@ std::string onOneLine(std::string_view text) {
     return line;
 }
 
+std::vector<int> itemsWith(std::string_view text, const std::vector<std::string>& items) {
+    const std::string part = lowered(withoutBlanks(text));
+    return placesOf(items, [&part](const std::string& item) { return lowered(item).find(part) != std::string::npos; });
+}
+
 ItemInput readItem(std::string_view typed, const std::vector<std::string>& items) {
     const std::string_view meant = withoutBlanks(typed);
-    const std::string part = lowered(meant);
-    const std::function<bool(const std::string&)> ways[] = {
-        [typed](const std::string& item) { return item == typed; },
-        [meant](const std::string& item) { return withoutBlanks(item) == meant; },
-        [&part](const std::string& item) { return lowered(item).find(part) != std::string::npos; }};
-    for (const auto& fits : ways) {
-        const auto first = std::find_if(items.begin(), items.end(), fits);
-        if (first == items.end()) continue;
-        if (std::find_if(first + 1, items.end(), fits) != items.end()) return {.refusal = "有多项符合，请从列表中选择"};
-        return {static_cast<int>(first - items.begin())};
-    }
-    return {.refusal = "没有这一项"};
+    std::vector<int> places = placesOf(items, [typed](const std::string& item) { return item == typed; });
+    if (places.empty())
+        places = placesOf(items, [meant](const std::string& item) { return withoutBlanks(item) == meant; });
+    if (places.empty()) places = itemsWith(typed, items);
+    if (places.empty()) return {.refusal = "没有这一项"};
+    if (places.size() > 1) return {.refusal = "有多项符合，请从列表中选择"};
+    return {places.front()};
 }
 
 }  // namespace orvenmod::platform::model

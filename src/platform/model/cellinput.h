@@ -31,6 +31,9 @@ CellInput readNumber(std::string_view typed, const NumberRule& rule);
 /// a `today`, 3-4 of its year; with '-', '/' or '.' between the parts, or 年, 月 and 日 behind them.
 CellInput readDate(std::string_view typed, const std::optional<Date>& today);
 
+/// The places of the entries that contain that text, without regard to the case of plain letters.
+std::vector<int> itemsWith(std::string_view text, const std::vector<std::string>& items);
+
 /// The only entry of exactly that text, else the only one that contains it, without regard to the case of plain
 /// letters.
 ItemInput readItem(std::string_view typed, const std::vector<std::string>& items);

@@ -13,6 +13,7 @@ using Parts = std::vector<std::string>;
 
 constexpr std::size_t kYearDigits = 4;
 constexpr std::size_t kPartDigits = 2;
+constexpr int kFirstYear = 1753;  // of what a datetime column holds
 
 /// The groups of digits; none where anything but one kind of separator stands between them.
 Parts partsOf(std::string_view text) {
@@ -63,7 +64,7 @@ std::optional<Date> dayOf(Parts parts, const std::optional<Date>& today) {
     const std::chrono::year_month_day tested{std::chrono::year(day.year),
                                              std::chrono::month(static_cast<unsigned>(day.month)),
                                              std::chrono::day(static_cast<unsigned>(day.day))};
-    if (!tested.ok() || day.year < 1) return std::nullopt;
+    if (!tested.ok() || day.year < kFirstYear) return std::nullopt;
     return day;
 }
 

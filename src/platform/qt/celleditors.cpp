@@ -88,6 +88,7 @@ ItemCellEditor::ItemCellEditor(QWidget* parent, const QStringList& items, const 
     list->setFilterMode(Qt::MatchContains);
     list->setCaseSensitivity(Qt::CaseInsensitive);
     list->setMaxVisibleItems(kListRows);
+    list->setWrapAround(false);  // past its ends the list would show what was typed, with the last entry still marked
     list->popup()->setObjectName(QStringLiteral("items"));
     list->popup()->setFont(font());
     setCompleter(list);

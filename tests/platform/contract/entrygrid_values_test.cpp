@@ -106,6 +106,7 @@ TEST_F(CellValues, aDayIsUnderstoodInTheUsualForms) {
             expectTaken(user, typed, "2026-03-04");
         expectTaken(user, "2024-2-29", "2024-02-29");
         expectTaken(user, "00-1-1", "2000-01-01");
+        expectTaken(user, "1753-1-1", "1753-01-01");
         expectTaken(user, "", "");
     });
 }
@@ -114,8 +115,9 @@ TEST_F(CellValues, anythingElseIsNoDay) {
     inCell(CellType::date, {}, [](User& user, EntryGrid& grid) {
         grid.setText(1, 1, "2026-11-20");
         for (const char* typed :
-             {"2026-02-30", "2026-2-29", "2-29", "2026", "202603", "260304", "2026-3", "126-3-4", "6-3-4", "2026-3/4",
-              "2026-3-4x", "-1-1-1", "2026--3-4", "0000-1-1", "abc", "0", "2026-3-4-5", "2026-3-4 8:00"}) {
+             {"2026-02-30", "2026-2-29",  "2-29",     "2026",      "202603",     "260304",       "2026-3",
+              "126-3-4",    "6-3-4",      "2026-3/4", "2026-3-4x", "-1-1-1",     "2026--3-4",    "0000-1-1",
+              "0202-3-4",   "1752-12-31", "abc",      "0",         "2026-3-4-5", "2026-3-4 8:00"}) {
             expectRefused(user, typed, "请输入日期，如 2026-03-04");
             EXPECT_EQ(grid.text(1, 1), "2026-11-20") << typed;
         }
