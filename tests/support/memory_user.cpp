@@ -191,8 +191,4 @@ void MemoryUser::resizeWindow(float width, float height) {
     });
 }
 
-void MemoryUser::answer(MessageKind kind, const std::string& text, Answer answer) {
-    book_.addAnswer(kind, text, answer);
-}
-
 }  // namespace orvenmod::test

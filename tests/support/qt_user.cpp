@@ -192,6 +192,4 @@ void QtUser::resizeWindow(float width, float height) {
     settle();
 }
 
-void QtUser::answer(MessageKind kind, const std::string& text, Answer answer) { book_.addAnswer(kind, text, answer); }
-
 }  // namespace orvenmod::test
