@@ -57,6 +57,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void listAll();
     bool keyInList(QKeyEvent& event);
     /// The entry that the list shows there.
     int sourceRow(const QModelIndex& shown) const;
