@@ -109,6 +109,68 @@ TEST_F(EditorCells, aRefusalShowsBesideItsCellUntilTheNextLetter) {
     });
 }
 
+/// A click as the desktop gives it: at a place of the window, whatever lies there or has the mouse.
+void clickPlace(const QModelIndex& index, Qt::MouseButton button = Qt::LeftButton) {
+    auto* view = QApplication::activeModalWidget()->findChild<QTableView*>("fps1");
+    const QPoint place = view->viewport()->mapTo(view->window(), view->visualRect(index).center());
+    QTest::mouseClick(view->window()->windowHandle(), button, Qt::NoModifier, place);
+    settle();
+}
+
+TEST_F(EditorCells, aClickBesideAnOpenListTakesOverWhatWasTyped) {
+    stage.openNew([](User& user) {
+        user.clickCell("fps1", kValue, kSupplierRow);
+        user.typeKeys("南");
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+        clickPlace(cell(kValue, kNameRow));
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        clickPlace(cell(kValue, kNameRow));
+        EXPECT_EQ(chosenId(user, kSupplierRow), "202");
+        EXPECT_EQ(user.control<EntryGrid>("fps1").activeRow(), kNameRow);
+        user.clickCell("fps1", kValue, kSupplierRow);
+        user.typeKeys("供");
+        clickPlace(cell(kValue, kNameRow));
+        clickPlace(cell(kValue, kNameRow));
+        EXPECT_EQ(user.control<EntryGrid>("fps1").refusal(), "有多项符合，请从列表中选择");
+        EXPECT_EQ(user.control<EntryGrid>("fps1").activeRow(), kSupplierRow);
+        clickPlace(cell(kValue, kNameRow), Qt::RightButton);
+        EXPECT_EQ(user.control<EntryGrid>("fps1").openText(), "供");
+        EXPECT_TRUE(user.control<EntryGrid>("fps1").hasFocus());
+        user.typeKeys("x");
+        EXPECT_EQ(user.control<EntryGrid>("fps1").openText(), "供x");
+        user.press("Esc");
+        if (user.control<EntryGrid>("fps1").cellOpen()) user.press("Esc");
+        clickPlace(cell(kValue, kNameRow));
+        user.typeKeys("新");
+        EXPECT_EQ(value(user, kNameRow), "新");
+    });
+}
+
+TEST_F(EditorCells, aClickOnAChoiceOpensItsListAndTheNextLetterTakesItsPlace) {
+    stage.openNew([](User& user) {
+        user.pickCell("fps1", kValue, kSupplierRow, 0);
+        clickPlace(cell(kValue, kNameRow));
+        clickPlace(cell(kValue, kSupplierRow));
+        EXPECT_EQ(user.openedList().size(), 2U);
+        user.typeKeys("南");
+        EXPECT_EQ(user.openedList(), Texts{"华南供应"});
+        user.press("Tab");
+        EXPECT_EQ(chosenId(user, kSupplierRow), "202");
+    });
+}
+
+TEST_F(EditorCells, aRefusalGoesWithTheRowOfItsCell) {
+    setField("fMinQty", "fNumberDec=2,FMaxNumber=100,FMinNumber=10");
+    stage.openNew([](User& user) {
+        auto* hint = QApplication::activeModalWidget()->findChild<QLabel*>("cellHint");
+        user.typeCell("fps1", kValue, kMinQtyRow, "150");
+        ASSERT_TRUE(hint->isVisible());
+        user.control<EntryGrid>("fps1").deleteRow(kMinQtyRow);
+        settle();
+        EXPECT_FALSE(hint->isVisible());
+    });
+}
+
 /// What an input method gives, wherever the keyboard stands.
 void input(const QString& committed, const QString& composing = {}) {
     QInputMethodEvent event(composing, {});

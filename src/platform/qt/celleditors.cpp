@@ -103,7 +103,7 @@ ItemCellEditor::ItemCellEditor(QWidget* parent, const QStringList& items, const 
     });
     connect(this, &QLineEdit::textEdited, this, [this](const QString& text) {
         typed_ = true;
-        if (text.isEmpty()) openList();
+        if (text.isEmpty()) QMetaObject::invokeMethod(this, &ItemCellEditor::listAll, Qt::QueuedConnection);
     });
 }
 
@@ -115,6 +115,12 @@ void ItemCellEditor::openList() {
     if (!entry.isValid()) return;
     auto* shown = qobject_cast<QAbstractProxyModel*>(completer()->completionModel());
     completer()->popup()->setCurrentIndex(shown->mapFromSource(entry));
+    if (!typed_) selectAll();  // the mark in the list has written its text: the next letter takes its place
+}
+
+// The completer shuts its list after the letter that empties the field.
+void ItemCellEditor::listAll() {
+    if (isVisible() && text().isEmpty()) openList();
 }
 
 void ItemCellEditor::mouseReleaseEvent(QMouseEvent* event) {

@@ -58,6 +58,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void listAll();
     bool keyInList(QKeyEvent& event);
     /// The entry that the list shows there.
     int sourceRow(const QModelIndex& shown) const;

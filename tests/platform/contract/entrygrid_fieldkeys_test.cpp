@@ -141,6 +141,53 @@ TEST_F(FieldKeys, theMarkInAListStaysWithinItsEntries) {
     });
 }
 
+TEST_F(FieldKeys, reachTheFieldWhileItsListShows) {
+    inRow(kChoice, [](User& user, EntryGrid& grid) {
+        user.typeKeys("甲");
+        user.paste("x");
+        EXPECT_EQ(grid.openText(), "甲x");
+        user.press("Backspace");
+        user.press("Backspace");
+        EXPECT_EQ(grid.openText(), "");
+        EXPECT_EQ(user.openedList().size(), 4U);
+        user.typeKeys("乙");
+        user.press("Ctrl+A");
+        user.typeKeys("丁");
+        EXPECT_EQ(grid.openText(), "丁");
+        EXPECT_EQ(user.openedList(), std::vector<std::string>{"丁"});
+        user.press("Ctrl+A");
+        user.press("Ctrl+X");
+        EXPECT_EQ(user.copied(), "丁");
+        user.paste("乙丙");
+        user.press("Enter");
+        EXPECT_EQ(grid.selectedItem(1, kChoice), 2);
+    });
+}
+
+TEST_F(FieldKeys, f4ListsAllEntriesAndThenThoseThatAreTyped) {
+    inRow(kChoice, [](User& user, EntryGrid& grid) {
+        user.pickCell("fps1", 1, kChoice, 1);
+        user.press("F4");
+        EXPECT_EQ(user.openedList().size(), 4U);
+        user.typeKeys("乙");
+        EXPECT_EQ(grid.openText(), "乙") << "the text it held was marked";
+        EXPECT_EQ(user.openedList(), (std::vector<std::string>{"甲乙", "乙丙"}));
+        user.press("Up");
+        user.press("Enter");
+        EXPECT_EQ(grid.selectedItem(1, kChoice), 2);
+    });
+}
+
+TEST_F(FieldKeys, aWindowThatClosesHasTakenOverItsOpenCell) {
+    std::string seen;
+    inRow(kNumber, [&](User& user, EntryGrid& grid) {
+        user.window().unload = [&] { seen = grid.text(1, kNumber); };
+        user.typeKeys("１７.");
+        user.closeWindow();
+    });
+    EXPECT_EQ(seen, "17");
+}
+
 TEST_F(FieldKeys, aRightClickElsewhereDoesNothingWhileTheCellRefuses) {
     inRow(kNumber, [](User& user, EntryGrid& grid) {
         auto& list = user.control<ListGrid>("vsf1");
