@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "designer/lists.h"
-#include "designer/stockfields.h"
 #include "frame/conversion.h"
+#include "store/stockfields.h"
 #include "store/stockviewtext.h"
 
 namespace orvenmod {
@@ -152,10 +152,10 @@ private:
     void addDimensions() {
         for (std::size_t i = 0; i < settings_.names.size(); ++i) {
             const std::string& caption = entryOf(settings_.captions, i);
-            const StockField* dimension = stockDimension(settings_.names[i]);
+            const store::StockField* dimension = store::stockDimension(settings_.names[i]);
             if (dimension == nullptr) continue;
             addLine(dimension->columns);
-            if (dimension->kind == StockFieldKind::plain) {
+            if (dimension->kind == store::StockFieldKind::plain) {
                 describe(settings_.names[i], caption);
             } else {
                 describeLookup(settings_.names[i], caption);
@@ -172,10 +172,10 @@ private:
             "tblitemclass as b on a.fValueItemId=b.fitemclassid ");
         for (; !rows.eof(); rows.moveNext()) {
             const std::string name = rows.text("fFieldName");
-            const StockField* field = goodsField(name);
+            const store::StockField* field = store::goodsField(name);
             if (field == nullptr) continue;
             add(field->columns);
-            if (field->kind == StockFieldKind::plain) {
+            if (field->kind == store::StockFieldKind::plain) {
                 describe(name, rows.text("fname"));
                 continue;
             }

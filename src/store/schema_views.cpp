@@ -2,6 +2,7 @@
 // field setup changes nothing.
 #include "store/classviewtext.h"
 #include "store/schemaparts.h"
+#include "store/stockfields.h"
 #include "store/stockviewtext.h"
 
 namespace orvenmod::store {
@@ -26,11 +27,10 @@ std::string fixedClassView(const FixedClass& fixed) {
 }
 
 std::string stockView() {
-    return std::string(stockViewColumns()) +
-           ",isnull(c.fA,'') as fA ,isnull(c.fB,'') as fB ,isnull(c.fC,'') as fC ,isnull(c.fD,0) as fD "
-           ",isnull(c.fE,0) as fE ,isnull(c.fF,'1900-01-01') as fF ,isnull(c.fG,'1900-01-01') as fG "
-           ",isnull(c.fH,0) as fH,isnull(f3.fNumber,'') as fHNumber,isnull(f3.fname,'') as fHName  " +
-           std::string(stockViewTables()) + stockViewGoodsLookup("tblSupplier");
+    std::string view(stockViewColumns());
+    for (const StockField& field : stockGoodsFields())
+        view += field.columns;
+    return view + std::string(stockViewTables()) + stockViewGoodsLookup("tblSupplier");
 }
 
 std::vector<std::string> stockViewRows() {

@@ -1,8 +1,6 @@
-#include "designer/stockfields.h"
+#include "store/stockfields.h"
 
-#include <span>
-
-namespace orvenmod {
+namespace orvenmod::store {
 
 namespace {
 
@@ -42,6 +40,8 @@ const StockField* named(std::span<const StockField> fields, std::string_view nam
 
 const StockField* stockDimension(std::string_view word) { return named(kDimensions, word); }
 
+std::span<const StockField> stockGoodsFields() { return kGoodsFields; }
+
 const StockField* goodsField(std::string_view name) { return named(kGoodsFields, name); }
 
-}  // namespace orvenmod
+}  // namespace orvenmod::store

@@ -2,10 +2,10 @@
 // goods. What a column of theirs is, its name alone decides.
 #pragma once
 
-#include <string>
+#include <span>
 #include <string_view>
 
-namespace orvenmod {
+namespace orvenmod::store {
 
 enum class StockFieldKind {
     plain,
@@ -20,7 +20,9 @@ struct StockField {
 
 /// Null for a word that names no dimension.
 const StockField* stockDimension(std::string_view word);
+/// fA to fH, in the order in which a new database has them.
+std::span<const StockField> stockGoodsFields();
 /// Null for a field that isn't one of fA to fH; the case counts.
 const StockField* goodsField(std::string_view name);
 
-}  // namespace orvenmod
+}  // namespace orvenmod::store
