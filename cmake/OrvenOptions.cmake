@@ -12,12 +12,37 @@ if(ORVEN_SANITIZE)
   target_compile_options(orven_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
+# orven_headers(name headers...): headers that many files include, read once for the targets that reuse them. One build
+# goes without, so that a file that forgets an include is found.
+function(orven_headers name)
+  file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/${name}.cpp CONTENT "")
+  add_library(${name} OBJECT ${PROJECT_BINARY_DIR}/${name}.cpp)
+  target_link_libraries(${name} PRIVATE orven_options)
+  target_precompile_headers(${name} PRIVATE ${ARGN})
+  # Else clang writes the time of each header into the result, and a compiler cache finds nothing again.
+  target_compile_options(${name} PRIVATE "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
+endfunction()
+
+# orven_reuse_headers(target name): nothing where headers aren't precompiled.
+function(orven_reuse_headers target name)
+  if(ORVEN_PRECOMPILE)
+    target_precompile_headers(${target} REUSE_FROM ${name})
+  endif()
+endfunction()
+
+set(ORVEN_STANDARD_HEADERS <algorithm> <chrono> <functional> <map> <memory> <optional> <stdexcept> <string> <string_view>
+  <unordered_map> <vector>)
+if(ORVEN_PRECOMPILE)
+  orven_headers(orven_standard_headers ${ORVEN_STANDARD_HEADERS})
+endif()
+
 # orven_library(name SOURCES ... LINKS ...): one layer of the component.
 function(orven_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE orven_options ${ARG_PRIVATE_LINKS})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+  orven_reuse_headers(${name} orven_standard_headers)
 endfunction()
 
 # orven_test(name SOURCES ... LINKS ... PREFIX ...): one test binary, each of its cases a ctest of its own; the prefix
@@ -27,6 +52,7 @@ function(orven_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} orven_source_folder orven_options GTest::gtest GTest::gmock GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  orven_reuse_headers(${name} orven_test_headers)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 TEST_PREFIX "${ARG_PREFIX}"
     PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()

@@ -7,10 +7,15 @@ cd "$root"
 say() { printf '== %s\n' "$*" >&2; }
 fail() { printf 'error: %s\n' "$*" >&2; exit 1; }
 
-# Where a compiler cache is installed it is used; nothing needs it.
-launcher=()
+# Where a compiler cache or a fast linker is installed it is used; nothing needs them.
+tools=()
 if command -v ccache >/dev/null 2>&1; then
-  launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
+  tools+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
+  # Without these it keeps nothing that was compiled with precompiled headers.
+  export CCACHE_SLOPPINESS="${CCACHE_SLOPPINESS:+$CCACHE_SLOPPINESS,}pch_defines,time_macros,include_file_mtime,include_file_ctime"
+fi
+if command -v mold >/dev/null 2>&1; then
+  tools+=(-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold)
 fi
 
 # Two heavy compilers on a small machine fight for memory: a job for each 1.5 GB, at most one a core.
@@ -27,7 +32,7 @@ configure() {
   local name="$1"
   shift
   mkdir -p "build/$name"
-  if ! cmake -S . -B "build/$name" -G Ninja "${launcher[@]}" "$@" >"build/$name/configure.log" 2>&1; then
+  if ! cmake -S . -B "build/$name" -G Ninja "${tools[@]}" "$@" >"build/$name/configure.log" 2>&1; then
     cat "build/$name/configure.log" >&2
     return 1
   fi

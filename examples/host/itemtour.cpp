@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kNameRow = 3;
 constexpr int kModelRow = 4;
+constexpr int kMinQtyRow = 6;
 constexpr int kDayRow = 13;
 constexpr int kSupplierRow = 15;
 constexpr int kAttachments = 1;
@@ -35,6 +36,26 @@ void attachDocuments(Visitor& editor, const QTemporaryDir& files) {
     }
 }
 
+void mistype(Visitor& editor) {
+    editor.clickCell("fps1", kMinQtyRow, 2);
+    editor.typeKeys("-20");
+    editor.press("Return");
+    editor.pictureRefusal("fps1", "refused-number", "最低库存不能是负数：先改好，或按 Esc 还原");
+    editor.press("Esc");
+    editor.clickCell("fps1", kSupplierRow, 2);
+    editor.typeKeys("制笔");
+    editor.picture("supplier-list", "输入几个字就找到供应商");
+    editor.press("Esc");
+    editor.clickCell("fps1", kSupplierRow, 2);
+    editor.typeKeys("瑞丰");
+    editor.press("Tab");
+    editor.pictureRefusal("fps1", "refused-supplier", "两家供应商都叫“瑞丰”：不会替人选一家");
+    editor.press("Esc");
+    editor.press("F4");
+    editor.picture("doubled-suppliers", "打开列表：同名的供应商带代码");
+    editor.press("Esc");
+}
+
 void addPen(Visitor& editor, const QTemporaryDir& files) {
     editor.inputCell("fps1", kNameRow, 2, "示例中性笔");
     editor.inputCell("fps1", kModelRow, 2, "0.5mm 黑");
@@ -42,7 +63,7 @@ void addPen(Visitor& editor, const QTemporaryDir& files) {
     editor.pickCell("fps1", kSupplierRow, 2, "文华制笔厂");
     editor.picture("new-item", "新增货品：代码已经排好");
     editor.pictureCalendar("fps1", kDayRow, 2, "calendar", "日期可以从日历里挑");
-    editor.pictureCellList("fps1", kSupplierRow, 2, "制笔", "supplier-list", "输入几个字就找到供应商");
+    mistype(editor);
     editor.chooseTab("SSTab1", kAttachments);
     attachDocuments(editor, files);
     editor.picture("new-attachments", "新增货品：两个附件");

@@ -17,6 +17,8 @@ namespace {
 
 QString text(const std::string& utf8) { return QString::fromStdString(utf8); }
 
+constexpr int kQuantityColumn = 2;
+
 QTableWidget* makeTable(const QString& name, const QStringList& titles) {
     auto* table = new QTableWidget(0, static_cast<int>(titles.size()));
     table->setObjectName(name);
@@ -188,7 +190,9 @@ void SuiteWindow::keepDictionaries() {
 
 void SuiteWindow::pickDictionary(std::int16_t dictionary) {
     try {
-        showResult(suite_.pickDictionary(dictionary));
+        const Result result = suite_.pickDictionary(dictionary);
+        outcome_->setText(outcomeText({.openAs = OpenAs::picker}, result));
+        showResult(result);
     } catch (const std::exception& failure) {
         QMessageBox::critical(this, windowTitle(), text(failure.what()));
     }
@@ -245,6 +249,8 @@ void SuiteWindow::showResult(const Result& result) {
     billRows_->setRowCount(0);
     for (const BillRow& row : result.rows)
         addRow(billRows_, {text(row.number), text(row.name), text(row.quantity)});
+    for (int row = 0; row < billRows_->rowCount(); ++row)
+        billRows_->item(row, kQuantityColumn)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
 void SuiteWindow::closeEvent(QCloseEvent* event) {

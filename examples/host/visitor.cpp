@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QCompleter>
 #include <QContextMenuEvent>
 #include <QDateEdit>
 #include <QDialogButtonBox>
@@ -18,8 +17,11 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
+
+#include "platform/entrygrid.h"
 
 namespace orvenmod::sample {
 namespace {
@@ -50,7 +52,22 @@ void commit(QWidget& widget, const QString& text) {
     QApplication::sendEvent(&widget, &event);
 }
 
+QModelIndex cellOf(const QTableView& view, int row, int column) {
+    QModelIndex index = view.model()->index(row - 1, column - 1);
+    if (!index.isValid()) throw std::runtime_error("no cell in row " + std::to_string(row));
+    return index;
+}
+
 }  // namespace
+
+void answerBox(Album& album, QMessageBox::StandardButton answer, const std::string& name, const std::string& caption,
+               const std::function<void()>& came) {
+    whenReady(shownBox, [&album, answer, name, caption, came](QMessageBox& box) {
+        came();
+        album.add(box, name, caption);
+        box.button(answer)->click();
+    });
+}
 
 Visitor::Visitor(platform::Window& window, Album& album) : window_(window), album_(album), root_(nullptr) {
     const QString name = QString::fromStdString(window.name());
@@ -134,69 +151,70 @@ void Visitor::keyOnGrid(const QString& grid, Qt::Key key) {
     QTest::keyClick(&view, key);
 }
 
-void Visitor::typeCell(const QString& grid, int row, int column, const QString& text) {
+void Visitor::clickCell(const QString& grid, int row, int column) {
     auto& view = find<QTableView>(grid);
-    const QModelIndex index = view.model()->index(row - 1, column - 1);
-    if (!index.isValid()) throw std::runtime_error("no cell in row " + std::to_string(row));
-    view.setFocus();
-    view.setCurrentIndex(index);
-    for (const QChar letter : text) {
-        QWidget* target = QApplication::focusWidget();
-        QTest::keyClick(target == nullptr ? &view : target, letter.toLatin1());
+    const QModelIndex index = cellOf(view, row, column);
+    view.scrollTo(index);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
+    QCoreApplication::processEvents();
+}
+
+// Keys are for an opened list first.
+QWidget& Visitor::keyboard() const {
+    if (QWidget* list = QApplication::activePopupWidget()) return *list;
+    QWidget* focus = root_->focusWidget();
+    return focus != nullptr ? *focus : *root_;
+}
+
+void Visitor::typeKeys(const QString& text) {
+    for (const QChar letter : text)
+        QTest::sendKeyEvent(QTest::Click, &keyboard(), Qt::Key_unknown, QString(letter), Qt::NoModifier);
+}
+
+void Visitor::press(const QString& keys) {
+    const QKeySequence sequence = QKeySequence::fromString(keys, QKeySequence::PortableText);
+    if (sequence.isEmpty()) throw std::runtime_error("no such key: " + keys.toStdString());
+    // Without a window manager nobody gives the window the keyboard back when a box closes.
+    if (QApplication::activePopupWidget() == nullptr && !root_->isActiveWindow()) {
+        root_->activateWindow();
+        QCoreApplication::processEvents();
     }
-    if (QWidget* editor = QApplication::focusWidget(); editor != nullptr) QTest::keyClick(editor, Qt::Key_Return);
+    QTest::keyClick(&keyboard(), sequence[0].key(), sequence[0].keyboardModifiers());
+    QCoreApplication::processEvents();
+    // A button that is pressed by its letter stays down for a moment before it clicks.
+    const QList<QPushButton*> buttons = root_->findChildren<QPushButton*>();
+    const auto isUp = [](const QPushButton* button) { return !button->isDown(); };
+    if (!QTest::qWaitFor([&] { return std::all_of(buttons.begin(), buttons.end(), isUp); }))
+        throw std::runtime_error("a button stays down after " + keys.toStdString());
 }
 
 void Visitor::inputCell(const QString& grid, int row, int column, const QString& text) {
-    auto& view = find<QTableView>(grid);
-    const QModelIndex index = view.model()->index(row - 1, column - 1);
-    if (!index.isValid()) throw std::runtime_error("no cell in row " + std::to_string(row));
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
-    for (const QChar letter : text) {
-        QWidget* field = view.indexWidget(index);
-        QTest::sendKeyEvent(QTest::Click, field == nullptr ? &view : field, Qt::Key_unknown, QString(letter),
-                            Qt::NoModifier);
-    }
-    if (QWidget* field = view.indexWidget(index)) QTest::keyClick(field, Qt::Key_Return);
+    clickCell(grid, row, column);
+    typeKeys(text);
+    press(QStringLiteral("Return"));
 }
 
 void Visitor::pickCell(const QString& grid, int row, int column, const QString& entry) {
-    auto& view = find<QTableView>(grid);
-    const QModelIndex index = view.model()->index(row - 1, column - 1);
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
-    auto* field = qobject_cast<QLineEdit*>(view.indexWidget(index));
-    if (field == nullptr) throw std::runtime_error("no list in row " + std::to_string(row));
-    field->selectAll();
-    commit(*field, entry);
-    QTest::keyClick(field, Qt::Key_Return);
-    if (index.data().toString() != entry) throw std::runtime_error("no entry " + entry.toStdString());
+    inputCell(grid, row, column, entry);
+    if (cellOf(find<QTableView>(grid), row, column).data().toString() != entry)
+        throw std::runtime_error("no entry " + entry.toStdString());
 }
 
-void Visitor::pictureCellList(const QString& grid, int row, int column, const QString& typed, const std::string& name,
-                              const std::string& caption) {
-    auto& view = find<QTableView>(grid);
-    const QModelIndex index = view.model()->index(row - 1, column - 1);
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
-    auto* field = qobject_cast<QLineEdit*>(view.indexWidget(index));
-    if (field == nullptr) throw std::runtime_error("no list in row " + std::to_string(row));
-    field->selectAll();
-    for (const QChar letter : typed)
-        QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+void Visitor::pictureRefusal(const QString& grid, const std::string& name, const std::string& caption) {
+    if (window_.get<platform::EntryGrid>(grid.toStdString()).refusal().empty())
+        throw std::runtime_error("nothing was refused for " + name);
     picture(name, caption);
-    QTest::keyClick(field->completer()->popup(), Qt::Key_Escape);
 }
 
 void Visitor::pictureCalendar(const QString& grid, int row, int column, const std::string& name,
                               const std::string& caption) {
-    auto& view = find<QTableView>(grid);
-    const QModelIndex index = view.model()->index(row - 1, column - 1);
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
-    QTest::keyClick(&view, Qt::Key_F4);
+    clickCell(grid, row, column);
+    press(QStringLiteral("F4"));
     QWidget* calendar = QApplication::activePopupWidget();
     if (calendar == nullptr) throw std::runtime_error("no calendar in row " + std::to_string(row));
     picture(name, caption);
     calendar->close();
-    if (QWidget* field = view.indexWidget(index)) QTest::keyClick(field, Qt::Key_Escape);
+    press(QStringLiteral("Esc"));
 }
 
 void Visitor::clickTool(const QString& key) {
@@ -234,11 +252,7 @@ void Visitor::chooseMenu(const QString& action) { find<QAction>(action).trigger(
 
 void Visitor::expectBox(QMessageBox::StandardButton answer, const std::string& name, const std::string& caption) {
     ++boxes_;
-    whenReady(shownBox, [this, answer, name, caption](QMessageBox& box) {
-        --boxes_;
-        album_.add(box, name, caption);
-        box.button(answer)->click();
-    });
+    answerBox(album_, answer, name, caption, [this] { --boxes_; });
 }
 
 void Visitor::chooseFile(const QString& path) {
@@ -301,6 +315,8 @@ void Visitor::boxesDone() const {
     if (boxes_ != 0) throw std::runtime_error("a box that was expected didn't come");
 }
 
-void Visitor::close() { root_->close(); }
+void Visitor::closed() const {
+    if (window_.shown()) throw std::runtime_error(window_.name() + " is still open");
+}
 
 }  // namespace orvenmod::sample

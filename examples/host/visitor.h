@@ -35,6 +35,10 @@ private:
     std::vector<std::pair<std::string, std::string>> pictures_;
 };
 
+/// The next box is pictured and answered with the button; `came` is called when it is there.
+void answerBox(Album& album, QMessageBox::StandardButton answer, const std::string& name, const std::string& caption,
+               const std::function<void()>& came);
+
 class Visitor {
 public:
     Visitor(platform::Window& window, Album& album);
@@ -50,16 +54,19 @@ public:
     void clickLastRow(const QString& grid);
     void doubleClickRow(const QString& grid, int row);
     void keyOnGrid(const QString& grid, Qt::Key key);
-    /// Writes a cell with an input method, and closes its field.
+    void clickCell(const QString& grid, int row, int column);
+    /// Letter by letter, to whatever has the keyboard.
+    void typeKeys(const QString& text);
+    /// A key or a shortcut, as "Tab" or "Ctrl+S", to whatever has the keyboard.
+    void press(const QString& keys);
+    /// Types into a cell, and leaves it by Enter.
     void inputCell(const QString& grid, int row, int column, const QString& text);
     /// Picks the entry of a cell's list by typing it.
     void pickCell(const QString& grid, int row, int column, const QString& entry);
-    /// The list of a cell's choice with what was typed in it; pictured and closed.
-    void pictureCellList(const QString& grid, int row, int column, const QString& typed, const std::string& name,
-                         const std::string& caption);
+    /// The cell that is open and refuses what was typed.
+    void pictureRefusal(const QString& grid, const std::string& name, const std::string& caption);
     /// The calendar of a cell's day; pictured and closed.
     void pictureCalendar(const QString& grid, int row, int column, const std::string& name, const std::string& caption);
-    void typeCell(const QString& grid, int row, int column, const QString& text);
     /// The popup menu of a tree or grid; pictured, and closed without a choice.
     void pictureMenuOf(const QString& view, const std::string& name, const std::string& caption);
     /// The opened list of a combo; pictured and closed.
@@ -81,12 +88,14 @@ public:
     /// Throws where an expected box didn't come.
     void boxesDone() const;
 
-    void close();
+    /// Throws where the window is still open.
+    void closed() const;
 
 private:
     template <class Widget>
     Widget& find(const QString& name) const;
     QPoint rowCentre(QTableView& view, int row) const;
+    QWidget& keyboard() const;
 
     platform::Window& window_;
     Album& album_;

@@ -25,7 +25,7 @@ constexpr float kFrameHeight = kHeight - 120;
 constexpr float kBarTop = 150;
 constexpr float kGridTop = 750;
 constexpr float kButtonHeight = 345;
-constexpr float kBillBarTop = 240;
+constexpr float kBillBarTop = 300;
 constexpr float kTreeWidth = 4380;
 constexpr float kFrame2Left = 4620;
 constexpr float kFrame2Width = kWidth - kFrame2Left - 60;
@@ -129,22 +129,23 @@ std::vector<ControlDesign> billArea() {
     ControlDesign bill{.kind = ControlKind::entryGrid,
                        .name = "fps1",
                        .left = 150,
-                       .top = 660,
+                       .top = 720,
                        .width = kFrame2Width - kBesideBill,
-                       .height = 2040,
+                       .height = 1980,
                        .parent = "Frame3",
                        .accessibleName = "单据选定的物料"};
+    // All of them in sight at the smallest window: whoever types a quantity sees of which item.
     bill.columns = {
-        {.title = "物料代码", .width = 2400, .locked = true},
-        {.title = "物料名称", .width = 4200, .locked = true},
-        {.title = "规格型号", .width = 2400, .locked = true},
-        {.title = "计量单位", .width = 1300, .locked = true},
+        {.title = "物料代码", .width = 1500, .locked = true},
+        {.title = "物料名称", .width = 1900, .locked = true, .stretches = true},
+        {.title = "规格型号", .width = 1200, .locked = true},
+        {.title = "计量单位", .width = 900, .locked = true},
         {.title = "库存数",
-         .width = 1700,
+         .width = 1200,
          .alignment = platform::Alignment::right,
          .locked = true,
          .type = CellType::number},
-        {.title = "数量", .width = 1700, .alignment = platform::Alignment::right, .type = CellType::number}};
+        {.title = "数量", .width = 1200, .alignment = platform::Alignment::right, .type = CellType::number}};
     return {
         {.kind = ControlKind::frame,
          .name = "Frame3",

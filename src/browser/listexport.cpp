@@ -1,8 +1,6 @@
 #include "browser/listexport.h"
 
-#include <chrono>
 #include <exception>
-#include <future>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,7 +17,6 @@ namespace {
 constexpr const char* kFilter = "Excel文件(*.xls)|*.xls";
 constexpr const char* kSecondFilter = "|Excel工作簿(*.xlsx)|*.xlsx";
 constexpr int kRowsAStep = 100;
-constexpr std::chrono::milliseconds kLook(20);
 
 /// A column of the list that goes into the sheet.
 struct Exported {
@@ -108,13 +105,8 @@ private:
         return {.text = shown};
     }
 
-    // On a thread of its own, so that the window lives on.
     bool complete() {
-        auto completed = std::async(std::launch::async, [this] { sheet_->complete(); });
-        while (completed.wait_for(kLook) != std::future_status::ready)
-            progress_->advance(rows_);
-        completed.get();
-        return progress_->advance(rows_);
+        return platform::completeMeanwhile(*sheet_, [this] { return progress_->advance(rows_); });
     }
 
     const platform::ListGrid& list_;

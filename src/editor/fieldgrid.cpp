@@ -140,10 +140,10 @@ void FieldGrid::composeLoosely(const std::string& shortCode) {
 
 // After a pick, a copy and a clear an empty short code and the category code "0" don't.
 void FieldGrid::composeStrictly() {
-    const std::string shortCode = readCell(fps1_, kValue, kShortCodeRow);
+    const std::string own = shortCode();
     const std::string category = readCell(fps1_, kCategoryCode, lastRow());
-    const bool both = !shortCode.empty() && !category.empty() && category != "0";
-    writeCell(fps1_, kValue, kCodeRow, both ? category + "." + shortCode : shortCode);
+    const bool both = !own.empty() && !category.empty() && category != "0";
+    writeCell(fps1_, kValue, kCodeRow, both ? category + "." + own : own);
 }
 
 void FieldGrid::showReference(int row, const std::string& id, const std::string& name) {
@@ -155,6 +155,18 @@ void FieldGrid::showReference(int row, const std::string& id, const std::string&
 }
 
 // A reference that was emptied refers to nothing.
+std::vector<FieldRow> FieldGrid::classFields() const {
+    std::vector<FieldRow> fields;
+    for (int row = kCodeRow; row < lastRow(); ++row)
+        fields.push_back(field(row));
+    return fields;
+}
+
+void FieldGrid::chooseCategory(const std::string& id, const std::string& code) {
+    writeCell(fps1_, kChosenId, lastRow(), id);
+    writeCell(fps1_, kCategoryCode, lastRow(), code);
+}
+
 void FieldGrid::fps1_ComboCloseUp(int column, int row, int item) {
     if (item == -1 && column == kValue && row != lastRow()) fps1_.selectItem(kChosenId, row, -1);
     if (item == -1) return;
@@ -162,7 +174,7 @@ void FieldGrid::fps1_ComboCloseUp(int column, int row, int item) {
         fps1_.selectItem(kChosenId, row, item);
         if (row == lastRow()) fps1_.selectItem(kCategoryCode, row, item);
         composeStrictly();
-        const std::string category = readCell(fps1_, kChosenId, lastRow());
+        const std::string category = categoryId();
         appState().gCurParentId = category.empty() ? 0 : toInt32(category);
     }
     // The code is composed from the old short code first; the second event of the pick composes it from the new one.

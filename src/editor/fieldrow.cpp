@@ -22,13 +22,6 @@ FieldRow fieldRow(const platform::EntryGrid& fps1, int row) {
             .chosenId = fps1.text(kChosenId, row)};
 }
 
-std::vector<FieldRow> classFields(const platform::EntryGrid& fps1) {
-    std::vector<FieldRow> fields;
-    for (int row = kCodeRow; row < fps1.rowCount(); ++row)
-        fields.push_back(fieldRow(fps1, row));
-    return fields;
-}
-
 std::string categoryText(int depth, const std::string& name, const std::string& code) {
     std::string text;
     for (int level = 1; level < depth; ++level)

@@ -7,7 +7,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "platform/entrygrid.h"
 
@@ -46,9 +45,6 @@ std::string readCell(const platform::EntryGrid& fps1, int column, int row);
 void writeCell(platform::EntryGrid& fps1, int column, int row, const std::string& text);
 
 FieldRow fieldRow(const platform::EntryGrid& fps1, int row);
-
-/// Every field but the short code, which is no column of the class table.
-std::vector<FieldRow> classFields(const platform::EntryGrid& fps1);
 
 /// A category as the combo lists it: indented by its depth, with its code in brackets.
 std::string categoryText(int depth, const std::string& name, const std::string& code);

@@ -11,26 +11,22 @@ namespace orvenmod {
 namespace {
 
 void showFields(FieldGrid& fields, const store::Recordset& item) {
-    platform::EntryGrid& cells = fields.cells();
-    for (int row = 1; row < cells.rowCount(); ++row) {
-        const FieldRow field = fieldRow(cells, row);
+    for (int row = 1; row < fields.lastRow(); ++row) {
+        const FieldRow field = fields.field(row);
         const std::string column = trim(field.fieldName);
         if (field.isReference()) {
             fields.showReference(row, item.text(column, "0"), item.text(column + "Name"));
         } else {
-            cells.setText(kValue, row, item.text(column));
+            fields.showValue(row, item.text(column));
         }
     }
 }
 
 void showCategory(FieldGrid& fields, const store::Recordset& item) {
-    platform::EntryGrid& cells = fields.cells();
-    const int row = fields.lastRow();
-    writeCell(cells, kChosenId, row, item.text("fparentid", "0"));
-    writeCell(cells, kCategoryCode, row, item.text("fParentIdNumber", "0"));
+    fields.chooseCategory(item.text("fparentid", "0"), item.text("fParentIdNumber", "0"));
     const std::int32_t depth = toInt32(item.text("fParentDepth", "1"));
     appState().gCurParentId = toInt32(required(item.field("fparentid")));
-    writeCell(cells, kValue, row, categoryText(depth, item.text("fparentidName"), item.text("fparentidnumber")));
+    fields.showCategory(categoryText(depth, item.text("fparentidName"), item.text("fparentidnumber")));
 }
 
 }  // namespace

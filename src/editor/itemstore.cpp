@@ -58,7 +58,7 @@ bool ItemStore::insertItem() {
     openDB();
     if (!codeIsFree("") || !nameIsWanted("")) return false;
     const std::int32_t itemId = takeId(kItemIds);
-    const std::string classRow = classInsert(state.gItemTable, classFields(fields_.cells()), itemId);
+    const std::string classRow = classInsert(state.gItemTable, fields_.classFields(), itemId);
     const std::string itemRow = itemInsert(itemId, texts(), state.gItemClassId, place(itemId));
     state.gCurItemId = itemId;
     state.gConn->beginTrans();
@@ -73,7 +73,7 @@ bool ItemStore::insertItem() {
 bool ItemStore::updateItem() {
     AppState& state = appState();
     const std::int32_t itemId = state.gCurItemId;
-    const std::string classRow = classUpdate(state.gItemTable, classFields(fields_.cells()), itemId);
+    const std::string classRow = classUpdate(state.gItemTable, fields_.classFields(), itemId);
     openDB();
     if (isLocked(itemId)) {
         showWarning("该项目已经禁用!不能修改");
@@ -95,7 +95,7 @@ bool ItemStore::updateItem() {
 
 // Categories count as well: an item can't take the code of one.
 bool ItemStore::codeIsFree(const std::string& others) {
-    const std::string code = trim(readCell(fields_.cells(), kValue, kCodeRow));
+    const std::string code = trim(fields_.code());
     if (openRows("select * from tblItem where fnumber='" + code + "' and fitemclassid=" + classId() + others).eof()) {
         return true;
     }
@@ -105,7 +105,7 @@ bool ItemStore::codeIsFree(const std::string& others) {
 }
 
 bool ItemStore::nameIsWanted(const std::string& others) {
-    const std::string name = trim(readCell(fields_.cells(), kValue, kNameRow));
+    const std::string name = trim(fields_.name());
     const auto rows = openRows("select * from tblItem where fname='" + name + "' and fitemclassid=" + classId() +
                                others + " and fisdetail=1 ");
     if (rows.eof() || askQuestion(name + "名称已经存在,是否继续!")) return true;
@@ -114,16 +114,13 @@ bool ItemStore::nameIsWanted(const std::string& others) {
 }
 
 ItemTexts ItemStore::texts() const {
-    const platform::EntryGrid& cells = fields_.cells();
-    return {.number = readCell(cells, kValue, kCodeRow),
-            .name = readCell(cells, kValue, kNameRow),
-            .shortNumber = readCell(cells, kValue, kShortCodeRow)};
+    return {.number = fields_.code(), .name = fields_.name(), .shortNumber = fields_.shortCode()};
 }
 
 // A category that is gone leaves the item without a place: depth and parent 0, an empty path.
 Place ItemStore::place(std::int32_t itemId) const {
     const std::string own = std::to_string(itemId) + ".";
-    const std::string parent = readCell(fields_.cells(), kChosenId, fields_.lastRow());
+    const std::string parent = fields_.categoryId();
     if (parent.empty() || parent == "-1" || parent == "0") return {"0", "1", "." + own};
     const auto rows = openRows("select fnbnumber,fdepth,fitemid from tblItem where fitemid=" + parent +
                                " and fitemclassid=" + classId() + " and fisdetail=0 ");

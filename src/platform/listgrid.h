@@ -60,8 +60,7 @@ public:
     Event<int> keyDown;
     /// Letters typed into the list. Without a handler they lead to the next row that starts with them.
     Event<std::string> typed;
-    /// The row under the mouse is current by then. One of several selected rows leaves them selected to the right
-    /// button.
+    /// The row under the mouse is current by then, and by the right button the only selected one.
     Event<MouseButton> mouseDown;
 };
 

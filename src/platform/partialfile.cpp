@@ -38,10 +38,14 @@ fs::path replaceable(const std::string& path) {
     return end;
 }
 
+/// A name beside the file. It is none of that file's own with something behind it, which might be too long for a name.
+std::string nameBeside(const fs::path& path) {
+    return (path.parent_path() / ("." + std::to_string(std::random_device{}()) + ".part")).string();
+}
+
 }  // namespace
 
-PartialFile::PartialFile(const std::string& path)
-    : path_(replaceable(path).string()), partial_(path_ + "." + std::to_string(std::random_device{}()) + ".part") {
+PartialFile::PartialFile(const std::string& path) : path_(replaceable(path).string()), partial_(nameBeside(path_)) {
     if (!std::ofstream(partial_)) refuse("文件无法写入：", path);
     std::error_code error;
     const fs::file_status replaced = fs::status(path_, error);

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <string>
 
 #include "architecture/sourcetree.h"
@@ -50,6 +51,19 @@ TEST(Style, everyTestFileIsInATarget) {
         const std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
         EXPECT_NE(text.find(fs::path(file.path).filename().string()), std::string::npos) << file.path;
     }
+}
+
+TEST(Style, everyFileThatTheDocumentsNameIsThere) {
+    namespace fs = std::filesystem;
+    const std::regex path("`((?:src|include|tests|bench|examples|scripts|docs)/[^` *{]*)`");
+    int named = 0;
+    for (const char* document : {"docs/architecture.md", "CONTRIBUTING.md"}) {
+        std::ifstream stream(test::sourceFile(document));
+        const std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+        for (std::sregex_iterator each(text.begin(), text.end(), path); each != std::sregex_iterator(); ++each, ++named)
+            EXPECT_TRUE(fs::exists(test::sourceFile((*each)[1]))) << document << " names " << (*each)[1];
+    }
+    EXPECT_GT(named, 20);
 }
 
 }  // namespace

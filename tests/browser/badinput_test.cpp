@@ -115,10 +115,10 @@ TEST_F(BadInput, aBrokenStandingCondition) {
 
 TEST_F(BadInput, aSettingOfTheWindowThatIsNoNumber) {
     stage.set("ShowStock", "StockId", "abc");
-    stage.openInVain(kManagement, "类型不匹配");
+    stage.openInVain(kManagement, "类型不匹配：设置 StockId 的值为“abc”");
     stage.set("ShowStock", "StockId", "0");
     stage.set("ShowStock", "PerFKC", "40000");
-    stage.openInVain(kManagement, "溢出");
+    stage.openInVain(kManagement, "溢出：设置 PerFKC 的值为“40000”");
     stage.set("ShowStock", "PerFKC", "0");
     expectNextEntryWorks();
 }

@@ -230,6 +230,9 @@ TEST_P(Roads, aPopupMeansTheRowAndTheNodeThatWereClicked) {
     stage.open(kManagement, [this](User& user) {
         stage.script().onWindow("frmBasicInfo", [](User&) { EXPECT_EQ(appState().gCurItemId, 103); });
         user.rightClickRow("vsf1", 3, "MenuEditUpdate");
+        user.alsoSelectRow("vsf1", 1);
+        stage.script().onWindow("frmBasicInfo", [](User&) { EXPECT_EQ(appState().gCurItemId, 101); });
+        user.rightClickRow("vsf1", 1, "MenuEditUpdate");
         stage.script().onWindow("frmParent", [](User&) { EXPECT_EQ(appState().gCurItemId, 13); });
         user.rightClickNode("tv1", "D13", "MenuParentEditUpdate");
         EXPECT_EQ(codes(user), (Texts{"01.01.001", "01.01.002"})) << "the list is the node's";

@@ -97,9 +97,9 @@ TEST_F(EditorCells, aRefusalShowsBesideItsCellUntilTheNextLetter) {
         EXPECT_TRUE(hint->isVisible()) << "a click elsewhere doesn't take it away";
         EXPECT_EQ(hint->text(), "请输入 10 到 100 之间的数");
         const QRect place = fields().visualRect(cell(kValue, kMinQtyRow));
-        const QPoint below = fields().viewport()->mapTo(hint->window(), place.bottomLeft());
+        const QPoint below = fields().viewport()->mapTo(hint->window(), place.bottomRight());
         EXPECT_NEAR(hint->y(), below.y(), 6);
-        EXPECT_EQ(hint->x(), below.x());
+        EXPECT_EQ(hint->geometry().right(), below.x()) << "a number stands at the right end of its cell";
         user.typeKeys("0");
         EXPECT_FALSE(hint->isVisible());
         user.press("Enter");

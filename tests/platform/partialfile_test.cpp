@@ -55,6 +55,13 @@ TEST_F(PartialFileTest, takesThePlaceOfTheOldFileOnlyWhenItIsWhole) {
     EXPECT_EQ(files(), 1);
 }
 
+TEST_F(PartialFileTest, takesANameAsLongAsNamesMayBe) {
+    constexpr std::size_t kLongest = 255;  // bytes
+    replace(folder_.file(std::string(kLongest - 4, 'x') + ".xls"));
+    EXPECT_EQ(textOf(folder_.file(std::string(kLongest - 4, 'x') + ".xls")), "new");
+    EXPECT_EQ(files(), 1);
+}
+
 TEST_F(PartialFileTest, keepsThePermissionsOfTheOldFile) {
     write(path_, "old");
     fs::permissions(path_, fs::perms::owner_read | fs::perms::owner_write);

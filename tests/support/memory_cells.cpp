@@ -56,6 +56,8 @@ void MemoryUser::paste(const std::string& text) {
     press("Ctrl+V");
 }
 
+std::string MemoryUser::copied() { return clipboard_; }
+
 std::vector<std::string> MemoryUser::openedList() {
     auto* grid = focusedGrid();
     if (!grid || !grid->listOpen()) return {};

@@ -219,8 +219,9 @@ void MemoryUser::typeKeys(const std::string& text) {
         } else if (auto* tree = dynamic_cast<MemoryTree*>(&control)) {
             typeOnTree(*tree, letter);
         } else if (auto* cells = dynamic_cast<MemoryEntryGrid*>(&control)) {
-            if (cells->model().takesTyping(cells->activeColumn(), cells->activeRow()))
-                cells->type((cells->marked() ? std::string() : cells->openText()) + letter);
+            if (!cells->model().takesTyping(cells->activeColumn(), cells->activeRow())) continue;
+            const bool replaces = cells->marked() || (cells->listOpen() && cells->model().markedItem() >= 0);
+            cells->type(replaces ? letter : cells->openText() + letter);
         }
     }
 }

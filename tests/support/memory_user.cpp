@@ -116,10 +116,7 @@ void MemoryUser::rightClickNode(const std::string& tree, const std::string& key,
 void MemoryUser::rightClickRow(const std::string& grid, int row, const std::string& chooseMenu) {
     if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
-    if (reached.isSelected(row))
-        reached.model().setCurrentOnly(row);
-    else
-        reached.setCurrentRow(row);
+    reached.setCurrentRow(row);
     popUpOver(reached, chooseMenu);
 }
 
@@ -189,10 +186,6 @@ void MemoryUser::resizeWindow(float width, float height) {
     guard([this, width, height] {
         window_.setInnerSize(std::min(width, kLargestInner), std::min(height, kLargestInner));
     });
-}
-
-void MemoryUser::answer(MessageKind kind, const std::string& text, Answer answer) {
-    book_.addAnswer(kind, text, answer);
 }
 
 }  // namespace orvenmod::test

@@ -32,37 +32,7 @@ public:
     MemoryUser(platform::memory::MemoryWindow& window, ScriptBook& book, PopUpChoice& popUp)
         : window_(window), book_(book), popUp_(popUp) {}
 
-    platform::Window& window() override { return window_; }
-
-    void click(const std::string& button, int index) override;
-    void clickTool(const std::string& key) override;
-    void chooseMenu(const std::string& menu) override;
-    void press(const std::string& shortcut) override;
-    void type(const std::string& edit, const std::string& text, int index) override;
-    void pick(const std::string& combo, int row, int index) override;
-    void pickDate(const std::string& picker, const platform::Date& date) override;
-    void clickNode(const std::string& tree, const std::string& key) override;
-    void rightClick(const std::string& control, const std::string& chooseMenu) override;
-    void rightClickNode(const std::string& tree, const std::string& key, const std::string& chooseMenu) override;
-    void rightClickRow(const std::string& grid, int row, const std::string& chooseMenu) override;
-    void selectRow(const std::string& grid, int row) override;
-    void alsoSelectRow(const std::string& grid, int row) override;
-    void doubleClickRow(const std::string& grid, int row) override;
-    void keyOnGrid(const std::string& grid, int key) override;
-    void typeCell(const std::string& grid, int column, int row, const std::string& text) override;
-    void typeKeys(const std::string& text) override;
-    void paste(const std::string& text) override;
-    std::string copied() override { return clipboard_; }
-    std::vector<std::string> openedList() override;
-    void pickCell(const std::string& grid, int column, int row, int item) override;
-    void clickCell(const std::string& grid, int column, int row) override;
-    void chooseTab(const std::string& tabs, int tab) override;
-    void closeWindow() override;
-    void resizeWindow(float width, float height) override;
-    void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) override;
-    using User::answer;
-    void chooseFile(const std::string& path) override { book_.addFile(path); }
-    void cancelProgress(int done) override { book_.addCancel(done); }
+#include "support/usersteps.inc"
 
 private:
     [[noreturn]] void stop(const std::string& why) const;

@@ -34,6 +34,17 @@ void pressLetter(QWidget& target, const std::string& letter) {
                         Qt::NoModifier);
 }
 
+namespace {
+
+/// The text that a desktop's keyboard sends with a key that writes nothing.
+QString controlCharacter(Qt::Key key) {
+    if (key == Qt::Key_Escape) return QStringLiteral("\x1b");
+    if (key == Qt::Key_Backspace) return QStringLiteral("\b");
+    return key == Qt::Key_Delete ? QStringLiteral("\x7f") : QString();
+}
+
+}  // namespace
+
 void QtUser::stop(const std::string& why) const {
     ADD_FAILURE() << window_.name() << ": " << why;
     throw QtStepStopped();
@@ -111,7 +122,11 @@ void QtUser::press(const std::string& shortcut) {
     // A letter with Alt may open a menu of the bar, and then the next keys are for it.
     const bool opens = sequence[0].keyboardModifiers().testFlag(Qt::AltModifier);
     if (opens) menus_.next = QtMenuPlan::Next::leave;
-    QTest::keyClick(&keyTarget(), sequence[0].key(), sequence[0].keyboardModifiers());
+    const QString character = controlCharacter(sequence[0].key());
+    if (character.isEmpty())
+        QTest::keyClick(&keyTarget(), sequence[0].key(), sequence[0].keyboardModifiers());
+    else
+        QTest::sendKeyEvent(QTest::Click, &keyTarget(), sequence[0].key(), character, sequence[0].keyboardModifiers());
     settle();
     if (opens) finishClick();
     if (opens) menus_.next = QtMenuPlan::Next::fail;
@@ -191,7 +206,5 @@ void QtUser::resizeWindow(float width, float height) {
     root_.resize(root_.size() + wanted - area->size());
     settle();
 }
-
-void QtUser::answer(MessageKind kind, const std::string& text, Answer answer) { book_.addAnswer(kind, text, answer); }
 
 }  // namespace orvenmod::test

@@ -47,21 +47,25 @@ Cells parseCsv(const std::string& text) {
     return rows;
 }
 
+std::string contents(const fs::path& file) {
+    std::ostringstream text;
+    text << std::ifstream(file).rdbuf();
+    return text.str();
+}
+
 /// The file in another format, `filter` as LibreOffice names it; "" where it can't be read.
 std::string converted(const std::string& file, const std::string& suffix, const std::string& filter) {
     const TemporaryFolder folder;
+    const std::string log = folder.file("log");
     // The reader has a locale of its own, whatever that of the test.
     const std::string command = "LC_ALL=C.UTF-8 soffice -env:UserInstallation=file://" + folder.path() +
                                 "/profile --headless --convert-to '" + suffix + filter + "' --outdir '" +
-                                folder.path() + "' '" + file + "' >'" + folder.file("log") + "' 2>&1";
-    EXPECT_EQ(std::system(command.c_str()), 0);
+                                folder.path() + "' '" + file + "' >'" + log + "' 2>&1";
+    const int status = std::system(command.c_str());
     for (const auto& entry : fs::directory_iterator(folder.path())) {
-        if (entry.path().extension() != "." + suffix) continue;
-        std::ostringstream text;
-        text << std::ifstream(entry.path()).rdbuf();
-        return text.str();
+        if (status == 0 && entry.path().extension() == "." + suffix) return contents(entry.path());
     }
-    ADD_FAILURE() << "no spreadsheet: " << file;
+    ADD_FAILURE() << "no spreadsheet: " << file << ", status " << status << ":\n" << contents(log);
     return {};
 }
 

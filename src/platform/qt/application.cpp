@@ -27,13 +27,12 @@ void installTexts() {
     if (installed) return;
     installed = true;
     const QLocale chinese(QLocale::Chinese, QLocale::China);
-    // The last one installed is asked first: Qt's own texts go before ours, which fill what they lack.
-    auto* own = new ChineseTexts(qApp);
-    QCoreApplication::installTranslator(own);
     auto* base = new QTranslator(qApp);
     if (base->load(chinese, QStringLiteral("qtbase"), QStringLiteral("_"),
                    QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(base);
+    // The last one installed is asked first: Qt's own texts give a file's size as a volume.
+    QCoreApplication::installTranslator(new ChineseTexts(qApp));
 }
 
 // A desktop's dark palette stays; the light one is calmed.

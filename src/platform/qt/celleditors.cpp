@@ -96,7 +96,10 @@ ItemCellEditor::ItemCellEditor(QWidget* parent, const QStringList& items, const 
     connect(list, qOverload<const QModelIndex&>(&QCompleter::activated), this,
             [this](const QModelIndex& index) { picked(sourceRow(index)); });
     connect(list, qOverload<const QModelIndex&>(&QCompleter::highlighted), this, [this](const QModelIndex& index) {
-        if (index.isValid()) marked(sourceRow(index));
+        if (!index.isValid()) return;
+        marked(sourceRow(index));
+        // Once the entry's text stands in the field: what is typed next replaces it.
+        QMetaObject::invokeMethod(this, &QLineEdit::selectAll, Qt::QueuedConnection);
     });
     connect(this, &QLineEdit::textEdited, this, [this](const QString& text) {
         typed_ = true;

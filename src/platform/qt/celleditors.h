@@ -36,7 +36,8 @@ private:
     bool hasCalendar_;
 };
 
-/// For a choice: shows the entries that contain what is typed. Nothing typed shows all.
+/// For a choice: shows the entries that contain what is typed, in place of the text of the entry that the list marks.
+/// Nothing typed shows all.
 class ItemCellEditor : public CellEditor {
     Q_OBJECT
 public:

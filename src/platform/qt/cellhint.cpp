@@ -21,12 +21,12 @@ CellHint::CellHint(QWidget* window) : QLabel(window) {
     setBackgroundRole(QPalette::ToolTipBase);
     setForegroundRole(QPalette::ToolTipText);
     setAutoFillBackground(true);
-    setFrameStyle(QFrame::Box | QFrame::Plain);
+    setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     setMargin(kMargin);
     hide();
 }
 
-void CellHint::tell(const QString& text, const QWidget& field) {
+void CellHint::tell(const QString& text, const QLineEdit& field) {
     setText(text);
     adjustSize();
     place(field);
@@ -36,12 +36,13 @@ void CellHint::tell(const QString& text, const QWidget& field) {
     QAccessible::updateAccessibility(&alert);
 }
 
-void CellHint::place(const QWidget& field) {
+void CellHint::place(const QLineEdit& field) {
     const QWidget& window = *parentWidget();
     const QRect cell(field.mapTo(&window, QPoint()), field.size());
     const bool fits = cell.bottom() + kGap + height() <= window.height();
     const int y = fits ? cell.bottom() + kGap : cell.top() - kGap - height();
-    move(std::max(0, std::min(cell.left(), window.width() - width())), y);
+    const int x = field.alignment().testFlag(Qt::AlignRight) ? cell.right() + 1 - width() : cell.left();
+    move(std::max(0, std::min(x, window.width() - width())), y);
 }
 
 }  // namespace orvenmod::platform::qt

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QLineEdit>
 
 namespace orvenmod::platform::qt {
 
@@ -11,9 +12,9 @@ class CellHint : public QLabel {
 public:
     explicit CellHint(QWidget* window);
 
-    /// Shows the text below the cell's field, or above it where there is no room.
-    void tell(const QString& text, const QWidget& field);
-    void place(const QWidget& field);
+    /// Shows the text below the cell's field, or above it where there is no room; at the end where the typed text is.
+    void tell(const QString& text, const QLineEdit& field);
+    void place(const QLineEdit& field);
 };
 
 }  // namespace orvenmod::platform::qt

@@ -174,7 +174,8 @@ void EntryGridView::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            button ? actions_->pressed(cell) : advance();
+            // One that is still held down was for what had the keyboard before.
+            if (!event->isAutoRepeat()) button ? actions_->pressed(cell) : advance();
             return;
         case Qt::Key_Space:
             if (!isPressable(index)) break;

@@ -38,11 +38,9 @@ ListGridView::ListGridView(QWidget* parent) : QTableView(parent) {
 void ListGridView::mousePressEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(event->position().toPoint());
     if (event->button() == Qt::RightButton) {
-        // A menu is for the rows that are marked; the one under the mouse joins only where it is not among them.
-        if (index.isValid() && !selectionModel()->isSelected(index))
+        // What a menu on the list does, it does to the row under the mouse, and to no other that was marked.
+        if (index.isValid())
             selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        else if (index.isValid())
-            selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
         if (onMouse) onMouse(MouseButton::right, event->globalPosition().toPoint());
         return;
     }

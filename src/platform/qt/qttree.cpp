@@ -26,19 +26,23 @@ TreeWidget::TreeWidget(QWidget* parent) : QTreeWidget(parent) {
 }
 
 void TreeWidget::mousePressEvent(QMouseEvent* event) {
+    const bool right = event->button() == Qt::RightButton;
+    if (!right && event->button() != Qt::LeftButton) return;
     const QPoint place = event->position().toPoint();
     QTreeWidgetItem* node = itemAt(place);
     const bool another = node != currentItem();
-    const bool onItsText = node != nullptr && visualItemRect(node).contains(place);
     {
         const QScopedValueRollback<bool> guard(pressing_, true);
-        QTreeWidget::mousePressEvent(event);
+        if (!right)
+            QTreeWidget::mousePressEvent(event);
+        else if (node != nullptr)
+            setCurrentItem(node);
     }
-    nodePressed_ = onItsText && event->button() == Qt::LeftButton;
-    const bool right = event->button() == Qt::RightButton;
-    if (!right && event->button() != Qt::LeftButton) return;
+    // Beside its text a press marks the node as well, but for the arrow that opens and closes it.
+    const bool marked = another && node == currentItem();
+    nodePressed_ = !right && node != nullptr && (marked || visualItemRect(node).contains(place));
     // What a menu on the tree does, it does to the node that is marked.
-    if (right && onItsText && another && onNode) onNode(node);
+    if (right && node != nullptr && marked && onNode) onNode(node);
     if (onMouse) onMouse(right ? MouseButton::right : MouseButton::left, event->globalPosition().toPoint());
 }
 

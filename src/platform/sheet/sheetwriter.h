@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -48,6 +49,10 @@ public:
         commit();
     }
 };
+
+/// Completes the sheet on a thread of its own, which touches nothing but its file, and calls `meanwhile` several times
+/// a second until that has ended, and once more then: its last answer. A failure is thrown when the thread has ended.
+bool completeMeanwhile(SheetWriter& sheet, const std::function<bool()>& meanwhile);
 
 /// BIFF8 in an OLE2 container, 65,536 rows a sheet.
 std::unique_ptr<SheetWriter> newXlsWriter(const std::string& path, const SheetLayout& layout);

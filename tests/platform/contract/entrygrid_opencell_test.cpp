@@ -265,6 +265,22 @@ TEST_F(OpenCell, entriesOfTheSameTextAreListedWithTheirCodesAndStayApart) {
     });
 }
 
+TEST_F(OpenCell, typingInAnOpenedListReplacesTheEntryThatItMarks) {
+    inOffice([&](User& user, EntryGrid& grid) {
+        user.pickCell("fps1", 2, kChoice, 1);
+        user.clickCell("fps1", 2, kChoice);
+        user.press("F4");
+        user.typeKeys("丙");
+        EXPECT_EQ(grid.openText(), "丙");
+        user.press("Esc");
+        user.press("F4");
+        user.press("Up");
+        user.typeKeys("乙");
+        user.typeKeys("丙");
+        EXPECT_EQ(grid.openText(), "乙丙");
+    });
+}
+
 TEST_F(OpenCell, escapeInAListGivesTheCellUp) {
     inOffice([&](User& user, EntryGrid& grid) {
         user.pickCell("fps1", 2, kChoice, 1);

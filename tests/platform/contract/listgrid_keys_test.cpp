@@ -121,6 +121,22 @@ TEST_F(ToolkitContract, aListThatTakesLettersHandsThemOver) {
         });
 }
 
+TEST_F(ToolkitContract, keysThatWriteNothingAreNotHandedOver) {
+    std::string letters;
+    use(
+        listWindow(),
+        [&](Window& window) {
+            fill(window);
+            window.get<ListGrid>("vsf1").typed = [&](const std::string& text) { letters += text; };
+        },
+        [&](User& user) {
+            for (const char* key : {"Esc", "Delete", "Backspace", "Insert", "F2", "Left", "Right"})
+                user.press(key);
+            EXPECT_EQ(letters, "");
+            EXPECT_EQ(user.control<ListGrid>("vsf1").currentRow(), 2);
+        });
+}
+
 TEST_F(ToolkitContract, keysLeadToTheEndsOfATreeAndOpenAndCloseItsNodes) {
     std::vector<std::string> keys;
     use(

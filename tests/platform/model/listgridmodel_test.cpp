@@ -80,6 +80,8 @@ TEST(ListGridModel, followsAPlainTableThroughRandomEdits) {
     grid.bind(std::make_shared<Numbers>(300));
     std::vector<std::string> plain;
     std::vector<bool> selected(300);
+    std::size_t current = 0;
+    selected.front() = true;  // as a binding leaves it
     for (int row = 0; row < 300; ++row)
         plain.push_back(std::to_string(row));
     for (int step = 0; step < 3000 && !plain.empty(); ++step) {
@@ -89,7 +91,10 @@ TEST(ListGridModel, followsAPlainTableThroughRandomEdits) {
         if (action == 0) {
             grid.removeRow(row);
             plain.erase(plain.begin() + static_cast<std::ptrdiff_t>(at));
+            const bool marked = at == current && selected[at];
             selected.erase(selected.begin() + static_cast<std::ptrdiff_t>(at));
+            if (at < current || current == plain.size()) --current;
+            if (marked && !plain.empty()) selected[current] = true;
         } else if (action < 6) {
             plain[at] = action < 3 ? "" : "w" + std::to_string(step);
             grid.setText(row, 1, plain[at]);
@@ -102,6 +107,7 @@ TEST(ListGridModel, followsAPlainTableThroughRandomEdits) {
         ASSERT_EQ(grid.value(static_cast<int>(seen) + 1, 1), plain[seen]);
         ASSERT_EQ(grid.isSelected(static_cast<int>(seen) + 1), selected[seen]);
         ASSERT_EQ(grid.rowCount(), static_cast<int>(plain.size()) + 1);
+        ASSERT_EQ(grid.currentRow(), static_cast<int>(current) + 1);
     }
 }
 

@@ -64,6 +64,41 @@ TEST_F(QtToolkitTest, enterWalksTheCellsThatTakeAValueAndPassesLockedOnes) {
     });
 }
 
+TEST_F(QtToolkitTest, enterThatIsHeldDownGoesNoFurtherThanOneStep) {
+    int left = 0;
+    use(
+        sampleWindow(),
+        [&](Window& window) {
+            loadRows(window);
+            auto& list = window.get<ListGrid>("vsf1");
+            list.addRow("1\t电阻");
+            list.keyDown = [&window](int key) {
+                if (key != kKeyEnter) return;
+                window.get<EntryGrid>("fps1").setActiveCell(4, 2);
+                window.get<EntryGrid>("fps1").setFocus();
+            };
+            window.get<EntryGrid>("fps1").leftByEnter = [&] { ++left; };
+        },
+        [&](User& user) {
+            const auto hold = [] {
+                for (const bool repeated : {false, true, true}) {
+                    QKeyEvent key(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), repeated);
+                    QCoreApplication::sendEvent(QApplication::focusWidget(), &key);
+                }
+            };
+            const auto& cells = user.control<EntryGrid>("fps1");
+            user.control<ListGrid>("vsf1").setFocus();
+            hold();
+            EXPECT_TRUE(cells.hasFocus());
+            EXPECT_EQ(left, 0);
+            user.typeKeys("好");
+            EXPECT_TRUE(cells.cellOpen());
+            hold();
+            EXPECT_FALSE(cells.cellOpen());
+            EXPECT_EQ(left, 1);
+        });
+}
+
 TEST_F(QtToolkitTest, typingInAChoiceAndEnterPicksTheEntryThatContainsIt) {
     std::vector<int> picked;
     use(

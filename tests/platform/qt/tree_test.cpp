@@ -69,5 +69,62 @@ TEST_F(QtToolkitTest, theNodeMadeVisibleLastIsInSight) {
     });
 }
 
+TEST_F(QtToolkitTest, aClickBesideTheTextOfANodeMeansTheNodeThatItMarks) {
+    std::vector<std::string> keys;
+    use(
+        sampleWindow(),
+        [&](Window& window) {
+            auto& tree = window.get<Tree>("tv1");
+            for (const auto& [parent, key] : {std::pair{"", "D0"}, {"D0", "D1"}, {"D1", "D2"}, {"D1", "D3"}})
+                tree.add(parent, key, key, "");
+            tree.ensureVisible("D3");
+            tree.nodeClick = [&](const std::string& key) { keys.push_back(key); };
+        },
+        [](User& user) {
+            auto* tree = found<QTreeWidget>("tv1");
+            QTreeWidgetItem* parent = tree->topLevelItem(0)->child(0);
+            const auto beside = [tree](QTreeWidgetItem* node) {
+                return QPoint(2, tree->visualItemRect(node).center().y());
+            };
+            QTest::mouseClick(tree->viewport(), Qt::RightButton, Qt::NoModifier, beside(parent->child(0)));
+            EXPECT_EQ(tree->currentItem(), parent->child(0));
+            EXPECT_EQ(user.control<Tree>("tv1").selected(), "D2");
+            QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, beside(parent->child(1)));
+            EXPECT_EQ(tree->currentItem(), parent->child(1));
+            EXPECT_EQ(user.control<Tree>("tv1").selected(), "D3");
+            QTest::mouseClick(tree->viewport(), Qt::MiddleButton, Qt::NoModifier, beside(parent->child(0)));
+            EXPECT_EQ(tree->currentItem(), parent->child(1));
+        });
+    EXPECT_EQ(keys, (std::vector<std::string>{"D2", "D3"}));
+}
+
+TEST_F(QtToolkitTest, openingAndClosingANodeByItsBranchClicksNoNode) {
+    int clicks = 0;
+    use(
+        sampleWindow(),
+        [&](Window& window) {
+            auto& tree = window.get<Tree>("tv1");
+            for (const auto& [parent, key] : {std::pair{"", "D0"}, {"D0", "D1"}, {"D1", "D2"}})
+                tree.add(parent, key, key, "");
+            tree.ensureVisible("D2");
+            tree.select("D2");
+            tree.nodeClick = [&](const std::string&) { ++clicks; };
+        },
+        [&](User& user) {
+            auto* tree = found<QTreeWidget>("tv1");
+            const QRect place = tree->visualItemRect(tree->topLevelItem(0)->child(0));
+            const QPoint branch(place.left() - tree->indentation() / 2, place.center().y());
+            for (const bool open : {false, true}) {
+                QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, branch);
+                EXPECT_EQ(user.control<Tree>("tv1").expanded("D1"), open);
+            }
+            EXPECT_EQ(clicks, 0);
+            QTest::mouseClick(tree->viewport(), Qt::RightButton, Qt::NoModifier, branch);
+            EXPECT_EQ(user.control<Tree>("tv1").selected(), "D1");
+            EXPECT_TRUE(user.control<Tree>("tv1").expanded("D1")) << "a menu is asked for, nothing else";
+        });
+    EXPECT_EQ(clicks, 1);
+}
+
 }  // namespace
 }  // namespace orvenmod::test

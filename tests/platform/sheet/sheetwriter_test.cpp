@@ -1,10 +1,12 @@
 // The files are read back by LibreOffice, sheet by sheet.
 #include "platform/sheet/sheetwriter.h"
 
+#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
+#include <future>
 
 #include "support/machinelimits.h"
 #include "support/spreadsheet.h"
@@ -131,6 +133,44 @@ TEST_P(SheetWriterTest, leavesNothingAndNoFileOpenWhereItIsCompletedInVain) {
     EXPECT_EQ(openFiles(), before);
 }
 
+TEST_P(SheetWriterTest, isCompletedWhileItsCallerGoesOn) {
+    auto sheet = writer(twoColumns());
+    sheet->addRow({{"1"}, {"2", true}});
+    int calls = 0;
+    EXPECT_TRUE(completeMeanwhile(*sheet, [&] { return ++calls > 0; }));
+    EXPECT_GE(calls, 1);
+    EXPECT_EQ(files(), 1) << "completed, and not under its name yet";
+    sheet->commit();
+    EXPECT_EQ(readBack(), (Rows{{"代码", "数量"}, {"1", "2"}}));
+}
+
+/// Ends only when somebody went on meanwhile, and then fails.
+class FailingSheet : public SheetWriter {
+public:
+    explicit FailingSheet(std::future<void> wentOn) : wentOn_(std::move(wentOn)) {}
+    void addRow(const std::vector<SheetCell>&) override {}
+    void complete() override {
+        wentOn_.wait();
+        throw std::runtime_error("磁盘已满");
+    }
+    void commit() override {}
+
+private:
+    std::future<void> wentOn_;
+};
+
+TEST(SheetWriterThread, failsForTheCallerWhoWentOnMeanwhile) {
+    std::promise<void> wentOn;
+    FailingSheet sheet(wentOn.get_future());
+    int calls = 0;
+    const auto meanwhile = [&] {
+        if (++calls == 1) wentOn.set_value();
+        return true;
+    };
+    EXPECT_THROW(completeMeanwhile(sheet, meanwhile), std::runtime_error);
+    EXPECT_GE(calls, 1);
+}
+
 TEST_P(SheetWriterTest, refusesAFolderAndAMissingFolder) {
     fs::create_directory(path());
     EXPECT_THROW(writer(twoColumns()), std::runtime_error);
@@ -219,6 +259,10 @@ TEST_P(XlsxWriterTest, goesOnInFurtherSheetsWhereOneIsFull) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, XlsxWriterTest, testing::Values("xlsx"));
+
+TEST(SpreadsheetReader, aReaderThatFailsShowsItsLog) {
+    EXPECT_NONFATAL_FAILURE(test::readSpreadsheet("/no/such/file.xls"), "source file could not be loaded");
+}
 
 }  // namespace
 }  // namespace orvenmod::platform
