@@ -146,7 +146,7 @@ TEST_P(EditorCellRoads, aDayIsStoredAsMeantOrRefused) {
 }
 
 TEST_P(EditorCellRoads, aDayWithoutItsYearIsThisYears) {
-    stage.openNew([this](User& user) {
+    stage.openNew([](User& user) {
         user.typeCell("fps1", kValue, kDayRow, "3-4");
         const std::string year = std::to_string(services().clock.today().year);
         EXPECT_EQ(value(user, kDayRow), year + "-03-04");
