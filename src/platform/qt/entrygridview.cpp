@@ -72,6 +72,12 @@ EntryGridView::EntryGridView(QWidget* parent)
     horizontalHeader()->setSectionsClickable(false);
 }
 
+// A field that is open loses the keyboard when it goes, and by then its view is no more than a widget.
+EntryGridView::~EntryGridView() {
+    if (items_ == nullptr) return;
+    if (QLineEdit* field = openField()) field->removeEventFilter(itemDelegate());
+}
+
 void EntryGridView::setUp(EntryGridItems& items, EntryActions& actions) {
     items_ = &items;
     actions_ = &actions;

@@ -15,6 +15,7 @@ class EntryGridView : public QTableView {
     Q_OBJECT
 public:
     explicit EntryGridView(QWidget* parent);
+    ~EntryGridView() override;
     /// Before it is shown. All three must outlive the view's last event.
     void setUp(EntryGridItems& items, EntryActions& actions);
 
