@@ -3,6 +3,7 @@
 #include <exception>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "frame/appstate.h"
 #include "frame/conversion.h"
@@ -88,14 +89,15 @@ void BillArea::addToBill() {
     trapped([&] {
         openDB();
         const std::string user = std::to_string(appState().gLoginUserId);
-        appState().gConn->execute("delete from tblItemInput where fuserid=" + user);
+        std::vector<std::string> statements = {"delete from tblItemInput where fuserid=" + user};
         for (int row = 1; row <= fps1_.rowCount(); ++row) {
             std::string quantity = fps1_.text(kQuantity, row);
             if (quantity.empty()) quantity = "0";
-            appState().gConn->execute("insert into tblItemInput(fitemid,fstockid,fqty,fuserid,fEntryId) values(" +
-                                      fps1_.cellTag(kNumber, row) + "," + "0" + "," + quantity + "," + user + "," +
-                                      std::to_string(row) + ")");
+            statements.push_back("insert into tblItemInput(fitemid,fstockid,fqty,fuserid,fEntryId) values(" +
+                                 fps1_.cellTag(kNumber, row) + "," + "0" + "," + quantity + "," + user + "," +
+                                 std::to_string(row) + ")");
         }
+        appState().gConn->executeAll(statements);
         return true;
     });
 }

@@ -79,11 +79,9 @@ bool frmHSXMNew::insert() {
     }
     return saved([&] {
         connection.beginTrans();
-        for (const std::string& sql : classStatements(made))
-            connection.execute(sql);
+        connection.executeAll(classStatements(made));
         // Only now does the id have to be a number of 32 bits: the store has judged it first.
-        for (const std::string& sql : classRows(made, toInt32(made.id)))
-            connection.execute(sql);
+        connection.executeAll(classRows(made, toInt32(made.id)));
         connection.commitTrans();
     });
 }

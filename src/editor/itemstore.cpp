@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <string>
+#include <vector>
 
 #include "frame/appstate.h"
 #include "frame/conversion.h"
@@ -62,8 +63,7 @@ bool ItemStore::insertItem() {
     const std::string itemRow = itemInsert(itemId, texts(), state.gItemClassId, place(itemId));
     state.gCurItemId = itemId;
     state.gConn->beginTrans();
-    state.gConn->execute(classRow);
-    state.gConn->execute(itemRow);
+    state.gConn->executeAll(std::vector{classRow, itemRow});
     photo_.store(itemId);
     attachments_.storeAll(itemId);
     state.gConn->commitTrans();
@@ -82,11 +82,11 @@ bool ItemStore::updateItem() {
     if (!codeIsFree(butItself(itemId)) || !nameIsWanted(butItself(itemId))) return false;
     const std::string itemRow = itemUpdate(itemId, texts(), place(itemId));
     state.gConn->beginTrans();
-    state.gConn->execute(classRow);
-    state.gConn->execute(itemRow);
+    std::vector<std::string> statements = {classRow, itemRow};
     if (state.gItemClassId == kPhotoClass) {
-        state.gConn->execute("delete from icitemphoto where fitemid=" + std::to_string(itemId));
+        statements.push_back("delete from icitemphoto where fitemid=" + std::to_string(itemId));
     }
+    state.gConn->executeAll(statements);
     photo_.store(itemId);
     attachments_.storeChanges(itemId);
     state.gConn->commitTrans();

@@ -1,5 +1,8 @@
 #include "hierarchy/categorymove.h"
 
+#include <utility>
+#include <vector>
+
 #include "frame/conversion.h"
 #include "frame/openrows.h"
 #include "platform/replaceall.h"
@@ -9,6 +12,10 @@ namespace orvenmod {
 namespace {
 
 constexpr int kInvalidCall = 5;
+
+// Two a row. Few enough that windows are painted several times a second, many enough that a server's round trips don't
+// count.
+constexpr std::size_t kMostInAFlight = 200;
 
 // The code from the place of the old one on, with the old one replaced. A code that doesn't hold it has no such place.
 std::string movedCode(const std::string& code, const std::string& oldCode, const std::string& newCode) {
@@ -32,12 +39,12 @@ public:
         return std::nullopt;
     }
 
-    void store(const std::function<void()>& rowMoved) const {
+    void store(const std::function<void()>& rowsMoved) const {
         store::Connection& connection = *appState().gConn;
         connection.beginTrans();
         connection.execute("update tblItem set fDepth=fDepth+" + std::to_string(new_.depth - old_.depth) +
                            " where fNBNumber like '" + old_.path + "%' and fitemclassid=" + class_);
-        moveRows(rowMoved);
+        moveRows(rowsMoved);
         connection.execute(" update tblItem set fname='" + wanted_.name + "'," + "fParentid=" + parentId_ +
                            ",fNBNumber='" + new_.path + "',fDepth=" + std::to_string(new_.depth) + ",fShortNumber='" +
                            wanted_.shortCode + "',fnumber='" + wanted_.code + "'" + " where fitemid=" + id_);
@@ -62,22 +69,31 @@ private:
     }
 
     // The category's own row is among them; the statement that ends the move has the last word on it.
-    void moveRows(const std::function<void()>& rowMoved) const {
+    void moveRows(const std::function<void()>& rowsMoved) const {
         store::Recordset rows = openRows("select fNBNumber,fitemid,fnumber from tblItem where fitemclassid=" + class_ +
                                          "  and fNBNumber like '" + old_.path + "%'");
-        for (; !rows.eof(); rows.moveNext()) {
-            moveRow(rows);
-            rowMoved();
+        std::vector<std::string> flight;
+        try {
+            for (; !rows.eof(); rows.moveNext()) {
+                addRow(rows, flight);
+                if (flight.size() < kMostInAFlight) continue;
+                appState().gConn->executeAll(std::exchange(flight, {}));
+                rowsMoved();
+            }
+        } catch (const ConversionFailure&) {
+            // The rows before the one without a place go out as they would one by one.
+            appState().gConn->executeAll(flight);
+            throw;
         }
+        appState().gConn->executeAll(flight);
     }
 
-    void moveRow(const store::Recordset& row) const {
+    void addRow(const store::Recordset& row, std::vector<std::string>& flight) const {
         const std::string code = movedCode(required(row.field("fnumber")), oldCode_, wanted_.code);
         const std::string path = platform::replaceAll(required(row.field("fNBNumber")), old_.path, new_.path);
         const std::string id = row.text("fitemid");
-        store::Connection& connection = *appState().gConn;
-        connection.execute("update tblItem set fNBNumber='" + path + "' ,fNumber='" + code + "' where fitemid=" + id);
-        connection.execute("update " + appState().gItemTable + " set " + " fNumber='" + code + "' where fitemid=" + id);
+        flight.push_back("update tblItem set fNBNumber='" + path + "' ,fNumber='" + code + "' where fitemid=" + id);
+        flight.push_back("update " + appState().gItemTable + " set " + " fNumber='" + code + "' where fitemid=" + id);
     }
 
     const CategoryChange& wanted_;
@@ -91,10 +107,10 @@ private:
 
 }  // namespace
 
-std::optional<CategoryRefusal> storeMove(const CategoryChange& wanted, const std::function<void()>& rowMoved) {
+std::optional<CategoryRefusal> storeMove(const CategoryChange& wanted, const std::function<void()>& rowsMoved) {
     Move move(wanted);
     const auto refusal = move.refusal();
-    if (!refusal) move.store(rowMoved);
+    if (!refusal) move.store(rowsMoved);
     return refusal;
 }
 

@@ -9,7 +9,8 @@
 namespace orvenmod {
 
 /// Changes the category gCurItemId: the refusal, or none where it is stored. Begins and commits a transaction on gConn,
-/// which is open; what fails goes to the caller, with the transaction open. `rowMoved` is called behind each row.
-std::optional<CategoryRefusal> storeMove(const CategoryChange& wanted, const std::function<void()>& rowMoved);
+/// which is open; what fails goes to the caller, with the transaction open. `rowsMoved` is called now and then, behind
+/// some rows.
+std::optional<CategoryRefusal> storeMove(const CategoryChange& wanted, const std::function<void()>& rowsMoved);
 
 }  // namespace orvenmod

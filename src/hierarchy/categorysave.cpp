@@ -9,8 +9,6 @@ namespace orvenmod {
 
 namespace {
 
-constexpr int kRowsBetweenPaints = 100;
-
 /// True where there is a refusal.
 bool isTold(std::optional<CategoryRefusal> refusal) {
     if (!refusal) return false;
@@ -31,11 +29,7 @@ bool insertCategory(const CategoryChange& wanted) {
 bool moveCategory(const CategoryChange& wanted) {
     return trappedTransaction([&] {
         openDB();
-        int moved = 0;
-        const auto letPaint = [&moved] {
-            if (++moved % kRowsBetweenPaints == 0) services().toolkit.paintPending();
-        };
-        return !isTold(storeMove(wanted, letPaint));
+        return !isTold(storeMove(wanted, [] { services().toolkit.paintPending(); }));
     });
 }
 

@@ -1,6 +1,7 @@
 #include "hierarchy/itemroutines.h"
 
 #include <string>
+#include <vector>
 
 #include "frame/appstate.h"
 #include "frame/conversion.h"
@@ -59,9 +60,9 @@ bool delDetail() {
         }
         store::Connection& connection = *appState().gConn;
         connection.beginTrans();
-        connection.execute("delete from tblItem where fitemid=" + id);
-        connection.execute("delete from " + appState().gItemTable + "  where fitemid=" + id);
-        connection.execute("delete from tblItemFJ where fitemid=" + id);
+        connection.executeAll(std::vector{"delete from tblItem where fitemid=" + id,
+                                          "delete from " + appState().gItemTable + "  where fitemid=" + id,
+                                          "delete from tblItemFJ where fitemid=" + id});
         connection.commitTrans();
         return true;
     });

@@ -43,6 +43,14 @@ public:
     /// On failure the statement had no effect, and an open transaction stays open.
     virtual std::int64_t execute(std::string_view sql) = 0;
 
+    /// Told the rows of each statement of executeAll as it is done.
+    using Done = std::function<void(std::int64_t rows)>;
+    /// Runs statements of which none waits for another's answer, in their order, each as execute() would. A server gets
+    /// them in one flight, so that a routine of many statements costs one round trip. The first that fails is thrown;
+    /// those before it keep their effect, those behind it have none.
+    virtual void executeAll(std::span<const std::string> statements, const Done& done);
+    void executeAll(std::span<const std::string> statements) { executeAll(statements, nullptr); }
+
     /// Runs a query and fetches it whole.
     virtual Recordset open(std::string_view sql) = 0;
 
@@ -63,6 +71,13 @@ public:
     /// Undoes an open transaction and lets go of the database. Never throws. Every later call but close() throws.
     virtual void close() noexcept = 0;
 };
+
+inline void Connection::executeAll(std::span<const std::string> statements, const Done& done) {
+    for (const std::string& sql : statements) {
+        const std::int64_t rows = execute(sql);
+        if (done) done(rows);
+    }
+}
 
 /// Makes connections; which kind, the connection string decides.
 class Store {

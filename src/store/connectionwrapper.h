@@ -1,4 +1,5 @@
-// Forwards every call of a connection: the base of decorators and test doubles, which override what they need.
+// Forwards every call of a connection: the base of decorators and test doubles, which override what they need. Those
+// that override execute() see the statements of executeAll() too, one by one.
 #pragma once
 
 #include <utility>

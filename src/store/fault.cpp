@@ -1,5 +1,6 @@
 #include "store/fault.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "store/connectionwrapper.h"
@@ -45,6 +46,21 @@ public:
     std::int64_t execute(std::string_view sql) override {
         count(plan_);
         return target().execute(sql);
+    }
+    // What stands before the operation that is to fail reaches the target.
+    void executeAll(std::span<const std::string> statements, const Done& done) override {
+        const auto rest = static_cast<std::size_t>(std::max(0, plan_.failAt - plan_.count - 1));
+        const bool fails = plan_.failAt > plan_.count && rest < statements.size();
+        try {
+            target().executeAll(fails ? statements.first(rest) : statements, [&](std::int64_t rows) {
+                ++plan_.count;
+                if (done) done(rows);
+            });
+        } catch (const Failure&) {
+            ++plan_.count;
+            throw;
+        }
+        if (fails) count(plan_);
     }
     Recordset open(std::string_view sql) override {
         count(plan_);

@@ -16,6 +16,16 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+double millisecondsSince(Clock::time_point start) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+void blame(TraceRecord& record, const Failure& failure) {
+    record.failed = true;
+    record.number = failure.number();
+    record.text = failure.text();
+}
+
 // Times one operation and reports it, also where it fails. `work` returns what the operation gives and sets
 // record.rows.
 template <typename Work>
@@ -25,7 +35,7 @@ auto traced(const TraceSink& sink, const char* operation, std::string_view sql, 
     record.sql = sql;
     const auto start = Clock::now();
     const auto report = [&] {
-        record.milliseconds = std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+        record.milliseconds = millisecondsSince(start);
         sink(record);
     };
     try {
@@ -38,9 +48,7 @@ auto traced(const TraceSink& sink, const char* operation, std::string_view sql, 
             return result;
         }
     } catch (const Failure& failure) {
-        record.failed = true;
-        record.number = failure.number();
-        record.text = failure.text();
+        blame(record, failure);
         report();
         throw;
     }
@@ -77,6 +85,30 @@ public:
 
     std::int64_t execute(std::string_view sql) override {
         return traced(sink_, "execute", sql, [&](TraceRecord& record) { return record.rows = target().execute(sql); });
+    }
+    // A record for each statement, as if they had gone out one by one; its time is what passed since the one before.
+    void executeAll(std::span<const std::string> statements, const Done& done) override {
+        auto next = statements.begin();
+        auto start = Clock::now();
+        const auto report = [&](std::int64_t rows, const Failure* failure) {
+            TraceRecord record;
+            record.operation = "execute";
+            record.sql = *next++;
+            record.rows = rows;
+            record.milliseconds = millisecondsSince(start);
+            if (failure != nullptr) blame(record, *failure);
+            sink_(record);
+            start = Clock::now();
+        };
+        try {
+            target().executeAll(statements, [&](std::int64_t rows) {
+                report(rows, nullptr);
+                if (done) done(rows);
+            });
+        } catch (const Failure& failure) {
+            if (next != statements.end()) report(0, &failure);
+            throw;
+        }
     }
     Recordset open(std::string_view sql) override {
         return traced(sink_, "open", sql, [&](TraceRecord& record) {

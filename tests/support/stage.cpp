@@ -27,6 +27,9 @@ public:
         ++state_->alive;
     }
     ~CountedConnection() override { --state_->alive; }
+    void executeAll(std::span<const std::string> statements, const Done& done) override {
+        target().executeAll(statements, done);
+    }
     void setProgress(std::function<void()> progress) override {
         state_->progress = progress;
         ConnectionWrapper::setProgress(std::move(progress));

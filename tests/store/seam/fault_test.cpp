@@ -47,6 +47,34 @@ TEST(Fault, FailsEachOperationInItsTurn) {
     }
 }
 
+TEST(Fault, FailsEachStatementOfAFlightInItsTurn) {
+    const std::vector<std::string> statements = {"delete a", "delete b", "delete c"};
+    for (int n = 2; n <= 4; ++n) {
+        test::ScriptedStore target;
+        FaultPlan plan;
+        plan.failAt = n;
+        FaultyStore store(target, plan);
+        const auto connection = store.connect("x");
+        std::vector<std::int64_t> done;
+        EXPECT_THROW(connection->executeAll(statements, [&](std::int64_t rows) { done.push_back(rows); }), Failure);
+        EXPECT_EQ(plan.count, n);
+        EXPECT_EQ(done, std::vector<std::int64_t>(static_cast<std::size_t>(n - 2), 3));
+        EXPECT_EQ(target.notes.size(), static_cast<std::size_t>(n - 1)) << "with the connect";
+        connection->executeAll(statements);
+        EXPECT_EQ(plan.count, n + 3);
+    }
+}
+
+TEST(Fault, CountsAFlightThatFailsByItself) {
+    test::ScriptedStore target;
+    FaultPlan plan;
+    FaultyStore store(target, plan);
+    const auto connection = store.connect("x");
+    EXPECT_THROW(connection->executeAll(std::vector<std::string>{"delete a", "fail", "delete c"}), Failure);
+    EXPECT_EQ(plan.count, 3);
+    EXPECT_EQ(target.notes, (test::Notes{"connect x", "execute delete a", "execute fail"}));
+}
+
 TEST(Fault, LeavesTheTargetUntouchedByTheOperationThatFails) {
     test::ScriptedStore target;
     FaultPlan plan;

@@ -67,6 +67,19 @@ TEST(Trace, NotesAFailureAndPassesItOn) {
     EXPECT_EQ(traced.records.back().text, "坏语句");
 }
 
+TEST(Trace, NotesEachStatementOfAFlight) {
+    Traced traced;
+    const auto connection = traced.store.connect("x");
+    const std::vector<std::string> statements = {"delete  a", "fail", "delete c"};
+    EXPECT_THROW(connection->executeAll(statements), Failure);
+    ASSERT_EQ(operations(traced.records), (std::vector<std::string>{"connect", "execute", "execute"}));
+    EXPECT_EQ(traced.records[1].sql, "delete  a");
+    EXPECT_EQ(traced.records[1].rows, 3);
+    EXPECT_FALSE(traced.records[1].failed);
+    EXPECT_EQ(traced.records[2].sql, "fail");
+    EXPECT_EQ(traced.records[2].number, 102);
+}
+
 TEST(Trace, NotesOneCloseOfTwo) {
     Traced traced;
     const auto connection = traced.store.connect("x");

@@ -1,0 +1,80 @@
+// Several statements in one flight: as if they had gone out one by one.
+#include "contract.h"
+
+namespace orvenmod::store::test {
+namespace {
+
+using Statements = std::vector<std::string>;
+
+TEST_F(StoreContract, RunsAFlightInItsOrderAndCountsEachStatement) {
+    std::vector<std::int64_t> rows;
+    connection_->executeAll(Statements{"update t set c='x' where id=1", "delete from t where c='x'",
+                                       "update t set c='y' where id=1", "insert into t(id,c) values(9,'z')"},
+                            [&](std::int64_t touched) { rows.push_back(touched); });
+    EXPECT_EQ(rows, (std::vector<std::int64_t>{1, 1, 0, 1}));
+    EXPECT_EQ(value("select count(*) from t where id=1"), "0");
+    EXPECT_EQ(value("select c from t where id=9"), "z");
+}
+
+TEST_F(StoreContract, KeepsWhatAFlightDidBeforeTheStatementThatFails) {
+    connection_->beginTrans();
+    int done = 0;
+    EXPECT_NE(numberOf([&] {
+                  connection_->executeAll(Statements{"update t set c='x' where id=1", "update nosuch set c=1",
+                                                     "update t set c='y' where id=2"},
+                                          [&](std::int64_t) { ++done; });
+              }),
+              0);
+    EXPECT_EQ(done, 1);
+    EXPECT_TRUE(connection_->inTransaction());
+    EXPECT_EQ(value("select c from t where id=1"), "x");
+    EXPECT_NE(value("select c from t where id=2"), "y");
+    connection_->commitTrans();
+    EXPECT_EQ(value("select c from t where id=1"), "x");
+}
+
+TEST_F(StoreContract, KeepsWhatAFlightDidBeforeARowIsRefused) {
+    NEEDS_THE_DIALECT();
+    connection_->execute("create unique index ix on t(id)");
+    connection_->beginTrans();
+    EXPECT_EQ(
+        numberOf([&] {
+            connection_->executeAll(Statements{"insert into t(id,c) values(8,'h')", "insert into t(id,c) values(8,'i')",
+                                               "insert into t(id,c) values(10,'j')"});
+        }),
+        2601);
+    connection_->commitTrans();
+    EXPECT_EQ(value("select count(*) from t where id in (8,10)"), "1");
+}
+
+// A class's table, its rows and its view go out together.
+TEST_F(StoreContract, DefinesAndUsesWithinOneFlight) {
+    NEEDS_THE_DIALECT();
+    connection_->beginTrans();
+    connection_->executeAll(Statements{"create table made(a int)", "insert into made(a) values(7)",
+                                       "create view shown as select a from made", "alter table made add b varchar(5)",
+                                       "update made set b='q'"});
+    EXPECT_EQ(value("select a from shown"), "7");
+    EXPECT_EQ(value("select b from made"), "q");
+    connection_->rollbackTrans();
+    EXPECT_EQ(numberOf([&] { connection_->open("select a from shown"); }), 208);
+}
+
+TEST_F(StoreContract, TakesAnEmptyFlightAndOneOfManyStatements) {
+    connection_->executeAll({});
+    Statements many;
+    for (int i = 100; i < 1100; ++i)
+        many.push_back("insert into t(id,c) values(" + std::to_string(i) + ",'" + std::to_string(i) + "')");
+    connection_->beginTrans();
+    connection_->executeAll(many);
+    connection_->commitTrans();
+    EXPECT_EQ(value("select count(*) from t where id>=100"), "1000");
+}
+
+TEST_F(StoreContract, RefusesAFlightOnceItIsClosed) {
+    connection_->close();
+    EXPECT_NE(numberOf([&] { connection_->executeAll(Statements{"delete from t"}); }), 0);
+}
+
+}  // namespace
+}  // namespace orvenmod::store::test
