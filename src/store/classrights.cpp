@@ -22,7 +22,7 @@ std::string row(const std::string& number, std::string_view name, std::string_vi
 }  // namespace
 
 std::vector<std::string> classRightRows(std::int32_t itemClass, std::string_view name) {
-    const std::string group = "Y" + std::to_string(itemClass);
+    const std::string group = kClassRights + std::to_string(itemClass);
     std::vector<std::string> rows{row(group, name, "0", "")};
     for (const Right& right : kRights)
         rows.push_back(row(group + std::string(right.suffix), right.name, "1", group));

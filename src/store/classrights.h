@@ -8,6 +8,10 @@
 
 namespace orvenmod::store {
 
+/// What the number of a right begins with.
+inline constexpr char kClassRights = 'Y';
+inline constexpr char kDictionaryRights = 'Z';
+
 /// The rows of tblSystemPrivillenge: the class's group, and the ten rights in it.
 std::vector<std::string> classRightRows(std::int32_t itemClass, std::string_view name);
 

@@ -1,13 +1,11 @@
 // The classes with fixed roles. What a column of theirs is, how it is called and whether the list shows it stands here
 // once; tables, views and rows are made from it.
+#include "store/itemclass.h"
 #include "store/schemaparts.h"
 
 namespace orvenmod::store {
 namespace {
 
-constexpr int kDate = 0;
-constexpr int kText = 1;
-constexpr int kNumber = 13;
 constexpr int kSupplierClass = 2;
 constexpr std::string_view kPriceFormat = "#,##0.00";
 
@@ -59,8 +57,8 @@ std::vector<FixedField> accountFields() {
 const std::vector<FixedClass>& fixedClasses() {
     static const std::vector<FixedClass> kClasses = {
         {1, "客户", "tblCustomer", "fAmount", "应收款", 3, customerFields()},
-        {2, "供应商", "tblSupplier", "fAmount", "应付款", 3, partnerFields()},
-        {3, "货品", "ICItem", "fTimeQty", "库存数", 5, goodsFields()},
+        {kSupplierClass, "供应商", "tblSupplier", "fAmount", "应付款", 3, partnerFields()},
+        {kGoods, "货品", "ICItem", "fTimeQty", "库存数", 5, goodsFields()},
         {11, "账户", "tblAccount", "fAmount", "账号余额", 3, accountFields()},
     };
     return kClasses;
@@ -69,7 +67,7 @@ const std::vector<FixedClass>& fixedClasses() {
 SchemaTable fixedClassTable(const FixedClass& fixed) {
     SchemaTable table{fixed.table,
                       'A',
-                      {{"fItemId", "int", true}, {"fNumber", "varchar(100)"}, {"fName", "varchar(100)"}},
+                      {{"fItemId", "int", kNotNull}, {"fNumber", "varchar(100)"}, {"fName", "varchar(100)"}},
                       "fItemId",
                       {{"fNumber"}}};
     for (const FixedField& field : fixed.fields) {

@@ -13,9 +13,8 @@ std::string fixedClassView(const FixedClass& fixed) {
     } else {
         view.addStock();
     }
-    constexpr std::string_view kText = "1";
-    view.addField("fNumber", kText);
-    view.addField("fName", kText);
+    view.addField("fNumber", std::to_string(kText));
+    view.addField("fName", std::to_string(kText));
     for (const FixedField& field : fixed.fields) {
         if (field.sourceClass == 0) {
             view.addField(field.name, std::to_string(field.type));
