@@ -52,4 +52,14 @@ void ClassViewText::addLookup(std::string_view name, std::string_view source) {
     joins_.append(".fitemid=a.").append(name).append(wording_.lookupClosing);
 }
 
+std::string classViewSkeleton(std::string_view view, std::string_view table) {
+    std::string text = "create view ";
+    text.append(view).append(
+        " as SELECT a.fItemid, a.fnumber, a.fname, b.fIslock, b.fParentid, isnull(c.fname,'') AS fParentidname, "
+        "isnull(c.fDepth,1) AS fParentDepth, b.fNBNumber,isnull(c.fnumber,'') as fParentIdNumber,"
+        "isnull(b.fShortNumber,'') as fShortNumber    fROM ((");
+    return text.append(table).append(
+        " AS a LEFT JOIN tblItem AS b ON a.fitemid=b.fitemid) LEFT JOIN tblItem AS c  ON c.fItemid=b.fParentid)");
+}
+
 }  // namespace orvenmod::store
