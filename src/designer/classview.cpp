@@ -6,6 +6,7 @@
 #include "designer/filled.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/idcounter.h"
 #include "store/classviewtext.h"
 #include "store/itemclass.h"
 
@@ -87,10 +88,10 @@ public:
 private:
     // Search rows are filed under a type id of 16 bits.
     void readNextEntry() {
-        type_ = std::to_string(toInt16(store::listType(itemClass_)));
+        type_ = std::to_string(toInt16(static_cast<double>(store::listTypeNumber(itemClass_))));
         const auto row =
             connection_.open("select max(fentryid) as fEntryId1 from tblFindinfoentry2 where ftypeid=" + type_);
-        entry_ = row.eof() || row.isNull("fEntryId1") ? 2 : toInt32(row.text("fEntryId1")) + 1;
+        entry_ = idAfter(row.eof() || row.isNull("fEntryId1") ? 1 : toInt32(row.text("fEntryId1")));
     }
 
     void addClassColumn() {

@@ -7,7 +7,9 @@
 #include "designer/saving.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/idcounter.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 
 namespace orvenmod {
 
@@ -19,6 +21,8 @@ namespace {
 constexpr int kLabel = 1;
 constexpr int kValue = 2;
 constexpr int kCode = 3;
+
+constexpr std::int32_t kBaseFields = 3;  // short code, code and name
 
 enum Row { name = 1, field, type, decimals, maximum, minimum, fallback, isNull, lookup };
 
@@ -52,7 +56,7 @@ void frmHSXMDetailNew::connectEvents() {
 void frmHSXMDetailNew::Form_Load() {
     layOutRows();
     loadFieldForm();
-    lockNumberRows(true);
+    setNumberRowsLocked(true);
     fps1().setColumnHidden(kCode, true);
 }
 
@@ -105,7 +109,7 @@ bool frmHSXMDetailNew::proposeFieldName() {
 
 // Names and codes are kept in step by their place in the lists.
 void frmHSXMDetailNew::fillLookups() {
-    auto rows = appState().gConn->open("select * from tblItemClass ");
+    auto rows = openRows("select * from tblItemClass ");
     Items names = {"无"};
     Items codes = {"-1,-1"};
     Items classes = {""};
@@ -130,10 +134,10 @@ void frmHSXMDetailNew::fps1_ComboCloseUp(int /*Col*/, int Row, int SelChange) {
         grid.selectItem(kValue, Row::type, 0);
         grid.selectItem(kCode, Row::type, 0);
     }
-    if (Row == Row::type) lockNumberRows(grid.text(kCode, Row::type) != "13");
+    if (Row == Row::type) setNumberRowsLocked(grid.text(kCode, Row::type) != "13");
 }
 
-void frmHSXMDetailNew::lockNumberRows(bool locked) {
+void frmHSXMDetailNew::setNumberRowsLocked(bool locked) {
     for (int row = Row::decimals; row <= Row::minimum; ++row) {
         fps1().setLocked(kValue, row, locked);
         fps1().setLocked(kCode, row, locked);
@@ -187,7 +191,8 @@ void frmHSXMDetailNew::addField() {
     const std::string itemClass = std::to_string(appState().gItemClassId);
     const auto last =
         connection.open("select max(finterid) as finterid1 from tbltableinfo where fitemclassid=" + itemClass);
-    const std::string interId = last.eof() ? "4" : std::to_string(toInt32(required(last.field("finterid1"))) + 1);
+    const std::string interId =
+        std::to_string(idAfter(last.eof() ? kBaseFields : toInt32(required(last.field("finterid1")))));
     const std::string row = fieldRow(made, itemClass, interId);
     const std::string column = columnStatement(made, readClassObjects(connection, itemClass).table);
     connection.beginTrans();

@@ -54,6 +54,8 @@ std::int32_t toInt32(std::string_view text) { return toInteger<std::int32_t>(toD
 
 std::int16_t toInt16(double value) { return toInteger<std::int16_t>(value); }
 
+std::int32_t toInt32(double value) { return toInteger<std::int32_t>(value); }
+
 double toDouble(std::string_view text) {
     const std::string trimmed = trim(text);
     const Parsed parsed = parseLeading(trimmed);

@@ -22,8 +22,9 @@ private:
 
 std::int16_t toInt16(std::string_view text);
 std::int32_t toInt32(std::string_view text);
-/// A number into a 16-bit field: rounded half to even, failure 6 beyond the field.
+/// A number into a field: rounded half to even, failure 6 beyond the field.
 std::int16_t toInt16(double value);
+std::int32_t toInt32(double value);
 double toDouble(std::string_view text);
 
 /// A field's value that must not be null; null is failure 94.

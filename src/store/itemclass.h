@@ -10,9 +10,10 @@ namespace orvenmod::store {
 inline constexpr std::int16_t kGoods = 3;
 
 /// What a class's list columns, search fields, descriptions, hidden columns and standing conditions are filed under.
-inline std::string listType(std::int32_t itemClass) {
+constexpr std::int64_t listTypeNumber(std::int32_t itemClass) {
     constexpr std::int64_t kListTypes = 6000;
-    return std::to_string(itemClass + kListTypes);
+    return itemClass + kListTypes;
 }
+inline std::string listType(std::int32_t itemClass) { return std::to_string(listTypeNumber(itemClass)); }
 
 }  // namespace orvenmod::store
