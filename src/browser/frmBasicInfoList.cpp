@@ -215,19 +215,12 @@ void frmBasicInfoList::vsf1_DblClick() {
     if (vsf1.rowCount() <= 1) return;
     if (appState().gIsReturn != 1) return MenuEditUpdate_Click();
     if (!isBillMode()) return returnSelected();
-    const std::string id = vsf1.text(vsf1.currentRow(), 1);
+    const std::string id = vsf1.text(vsf1.currentRow(), kItemIdColumn);
     shown().bill.addFPSItem(id.empty() ? 0 : toInt32(id), shown().list->timeQtyEntryId());
 }
 
 void frmBasicInfoList::returnSelected() {
-    AppState& state = appState();
-    const platform::ListGrid& vsf1 = shown().vsf1;
-    const std::vector<int> rows = selectedRows(vsf1);
-    if (!rows.empty()) {
-        state.gRetNumber = vsf1.text(rows.back(), 2);
-        state.gRetName = vsf1.text(rows.back(), 3);
-        state.gRetItemId = vsf1.text(rows.back(), 1);
-    }
+    returnLastSelected(shown().vsf1, kItemIdColumn);
     shown().window->close();
 }
 

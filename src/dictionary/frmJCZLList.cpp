@@ -111,14 +111,7 @@ void frmJCZLList::vsf1_DblClick() {
 }
 
 void frmJCZLList::returnSelected() {
-    AppState& state = appState();
-    const platform::ListGrid& list = form().vsf1;
-    const std::vector<int> rows = selectedRows(list);
-    if (!rows.empty()) {
-        state.gRetNumber = list.text(rows.back(), 1);
-        state.gRetName = list.text(rows.back(), 2);
-        state.gRetItemId = list.text(rows.back(), 0);
-    }
+    returnLastSelected(form().vsf1, EntryList::kIdColumn);
     form().window->close();
 }
 
