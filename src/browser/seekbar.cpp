@@ -1,7 +1,6 @@
 #include "browser/seekbar.h"
 
 #include <algorithm>
-#include <exception>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -9,6 +8,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 #include "store/itemclass.h"
 
@@ -31,14 +31,15 @@ constexpr Operator kNumberOperators[] = {{"大于", ">"}, {"大于等于", ">="}
                                          {"小于", "<"}, {"小于等于", "<="}, {"不等于", "<>"}};
 
 // The words of a text's operators stand in the combo only; the condition goes by the caption.
-constexpr Operator kTextOperators[] = {{"等于", "=", "='", "'"},
-                                       {"包含", "Like", " like '%", "%' "},
-                                       {"不包含", "Not like", " not like '%", "%' "},
-                                       {"不等于", "<>", "<>'", "'"},
-                                       {"为空", "Is null", "  is null ", "", false},
-                                       {"不为空", " is not  null", "  is not null ", "", false},
-                                       {"大于等于", ">=", ">='", "'"},
-                                       {"小于等于", "<=", "<='", "'"}};
+constexpr Operator kTextOperators[] = {
+    {"等于", "=", "='", "'"},
+    {"包含", "Like", " like '%", "%' "},
+    {"不包含", "Not like", " not like '%", "%' "},
+    {"不等于", "<>", "<>'", "'"},
+    {.caption = "为空", .word = "Is null", .opening = "  is null ", .takesValue = false},
+    {.caption = "不为空", .word = " is not  null", .opening = "  is not null ", .takesValue = false},
+    {"大于等于", ">=", ">='", "'"},
+    {"小于等于", "<=", "<='", "'"}};
 
 constexpr Operator kDateOperators[] = {{"等于", "="},      {"不等于", "<>"}, {"大于", ">"},
                                        {"大于等于", ">="}, {"小于", "<"},    {"小于等于", "<="}};
@@ -75,7 +76,7 @@ SeekBar::SeekBar(platform::Window& window)
       dtp_(window.get<platform::DatePicker>("dtp")) {}
 
 void SeekBar::addToFpsA() {
-    try {
+    trapped([this] {
         readFields();
         field_.setListRows(field_.rowCount());
         const int saved = toInt32(GetIniS(kIniSection, seekFieldKey(), "0"));
@@ -83,15 +84,13 @@ void SeekBar::addToFpsA() {
         // A row that is gone, since a field was removed, is no condition.
         field_.select(saved >= 0 && saved < field_.rowCount() ? saved : 0);
         txtSearch_.setText(appState().gFindValue);
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-    }
+        return true;
+    });
 }
 
 void SeekBar::readFields() {
     openDB();
-    store::Recordset rows = appState().gConn->open(
+    store::Recordset rows = openRows(
         "select a.*,isnull(b.fItemType,0) as fItemType from tblFindInfoentry2 as a "
         " left outer join tblItemclass as b on a.fitemclassid=b.fitemclassid "
         " where a.ftypeid=" +
