@@ -8,6 +8,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/treenodes.h"
 #include "platform/listgrid.h"
 #include "platform/tree.h"
@@ -90,7 +91,7 @@ void frmHSXM::Form_Resize() { SetNewPos(window(), positions_); }
 void frmHSXM::getListInfo() {
     if (!openDB()) return;
     Tree& tv1 = window().get<Tree>("tv1");
-    auto rows = appState().gConn->open("select  * from tblItemclass where fitemtype='0' order by fItemclassid");
+    auto rows = openRows("select  * from tblItemclass where fitemtype='0' order by fItemclassid");
     tv1.clear();
     tv1.add("", kRoot, "核算项目", "Folder");
     for (; !rows.eof(); rows.moveNext()) {

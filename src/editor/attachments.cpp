@@ -5,6 +5,7 @@
 #include "frame/classright.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 
 namespace orvenmod {
@@ -24,8 +25,7 @@ std::string currentItem() { return std::to_string(appState().gCurItemId); }
 }  // namespace
 
 void Attachments::load() {
-    store::Recordset rows =
-        appState().gConn->open("select fentryid,fName,fFileName from tblItemFJ where fitemid=" + currentItem());
+    store::Recordset rows = openRows("select fentryid,fName,fFileName from tblItemFJ where fitemid=" + currentItem());
     clear();
     for (; !rows.eof(); rows.moveNext()) {
         add(rows.text("fName"), rows.text("fFileName"), "");
@@ -126,8 +126,8 @@ void Attachments::getFJInfo(std::int32_t entryId) {
     openDB();
     trapped([&] {
         removeOpened();
-        store::Recordset rows = appState().gConn->open("select * from tblItemFJ where fitemid=" + currentItem() +
-                                                       " and fEntryId=" + std::to_string(entryId));
+        store::Recordset rows = openRows("select * from tblItemFJ where fitemid=" + currentItem() +
+                                         " and fEntryId=" + std::to_string(entryId));
         // Two rows of one entry id append their names, as they always have.
         std::string name;
         for (; !rows.eof(); rows.moveNext()) {

@@ -5,6 +5,7 @@
 #include "editor/binaryfile.h"
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 #include "frame/showing.h"
 #include "platform/controls.h"
@@ -77,7 +78,7 @@ void frmItemPhoto::getItemPhoto() {
     openDB();
     trapped([&] {
         store::Recordset photos =
-            appState().gConn->open("select * from ICItemPhoto where fitemid=" + std::to_string(appState().gCurItemId));
+            openRows("select * from ICItemPhoto where fitemid=" + std::to_string(appState().gCurItemId));
         for (; !photos.eof(); photos.moveNext()) {
             const std::string path = platform::nativePath(appState().gAppPath + "\\Temp001.jpg");
             writeFile(path, photos.field("fPhoto").value_or(""));
