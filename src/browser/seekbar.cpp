@@ -45,9 +45,9 @@ constexpr Operator kDateOperators[] = {{"等于", "="},      {"不等于", "<>"}
                                        {"大于等于", ">="}, {"小于", "<"},    {"小于等于", "<="}};
 
 std::span<const Operator> operatorsOf(const std::string& kind) {
-    if (kind == "1") return kNumberOperators;
-    if (kind == "2") return kTextOperators;
-    if (kind == "3") return kDateOperators;
+    if (kind == store::kSeekNumber) return kNumberOperators;
+    if (kind == store::kSeekText) return kTextOperators;
+    if (kind == store::kSeekDate) return kDateOperators;
     return {};
 }
 
@@ -113,7 +113,7 @@ void SeekBar::PC_SelChange(int Index) {
     }
     const auto operators = operatorsOf(kind);
     if (!operators.empty()) {
-        const bool date = kind == "3";
+        const bool date = kind == store::kSeekDate;
         txtSearch_.setVisible(!date);
         dtp_.setVisible(date);
         if (date) dtp_.setValue(services().clock.today());
@@ -121,7 +121,7 @@ void SeekBar::PC_SelChange(int Index) {
     for (const Operator& one : operators)
         operator_.addRow({std::string(one.caption), std::string(one.word)});
     operator_.setListRows(static_cast<int>(operators.size()));
-    if (!operators.empty()) operator_.select(kind == "2" ? 1 : 0);
+    if (!operators.empty()) operator_.select(kind == store::kSeekText ? 1 : 0);
 }
 
 std::string SeekBar::buildSeekSQLA() const {
@@ -131,12 +131,12 @@ std::string SeekBar::buildSeekSQLA() const {
     const std::string field = selectedCell(field_, kFieldColumn);
     const std::string word = selectedCell(operator_, 1);
     const std::string value = trim(txtSearch_.text());
-    if (kind == "1") {
+    if (kind == store::kSeekNumber) {
         if (value.empty()) return "";
         result += " " + field + " " + word + value + " ";
-    } else if (kind == "2") {
+    } else if (kind == store::kSeekText) {
         result += " " + field + textFragment(selectedCell(operator_, 0), value);
-    } else if (kind == "3") {
+    } else if (kind == store::kSeekDate) {
         result += " " + field + " " + word + "'" + platform::toText(dtp_.value()) + "' ";
     }
     return result;

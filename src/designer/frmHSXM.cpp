@@ -12,6 +12,7 @@
 #include "frame/treenodes.h"
 #include "platform/listgrid.h"
 #include "platform/tree.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -24,10 +25,10 @@ namespace {
 constexpr const char* kRoot = "D0";
 
 std::string fieldTypeWord(const std::string& code) {
-    if (code == "0") return "日期";
-    if (code == "1") return "字符类型";
-    if (code == "12") return "货币";
-    if (code == "13") return "数字";
+    if (code == store::kDateField) return "日期";
+    if (code == store::kTextField) return "字符类型";
+    if (code == store::kCurrencyField) return "货币";
+    if (code == store::kNumberField) return "数字";
     return "";
 }
 
@@ -47,8 +48,8 @@ std::string gridRow(const store::Recordset& row) {
     if (isNull == "0") add("能");
     if (isNull == "1") add("不能");
     const std::string itemType = row.text("fItemType");
-    if (itemType == "0") add("核算项目");
-    if (itemType == "1") add("子核算项目");
+    if (itemType == store::kItemClass) add("核算项目");
+    if (itemType == store::kDictionary) add("子核算项目");
     return cells;
 }
 

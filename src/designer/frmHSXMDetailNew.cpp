@@ -10,6 +10,7 @@
 #include "frame/idcounter.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -31,6 +32,14 @@ constexpr const char* kLabels[] = {"名称",   "字段名称", "数据类型", "
 constexpr NumberRule kLimit{2, -99999999.99, 99999999.99};
 
 using Items = std::vector<std::string>;
+
+Items typeCodes() {
+    Items codes;
+    for (const std::string_view type :
+         {store::kTextField, store::kDateField, store::kNumberField, store::kCurrencyField})
+        codes.emplace_back(type);
+    return codes;
+}
 
 }  // namespace
 
@@ -80,7 +89,7 @@ void frmHSXMDetailNew::layOutRows() {
     grid.setRowCount(Row::lookup);
     for (int row = Row::name; row <= Row::lookup; ++row)
         grid.setText(kLabel, row, kLabels[row - 1]);
-    choice(Row::type, {"字符类型", "日期", "数字", "货币"}, {"1", "0", "13", "12"});
+    choice(Row::type, {"字符类型", "日期", "数字", "货币"}, typeCodes());
     number(Row::decimals, {0, 0, 10});
     number(Row::maximum, kLimit);
     number(Row::minimum, kLimit);
@@ -134,7 +143,7 @@ void frmHSXMDetailNew::fps1_ComboCloseUp(int /*Col*/, int Row, int SelChange) {
         grid.selectItem(kValue, Row::type, 0);
         grid.selectItem(kCode, Row::type, 0);
     }
-    if (Row == Row::type) setNumberRowsLocked(grid.text(kCode, Row::type) != "13");
+    if (Row == Row::type) setNumberRowsLocked(grid.text(kCode, Row::type) != store::kNumberField);
 }
 
 void frmHSXMDetailNew::setNumberRowsLocked(bool locked) {
@@ -155,7 +164,7 @@ bool frmHSXMDetailNew::checkInput() {
     const auto isEmpty = [this](int row) { return trim(fps1().text(kValue, row)).empty(); };
     if (isEmpty(Row::name)) return refuse("名称不能为空", Row::name);
     if (isEmpty(Row::field)) return refuse("字段名不能为空", Row::field);
-    if (fps1().text(kCode, Row::type) != "13" || fps1().text(kValue, Row::lookup) != "无") return true;
+    if (fps1().text(kCode, Row::type) != store::kNumberField || fps1().text(kValue, Row::lookup) != "无") return true;
     if (isEmpty(Row::decimals)) return refuse("小数点位数不能为空!", Row::decimals);
     if (isEmpty(Row::maximum)) return refuse("最大值不能为空!", Row::maximum);
     if (isEmpty(Row::minimum)) return refuse("最小值不能为空!", Row::minimum);

@@ -7,6 +7,7 @@
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -71,7 +72,7 @@ void FieldGrid::addField(const store::Recordset& field) {
 void FieldGrid::addReferenceLists(const store::Recordset& field, int row) {
     fps1_.setCellType(kValue, row, CellType::combo);
     fps1_.setCellType(kChosenId, row, CellType::combo);
-    const bool dictionary = trim(field.text("FItemType")) == "1";
+    const bool dictionary = trim(field.text("FItemType")) == store::kDictionary;
     const std::string source = dictionary ? " tblSubType where " : " tblItem where fisdetail=1 ";
     store::Recordset entries = openRows("select * from " + source +
                                         " and   fitemclassid=" + field.text("fvalueitemid") + " order by fnumber ");

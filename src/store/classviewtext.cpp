@@ -1,5 +1,7 @@
 #include "store/classviewtext.h"
 
+#include "store/itemclass.h"
+
 namespace orvenmod::store {
 
 struct ClassViewText::Wording {
@@ -37,7 +39,10 @@ void ClassViewText::addAmount() { columns_ += ",isnull(a.fAmount,0) as fAmount "
 void ClassViewText::addStock() { columns_ += wording_.stockColumn; }
 
 void ClassViewText::addField(std::string_view name, std::string_view type) {
-    const std::string_view empty = type == "0" ? "'1900-01-01'" : type == "13" ? "0" : type == "1" ? "''" : "";
+    const std::string_view empty = type == kDateField     ? "'1900-01-01'"
+                                   : type == kNumberField ? "0"
+                                   : type == kTextField   ? "''"
+                                                          : "";
     if (empty.empty()) return;
     columns_.append(",isnull(a.").append(name).append(",").append(empty).append(")  as ").append(name);
 }

@@ -16,20 +16,15 @@ constexpr int kLeft = 1;
 constexpr int kCentre = 4;
 constexpr int kRight = 7;
 
-// How the search bar treats a field's values.
-constexpr int kSeekNumber = 1;
-constexpr int kSeekText = 2;
-constexpr int kSeekDate = 3;
-
 enum class Lock { open, locked };
 
 /// Which of a lookup's two columns is sought in; a field that is none counts as a code.
 enum class SeekIn { code, name };
 
 constexpr FixedField kShortCode{
-    .caption = "短代码", .name = "fShortNumber", .type = kText, .column = "", .required = true};
-constexpr FixedField kCode{.caption = "代码", .name = "fNumber", .type = kText, .column = "", .required = true};
-constexpr FixedField kName{.caption = "名称", .name = "fName", .type = kText, .column = "", .required = true};
+    .caption = "短代码", .name = "fShortNumber", .type = kTextField, .column = "", .required = true};
+constexpr FixedField kCode{.caption = "代码", .name = "fNumber", .type = kTextField, .column = "", .required = true};
+constexpr FixedField kName{.caption = "名称", .name = "fName", .type = kTextField, .column = "", .required = true};
 
 std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
@@ -65,9 +60,9 @@ private:
             "FMinNumber,fDefaultValue,fIsNull,fValueItemID,fItemType,fFieldType,fislock) values(1," +
             std::to_string(++fields_) + "," + std::to_string(fixed_.id) + "," + quoted(field.caption) + "," +
             quoted(field.name) + "," + std::to_string(field.decimals) + "," +
-            (field.type == kNumber ? "99999999.99" : "0") + ",0,''," + (field.required ? "1" : "0") + "," +
-            std::to_string(field.sourceClass) + "," + (isLookup(field) ? "'0'" : "''") + "," +
-            std::to_string(field.type) + "," + (lock == Lock::locked ? "1" : "0") + ")");
+            (field.type == kNumberField ? "99999999.99" : "0") + ",0,''," + (field.required ? "1" : "0") + "," +
+            std::to_string(field.sourceClass) + "," + (isLookup(field) ? "'0'" : "''") + "," + std::string(field.type) +
+            "," + (lock == Lock::locked ? "1" : "0") + ")");
     }
 
     void addFields() {
@@ -98,17 +93,17 @@ private:
                 continue;
             }
             const std::string column = std::string(field.name) + (isLookup(field) ? "Name" : "");
-            const int align = field.type == kNumber ? kRight : field.type == kDate ? kCentre : kLeft;
-            addColumn(column, field.caption, align, field.type == kNumber ? field.format : "", field.listWidth);
+            const int align = field.type == kNumberField ? kRight : field.type == kDateField ? kCentre : kLeft;
+            addColumn(column, field.caption, align, field.type == kNumberField ? field.format : "", field.listWidth);
         }
     }
 
-    void addSeek(int entry, std::string_view field, std::string_view title, int kind, std::string_view source,
-                 SeekIn part = SeekIn::code) {
+    void addSeek(int entry, std::string_view field, std::string_view title, std::string_view kind,
+                 std::string_view source, SeekIn part = SeekIn::code) {
         rows_.push_back(
             "insert into tblFindinfoEntry2(ftypeid,fFieldname,ftitleName,fNumType,fItemclassid,fIsDefault,fEntryid,"
             "fNumberName) values(" +
-            listId(fixed_) + "," + quoted(field) + "," + quoted(title) + "," + std::to_string(kind) + "," +
+            listId(fixed_) + "," + quoted(field) + "," + quoted(title) + "," + std::string(kind) + "," +
             std::string(source) + ",1," + std::to_string(entry) + "," + (part == SeekIn::name ? "1" : "0") + ")");
     }
 
@@ -124,19 +119,22 @@ private:
                 addSeek(++entry, std::string(field.name) + "Name", std::string(field.caption) + "名称", kSeekText,
                         listId(fixed_), SeekIn::name);
             } else {
-                const int kind = field.type == kNumber ? kSeekNumber : field.type == kDate ? kSeekDate : kSeekText;
+                const std::string_view kind = field.type == kNumberField ? kSeekNumber
+                                              : field.type == kDateField ? kSeekDate
+                                                                         : kSeekText;
                 addSeek(++entry, field.name, field.caption, kind, listId(fixed_));
             }
         }
     }
 
-    void addDescription(std::string_view field, std::string_view caption, int type = kText) {
+    void addDescription(std::string_view field, std::string_view caption, std::string_view type = kTextField) {
         rows_.push_back("insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values(" + listId(fixed_) +
-                        "," + quoted(field) + "," + quoted(caption) + "," + (type == kNumber ? "1" : "0") + ")");
+                        "," + quoted(field) + "," + quoted(caption) + "," + (type == kNumberField ? "1" : "0") + ")");
     }
 
     void addDescriptions() {
-        addDescription(fixed_.amountField == "fAmount" ? "famount" : fixed_.amountField, fixed_.amountCaption, kNumber);
+        addDescription(fixed_.amountField == "fAmount" ? "famount" : fixed_.amountField, fixed_.amountCaption,
+                       kNumberField);
         addDescription(kCode.name, kCode.caption);
         addDescription(kName.name, kName.caption);
         for (const FixedField& field : fixed_.fields) {

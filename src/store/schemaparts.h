@@ -12,16 +12,11 @@ namespace orvenmod::store {
 std::vector<SchemaTable> ownTables();
 std::vector<SchemaTable> suiteTables();
 
-/// What tblTableInfo.fFieldType says of a field.
-inline constexpr int kDate = 0;
-inline constexpr int kText = 1;
-inline constexpr int kNumber = 13;
-
 /// A field of one of the classes with a fixed role.
 struct FixedField {
     std::string_view caption;
     std::string_view name;
-    int type;                              ///< kDate, kText or kNumber
+    std::string_view type;                 ///< tblTableInfo.fFieldType
     std::string_view column;               ///< the type of its column
     int listWidth = 0;                     ///< width in the list in twips; 0 keeps it out of the list
     int decimals = 0;                      ///< of a number
