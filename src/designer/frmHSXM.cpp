@@ -22,8 +22,6 @@ using platform::Tree;
 
 namespace {
 
-constexpr const char* kRoot = "D0";
-
 std::string fieldTypeWord(const std::string& code) {
     if (code == store::kDateField) return "日期";
     if (code == store::kTextField) return "字符类型";
@@ -91,15 +89,8 @@ void frmHSXM::Form_Resize() { SetNewPos(window(), positions_); }
 
 void frmHSXM::getListInfo() {
     if (!openDB()) return;
-    Tree& tv1 = window().get<Tree>("tv1");
     auto rows = openRows("select  * from tblItemclass where fitemtype='0' order by fItemclassid");
-    tv1.clear();
-    tv1.add("", kRoot, "核算项目", "Folder");
-    for (; !rows.eof(); rows.moveNext()) {
-        const std::string id = rows.text("fitemclassid");
-        tv1.add(kRoot, "D" + id, rows.text("fitemname") + "(" + id + ")", "Folder");
-        tv1.ensureVisible("D" + id);
-    }
+    fillClassTree(window().get<Tree>("tv1"), "核算项目", rows);
     closeDB();
 }
 

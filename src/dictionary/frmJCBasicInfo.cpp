@@ -21,12 +21,6 @@ namespace orvenmod {
 using platform::Menu;
 using platform::MouseButton;
 
-namespace {
-
-constexpr const char* kImage = "Folder";
-
-}  // namespace
-
 struct frmJCBasicInfo::Loaded {
     explicit Loaded(std::unique_ptr<platform::Window> made)
         : window(std::move(made)),
@@ -110,14 +104,7 @@ void frmJCBasicInfo::getListInfo(const std::int16_t&) {
     openDB();
     store::Recordset rows =
         openRows("select fitemclassid,fitemname from tblItemclass where fitemtype='1' order by fitemclassid ");
-    platform::Tree& tree = form().tv1;
-    tree.clear();
-    tree.add("", "D0", "基础资料", kImage);
-    for (; !rows.eof(); rows.moveNext()) {
-        const std::string id = rows.text("fitemclassid");
-        tree.add("D0", "D" + id, rows.text("fitemname") + "(" + id + ")", kImage);
-        tree.ensureVisible("D" + id);
-    }
+    fillClassTree(form().tv1, "基础资料", rows);
     closeDB();
 }
 
