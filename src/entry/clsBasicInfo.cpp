@@ -16,15 +16,15 @@ namespace {
 
 constexpr const char* kDecimals = "intZeroNumber";
 constexpr std::int16_t kMostDecimals = 10;  // of a number cell
-constexpr int kInvalidCall = 5;
 
 void readLogin() { appState().gLoginUserId = settingInt32("SystemLogin", "gLoginUserId", "0"); }
 
 void readDecimals() {
     const std::int16_t decimals = settingInt16("SystemSetup", kDecimals, "2");
     if (decimals < 0 || decimals > kMostDecimals) {
-        throw ConversionFailure(kInvalidCall, blameSetting("小数位数应为 0 到 " + std::to_string(kMostDecimals),
-                                                           kDecimals, std::to_string(decimals)));
+        throw ConversionFailure(
+            ConversionFailure::kInvalidCall,
+            blameSetting("小数位数应为 0 到 " + std::to_string(kMostDecimals), kDecimals, std::to_string(decimals)));
     }
     appState().gZeroNumber = decimals;
 }

@@ -8,12 +8,11 @@ namespace orvenmod {
 
 namespace {
 
-constexpr int kInvalidCall = 5;
-
 // The code from the place of the old one on, with the old one replaced. A code that doesn't hold it has no such place.
 std::string movedCode(const std::string& code, const std::string& oldCode, const std::string& newCode) {
     const auto at = code.find(oldCode);
-    if (code.empty() || at == std::string::npos) throw ConversionFailure(kInvalidCall, "无效的过程调用或参数");
+    if (code.empty() || at == std::string::npos)
+        throw ConversionFailure(ConversionFailure::kInvalidCall, "无效的过程调用或参数");
     if (oldCode.empty()) return code;
     return newCode + code.substr(at + oldCode.size());
 }
