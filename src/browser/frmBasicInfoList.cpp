@@ -17,6 +17,7 @@
 #include "frame/treenodes.h"
 #include "hierarchy/itemcommands.h"
 #include "hierarchy/selecteditem.h"
+#include "store/classrights.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -269,13 +270,13 @@ bool frmBasicInfoList::exportToExcel() {
 }
 
 void frmBasicInfoList::MenuEditNew_Click() {
-    if (!isClassRightGranted("04")) return;
+    if (!isClassRightGranted(store::right::kNewDetail)) return;
     appState().gEditMode = 0;
     frmBasicInfo::instance().show(this);
 }
 
 void frmBasicInfoList::MenuEditUpdate_Click() {
-    if (!isClassRightGranted("05")) return;
+    if (!isClassRightGranted(store::right::kUpdateDetail)) return;
     if (!takeSelectedItem(shown().vsf1)) return;
     appState().gEditMode = 1;
     frmBasicInfo::instance().show(this);

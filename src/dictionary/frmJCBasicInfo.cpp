@@ -15,6 +15,7 @@
 #include "frame/scaling.h"
 #include "frame/services.h"
 #include "frame/treenodes.h"
+#include "store/classrights.h"
 
 namespace orvenmod {
 
@@ -142,7 +143,7 @@ bool frmJCBasicInfo::exportToExcel() {
 }
 
 void frmJCBasicInfo::MenuJCZLNew1_Click() {
-    if (!isEntryRightGranted("01")) return;
+    if (!isEntryRightGranted(store::right::kNewCategory)) return;
     appState().gDictTypeEditMode = 0;
     frmJCZLType(*this).show();
 }
@@ -161,23 +162,23 @@ bool frmJCBasicInfo::takeSelectedClass(const char* refusalOfRoot) {
 }
 
 void frmJCBasicInfo::MenuJCZLUpdate1_Click() {
-    if (!isEntryRightGranted("02") || !takeSelectedClass("请选择基础资料类别进行修改")) return;
+    if (!isEntryRightGranted(store::right::kUpdateCategory) || !takeSelectedClass("请选择基础资料类别进行修改")) return;
     appState().gEditMode = 1;
     frmJCZLType(*this).show();
 }
 
 void frmJCBasicInfo::MenuJCZLNew_Click() {
-    if (!isEntryRightGranted("04") || !takeSelectedClass("请选择基础资料类别进行新增")) return;
+    if (!isEntryRightGranted(store::right::kNewDetail) || !takeSelectedClass("请选择基础资料类别进行新增")) return;
     appState().gEditMode = 0;
     frmJCZL().show();
 }
 
 void frmJCBasicInfo::MenuUpdateJCZL_Click() {
-    if (isEntryRightGranted("05")) form().entries.updateRow();
+    if (isEntryRightGranted(store::right::kUpdateDetail)) form().entries.updateRow();
 }
 
 void frmJCBasicInfo::MenuDelJCZL_Click() {
-    if (isEntryRightGranted("06")) form().entries.deleteRow();
+    if (isEntryRightGranted(store::right::kDeleteDetail)) form().entries.deleteRow();
 }
 
 }  // namespace orvenmod

@@ -7,6 +7,7 @@
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
 #include "frame/services.h"
+#include "store/classrights.h"
 
 namespace orvenmod {
 
@@ -90,7 +91,7 @@ void Attachments::removeOpened() {
 }
 
 void Attachments::cmdAddFJ_Click() {
-    if (!isClassRightGranted("07")) return;
+    if (!isClassRightGranted(store::right::kNewAttachment)) return;
     cd2_.setFilter("附件文件(*.*)|*.*");
     if (!cd2_.showOpen() || cd2_.fileName().empty()) return;
     add("", cd2_.fileTitle(), cd2_.fileName());
@@ -100,8 +101,9 @@ void Attachments::cmdAddFJ_Click() {
 
 void Attachments::fps2_ButtonClicked(int column, int row) {
     if (column != kDelete && column != kOpen) return;
-    if (column == kDelete && (!isClassRightGranted("09") || !askQuestion("确定要删除吗？"))) return;
-    if (column == kOpen && !isClassRightGranted("10")) return;
+    if (column == kDelete && (!isClassRightGranted(store::right::kDeleteAttachment) || !askQuestion("确定要删除吗？")))
+        return;
+    if (column == kOpen && !isClassRightGranted(store::right::kOpenAttachment)) return;
     const std::string path = fps2_.text(kPath, row);
     if (!path.empty()) {
         if (column == kOpen) return services().toolkit.openDocument(path);

@@ -163,8 +163,11 @@ private:
 std::vector<std::string> fixedClassRows(const FixedClass& fixed) { return ClassRows(fixed).take(); }
 
 std::vector<std::string> dictionaryRightRows() {
-    constexpr std::pair<const char*, const char*> kRights[] = {
-        {"01", "类别新增"}, {"02", "类别修改"}, {"04", "资料新增"}, {"05", "资料修改"}, {"06", "资料删除"}};
+    constexpr std::pair<const char*, const char*> kRights[] = {{right::kNewCategory, "类别新增"},
+                                                               {right::kUpdateCategory, "类别修改"},
+                                                               {right::kNewDetail, "资料新增"},
+                                                               {right::kUpdateDetail, "资料修改"},
+                                                               {right::kDeleteDetail, "资料删除"}};
     const std::string head = "insert into tblSystemPrivillenge(fNumber,fName,fIsDetail,fParentNumber) values(";
     const std::string group(1, kDictionaryRights);
     std::vector<std::string> rows{head + quoted(group) + ",'基础资料',0,'')"};
