@@ -1,3 +1,12 @@
+// The messages about data: objects, keys, locks, transactions, and what only this store says; messagetable.h tells how
+// one is written.
+//
+// Numbers up to 39999 are the server's, with its sentences. From 40000 on they are our own, for what a server never
+// says (a file that isn't there, a statement that isn't known here), so that none can be taken for one of its.
+// Arguments are numbered, since the two languages want them in different orders.
+//
+//   {kIndexExists, duplicate, "... '%2' ... '%1' ..."} with {"ix", "t"}
+//   1913: 操作失败，因为在表 't' 上已存在名称为 'ix' 的索引或统计信息。
 #include <algorithm>
 
 #include "store/tsql/failurenumbers.h"
