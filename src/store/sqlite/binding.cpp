@@ -152,6 +152,11 @@ void bindLiterals(sqlite3_stmt* statement, const tsql::Translation& translation,
                 bindText(statement, index, high, SQLITE_TRANSIENT);
                 break;
             }
+            case Parameter::Use::folded:
+            case Parameter::Use::foldedLow:
+            case Parameter::Use::likePattern:
+            case Parameter::Use::likeExpression:
+                break;  // no text of SQLite's has them
         }
     }
 }
