@@ -113,7 +113,7 @@ protected:
     std::string literal(const Expression& expression, const Type& type, Parameter::Use use = Parameter::Use::value,
                         const Expression* conversion = nullptr);
     std::string parameter(int index, const Type& type, Parameter::Use use, const Expression* conversion);
-    std::string inlined(int index, const Type& type, Parameter::Use use, const Expression* conversion) const;
+    virtual std::string inlined(int index, const Type& type, Parameter::Use use, const Expression* conversion) const;
     std::string column(const Expression& expression);
     std::string arithmetic(const Expression& expression);
     virtual std::string unary(const Expression& expression);

@@ -18,6 +18,7 @@ std::vector<ColumnInfo> infoOf(const std::vector<ColumnDefinition>& definitions)
     for (const ColumnDefinition& definition : definitions) {
         columns.push_back({.name = definition.name,
                            .type = definition.type,
+                           .nullable = !definition.notNull,
                            .identity = definition.identity,
                            .declaredType = definition.declaredType});
     }
