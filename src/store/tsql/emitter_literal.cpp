@@ -1,6 +1,6 @@
 // Literals: a parameter each, or within the text of what is stored.
-#include "store/tsql/conversions.h"
 #include "store/tsql/emitter.h"
+#include "store/tsql/literals.h"
 #include "store/tsql/typerules.h"
 #include "store/tsql/utf8.h"
 
@@ -36,38 +36,6 @@ bool sameNumber(const Type& from, const Type& to) {
         return a.scale <= b.scale && a.precision - a.scale <= b.precision - b.scale;
     }
     return from.kind == to.kind && !to.isDecimal();
-}
-
-Datum datumOf(const Literal& literal) {
-    Datum datum;
-    const std::string value = literal.value();
-    switch (literal.kind) {
-        case LiteralKind::integer:
-            datum.kind = Datum::Kind::integer;
-            datum.integer = std::stoll(value);
-            break;
-        case LiteralKind::decimal:
-        case LiteralKind::real:
-        case LiteralKind::money: {
-            datum.kind = Datum::Kind::real;
-            datum.real = nearestReal(value);
-            break;
-        }
-        case LiteralKind::text:
-        case LiteralKind::nationalText:
-            datum.kind = Datum::Kind::text;
-            datum.text = value;
-            break;
-        case LiteralKind::binary:
-            datum.kind = Datum::Kind::blob;
-            for (std::size_t i = 0; i < value.size();) {
-                const std::size_t digits = value.size() % 2 == 1 && i == 0 ? 1 : 2;
-                datum.text += static_cast<char>(std::stoi(value.substr(i, digits), nullptr, 16));
-                i += digits;
-            }
-            break;
-    }
-    return datum;
 }
 
 }  // namespace
@@ -152,7 +120,7 @@ std::string Emitter::inlined(int index, const Type& type, Parameter::Use use, co
         mode.table = conversion->assigned->name;
         mode.column = conversion->assigned->columns[static_cast<std::size_t>(conversion->assignedColumn)].name;
     }
-    Datum datum = convert(datumOf(literal), literal.type(), type, mode);
+    Datum datum = convert(literalValue(literal), literal.type(), type, mode);
     if (use == Parameter::Use::trimmed) {
         datum.text.erase(datum.text.find_last_not_of(' ') + 1);
     } else if (use == Parameter::Use::folded) {

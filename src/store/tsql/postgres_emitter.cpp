@@ -133,7 +133,7 @@ std::string PostgresEmitter::dateArithmetic(const Expression& expression) {
     const Expression& right = *expression.operands[1];
     const bool minus = expression.op == Operator::subtract;
     const auto dateAdd = [this](const std::string& days, const Expression& date) {
-        return "orven.ts_dateadd('day', " + castTo(days, "integer") + ", " + argument(date, 'd') + ")";
+        return "orven.ts_dateadd('day', " + days + ", " + argument(date, 'd') + ")";
     };
     if (left.type.isDate() && right.type.isInteger()) {
         return dateAdd((minus ? "- " : "") + value(right), left);

@@ -18,10 +18,9 @@ std::string PostgresEmitter::argument(const Expression& operand, char kind) {
     const Type& type = operand.type;
     const bool bare = operand.kind == ExpressionKind::literal || operand.kind == ExpressionKind::column;
     switch (kind) {
-        case 'i':
-            return bare && type.kind == Kind::integer ? text : castTo(text, "integer");
         case 'f':
             return type.kind == Kind::floating ? text : castTo(text, "double precision");
+        case 'i':
         case 't':
             return text;
         default:
@@ -113,7 +112,7 @@ std::string PostgresEmitter::builtin(const Expression& call) {
                                      : (name == "floor" ? "floor(" : "ceil(") + operand + ")";
     }
     if (name == "round" && call.operands.size() == 2 && call.type.isDecimal()) {
-        return "round(" + value(*call.operands[0]) + ", " + argument(*call.operands[1], 'i') + ")";
+        return "round(" + value(*call.operands[0]) + ", " + castTo(value(*call.operands[1]), "integer") + ")";
     }
     return "";
 }

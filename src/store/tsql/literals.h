@@ -1,0 +1,30 @@
+// What a literal of a statement becomes when it is bound to a parameter of the translation; the same for every target.
+//
+//   insert into tblItem(fitemid,fname,fprice) values(9,'x','1.25')
+//
+//   9       to int            9, a whole number
+//   'x'     to varchar(80)    x
+//   '1.25'  to decimal(18,4)  1.25
+//
+// A pattern is bound several times: 'A0%' itself, and the bounds of the texts that can match it, 'A0' and 'a1'.
+#pragma once
+
+#include <string>
+
+#include "store/tsql/shape.h"
+#include "store/tsql/translation.h"
+#include "store/tsql/values.h"
+
+namespace orvenmod::store::tsql {
+
+/// The literal as a value of its own type.
+Datum literalValue(const Literal& literal);
+
+/// The value that the parameter gets of its literal. Throws Error where it can't be converted.
+Datum boundValue(const Parameter& parameter, const Literal& literal);
+
+/// Whether the literal goes in as it stands between its quotes, but for blanks at its end: a text that fits its column
+/// in any code page. True for most texts.
+bool isPlainText(const Parameter& parameter, const Literal& literal);
+
+}  // namespace orvenmod::store::tsql
