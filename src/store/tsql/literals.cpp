@@ -1,6 +1,7 @@
 #include "store/tsql/literals.h"
 
 #include "store/tsql/decimal.h"
+#include "store/tsql/lexer.h"
 #include "store/tsql/like.h"
 #include "store/tsql/utf8.h"
 
@@ -102,6 +103,21 @@ bool isPlainText(const Parameter& parameter, const Literal& literal) {
     if (parameter.to.kind == Kind::character || parameter.to.kind == Kind::nchar) return false;
     // A character takes no more bytes in code page 936 than in UTF-8.
     return parameter.to.length <= 0 || literal.text.size() <= static_cast<std::size_t>(parameter.to.length);
+}
+
+std::string newValue(const Translation& translation, const Shape& shape, std::string_view column) {
+    const Parameter* found = nullptr;
+    for (const Parameter& parameter : translation.parameters) {
+        if (!parameter.assignment || !sameName(parameter.column, column)) continue;
+        if (found != nullptr) return "?";
+        found = &parameter;
+    }
+    return found == nullptr ? "?" : shape.literals[static_cast<std::size_t>(found->literal)].value();
+}
+
+const char* changeVerb(std::string_view sql) {
+    const std::size_t first = sql.find_first_not_of(" \t\r\n");
+    return first != std::string_view::npos && (sql[first] | 0x20) == 'u' ? "UPDATE" : "INSERT";
 }
 
 }  // namespace orvenmod::store::tsql
