@@ -1,5 +1,6 @@
 #include "store/tsql/literals.h"
 
+#include "store/tsql/conversions.h"
 #include "store/tsql/decimal.h"
 #include "store/tsql/lexer.h"
 #include "store/tsql/like.h"
@@ -45,13 +46,25 @@ std::string successor(std::string_view prefix) {
     return result;
 }
 
-Datum likeBound(const Literal& pattern, bool low) {
-    const std::string text = pattern.value();
-    const std::string_view prefix = withoutTrailingBlanks(plainPrefix(text));
-    Datum result;
-    result.kind = Datum::Kind::text;
-    result.text = low ? std::string(prefix) : successor(prefix);
-    return result;
+// What a pattern becomes: a bound of the texts that match it, or the pattern in another language.
+std::string patternText(Parameter::Use use, const std::string& pattern) {
+    const std::string_view prefix = withoutTrailingBlanks(plainPrefix(pattern));
+    switch (use) {
+        case Parameter::Use::likeLow:
+            return std::string(prefix);
+        case Parameter::Use::foldedLow:
+            return foldedText(prefix);
+        case Parameter::Use::likeHigh:
+            return successor(prefix);
+        case Parameter::Use::likePattern:
+            return serverPattern(pattern);
+        default:
+            return serverExpression(pattern);
+    }
+}
+
+bool isOfPattern(Parameter::Use use) {
+    return use != Parameter::Use::value && use != Parameter::Use::trimmed && use != Parameter::Use::folded;
 }
 
 }  // namespace
@@ -83,15 +96,15 @@ Datum literalValue(const Literal& literal) {
 }
 
 Datum boundValue(const Parameter& parameter, const Literal& literal) {
-    if (parameter.use == Parameter::Use::likeLow) return likeBound(literal, true);
-    if (parameter.use == Parameter::Use::likeHigh) return likeBound(literal, false);
+    if (isOfPattern(parameter.use)) return textDatum(patternText(parameter.use, literal.value()));
     ConvertMode mode;
     mode.assignment = parameter.assignment;
     mode.table = parameter.table;
     mode.column = parameter.column;
     Datum value = convert(literalValue(literal), parameter.from, parameter.to, mode);
-    if (parameter.use == Parameter::Use::trimmed && value.kind == Datum::Kind::text) {
+    if (parameter.use != Parameter::Use::value && value.kind == Datum::Kind::text) {
         value.text.resize(withoutTrailingBlanks(value.text).size());
+        if (parameter.use == Parameter::Use::folded) value.text = foldedText(value.text);
     }
     return value;
 }
