@@ -1,6 +1,8 @@
 #include "store/tsql/literals.h"
 
+#include "store/tsql/conversions.h"
 #include "store/tsql/decimal.h"
+#include "store/tsql/lexer.h"
 #include "store/tsql/like.h"
 #include "store/tsql/utf8.h"
 
@@ -44,31 +46,25 @@ std::string successor(std::string_view prefix) {
     return result;
 }
 
-Datum textOf(std::string text) {
-    Datum result;
-    result.kind = Datum::Kind::text;
-    result.text = std::move(text);
-    return result;
-}
-
-/// What is bound of a pattern instead of a converted literal.
-Datum patternPart(Parameter::Use use, const Literal& pattern) {
-    const std::string text = pattern.value();
-    const std::string_view prefix = withoutTrailingBlanks(plainPrefix(text));
+// What a pattern becomes: a bound of the texts that match it, or the pattern in another language.
+std::string patternText(Parameter::Use use, const std::string& pattern) {
+    const std::string_view prefix = withoutTrailingBlanks(plainPrefix(pattern));
     switch (use) {
         case Parameter::Use::likeLow:
-            return textOf(std::string(prefix));
+            return std::string(prefix);
         case Parameter::Use::foldedLow:
-            return textOf(foldedText(prefix));
+            return foldedText(prefix);
         case Parameter::Use::likeHigh:
-            return textOf(successor(prefix));
+            return successor(prefix);
         case Parameter::Use::likePattern:
-            return textOf(serverPattern(text));
-        case Parameter::Use::likeExpression:
-            return textOf(serverExpression(text));
+            return serverPattern(pattern);
         default:
-            return textOf(text);
+            return serverExpression(pattern);
     }
+}
+
+bool isOfPattern(Parameter::Use use) {
+    return use != Parameter::Use::value && use != Parameter::Use::trimmed && use != Parameter::Use::folded;
 }
 
 }  // namespace
@@ -93,22 +89,23 @@ Datum literalValue(const Literal& literal) {
         case LiteralKind::nationalText:
             break;
     }
-    return textOf(literal.value());
+    Datum result;
+    result.kind = Datum::Kind::text;
+    result.text = literal.value();
+    return result;
 }
 
 Datum boundValue(const Parameter& parameter, const Literal& literal) {
-    const bool converts = parameter.use == Parameter::Use::value || parameter.use == Parameter::Use::trimmed ||
-                          parameter.use == Parameter::Use::folded;
-    if (!converts) return patternPart(parameter.use, literal);
+    if (isOfPattern(parameter.use)) return textDatum(patternText(parameter.use, literal.value()));
     ConvertMode mode;
     mode.assignment = parameter.assignment;
     mode.table = parameter.table;
     mode.column = parameter.column;
     Datum value = convert(literalValue(literal), parameter.from, parameter.to, mode);
-    if (parameter.use == Parameter::Use::trimmed && value.kind == Datum::Kind::text) {
+    if (parameter.use != Parameter::Use::value && value.kind == Datum::Kind::text) {
         value.text.resize(withoutTrailingBlanks(value.text).size());
+        if (parameter.use == Parameter::Use::folded) value.text = foldedText(value.text);
     }
-    if (parameter.use == Parameter::Use::folded) value.text = foldedText(value.text);
     return value;
 }
 
@@ -119,6 +116,21 @@ bool isPlainText(const Parameter& parameter, const Literal& literal) {
     if (parameter.to.kind == Kind::character || parameter.to.kind == Kind::nchar) return false;
     // A character takes no more bytes in code page 936 than in UTF-8.
     return parameter.to.length <= 0 || literal.text.size() <= static_cast<std::size_t>(parameter.to.length);
+}
+
+std::string newValue(const Translation& translation, const Shape& shape, std::string_view column) {
+    const Parameter* found = nullptr;
+    for (const Parameter& parameter : translation.parameters) {
+        if (!parameter.assignment || !sameName(parameter.column, column)) continue;
+        if (found != nullptr) return "?";
+        found = &parameter;
+    }
+    return found == nullptr ? "?" : shape.literals[static_cast<std::size_t>(found->literal)].value();
+}
+
+const char* changeVerb(std::string_view sql) {
+    const std::size_t first = sql.find_first_not_of(" \t\r\n");
+    return first != std::string_view::npos && (sql[first] | 0x20) == 'u' ? "UPDATE" : "INSERT";
 }
 
 }  // namespace orvenmod::store::tsql
