@@ -59,7 +59,8 @@ private:
     void addKey(const std::string& table, const KeyConstraint& key, const std::vector<ColumnInfo>& columns);
     std::string keyText(const std::string& name, const KeyConstraint& key,
                         const std::vector<ColumnInfo>& columns) const;
-    void addIndex(const std::string& keptName, const std::string& table, const std::string& columns, bool unique);
+    void addIndex(const std::string& keptName, const std::string& declared, const std::string& table,
+                  const std::string& columns, bool unique);
     void addColumnComment(const std::string& table, const ColumnInfo& column);
     void dropConstraint(const AlterTableStatement& statement, const std::string& name);
     void define(const std::string& object, const std::vector<std::string>& commands);

@@ -7,8 +7,8 @@
 //   COMMENT ON TABLE "t10" IS 't10'
 //   COMMENT ON COLUMN "t10"."fid" IS 'fid varchar(10)'
 //   COMMENT ON COLUMN "t10"."fnote" IS 'fNote text'
-//   CREATE UNIQUE INDEX "t10.pk__t10__fid" ON "t10"(lower(rtrim("fid") COLLATE "C"))
-//   COMMENT ON INDEX "t10.pk__t10__fid" IS 't10.constraint.pk.PK__t10__fid'
+//   CREATE UNIQUE INDEX "t10.constraint.pk.pk__t10__fid" ON "t10"(lower(rtrim("fid") COLLATE "C"))
+//   COMMENT ON INDEX "t10.constraint.pk.pk__t10__fid" IS 'PK__t10__fid'
 //
 // A key over a text can't be PostgreSQL's own constraint, which tells 'x' from 'X '; any other is one, and its index
 // has the same comment.
@@ -33,9 +33,6 @@ bool hasTextKey(const KeyConstraint& key, const std::vector<ColumnInfo>& columns
     return std::any_of(key.columns.begin(), key.columns.end(),
                        [&](const IndexColumn& column) { return findColumn(columns, column.name)->type.isText(); });
 }
-
-/// "t.constraint.pk.name" and "t.name" are both t.name to PostgreSQL.
-std::string nativeIndex(const std::string& table, const std::string& name) { return nativeName(table + "." + name); }
 
 }  // namespace
 
@@ -86,30 +83,24 @@ void PostgresEmitter::addColumnComment(const std::string& table, const ColumnInf
         quoteText(column.name + " " + column.declaredType));
 }
 
-void PostgresEmitter::addIndex(const std::string& keptName, const std::string& table, const std::string& columns,
-                               bool unique) {
-    std::string name = keptName;
-    for (const std::string_view infix : {kPrimaryKeyInfix, kUniqueInfix}) {
-        if (name.compare(table.size(), infix.size(), infix) == 0) {
-            name.replace(table.size(), infix.size(), ".");
-        }
-    }
-    const std::string index = quoteName(nativeName(name));
+void PostgresEmitter::addIndex(const std::string& keptName, const std::string& declared, const std::string& table,
+                               const std::string& columns, bool unique) {
+    const std::string index = quoteName(nativeName(keptName));
     add(std::string("CREATE ") + (unique ? "UNIQUE " : "") + "INDEX " + index + " ON " + quoteName(nativeName(table)) +
         columns);
-    add("COMMENT ON INDEX " + index + " IS " + quoteText(keptName));
+    add("COMMENT ON INDEX " + index + " IS " + quoteText(declared));
 }
 
 /// A key of a table that is there.
 void PostgresEmitter::addKey(const std::string& table, const KeyConstraint& key,
                              const std::vector<ColumnInfo>& columns) {
     if (hasTextKey(key, columns)) {
-        addIndex(keptKeyName(table, key), table, indexColumns(key.columns, columns), true);
+        addIndex(keptKeyName(table, key), keyName(table, key), table, indexColumns(key.columns, columns), true);
         return;
     }
-    const std::string name = quoteName(nativeIndex(table, keyName(table, key)));
+    const std::string name = quoteName(nativeName(keptKeyName(table, key)));
     add("ALTER TABLE " + quoteName(nativeName(table)) + " ADD " + keyText(name, key, columns));
-    add("COMMENT ON INDEX " + name + " IS " + quoteText(keptKeyName(table, key)));
+    add("COMMENT ON INDEX " + name + " IS " + quoteText(keyName(table, key)));
 }
 
 std::string PostgresEmitter::keyText(const std::string& name, const KeyConstraint& key,
@@ -150,7 +141,8 @@ void PostgresEmitter::emitStatement(const CreateTableStatement& statement) {
     }
     const std::string itemIndex = itemIdIndex(statement, columns);
     if (!itemIndex.empty()) {
-        addIndex(itemIndex, statement.name, indexColumns({{.name = std::string(kItemId)}}, columns), false);
+        addIndex(itemIndex, itemIndex.substr(statement.name.size() + 1), statement.name,
+                 indexColumns({{.name = std::string(kItemId)}}, columns), false);
     }
     add(kMendViews);
 }
@@ -200,7 +192,7 @@ void PostgresEmitter::dropConstraint(const AlterTableStatement& statement, const
     for (const std::string_view infix : {kPrimaryKeyInfix, kUniqueInfix}) {
         for (const std::string& index : object.indexes) {
             if (sameName(index, object.name + std::string(infix) + name)) {
-                const std::string native = quoteName(nativeIndex(object.name, name));
+                const std::string native = quoteName(nativeName(index));
                 add("ALTER TABLE " + tableName(object) + " DROP CONSTRAINT IF EXISTS " + native);
                 add("DROP INDEX IF EXISTS " + native);
                 return;
@@ -221,7 +213,7 @@ void PostgresEmitter::emitStatement(const CreateIndexStatement& statement) {
     if (!included.empty()) {
         columns += " INCLUDE (" + joined(included) + ")";
     }
-    addIndex(object.name + "." + statement.name, object.name, columns, statement.unique);
+    addIndex(object.name + "." + statement.name, statement.name, object.name, columns, statement.unique);
 }
 
 void PostgresEmitter::emitStatement(const CreateViewStatement& statement) {
@@ -253,7 +245,7 @@ void PostgresEmitter::emitStatement(const DropStatement& statement) {
                 define(name.name, {"DROP VIEW " + quoteName(nativeName(name.name))});
                 break;
             case DropStatement::Kind::index:
-                add("DROP INDEX " + quoteName(nativeIndex(name.table, name.name)));
+                add("DROP INDEX " + quoteName(nativeName(name.table + "." + name.name)));
                 break;
         }
         translation_->table = name.name;
