@@ -62,14 +62,14 @@ LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 DECLARE
     months constant bigint := CASE part WHEN 'year' THEN 12 WHEN 'quarter' THEN 3 WHEN 'month' THEN 1 END;
     -- Nothing lies further apart than the first and the last day.
-    most constant bigint := 10000 * 366 * 86400000::bigint;
+    most constant bigint := coalesce(120000 / months, 10000 * 366 * 86400000::bigint / orven.part_length(part));
     result timestamp;
 BEGIN
     -- The server takes the count as an int.
     IF n > 2147483647 OR n < -2147483648 THEN
         RETURN orven.refuse(v, v, 8115, 'expression', 'int');
     END IF;
-    IF abs(n * coalesce(months * 28 * 86400000, orven.part_length(part))) > most THEN
+    IF abs(n) > most THEN
         RETURN orven.refuse(v, v, 517, 'datetime');
     END IF;
     IF months IS NOT NULL THEN

@@ -60,7 +60,7 @@ BEGIN
     IF code ~ '^(?:[\u0001-\u007f]|[\u00b0-\u00d6\u00d8-\u00f7][\u00a1-\u00fe]|\u00d7[\u00a1-\u00f9])*$' THEN
         RETURN convert_to(orven.letters_moved(t), 'GB18030');
     ELSIF code ~ ('^(?:[\u0001-\u007f]|[\u00b0-\u00d6\u00d8-\u00f7][\u00a1-\u00fe]|\u00d7[\u00a1-\u00f9]'
-                  '|\u00a3[\u00a1-\u00af]|\u00a1[\u00a1-\u00a4\u00a7-\u00aa\u00ac-\u00c0\u00c6\u00cc\u00cf\u00d6\u00d9\u'
+                  '|\u00a3[\u00a1-\u00a3\u00a5-\u00af]|\u00a1[\u00a1-\u00a4\u00a7-\u00aa\u00ac-\u00c0\u00c6\u00cc\u00cf\u00d6\u00d9\u'
                   '00dc-\u00dd\u00e1-\u00e7\u00eb-\u00fd])*$') THEN
         RETURN convert_to(orven.letters_moved(orven.signs_moved(t)), 'GB18030');
     END IF;
