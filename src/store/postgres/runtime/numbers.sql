@@ -57,7 +57,8 @@ RETURN div(a * orven.power_of_ten(s), b) * orven.power_of_ten(-s);
 
 CREATE OR REPLACE FUNCTION orven.ts_decdiv(a numeric, b numeric, p integer, s integer) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN b = 0 THEN orven.refuse(a, b, 8134)
+RETURN CASE WHEN a IS NULL THEN NULL
+            WHEN b = 0 THEN orven.refuse(a, b, 8134)
             WHEN abs(orven.decimal_quotient(a, b, s)) >= orven.power_of_ten(p - s)
             THEN orven.refuse(a, a / b, 8115, 'expression', 'numeric')
             ELSE orven.decimal_quotient(a, b, s) END;
