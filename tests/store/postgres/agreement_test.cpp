@@ -446,5 +446,74 @@ TEST_F(Agreement, IsThereForDefinitions) {
     }
 }
 
+TEST_F(Agreement, IsThereForColumnsThatAreInUse) {
+    for (const char* sql : {
+             "create table k(a int primary key,b varchar(10),c int,d int default 5,e int,constraint ck check(e>0))",
+             "create index ix on k(b,c)",
+             "insert into k(a,b) values(1,'x')",
+             "alter table k drop column d",
+             "select * from k",
+             "alter table k drop column nosuch",
+             "alter table k drop constraint nosuch",
+             "alter table k drop constraint ck",
+             "create view v as select * from k",
+             "alter table k add f int",
+             "select f from k",
+             "create table m(b varchar(10) unique,c text)",
+             "alter table m drop column c",
+             "create index iy on nosuch(b)",
+             "create index iy on v(b)",
+             "create table v(a int)",
+             "drop table v",
+             "drop view k",
+             "create view q as select a as x,b as X from k",
+             "create view q(x,y) as select a,b from k",
+             "select x,y from q",
+             "alter view q as select a from k",
+             "select * from q",
+         }) {
+        both(sql);
+    }
+}
+
+TEST_F(Agreement, IsNotThereForAColumnInUseWhichTheServerRefusesByTheDialectsNumber) {
+    for (const char* sql :
+         {"create table k(a int,b varchar(10) unique,c int,d int primary key,constraint ck check(c>0))",
+          "create index ix on k(a)"}) {
+        both(sql);
+    }
+    for (const char* column : {"a", "b", "c", "d"}) {
+        const std::string refused = answer(*server_, std::string("alter table k drop column ") + column);
+        EXPECT_EQ(refused.substr(0, 5), "5074 ") << refused;
+    }
+    EXPECT_EQ(answer(*server_, "select * from k"), "");
+}
+
+TEST_F(Agreement, IsThereForWhatIsLong) {
+    std::string name = "名";
+    for (int i = 0; i < 24; ++i)
+        name += "称";
+    both("create table " + name + "(a int," + name + "甲 varchar(10)," + name + "乙 int)");
+    both("create index " + name + "甲 on " + name + "(" + name + "甲)");
+    both("create index " + name + "乙 on " + name + "(a)");
+    both("create index " + name + "甲 on " + name + "(a)");
+    both("insert into " + name + "(a," + name + "甲) values(1,'x')");
+    both("select " + name + "甲," + name + "乙," + name + ".a as " + name + "丙 from " + name + " where " + name +
+         "甲='X'");
+    both("create view v as select " + name + "甲 from " + name);
+    both("select * from v");
+    both("drop index " + name + "." + name + "乙");
+    both("alter table " + name + " drop column " + name + "乙");
+    both("drop table " + name);
+    std::string sql = "select id from u";
+    for (int i = 0; i < 600; ++i)
+        sql += " union all select id from u";
+    both(sql);
+    sql = "select a0.id from t a0";
+    for (int i = 1; i < 61; ++i)
+        sql += " left join t a" + std::to_string(i) + " on a" + std::to_string(i) + ".id=a0.n";
+    both(sql + " order by a0.id");
+}
+
 }  // namespace
 }  // namespace orvenmod::store::postgres
