@@ -1,6 +1,7 @@
 #include "store/postgres/postgrescatalog.h"
 
 #include <charconv>
+#include <utility>
 
 #include "store/postgres/failures.h"
 #include "store/postgres/session.h"
@@ -22,7 +23,7 @@ constexpr const char* kColumns =
     "FROM pg_class c LEFT JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped "
     "LEFT JOIN pg_description d ON d.objoid = c.oid AND d.classoid = 'pg_class'::regclass AND d.objsubid = a.attnum "
     "WHERE c.relnamespace = to_regnamespace(current_schema()) AND c.relkind IN ('r', 'p', 'f', 'v', 'm') "
-    "ORDER BY c.relname, a.attnum";
+    "AND ($1::text IS NULL OR c.relname = $1) ORDER BY c.relname, a.attnum";
 enum ColumnField {
     objectName,
     isView,
@@ -36,9 +37,9 @@ enum ColumnField {
 };
 
 constexpr const char* kIndexes =
-    "SELECT t.relname, i.relname, obj_description(i.oid, 'pg_class') FROM pg_index x JOIN pg_class t ON t.oid = "
-    "x.indrelid "
-    "JOIN pg_class i ON i.oid = x.indexrelid WHERE t.relnamespace = to_regnamespace(current_schema())";
+    "SELECT t.relname, i.relname, obj_description(i.oid, 'pg_class') FROM pg_index x "
+    "JOIN pg_class t ON t.oid = x.indrelid JOIN pg_class i ON i.oid = x.indexrelid "
+    "WHERE t.relnamespace = to_regnamespace(current_schema()) AND ($1::text IS NULL OR t.relname = $1)";
 
 std::string folded(std::string_view name) {
     std::string result(name);
@@ -134,40 +135,76 @@ bool isViewText(std::string_view comment) {
 
 void PostgresCatalog::clear() {
     known_ = false;
+    forgotten_.clear();
     objects_.clear();
 }
 
+void PostgresCatalog::forget(const std::string& object) {
+    forgotten_.push_back(tsql::nativeName(object));
+    for (auto& [name, known] : objects_)
+        known->bound = known->viewText.empty();
+}
+
 bool PostgresCatalog::refreshed() {
-    if (known_) return false;
-    read();
-    return true;
+    if (known_ && forgotten_.empty()) return false;
+    const bool all = !known_;
+    refresh();
+    return all;
+}
+
+void PostgresCatalog::refresh() const {
+    if (!known_) {
+        readAll();
+    } else if (!forgotten_.empty()) {
+        readForgotten();
+    }
 }
 
 const tsql::ObjectInfo* PostgresCatalog::find(std::string_view name) const {
-    if (!known_) read();
+    refresh();
     const auto found = objects_.find(tsql::nativeName(name));
     if (found == objects_.end()) return nullptr;
     Object& object = *found->second;
-    if (!object.viewText.empty()) {
+    if (!object.bound) {
         // Only now, since a view may stand on others, and many are never asked for.
         object.info.columns = tsql::viewColumns(object.viewText, *this);
-        object.viewText.clear();
+        object.bound = true;
     }
     return &object.info;
 }
 
-void PostgresCatalog::read() const {
+void PostgresCatalog::readAll() const {
+    Parameters everything;
+    everything.addNull();
     session_.queueText(kVersion);
-    session_.queueText(kColumns);
-    session_.queueText(kIndexes);
+    session_.queueText(kColumns, everything);
+    session_.queueText(kIndexes, everything);
     const Answer answer = session_.send();
     if (const PGresult* failure = answer.failure()) throw reported(failure, session_.address());
     objects_.clear();
+    forgotten_.clear();
     const std::string_view number = textOf(answer.results[0].get(), 0, 0);
     std::from_chars(number.data(), number.data() + number.size(), version_);
     addColumns(answer.results[1].get());
     addIndexes(answer.results[2].get());
     known_ = true;
+}
+
+void PostgresCatalog::readForgotten() const {
+    const std::vector<std::string> names = std::exchange(forgotten_, {});
+    for (const std::string& name : names) {
+        objects_.erase(name);
+        Parameters one;
+        one.addText(name);
+        session_.queueText(kColumns, one);
+        session_.queueText(kIndexes, one);
+    }
+    const Answer answer = session_.send();
+    if (const PGresult* failure = answer.failure()) throw reported(failure, session_.address());
+    for (std::size_t i = 0; i < answer.results.size(); i += 2) {
+        addColumns(answer.results[i].get());
+        addIndexes(answer.results[i + 1].get());
+    }
 }
 
 void PostgresCatalog::addColumns(const PGresult* rows) const {
@@ -182,6 +219,7 @@ void PostgresCatalog::addColumns(const PGresult* rows) const {
             object->info.name = declaredName(comment, native);
             if (tsql::nativeName(object->info.name) != native) object->info.nativeName = native;
             if (view && isViewText(comment)) object->viewText = comment;
+            object->bound = object->viewText.empty();
         }
         if (PQgetisnull(rows, row, columnName) == 0) object->info.columns.push_back(columnOf(rows, row));
     }

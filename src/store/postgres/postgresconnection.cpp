@@ -10,6 +10,7 @@
 #include "store/postgres/postgrestablewriter.h"
 #include "store/tsql/error.h"
 #include "store/tsql/literals.h"
+#include "store/tsql/utf8.h"
 
 namespace orvenmod::store::postgres {
 
@@ -19,6 +20,11 @@ using tsql::StatementKind;
 
 // More changes of the schema than that while one statement starts are no accident.
 constexpr int kMostTranslations = 10;
+
+bool isDrop(std::string_view sql) {
+    const std::size_t first = std::min(sql.find_first_not_of(" \t\r\n"), sql.size());
+    return tsql::lowerText(sql.substr(first, 4)) == "drop";
+}
 
 std::int64_t touched(PGresult* result) {
     const std::string_view text = PQcmdTuples(result);
@@ -188,18 +194,29 @@ void PostgresConnection::runDefinition(std::string_view sql, CachedStatement* en
         const auto lookAt = startUnit(Look::atTheSchema);
         for (const std::string& text : entry->translation.statements)
             session_->queueText(text);
+        const std::size_t changedAt = session_->queued();
         if (transaction_ == Transaction::none) session_->queue(Fixed::schemaChanged);
         endUnit();
         const Answer answer = sendUnit(Effect::changes);
-        // The translation goes with all that the session knows of the schema.
-        session_->forgetSchema();
-        if (answer.failure() == nullptr) break;
-        if (!lookAt || answer.failedAt() != *lookAt || ++attempt > kMostTranslations)
+        if (answer.failure() == nullptr) {
+            definitionMade(sql, entry->translation.table, answer.results[changedAt].get());
+            return;
+        }
+        // The constraint may be one that the definition was about to make.
+        if (!isOvertaken(answer, lookAt, attempt))
             failChange("insert", answer.failure(), [](const std::string&) { return std::string("?"); });
+        session_->forgetSchema();
         entry = &session_->prepare(sql, shape_);
     }
+}
+
+void PostgresConnection::definitionMade(std::string_view sql, const std::string& object, const PGresult* before) {
     looked_ = true;
     defined_ = transaction_ != Transaction::none;
+    // One drop may name several.
+    if (isDrop(sql) || object.empty()) return session_->forgetSchema();
+    if (!defined_) session_->schemaChanged(before);
+    session_->forgetDefinition(std::string(object));
 }
 
 void PostgresConnection::storeRow(Prepared& statement, const std::string& text, const Parameters& parameters,

@@ -59,6 +59,7 @@ private:
 
     Result run(std::string_view sql, CachedStatement*& entry);
     void runDefinition(std::string_view sql, CachedStatement* entry);
+    void definitionMade(std::string_view sql, const std::string& object, const PGresult* before);
     std::optional<std::size_t> startUnit(Look look);
     void endUnit();
     Answer sendUnit(Effect effect);

@@ -164,6 +164,7 @@ std::size_t Session::queueRun(Prepared& statement, const std::string& text, cons
 }
 
 Answer Session::send() {
+    const std::size_t asked = queued_.size();
     for (const std::string& name : std::exchange(*gone_, {})) {
         PQsendQueryParams(connection_.get(), ("DEALLOCATE " + name).c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0);
         queued_.emplace_back();
@@ -172,7 +173,9 @@ Answer Session::send() {
     unsent_ = true;
     progress_.start();
     try {
-        return receive();
+        Answer answer = receive();
+        if (answer.results.size() > asked) answer.results.resize(asked);
+        return answer;
     } catch (const LostConnection&) {
         queued_.clear();
         throw;
@@ -269,6 +272,11 @@ CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape
 
 void Session::forgetSchema() {
     catalog_.clear();
+    cache_.clear();
+}
+
+void Session::forgetDefinition(const std::string& object) {
+    catalog_.forget(object);
     cache_.clear();
 }
 
