@@ -1,6 +1,8 @@
 #include "store/tsql/literals.h"
 
+#include "store/tsql/conversions.h"
 #include "store/tsql/decimal.h"
+#include "store/tsql/lexer.h"
 #include "store/tsql/like.h"
 #include "store/tsql/utf8.h"
 
@@ -44,13 +46,25 @@ std::string successor(std::string_view prefix) {
     return result;
 }
 
-Datum likeBound(const Literal& pattern, bool low) {
-    const std::string text = pattern.value();
-    const std::string_view prefix = withoutTrailingBlanks(plainPrefix(text));
-    Datum result;
-    result.kind = Datum::Kind::text;
-    result.text = low ? std::string(prefix) : successor(prefix);
-    return result;
+// What a pattern becomes: a bound of the texts that match it, or the pattern in another language.
+std::string patternText(Parameter::Use use, const std::string& pattern) {
+    const std::string_view prefix = withoutTrailingBlanks(plainPrefix(pattern));
+    switch (use) {
+        case Parameter::Use::likeLow:
+            return std::string(prefix);
+        case Parameter::Use::foldedLow:
+            return foldedText(prefix);
+        case Parameter::Use::likeHigh:
+            return successor(prefix);
+        case Parameter::Use::likePattern:
+            return serverPattern(pattern);
+        default:
+            return serverExpression(pattern);
+    }
+}
+
+bool isOfPattern(Parameter::Use use) {
+    return use != Parameter::Use::value && use != Parameter::Use::trimmed && use != Parameter::Use::folded;
 }
 
 }  // namespace
@@ -82,15 +96,15 @@ Datum literalValue(const Literal& literal) {
 }
 
 Datum boundValue(const Parameter& parameter, const Literal& literal) {
-    if (parameter.use == Parameter::Use::likeLow) return likeBound(literal, true);
-    if (parameter.use == Parameter::Use::likeHigh) return likeBound(literal, false);
+    if (isOfPattern(parameter.use)) return textDatum(patternText(parameter.use, literal.value()));
     ConvertMode mode;
     mode.assignment = parameter.assignment;
     mode.table = parameter.table;
     mode.column = parameter.column;
     Datum value = convert(literalValue(literal), parameter.from, parameter.to, mode);
-    if (parameter.use == Parameter::Use::trimmed && value.kind == Datum::Kind::text) {
+    if (parameter.use != Parameter::Use::value && value.kind == Datum::Kind::text) {
         value.text.resize(withoutTrailingBlanks(value.text).size());
+        if (parameter.use == Parameter::Use::folded) value.text = foldedText(value.text);
     }
     return value;
 }
@@ -102,6 +116,21 @@ bool isPlainText(const Parameter& parameter, const Literal& literal) {
     if (parameter.to.kind == Kind::character || parameter.to.kind == Kind::nchar) return false;
     // A character takes no more bytes in code page 936 than in UTF-8.
     return parameter.to.length <= 0 || literal.text.size() <= static_cast<std::size_t>(parameter.to.length);
+}
+
+std::string newValue(const Translation& translation, const Shape& shape, std::string_view column) {
+    const Parameter* found = nullptr;
+    for (const Parameter& parameter : translation.parameters) {
+        if (!parameter.assignment || !sameName(parameter.column, column)) continue;
+        if (found != nullptr) return "?";
+        found = &parameter;
+    }
+    return found == nullptr ? "?" : shape.literals[static_cast<std::size_t>(found->literal)].value();
+}
+
+const char* changeVerb(std::string_view sql) {
+    const std::size_t first = sql.find_first_not_of(" \t\r\n");
+    return first != std::string_view::npos && (sql[first] | 0x20) == 'u' ? "UPDATE" : "INSERT";
 }
 
 }  // namespace orvenmod::store::tsql

@@ -10,6 +10,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "store/tsql/shape.h"
 #include "store/tsql/translation.h"
@@ -26,5 +27,11 @@ Datum boundValue(const Parameter& parameter, const Literal& literal);
 /// Whether the literal goes in as it stands between its quotes, but for blanks at its end: a text that fits its column
 /// in any code page. True for most texts.
 bool isPlainText(const Parameter& parameter, const Literal& literal);
+
+/// The new value of a column where the statement gives it once as a literal, "?" otherwise: the key of a doubled row.
+std::string newValue(const Translation& translation, const Shape& shape, std::string_view column);
+
+/// "UPDATE" or "INSERT", as the text of a change begins; what a refused row was about to do.
+const char* changeVerb(std::string_view sql);
 
 }  // namespace orvenmod::store::tsql
