@@ -36,7 +36,10 @@ SQLRETURN unknown(Handle& handle) {
     return SQL_ERROR;
 }
 
-bool isText(SQLINTEGER length) { return length == SQL_NTS || length > 0; }
+// The length says nothing: the driver manager hands on numbers with any.
+bool isText(SQLINTEGER attribute) {
+    return attribute == SQL_ATTR_CURRENT_CATALOG || attribute == SQL_ATTR_TRANSLATE_LIB;
+}
 
 }  // namespace
 
@@ -87,7 +90,7 @@ SQLRETURN SQL_API SQLSetConnectAttr(SQLHDBC handle, SQLINTEGER attribute, SQLPOI
     auto& connection = as<ConnectionHandle>(handle);
     if (attribute == ScriptedServer::get().refusedAttribute) return unknown(connection);
     Session& session = *connection.session;
-    if (isText(length)) {
+    if (isText(attribute)) {
         session.texts[attribute] = textOf(static_cast<SQLCHAR*>(value), length);
         return SQL_SUCCESS;
     }

@@ -11,10 +11,10 @@ Answer failed(std::vector<Diagnostic> diagnostics) {
     return answer;
 }
 
-Answer oneValue(const std::string& value) {
+Answer oneRow(const ScriptedRow& row) {
     Answer answer;
-    answer.columns.push_back({.name = "value"});
-    answer.rows.push_back({value});
+    answer.columns.resize(row.size(), {.name = "value"});
+    answer.rows.push_back(row);
     return answer;
 }
 
@@ -31,6 +31,9 @@ ScriptedServer& freshServer() {
 void ScriptedServer::clear() {
     onConnect = {};
     onStatement = {};
+    questions = {{"set lock_timeout", {}},
+                 {"select N'中文'", oneRow({"中文", "中文", "936", "suite"})},
+                 {"select '中文'", oneRow({"中文"})}};
     onEnd = {};
     information.clear();
     asynchronous = false;
