@@ -12,7 +12,7 @@ namespace orvenmod::store::odbc {
 namespace {
 
 // Behind the driver's own limit, whose failure says more.
-constexpr std::chrono::milliseconds kGrace{1000};
+constexpr std::chrono::milliseconds kGrace{500};
 
 void setNumber(const OdbcHandle& connection, SQLINTEGER attribute, SQLULEN value) {
     SQLSetConnectAttr(connection.get(), attribute, reinterpret_cast<SQLPOINTER>(value), SQL_IS_UINTEGER);

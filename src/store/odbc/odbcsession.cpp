@@ -19,6 +19,13 @@ std::string cell(const OdbcHandle& statement, SQLUSMALLINT column) {
     return length == SQL_NULL_DATA ? "" : buffer;
 }
 
+std::string bracketed(const std::string& name) {
+    std::string text = "[";
+    for (const char c : name)
+        text += c == ']' ? std::string("]]") : std::string(1, c);
+    return text + "]";
+}
+
 }  // namespace
 
 OdbcSession::OdbcSession(const std::string& connectionString)
@@ -43,12 +50,15 @@ void OdbcSession::connect(const std::vector<ServerString>& strings, std::chrono:
 }
 
 void OdbcSession::applySettings() const {
-    if (!busyTimeout_) return;
+    if (!string_.laterDatabase.empty()) run("use " + bracketed(string_.laterDatabase));
+    if (busyTimeout_) run("set lock_timeout " + std::to_string(busyTimeout_->count()));
+}
+
+void OdbcSession::run(const std::string& sql) const {
     const OdbcHandle statement(SQL_HANDLE_STMT, connection().get());
-    const std::string text = "set lock_timeout " + std::to_string(busyTimeout_->count());
-    const SQLRETURN result =
-        SQLExecDirect(statement.get(), sqlText(text.c_str()), static_cast<SQLINTEGER>(text.size()));
-    if (result != SQL_NO_DATA) statement.check(result);
+    const SQLRETURN result = SQLExecDirect(statement.get(), sqlText(sql.c_str()), static_cast<SQLINTEGER>(sql.size()));
+    if (result == SQL_NO_DATA || SQL_SUCCEEDED(result)) return;
+    throw connectFailure(statement.diagnostics(), string_, {}, language_);
 }
 
 // A driver that works in another character set makes other letters of these, and would store them.

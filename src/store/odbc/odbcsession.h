@@ -38,6 +38,7 @@ public:
 private:
     void connect(const std::vector<ServerString>& strings, std::chrono::seconds limit);
     void checkLetters();
+    void run(const std::string& sql) const;
     std::vector<std::string> row(const std::string& sql) const;
 
     tsql::Language language_;

@@ -16,9 +16,10 @@ struct ServerString {
     std::string user;
     std::string driver;
     DriverKind kind = DriverKind::other;
-    bool encrypted = false;   ///< no connection rather than one in clear text
-    std::string settings;     ///< what FreeTDS takes from its file alone, "" for nothing
-    unsigned packetSize = 0;  ///< for a driver that has no key for it; 0 for its own
+    bool encrypted = false;     ///< no connection rather than one in clear text
+    std::string settings;       ///< what FreeTDS takes from its file alone, "" for nothing
+    std::string laterDatabase;  ///< the database where the driver can't carry its name to the login
+    unsigned packetSize = 0;    ///< for a driver that has no key for it; 0 for its own
 };
 
 /// The ways to the server, in the order in which they are tried: one, or the failover partner as well.

@@ -26,14 +26,18 @@ using Encryption = Wishes::Encryption;
 std::string yesNo(bool value) { return value ? "yes" : "no"; }
 
 // The settings that both drivers name alike.
-std::string commonPairs(const Wishes& wishes) {
+std::string commonPairs(const Wishes& wishes, const std::string& database) {
     const bool integrated = wishes.integrated.value_or(false);
     const std::string login =
         integrated ? "Trusted_Connection=yes;" : pairText("UID", wishes.user) + pairText("PWD", wishes.password);
-    return pairText("Database", wishes.database) + login + pairText("APP", wishes.application) +
+    return pairText("Database", database) + login + pairText("APP", wishes.application) +
            pairText("WSID", wishes.workstation) + pairText("Language", wishes.language) +
            pairText("ApplicationIntent", wishes.intent) + pairText("MARS_Connection", wishes.severalResults) +
            pairText("AttachDbFilename", wishes.attachedFile) + pairText("ServerSPN", wishes.serverPrincipal);
+}
+
+bool isAscii(const std::string& text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 class Writer {
@@ -88,6 +92,10 @@ private:
     std::string freeTds(const std::string& server) {
         if (wishes_.encryption == Encryption::strict) refuse("Encrypt=strict");
         if (!wishes_.certificateHost.empty()) refuse("HostNameInCertificate");
+        // It reads the string before it heeds the character set that stands in it.
+        if (!isAscii(wishes_.user) || !isAscii(wishes_.password)) refuse("User ID, Password (ASCII)");
+        const std::string database = isAscii(wishes_.database) ? wishes_.database : "";
+        if (database.empty()) result_.laterDatabase = wishes_.database;
         std::string place;
         if (const std::string section = own("servername", ""); !section.empty()) {
             if (!wishes_.authority.empty()) refuse("CA File (Servername)");
@@ -105,10 +113,10 @@ private:
         // "off" would send the password in clear text as well, which the dialect's own clients never do.
         std::string encryption = own("encryption", wishes_.encryption == Encryption::no ? "request" : "");
         if (result_.encrypted) encryption = "require";
-        return pairText("Driver", driver_.name) + place + commonPairs(wishes_) +
+        return pairText("Driver", driver_.name) + "ClientCharset=UTF-8;" + place + commonPairs(wishes_, database) +
                pairText("PacketSize", wishes_.packetSize) + pairText("TDS_Version", own("tds_version", "7.4")) +
                pairText("Encryption", encryption) +
-               ownPairs({"servername", "tds_version", "encryption", "clientcharset"}) + "ClientCharset=UTF-8;";
+               ownPairs({"servername", "tds_version", "encryption", "clientcharset"});
     }
 
     std::string settings(const ServerAddress& address) const {
@@ -131,8 +139,8 @@ private:
             place = (place.empty() ? pairText("Driver", driver_.name) : place) +
                     pairText("Server", "tcp:" + address.host + behind);
         }
-        return place + pairText("Failover_Partner", wishes_.partner) + commonPairs(wishes_) + vendorEncryption() +
-               pairText("HostnameInCertificate", wishes_.certificateHost) +
+        return place + pairText("Failover_Partner", wishes_.partner) + commonPairs(wishes_, wishes_.database) +
+               vendorEncryption() + pairText("HostnameInCertificate", wishes_.certificateHost) +
                pairText("ServerCertificate", wishes_.certificate) +
                pairText("MultiSubnetFailover", wishes_.severalSubnets) + ownPairs({});
     }
