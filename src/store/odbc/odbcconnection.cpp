@@ -37,6 +37,14 @@ OdbcHandle OdbcConnection::statement() {
     return {SQL_HANDLE_STMT, connection_.get()};
 }
 
+void OdbcConnection::look(std::string_view sql) {
+    try {
+        text_.scan(sql);
+    } catch (const tsql::Error& error) {
+        throw tsql::worded(language_, error);
+    }
+}
+
 void OdbcConnection::run(const OdbcHandle& statement, std::string_view sql) {
     const std::string text(sql);
     const SQLRETURN result =
@@ -47,6 +55,7 @@ void OdbcConnection::run(const OdbcHandle& statement, std::string_view sql) {
 
 std::int64_t OdbcConnection::execute(std::string_view sql) {
     const OdbcHandle handle = statement();
+    look(sql);
     run(handle, sql);
     SQLLEN touched = 0;
     SQLSMALLINT columns = 0;
@@ -63,6 +72,7 @@ std::int64_t OdbcConnection::execute(std::string_view sql) {
 
 Recordset OdbcConnection::open(std::string_view sql) {
     const OdbcHandle handle = statement();
+    look(sql);
     run(handle, sql);
     SQLSMALLINT columns = 0;
     handle.check(SQLNumResultCols(handle.get(), &columns));

@@ -8,6 +8,7 @@
 #include "store/connection.h"
 #include "store/odbc/odbchandle.h"
 #include "store/tsql/messages.h"
+#include "store/tsql/onestatement.h"
 
 namespace orvenmod::store::odbc {
 
@@ -34,6 +35,8 @@ public:
     Failure failure(int number, const std::vector<std::string>& arguments = {}) const;
 
 private:
+    /// Throws Failure where the text is not one statement.
+    void look(std::string_view sql);
     void run(const OdbcHandle& statement, std::string_view sql);
     void endTransaction(SQLSMALLINT completion, int number);
     void setAutocommit(SQLULEN mode);
@@ -41,6 +44,7 @@ private:
     tsql::Language language_ = tsql::Language::chinese;
     OdbcHandle environment_;
     OdbcHandle connection_;
+    tsql::OneStatement text_;
     bool open_ = false;
     bool inTransaction_ = false;
     std::function<void()> progress_;
