@@ -6,8 +6,7 @@
 #include <string>
 
 #include "store/connection.h"
-#include "store/odbc/odbchandle.h"
-#include "store/tsql/messages.h"
+#include "store/odbc/odbcsession.h"
 #include "store/tsql/onestatement.h"
 
 namespace orvenmod::store::odbc {
@@ -15,7 +14,8 @@ namespace orvenmod::store::odbc {
 class OdbcConnection : public Connection {
 public:
     /// Throws Failure of kind connection.
-    explicit OdbcConnection(const std::string& connectionString);
+    explicit OdbcConnection(const std::string& connectionString)
+        : session_(std::make_unique<OdbcSession>(connectionString)), language_(session_->language()) {}
     ~OdbcConnection() override;
 
     std::int64_t execute(std::string_view sql) override;
@@ -32,7 +32,9 @@ public:
     /// A new statement. Throws Failure where the connection is closed.
     OdbcHandle statement();
     /// A failure of this component's own, in the language of the connection string.
-    Failure failure(int number, const std::vector<std::string>& arguments = {}) const;
+    Failure failure(int number, const std::vector<std::string>& arguments = {}) const {
+        return tsql::worded(language_, number, arguments);
+    }
 
 private:
     /// Throws Failure where the text is not one statement.
@@ -41,11 +43,9 @@ private:
     void endTransaction(SQLSMALLINT completion, int number);
     void setAutocommit(SQLULEN mode);
 
-    tsql::Language language_ = tsql::Language::chinese;
-    OdbcHandle environment_;
-    OdbcHandle connection_;
+    std::unique_ptr<OdbcSession> session_;  // none once closed
+    tsql::Language language_;
     tsql::OneStatement text_;
-    bool open_ = false;
     bool inTransaction_ = false;
     std::function<void()> progress_;
 };
