@@ -61,25 +61,26 @@ void OdbcHandle::check(SQLRETURN result) const {
     if (!SQL_SUCCEEDED(result)) throw failure();
 }
 
-Failure OdbcHandle::failure() const {
-    std::string text;
-    std::string firstState;
-    int number = 0;
+std::vector<Diagnostic> OdbcHandle::diagnostics() const {
+    std::vector<Diagnostic> records;
     for (SQLSMALLINT record = 1;; ++record) {
         SQLCHAR state[6] = {};
         SQLCHAR buffer[2048] = {};
         SQLINTEGER native = 0;
         SQLSMALLINT length = 0;
         if (!SQL_SUCCEEDED(SQLGetDiagRec(type_, handle_, record, state, &native, buffer, sizeof buffer, &length)))
-            break;
-        // The first record is the cause; "the statement has been terminated" and the like follow.
-        if (record > 1) continue;
-        firstState = reinterpret_cast<const char*>(state);
-        number = native;
-        text = withoutLayers(reinterpret_cast<const char*>(buffer));
+            return records;
+        records.push_back(
+            {reinterpret_cast<const char*>(state), native, withoutLayers(reinterpret_cast<const char*>(buffer))});
     }
-    if (text.empty()) text = "ODBC 驱动程序没有说明原因。";
-    return {kindOf(number, firstState), number, text};
+}
+
+Failure OdbcHandle::failure() const {
+    const std::vector<Diagnostic> records = diagnostics();
+    // The first record is the cause; "the statement has been terminated" and the like follow.
+    const Diagnostic cause = records.empty() ? Diagnostic{} : records.front();
+    const std::string text = cause.text.empty() ? "ODBC 驱动程序没有说明原因。" : cause.text;
+    return {kindOf(cause.number, cause.state), cause.number, text};
 }
 
 }  // namespace orvenmod::store::odbc
