@@ -6,6 +6,13 @@
 
 namespace orvenmod::store::odbc {
 
+namespace {
+
+constexpr const char* kAlive = "select 1";
+constexpr SQLULEN kAliveSeconds = 5;
+
+}  // namespace
+
 OdbcSession::OdbcSession(const std::string& connectionString) : environment_(SQL_HANDLE_ENV, SQL_NULL_HANDLE) {
     const std::string language = tsql::lowerText(ConnectionString(connectionString).get("Language"));
     if (language == "us_english" || language == "english") language_ = tsql::Language::english;
@@ -20,10 +27,21 @@ OdbcSession::OdbcSession(const std::string& connectionString) : environment_(SQL
         throw Failure(FailureKind::connection, reported.number(), reported.text());
     }
     connected_ = true;
+    SQLUINTEGER calls = SQL_AM_NONE;
+    SQLGetInfo(connection_.get(), SQL_ASYNC_MODE, &calls, sizeof calls, nullptr);
+    waiter_ = std::make_unique<OdbcWaiter>(calls == SQL_AM_STATEMENT ? OdbcWaiter::Calls::asynchronous
+                                                                     : OdbcWaiter::Calls::blocking);
 }
 
 OdbcSession::~OdbcSession() {
     if (connected_) SQLDisconnect(connection_.get());
+}
+
+bool OdbcSession::alive() {
+    const OdbcHandle statement(SQL_HANDLE_STMT, connection_.get());
+    SQLSetStmtAttr(statement.get(), SQL_ATTR_QUERY_TIMEOUT, reinterpret_cast<SQLPOINTER>(kAliveSeconds),
+                   SQL_IS_UINTEGER);
+    return SQL_SUCCEEDED(SQLExecDirect(statement.get(), sqlText(kAlive), SQL_NTS));
 }
 
 }  // namespace orvenmod::store::odbc

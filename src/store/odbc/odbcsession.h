@@ -2,9 +2,11 @@
 // connection that uses it.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "store/odbc/odbchandle.h"
+#include "store/odbc/odbcwaiter.h"
 #include "store/tsql/messages.h"
 
 namespace orvenmod::store::odbc {
@@ -23,12 +25,25 @@ public:
     /// The server as the string names it, for texts.
     const std::string& server() const { return server_; }
 
+    OdbcWaiter& waiter() { return *waiter_; }
+    /// What it has done must not reach its next user, or it is broken: it won't wait for one.
+    void spoil() { spoilt_ = true; }
+    bool spoilt() const { return spoilt_; }
+
+    // For the pool.
+
+    /// Whether the server still answers.
+    bool alive();
+    bool reset() noexcept { return !spoilt_; }
+
 private:
     tsql::Language language_ = tsql::Language::chinese;
     std::string server_;
     OdbcHandle environment_;
     OdbcHandle connection_;
     bool connected_ = false;
+    bool spoilt_ = false;
+    std::unique_ptr<OdbcWaiter> waiter_;
 };
 
 }  // namespace orvenmod::store::odbc

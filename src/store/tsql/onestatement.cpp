@@ -85,6 +85,9 @@ constexpr std::string_view kAlterActions[] = {"add", "alter", "drop", "set"};
 constexpr std::string_view kPlainStatements[] = {"select", "insert",   "update", "delete", "create",   "alter",
                                                  "drop",   "truncate", "begin",  "commit", "rollback", "("};
 
+constexpr std::string_view kChanges[] = {"insert", "update",   "delete", "create", "alter",
+                                         "drop",   "truncate", "begin",  "commit", "rollback"};
+
 bool isOpening(const Token& token) {
     if (token.text.size() < kShortestOpening || token.text.size() > kLongestOpening) return false;
     std::array<char, kLongestOpening> lower{};
@@ -161,6 +164,7 @@ void OneStatement::take(const Token& token) {
         wideTexts_.push_back(token.literal.text);
     }
     if (tokens_ == 1) touchesSession_ = !isOneOf(token, kPlainStatements);
+    if (depth_ == 0 && is(token, "into")) intoTable_ = true;
     if (isTemporaryName(token)) touchesSession_ = true;
     previous_ = token;
 }
@@ -187,8 +191,8 @@ void OneStatement::takeWord(const Token& token) {
 bool OneStatement::belongs(const Token& token) const {
     // No statement ends within brackets. What changes rows there would be an insert's source.
     if (depth_ > 0) {
-        constexpr std::string_view kChanges[] = {"insert", "update", "delete", "merge"};
-        return !previous_.isSymbol("(") || !isOneOf(token, kChanges);
+        constexpr std::string_view kRowChanges[] = {"insert", "update", "delete", "merge"};
+        return !previous_.isSymbol("(") || !isOneOf(token, kRowChanges);
     }
     const bool alterAction = is(first_, "alter") && names_ == 1 && isOneOf(token, kAlterActions);
     return alterAction || std::any_of(std::begin(kPlaces), std::end(kPlaces), [&](const Place& place) {
@@ -200,6 +204,8 @@ bool OneStatement::belongs(const Token& token) const {
 bool OneStatement::standsAt(std::string_view first, std::string_view previous) const {
     return (first.empty() || is(first_, first)) && (previous.empty() || is(previous_, previous));
 }
+
+bool OneStatement::mayGiveRows() const { return !isOneOf(first_, kChanges) && !(is(first_, "select") && intoTable_); }
 
 OneStatement::Control OneStatement::control() const {
     const bool whole = tokens_ == 2 && (isTransactionWord(second_) || second_.isWord("work"));
