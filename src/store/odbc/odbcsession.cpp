@@ -11,6 +11,8 @@ namespace orvenmod::store::odbc {
 namespace {
 
 constexpr const char* kLetters = "中文";
+constexpr const char* kAlive = "select 1";
+constexpr SQLULEN kAliveSeconds = 5;
 
 std::string cell(const OdbcHandle& statement, SQLUSMALLINT column) {
     char buffer[512] = {};
@@ -35,6 +37,10 @@ OdbcSession::OdbcSession(const std::string& connectionString)
     if (speaksTheDialect() || parts.has("Busy Timeout")) busyTimeout_ = tsql::busyTimeout(parts);
     applySettings();
     checkLetters();
+    SQLUINTEGER calls = SQL_AM_NONE;
+    SQLGetInfo(connection().get(), SQL_ASYNC_MODE, &calls, sizeof calls, nullptr);
+    waiter_ = std::make_unique<OdbcWaiter>(calls == SQL_AM_STATEMENT ? OdbcWaiter::Calls::asynchronous
+                                                                     : OdbcWaiter::Calls::blocking);
 }
 
 void OdbcSession::connect(const std::vector<ServerString>& strings, std::chrono::seconds limit) {
@@ -86,6 +92,13 @@ std::vector<std::string> OdbcSession::row(const std::string& sql) const {
     for (SQLSMALLINT i = 1; i <= count; ++i)
         cells.push_back(cell(statement, static_cast<SQLUSMALLINT>(i)));
     return cells;
+}
+
+bool OdbcSession::alive() {
+    const OdbcHandle statement(SQL_HANDLE_STMT, connection().get());
+    SQLSetStmtAttr(statement.get(), SQL_ATTR_QUERY_TIMEOUT, reinterpret_cast<SQLPOINTER>(kAliveSeconds),
+                   SQL_IS_UINTEGER);
+    return SQL_SUCCEEDED(SQLExecDirect(statement.get(), sqlText(kAlive), SQL_NTS));
 }
 
 }  // namespace orvenmod::store::odbc

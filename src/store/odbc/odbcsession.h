@@ -10,6 +10,7 @@
 
 #include "store/odbc/connecting.h"
 #include "store/odbc/odbchandle.h"
+#include "store/odbc/odbcwaiter.h"
 #include "store/odbc/serverstring.h"
 #include "store/tsql/messages.h"
 
@@ -32,8 +33,19 @@ public:
     /// The code page of the database's texts (936, 65001 ...); 0 where it is not known.
     int codePage() const { return codePage_; }
 
+    OdbcWaiter& waiter() { return *waiter_; }
+    /// What it has done must not reach its next user, or it is broken: it won't wait for one.
+    void spoil() { spoilt_ = true; }
+    bool spoilt() const { return spoilt_; }
+
     /// What the string asks of a session, again after something may have changed it. Throws Failure.
     void applySettings() const;
+
+    // For the pool.
+
+    /// Whether the server still answers.
+    bool alive();
+    bool reset() noexcept { return !spoilt_; }
 
 private:
     void connect(const std::vector<ServerString>& strings, std::chrono::seconds limit);
@@ -46,6 +58,8 @@ private:
     ServerString string_;
     std::shared_ptr<ConnectedHandles> handles_;
     int codePage_ = 0;
+    bool spoilt_ = false;
+    std::unique_ptr<OdbcWaiter> waiter_;
 };
 
 }  // namespace orvenmod::store::odbc

@@ -40,12 +40,19 @@ TEST(ServerString, KeepsAPasswordWithSigns) {
 }
 
 TEST(PlainDecimal, HasNoZerosAtItsEnd) {
-    EXPECT_EQ(plainDecimal("12.5000"), "12.5");
-    EXPECT_EQ(plainDecimal("10.0000"), "10");
-    EXPECT_EQ(plainDecimal(".5000"), "0.5");
-    EXPECT_EQ(plainDecimal("-.5"), "-0.5");
-    EXPECT_EQ(plainDecimal("-.0000"), "0");
-    EXPECT_EQ(plainDecimal("100"), "100");
+    const auto plain = [](std::string_view text) {
+        std::string room;
+        return std::string(plainDecimal(text, room));
+    };
+    EXPECT_EQ(plain("12.5000"), "12.5");
+    EXPECT_EQ(plain("10.0000"), "10");
+    EXPECT_EQ(plain(".5000"), "0.5");
+    EXPECT_EQ(plain("-.5"), "-0.5");
+    EXPECT_EQ(plain("-.0000"), "0");
+    EXPECT_EQ(plain("-0.00"), "0");
+    EXPECT_EQ(plain("0.0000"), "0");
+    EXPECT_EQ(plain("100"), "100");
+    EXPECT_EQ(plain("922337203685477.5807"), "922337203685477.5807");
 }
 
 }  // namespace
