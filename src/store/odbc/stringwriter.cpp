@@ -40,6 +40,11 @@ bool isAscii(const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
+// A line's end would begin another setting.
+bool hasControl(const std::string& text) {
+    return std::any_of(text.begin(), text.end(), [](char c) { return c >= 0 && c < ' '; });
+}
+
 class Writer {
 public:
     Writer(const Wishes& wishes, const Driver& driver, Language language)
@@ -123,6 +128,7 @@ private:
         const bool pinned = wishes_.authority.empty() && !wishes_.certificate.empty();
         std::string trusted = wishes_.authority.empty() ? wishes_.certificate : wishes_.authority;
         if (trusted.empty()) trusted = "system";
+        if (hasControl(trusted)) refuse("CA File");
         const std::string place =
             address.instance.empty() ? "\tport = " + address.port : "\tinstance = " + address.instance;
         return std::string("[") + kSection + "]\n\thost = " + address.host + "\n" + place + "\n\tca file = " + trusted +
