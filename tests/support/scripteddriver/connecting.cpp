@@ -76,13 +76,14 @@ SQLRETURN SQL_API SQLDriverConnect(SQLHDBC handle, SQLHWND, SQLCHAR* text, SQLSM
     session.connectionString = textOf(text, length);
     ScriptedServer& server = ScriptedServer::get();
     const Answer answer = server.onConnect ? server.onConnect(session) : Answer{};
+    session.open = true;
     if (answer.waits) server.wait();
-    session.open = !answer.fails;
+    if (answer.fails) server.closed(session);
     return resultOf(connection, answer);
 }
 
 SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
-    as<ConnectionHandle>(handle).session->open = false;
+    ScriptedServer::get().closed(*as<ConnectionHandle>(handle).session);
     return SQL_SUCCESS;
 }
 

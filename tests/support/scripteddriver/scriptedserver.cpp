@@ -1,5 +1,6 @@
 #include "support/scripteddriver/scriptedserver.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orvenmod::test {
@@ -65,6 +66,19 @@ void ScriptedServer::release() {
     const std::lock_guard lock(waiting_);
     released_ = true;
     wake_.notify_all();
+}
+
+void ScriptedServer::closed(Session& session) {
+    const std::lock_guard lock(waiting_);
+    session.open = false;
+    wake_.notify_all();
+}
+
+void ScriptedServer::awaitClosed() {
+    std::unique_lock lock(waiting_);
+    wake_.wait(lock, [this] {
+        return std::none_of(sessions.begin(), sessions.end(), [](const Session& session) { return session.open; });
+    });
 }
 
 }  // namespace orvenmod::test

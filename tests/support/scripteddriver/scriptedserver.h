@@ -96,6 +96,10 @@ public:
     bool wait();
     void cancel();
     void release();
+    /// A connection was closed.
+    void closed(Session& session);
+    /// Blocks the calling thread until every connection is closed.
+    void awaitClosed();
 
     /// The driver's calls run one at a time under this, but for a wait.
     std::mutex mutex;
