@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "store/odbc/knowncharacters.h"
 #include "store/odbc/odbchandle.h"
 #include "store/odbc/odbcwaiter.h"
 #include "store/tsql/messages.h"
@@ -26,6 +27,7 @@ public:
     const std::string& server() const { return server_; }
 
     OdbcWaiter& waiter() { return *waiter_; }
+    KnownCharacters& characters() { return characters_; }
     /// What it has done must not reach its next user, or it is broken: it won't wait for one.
     void spoil() { spoilt_ = true; }
     bool spoilt() const { return spoilt_; }
@@ -44,6 +46,7 @@ private:
     bool connected_ = false;
     bool spoilt_ = false;
     std::unique_ptr<OdbcWaiter> waiter_;
+    KnownCharacters characters_;
 };
 
 }  // namespace orvenmod::store::odbc

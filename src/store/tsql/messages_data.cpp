@@ -351,6 +351,9 @@ constexpr Message kMessages[] = {
     {kNoText, conversion,
      "文本中有不能存储的字符。",
      "The text holds characters that cannot be stored."},
+    {kBeyondCodePage, conversion,
+     "数据库的字符集中没有字符“%1”，不能存储。请改用其他字符。",
+     "The database's code page has no character '%1', so that it cannot be stored. Use another one."},
 };
 // clang-format on
 static_assert(std::ranges::is_sorted(kMessages, {}, &Message::number));
