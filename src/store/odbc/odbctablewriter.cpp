@@ -6,41 +6,13 @@
 
 #include "store/odbc/odbcconnection.h"
 #include "store/odbc/tablework.h"
-#include "store/tsql/error.h"
 #include "store/tsql/lexer.h"
+#include "store/tsql/objectname.h"
 #include "store/tsql/utf8.h"
 
 namespace orvenmod::store::odbc {
 
 namespace {
-
-// name, owner.name, database..name, each part bare or in brackets; none where the text is no name.
-std::vector<std::string> nameParts(std::string_view text) {
-    std::vector<std::string> parts(1);
-    try {
-        tsql::Lexer lexer(text);
-        for (tsql::Token token = lexer.next(); token.kind != tsql::Token::Kind::end; token = lexer.next()) {
-            const bool name = token.kind == tsql::Token::Kind::word || token.kind == tsql::Token::Kind::quotedName;
-            if (token.isSymbol(".")) {
-                parts.emplace_back();
-            } else if (name && parts.back().empty()) {
-                parts.back() = token.name();
-            } else {
-                return {};
-            }
-        }
-    } catch (const tsql::Error&) {
-        return {};
-    }
-    return parts.back().empty() ? std::vector<std::string>() : parts;
-}
-
-std::string bracketed(std::string_view name) {
-    std::string result = "[";
-    for (const char c : name)
-        result += c == ']' ? std::string("]]") : std::string(1, c);
-    return result + "]";
-}
 
 bool isWide(SQLSMALLINT type) { return type == SQL_WCHAR || type == SQL_WVARCHAR || type == SQL_WLONGVARCHAR; }
 
@@ -61,9 +33,9 @@ std::u16string wideText(std::string_view text) {
 }  // namespace
 
 OdbcTableWriter::OdbcTableWriter(OdbcConnection& connection, std::string_view table)
-    : connection_(connection), name_(nameParts(table)) {
+    : connection_(connection), name_(tsql::objectNameParts(table)) {
     for (const std::string& part : name_)
-        quotedName_ += (quotedName_.empty() ? "" : ".") + (part.empty() ? part : bracketed(part));
+        quotedName_ += (quotedName_.empty() ? "" : ".") + (part.empty() ? part : tsql::bracketed(part));
     if (!name_.empty()) readColumns();
     if (columns_.empty()) throw connection_.failure(tsql::kUnknownObject, {std::string(table)});
 }
@@ -107,7 +79,7 @@ std::string OdbcTableWriter::insertText() const {
     std::string names;
     std::string places;
     for (const Field& field : fields_) {
-        names += (names.empty() ? "" : ",") + bracketed(field.column.name);
+        names += (names.empty() ? "" : ",") + tsql::bracketed(field.column.name);
         places += places.empty() ? "?" : ",?";
     }
     return "insert into " + quotedName_ + "(" + names + ") values(" + places + ")";
