@@ -213,7 +213,26 @@ std::unique_ptr<TableWriter> OdbcConnection::openTable(std::string_view table) {
     return std::make_unique<OdbcTableWriter>(*this, table);
 }
 
-void OdbcConnection::checkCharacters(std::string_view) {}
+void OdbcConnection::checkText(std::string_view text, bool wide) {
+    try {
+        tsql::requireText(text);
+    } catch (const tsql::Error& error) {
+        throw tsql::worded(language_, error);
+    }
+    if (!wide) checkCharacters(text);
+}
+
+void OdbcConnection::checkCharacters(std::string_view text) {
+    KnownCharacters& known = session_->characters();
+    const std::string asked = known.unknown(text);
+    if (asked.empty()) return;
+    const auto work = std::make_shared<Query>(statement(), "select '" + asked + "'");
+    run(work);
+    // A driver without an answer knows no code page.
+    const bool answered = work->hasRows() && !work->rows().eof();
+    const std::string refused = known.learn(asked, answered ? work->rows().cell(0, 0).value_or("") : asked);
+    if (!refused.empty()) throw failure(tsql::kBeyondCodePage, {refused});
+}
 
 void OdbcConnection::beginTrans() {
     if (transaction_ == Transaction::open) throw failure(tsql::kTransactionOpen);

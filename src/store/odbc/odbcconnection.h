@@ -36,8 +36,9 @@ public:
     OdbcHandle statement();
     /// Runs work of such a statement. Throws Failure.
     void run(const std::shared_ptr<OdbcWork>& work);
-    /// Refuses characters that the database's code page doesn't have.
-    void checkCharacters(std::string_view text);
+    /// Throws Failure for a text that a column can't hold: no text at all, or, unless the column is one of wide
+    /// characters, with some that the database's code page doesn't have.
+    void checkText(std::string_view text, bool wide);
     /// A failure of this component's own, in the language of the connection string.
     Failure failure(int number, const std::vector<std::string>& arguments = {}) const {
         return tsql::worded(language_, number, arguments);
@@ -51,6 +52,7 @@ private:
     /// Throws Failure where the text is not one statement.
     void look(std::string_view sql);
     void prepare();
+    void checkCharacters(std::string_view text);
     Recordset query(std::string_view sql);
     std::int64_t change(std::string_view sql);
     void settle(const std::shared_ptr<OdbcWork>& work) noexcept;

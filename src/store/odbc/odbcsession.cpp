@@ -1,7 +1,5 @@
 #include "store/odbc/odbcsession.h"
 
-#include <cstdlib>
-
 #include "store/connectionstring.h"
 #include "store/odbc/connectfailure.h"
 #include "store/tsql/stringparts.h"
@@ -74,12 +72,9 @@ void OdbcSession::checkLetters() {
             throw tsql::worded(language_, tsql::kLettersLost, {string_.driver});
         return;
     }
-    const std::vector<std::string> answer = row(
-        "select N'中文','中文',cast(collationproperty(cast(databasepropertyex(db_name(),'Collation') as varchar(128)),"
-        "'CodePage') as int),db_name()");
+    const std::vector<std::string> answer = row("select N'中文','中文',db_name()");
     if (answer[0] != kLetters) throw tsql::worded(language_, tsql::kLettersLost, {string_.driver});
-    if (answer[1] != kLetters) throw tsql::worded(language_, tsql::kNoChinese, {answer[3]});
-    codePage_ = std::atoi(answer[2].c_str());
+    if (answer[1] != kLetters) throw tsql::worded(language_, tsql::kNoChinese, {answer[2]});
 }
 
 std::vector<std::string> OdbcSession::row(const std::string& sql) const {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "store/odbc/connecting.h"
+#include "store/odbc/knowncharacters.h"
 #include "store/odbc/odbchandle.h"
 #include "store/odbc/odbcwaiter.h"
 #include "store/odbc/serverstring.h"
@@ -30,10 +31,9 @@ public:
     const std::string& server() const { return string_.server; }
     /// Whether it is a server of the dialect, by its driver.
     bool speaksTheDialect() const { return string_.kind != DriverKind::other; }
-    /// The code page of the database's texts (936, 65001 ...); 0 where it is not known.
-    int codePage() const { return codePage_; }
 
     OdbcWaiter& waiter() { return *waiter_; }
+    KnownCharacters& characters() { return characters_; }
     /// What it has done must not reach its next user, or it is broken: it won't wait for one.
     void spoil() { spoilt_ = true; }
     bool spoilt() const { return spoilt_; }
@@ -57,9 +57,9 @@ private:
     std::optional<std::chrono::milliseconds> busyTimeout_;
     ServerString string_;
     std::shared_ptr<ConnectedHandles> handles_;
-    int codePage_ = 0;
     bool spoilt_ = false;
     std::unique_ptr<OdbcWaiter> waiter_;
+    KnownCharacters characters_;
 };
 
 }  // namespace orvenmod::store::odbc

@@ -20,6 +20,9 @@ public:
     /// Throws Failure. May run on another thread than the caller's.
     virtual void run() = 0;
 
+    /// Whether a caller may leave while the driver is still at work.
+    virtual bool mayBeGivenUp() const { return true; }
+
     const OdbcHandle& statement() const { return statement_; }
     /// For a driver whose calls answer that they are still at work: waits a little.
     void setPause(std::function<void()> pause) { pause_ = std::move(pause); }

@@ -128,24 +128,24 @@ bool beyondAscii(std::string_view text) {
     return std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
 }
 
+}  // namespace
+
 // Broken bytes must not reach a driver: one that takes a quote for the rest of a character would read another
 // statement than the one that was looked at here.
-void checkText(std::string_view sql) {
+void requireText(std::string_view text) {
     constexpr std::array<char32_t, 5> kLeast = {0, 1, 0x80, 0x800, 0x10000};
     constexpr char32_t kLast = 0x10FFFF;
-    for (std::size_t at = 0; at < sql.size();) {
+    for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
-        const char32_t character = nextCharacter(sql, at);
+        const char32_t character = nextCharacter(text, at);
         const bool half = character >= 0xD800 && character <= 0xDFFF;
         if (half || character < kLeast[at - start] || character > kLast) throw Error(kNoText);
     }
 }
 
-}  // namespace
-
 void OneStatement::scan(std::string_view sql) {
     *this = OneStatement();
-    checkText(sql);
+    requireText(sql);
     Lexer lexer(sql);
     for (Token token = lexer.next(); token.kind != Token::Kind::end; token = lexer.next())
         take(token);

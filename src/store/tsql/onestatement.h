@@ -18,6 +18,9 @@
 
 namespace orvenmod::store::tsql {
 
+/// Throws Error kNoText for a NUL, or bytes that are no UTF-8.
+void requireText(std::string_view text);
+
 class OneStatement {
 public:
     enum class Control { none, begin, commit, rollback };

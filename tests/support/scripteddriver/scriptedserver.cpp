@@ -33,7 +33,7 @@ void ScriptedServer::clear() {
     onConnect = {};
     onStatement = {};
     questions = {{"set lock_timeout", {}},
-                 {"select N'中文'", oneRow({"中文", "中文", "936", "suite"})},
+                 {"select N'中文'", oneRow({"中文", "中文", "suite"})},
                  {"select '中文'", oneRow({"中文"})}};
     onEnd = {};
     information.clear();
