@@ -29,6 +29,9 @@ protected:
     static void SetUpTestSuite() {
         static const orvenmod::test::InstalledDrivers installed(
             {"Scripted", "FreeTDS", "ODBC Driver 17 for SQL Server"});
+        installed.addSource("Suite",
+                            "Driver=FreeTDS\nServer=host\nPort=1500\nEncrypt=yes\nTrustServerCertificate=yes\n");
+        installed.addSource("Played", "Driver=Scripted\nServer=other\n");
     }
 
     const Session& session() const { return server_.sessions.back(); }
@@ -53,6 +56,17 @@ TEST_F(OdbcConnecting, TakesTheFirstInstalledDriverForAProvider) {
     const OdbcSession connected(kVendor);
     EXPECT_EQ(ConnectionString(session().connectionString).get("Driver"), "ODBC Driver 17 for SQL Server");
     EXPECT_TRUE(connected.speaksTheDialect());
+}
+
+TEST_F(OdbcConnecting, ReadsADataSource) {
+    const OdbcSession spelled("DSN=suite;UID=clerk");
+    const ConnectionString parts(session().connectionString);
+    EXPECT_EQ(parts.get("Server"), "host");
+    EXPECT_EQ(parts.get("Port"), "1500");
+    EXPECT_EQ(parts.get("Encryption"), "require");
+    const OdbcSession wordForWord("DSN=Played;UID=clerk");
+    EXPECT_EQ(session().connectionString, "DSN=Played;UID=clerk");
+    EXPECT_EQ(failureOf("DSN=nowhere").number(), tsql::kUnknownSource);
 }
 
 TEST_F(OdbcConnecting, RefusesADriverThatIsNotInstalled) {
