@@ -196,6 +196,12 @@ TEST_F(OdbcConnecting, NamesEncryptionWhereItIsAskedForAndFails) {
     EXPECT_NE(failure.text().find("“host”"), std::string::npos);
 }
 
+TEST_F(OdbcConnecting, AsksForATicketWhereTheLoginOfTheSystemFails) {
+    const Failure failure =
+        failureFor({{"01000", 20002, "[FreeTDS]Adaptive Server connection failed"}}, "Integrated Security=SSPI");
+    EXPECT_EQ(failure.text(), "无法连接服务器“host”: 操作系统的集成登录失败，请检查 Kerberos 票据 (kinit)。");
+}
+
 TEST_F(OdbcConnecting, TellsNoPassword) {
     for (const char* more : {"", "Encrypt=yes", "Nonsense=1", "Busy Timeout=x"})
         EXPECT_EQ(failureFor({{"08001", 0, "no"}}, more).text().find("secret"), std::string::npos) << more;

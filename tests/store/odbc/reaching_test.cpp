@@ -1,5 +1,6 @@
 // Connecting to a real server, in the ways that a connection string can ask for.
 #include <gtest/gtest.h>
+#include <stdlib.h>
 #include <unistd.h>
 
 #include "store/connectionstring.h"
@@ -46,6 +47,14 @@ TEST_F(ReachingAServer, ThatRefusesTheLoginSaysSo) {
     const Failure failure = failureOf(string_ + "Password=wrong");
     EXPECT_EQ(failure.number(), tsql::kLoginFailed);
     EXPECT_NE(failure.text().find("登录失败"), std::string::npos);
+}
+
+TEST_F(ReachingAServer, ByTheLoginOfTheSystemAsksForATicket) {
+    ::setenv("KRB5CCNAME", "FILE:/nowhere", 1);
+    const Failure failure = failureOf(string_ + "Integrated Security=SSPI");
+    ::unsetenv("KRB5CCNAME");
+    EXPECT_EQ(failure.kind(), FailureKind::connection);
+    EXPECT_NE(failure.text().find("Kerberos"), std::string::npos) << failure.text();
 }
 
 TEST_F(ReachingAServer, WithoutTheDatabaseSaysSo) {
