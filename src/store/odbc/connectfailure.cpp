@@ -108,7 +108,11 @@ Failure connectFailure(const std::vector<Diagnostic>& records, const ServerStrin
     std::string reason = reasonOf(cause, language);
     if (string.integrated && cause != Cause::ended) reason = ticketReason(language);
     if (reason.empty()) reason = words;
-    if (string.encrypted) return tsql::worded(language, tsql::kNotEncrypted, {string.server, reason});
+    if (string.encrypted) {
+        // It accepts no login without the encryption, which says nothing of the login.
+        const bool unsaid = cause == Cause::notTaken && !string.integrated;
+        return tsql::worded(language, tsql::kNotEncrypted, {string.server, unsaid ? "" : reason});
+    }
     return tsql::worded(language, tsql::kServerUnreachable, {string.server, reason});
 }
 
