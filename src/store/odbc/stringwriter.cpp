@@ -54,7 +54,9 @@ public:
         result_.database = wishes.database;
         result_.user = wishes.user;
         result_.integrated = wishes.integrated.value_or(false);
-        result_.encrypted = wishes.encryption >= Encryption::yes || !wishes.authority.empty();
+        // Who names what is to be trusted wants it checked.
+        named_ = !wishes.authority.empty() || !wishes.certificate.empty();
+        result_.encrypted = wishes.encryption >= Encryption::yes || named_;
     }
 
     ServerString toward(const std::string& server) {
@@ -121,14 +123,15 @@ private:
         if (database.empty()) result_.laterDatabase = wishes_.database;
         std::string place;
         if (const std::string section = own("servername", ""); !section.empty()) {
-            if (!wishes_.authority.empty()) refuse("CA File (Servername)");
+            if (named_ || !wishes_.partner.empty())
+                refuse("CA File, Server Certificate, Failover Partner (Servername)");
             result_.server = section;
             place = pair("Servername", section);
         } else {
             const auto address = ServerAddress::parse(server, wishes_.port, language_);
             const std::string host = address.instance.empty() ? address.host : address.host + "\\" + address.instance;
             place = pair("Server", host) + pair("Port", address.port);
-            if (result_.encrypted && !wishes_.trusting.value_or(false)) {
+            if (result_.encrypted && (named_ || !wishes_.trusting.value_or(false))) {
                 place = std::string("Servername=") + kSection + ";";
                 result_.settings = settings(address);
             }
@@ -136,6 +139,7 @@ private:
         // "off" would send the password in clear text as well, which the dialect's own clients never do.
         std::string encryption = own("encryption", wishes_.encryption == Encryption::no ? "request" : "");
         if (result_.encrypted) encryption = "require";
+        result_.encrypted = tsql::lowerText(encryption) == "require";
         return pair("Driver", driver_.name) + "ClientCharset=UTF-8;" + place + commonPairs(database) +
                pair("PacketSize", wishes_.packetSize) + pair("TDS_Version", own("tds_version", "7.4")) +
                pair("Encryption", encryption) + ownPairs({"servername", "tds_version", "encryption", "clientcharset"});
@@ -171,11 +175,14 @@ private:
     // it.
     std::string vendorEncryption() const {
         std::string text;
-        if (wishes_.encryption == Encryption::strict) text = "Encrypt=strict;";
-        if (wishes_.encryption == Encryption::yes) text = "Encrypt=yes;";
         const bool older = !wishes_.provider.empty() && !wishes_.provider.starts_with("msoledbsql19");
-        if (wishes_.encryption == Encryption::no || (wishes_.encryption == Encryption::unsaid && older))
+        if (wishes_.encryption == Encryption::strict) {
+            text = "Encrypt=strict;";
+        } else if (result_.encrypted) {
+            text = "Encrypt=yes;";
+        } else if (wishes_.encryption == Encryption::no || older) {
             text = "Encrypt=no;";
+        }
         if (wishes_.trusting) text += "TrustServerCertificate=" + yesNo(*wishes_.trusting) + ";";
         return text;
     }
@@ -203,6 +210,7 @@ private:
     const Wishes& wishes_;
     const Driver& driver_;
     Language language_;
+    bool named_ = false;
     ServerString result_;
 };
 
