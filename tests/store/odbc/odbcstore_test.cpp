@@ -75,13 +75,5 @@ TEST(OdbcStoreTest, FailsInTimeForAHostThatSaysNothing) {
     EXPECT_EQ(failure.text(), "服务器“" + host.place() + "”在 1 秒内没有应答。请检查服务器地址和网络。");
 }
 
-TEST(OdbcStoreTest, FailsForIntegratedSecurityWithoutATicket) {
-    const SilentHost host;
-    const Failure failure = failureOf("Provider=SQLOLEDB;Data Source=" + host.place() +
-                                      ";Integrated Security=SSPI;Connect Timeout=1;Language=us_english");
-    EXPECT_EQ(failure.kind(), FailureKind::connection);
-    EXPECT_NE(failure.text().find("server"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace orvenmod::store::odbc
