@@ -1,11 +1,16 @@
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
 
 #include "store/postgres/failures.h"
 #include "store/tsql/failurenumbers.h"
 #include "suiteserver.h"
+#include "support/temporary.h"
 
 namespace orvenmod::store::postgres::test {
 namespace {
@@ -68,6 +73,25 @@ TEST(BadServers, AWrongPasswordIsToldAndNotShown) {
     EXPECT_EQ(wrong.text(), "用户 'suite' 登录失败。");
     EXPECT_EQ(connecting(text).number(), tsql::kLoginFailed);
     EXPECT_EQ(connecting(text + ";Password=right").number(), 0);
+    PostgresStore::dropIdleSessions();
+}
+
+TEST(Servers, AreLoggedInToByThePasswordFileAndTheServiceFile) {
+    PostgresServer::Settings settings;
+    settings.access = "local all tests trust\nlocal all all scram-sha-256\n";
+    PostgresServer server(settings);
+    const std::string database = server.makeDatabase();
+    server.run("postgres", "ALTER ROLE suite PASSWORD 'right'");
+    const orvenmod::test::TemporaryFolder folder;
+    std::ofstream(folder.file("passwords")) << "*:*:*:suite:right\n";
+    ::chmod(folder.file("passwords").c_str(), 0600);
+    const std::string passwords = ";passfile=" + folder.file("passwords");
+    EXPECT_EQ(connecting(connectionStringFor(server, database) + passwords).number(), 0);
+    std::ofstream(folder.file("services"))
+        << "[till]\nhost=" << server.host() << "\ndbname=" << database << "\nuser=suite\npassword=right\n";
+    ::setenv("PGSERVICEFILE", folder.file("services").c_str(), 1);
+    EXPECT_EQ(connecting("Provider=PostgreSQL;service=till").number(), 0);
+    ::unsetenv("PGSERVICEFILE");
     PostgresStore::dropIdleSessions();
 }
 
