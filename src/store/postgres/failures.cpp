@@ -18,8 +18,9 @@ using tsql::worded;
 constexpr std::string_view kOfTheDialect = "OV000";
 constexpr char kBetweenArguments = '\x1f';
 
-constexpr int kLeastVersion = 130000;
-constexpr const char* kLeastVersionText = "13";
+// The first with regexp_instr, which the run-time functions call.
+constexpr int kLeastVersion = 150000;
+constexpr const char* kLeastVersionText = "15";
 
 std::vector<std::string> argumentsOf(const std::string& detail) {
     std::vector<std::string> arguments;

@@ -121,8 +121,8 @@ TEST(BadServers, ADatabaseOfAnotherEncodingIsRefused) {
 TEST(BadServers, AServerThatIsTooOldIsRefused) {
     ServerAddress address;
     address.server = "db";
-    EXPECT_EQ(unfitServer(120019, address)->text(), "服务器“db”的版本是 12，至少需要 13。");
-    EXPECT_FALSE(unfitServer(130000, address));
+    EXPECT_EQ(unfitServer(140019, address)->text(), "服务器“db”的版本是 14，至少需要 15。");
+    EXPECT_FALSE(unfitServer(150000, address));
 }
 
 TEST(BadServers, AFullDiskIsToldAndStoresNothing) {
