@@ -2,39 +2,24 @@
 
 #include <utility>
 
-#include "store/connectionstring.h"
 #include "store/odbc/odbcfetch.h"
 #include "store/odbc/odbctablewriter.h"
-#include "store/odbc/serverstring.h"
-#include "store/tsql/utf8.h"
 
 namespace orvenmod::store::odbc {
 
-OdbcConnection::OdbcConnection(const std::string& connectionString) : environment_(SQL_HANDLE_ENV, SQL_NULL_HANDLE) {
-    const std::string language = tsql::lowerText(ConnectionString(connectionString).get("Language"));
-    if (language == "us_english" || language == "english") language_ = tsql::Language::english;
-    SQLSetEnvAttr(environment_.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-    connection_ = OdbcHandle(SQL_HANDLE_DBC, environment_.get());
-    const std::string text = serverString(connectionString);
-    const SQLRETURN result =
-        SQLDriverConnect(connection_.get(), nullptr, sqlText(text.c_str()), static_cast<SQLSMALLINT>(text.size()),
-                         nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
-    if (!SQL_SUCCEEDED(result)) {
-        const Failure reported = connection_.failure();
-        throw Failure(FailureKind::connection, reported.number(), reported.text());
-    }
-    open_ = true;
-}
-
 OdbcConnection::~OdbcConnection() { close(); }
 
-Failure OdbcConnection::failure(int number, const std::vector<std::string>& arguments) const {
-    return tsql::worded(language_, number, arguments);
+OdbcHandle OdbcConnection::statement() {
+    if (!session_) throw failure(tsql::kClosed);
+    return {SQL_HANDLE_STMT, session_->connection().get()};
 }
 
-OdbcHandle OdbcConnection::statement() {
-    if (!open_) throw failure(tsql::kClosed);
-    return {SQL_HANDLE_STMT, connection_.get()};
+void OdbcConnection::look(std::string_view sql) {
+    try {
+        text_.scan(sql);
+    } catch (const tsql::Error& error) {
+        throw tsql::worded(language_, error);
+    }
 }
 
 void OdbcConnection::run(const OdbcHandle& statement, std::string_view sql) {
@@ -47,6 +32,7 @@ void OdbcConnection::run(const OdbcHandle& statement, std::string_view sql) {
 
 std::int64_t OdbcConnection::execute(std::string_view sql) {
     const OdbcHandle handle = statement();
+    look(sql);
     run(handle, sql);
     SQLLEN touched = 0;
     SQLSMALLINT columns = 0;
@@ -63,6 +49,7 @@ std::int64_t OdbcConnection::execute(std::string_view sql) {
 
 Recordset OdbcConnection::open(std::string_view sql) {
     const OdbcHandle handle = statement();
+    look(sql);
     run(handle, sql);
     SQLSMALLINT columns = 0;
     handle.check(SQLNumResultCols(handle.get(), &columns));
@@ -75,21 +62,21 @@ std::unique_ptr<TableWriter> OdbcConnection::openTable(std::string_view table) {
 }
 
 void OdbcConnection::setAutocommit(SQLULEN mode) {
-    connection_.check(
-        SQLSetConnectAttr(connection_.get(), SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(mode), SQL_IS_UINTEGER));
+    session_->connection().check(SQLSetConnectAttr(session_->connection().get(), SQL_ATTR_AUTOCOMMIT,
+                                                   reinterpret_cast<SQLPOINTER>(mode), SQL_IS_UINTEGER));
 }
 
 void OdbcConnection::beginTrans() {
-    if (!open_) throw failure(tsql::kClosed);
+    if (!session_) throw failure(tsql::kClosed);
     if (inTransaction_) throw failure(tsql::kTransactionOpen);
     setAutocommit(SQL_AUTOCOMMIT_OFF);
     inTransaction_ = true;
 }
 
 void OdbcConnection::endTransaction(SQLSMALLINT completion, int number) {
-    if (!open_) throw failure(tsql::kClosed);
+    if (!session_) throw failure(tsql::kClosed);
     if (!inTransaction_) throw failure(number);
-    connection_.check(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), completion));
+    session_->connection().check(SQLEndTran(SQL_HANDLE_DBC, session_->connection().get(), completion));
     inTransaction_ = false;
     setAutocommit(SQL_AUTOCOMMIT_ON);
 }
@@ -98,14 +85,14 @@ void OdbcConnection::commitTrans() { endTransaction(SQL_COMMIT, tsql::kCommitWit
 void OdbcConnection::rollbackTrans() { endTransaction(SQL_ROLLBACK, tsql::kRollbackWithoutBegin); }
 
 void OdbcConnection::setProgress(std::function<void()> progress) {
-    if (!open_) throw failure(tsql::kClosed);
+    if (!session_) throw failure(tsql::kClosed);
     progress_ = std::move(progress);
 }
 
 void OdbcConnection::close() noexcept {
-    if (!std::exchange(open_, false)) return;
-    if (std::exchange(inTransaction_, false)) SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_ROLLBACK);
-    SQLDisconnect(connection_.get());
+    if (!session_) return;
+    if (std::exchange(inTransaction_, false)) SQLEndTran(SQL_HANDLE_DBC, session_->connection().get(), SQL_ROLLBACK);
+    session_.reset();
 }
 
 }  // namespace orvenmod::store::odbc

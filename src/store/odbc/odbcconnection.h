@@ -6,15 +6,16 @@
 #include <string>
 
 #include "store/connection.h"
-#include "store/odbc/odbchandle.h"
-#include "store/tsql/messages.h"
+#include "store/odbc/odbcsession.h"
+#include "store/tsql/onestatement.h"
 
 namespace orvenmod::store::odbc {
 
 class OdbcConnection : public Connection {
 public:
     /// Throws Failure of kind connection.
-    explicit OdbcConnection(const std::string& connectionString);
+    explicit OdbcConnection(const std::string& connectionString)
+        : session_(std::make_unique<OdbcSession>(connectionString)), language_(session_->language()) {}
     ~OdbcConnection() override;
 
     std::int64_t execute(std::string_view sql) override;
@@ -31,17 +32,20 @@ public:
     /// A new statement. Throws Failure where the connection is closed.
     OdbcHandle statement();
     /// A failure of this component's own, in the language of the connection string.
-    Failure failure(int number, const std::vector<std::string>& arguments = {}) const;
+    Failure failure(int number, const std::vector<std::string>& arguments = {}) const {
+        return tsql::worded(language_, number, arguments);
+    }
 
 private:
+    /// Throws Failure where the text is not one statement.
+    void look(std::string_view sql);
     void run(const OdbcHandle& statement, std::string_view sql);
     void endTransaction(SQLSMALLINT completion, int number);
     void setAutocommit(SQLULEN mode);
 
-    tsql::Language language_ = tsql::Language::chinese;
-    OdbcHandle environment_;
-    OdbcHandle connection_;
-    bool open_ = false;
+    std::unique_ptr<OdbcSession> session_;  // none once closed
+    tsql::Language language_;
+    tsql::OneStatement text_;
     bool inTransaction_ = false;
     std::function<void()> progress_;
 };

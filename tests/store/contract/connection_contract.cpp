@@ -58,6 +58,15 @@ TEST_F(StoreContract, FailsForATextThatIsNoStatement) {
     EXPECT_EQ(value("select id from t where id=1"), "1");
 }
 
+TEST_F(StoreContract, RefusesASecondStatementAndComments) {
+    EXPECT_EQ(numberOf([&] { connection_->open("select id from t where c=''; delete from t"); }), 102);
+    EXPECT_EQ(numberOf([&] { connection_->open("select id from t where c='' delete from t where ''=''"); }), 156);
+    EXPECT_EQ(numberOf([&] { connection_->execute("update t set c='x' where c='' delete from t"); }), 156);
+    EXPECT_EQ(numberOf([&] { connection_->execute("delete from t -- where id=1"); }), 102);
+    EXPECT_EQ(numberOf([&] { connection_->open("select id from t where c='"); }), 105);
+    EXPECT_EQ(value("select count(*) from t where c is null or c='甲'"), "2");
+}
+
 TEST_F(StoreContract, TellsAnUnknownTableAndColumn) {
     NEEDS_THE_DIALECT();
     EXPECT_EQ(numberOf([&] { connection_->open("select * from nosuch"); }), 208);
