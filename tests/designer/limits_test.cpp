@@ -4,10 +4,10 @@
 #include <orvenmod/clsHSXMManage.h>
 
 #include "designer/designertest.h"
-#include "designer/dump.h"
 #include "editor/fieldrow.h"
 #include "editor/frmBasicInfo.h"
 #include "frame/services.h"
+#include "support/dump.h"
 
 namespace orvenmod::test {
 namespace {
@@ -147,9 +147,9 @@ TEST_F(LimitsTest, theSixtySecondLookupIsRefusedAndNothingIsLeft) {
     addItems(3);
     addField({.name = "客户", .field = "fLast", .lookup = 1});
     browse([](User& user) { EXPECT_EQ(user.control<platform::ListGrid>("vsf1").rowCount(), 4); });
-    const std::string before = dumpOf(database().file());
+    const std::string before = database().dump();
     addField({.name = "供应商", .field = "fBeyond", .lookup = 2}, {"查询中使用的表名太多。允许的最大数目为 64。"});
-    EXPECT_EQ(dumpOf(database().file()), before);
+    EXPECT_EQ(database().dump(), before);
     addField({.name = "备注", .field = "fNote"});
     EXPECT_EQ(database().rows("select fLastName,fNote from vtblSelfA1").size(), 3U);
     stage.finish();

@@ -1,0 +1,58 @@
+#include <sys/stat.h>
+
+#include "store/schema.h"
+#include "support/postgresserver.h"
+#include "support/site.h"
+
+namespace orvenmod::test {
+
+namespace {
+
+// Another build's schema may differ, and the server is shared by all that run on this machine.
+std::string keyOfThisProgram() {
+    struct stat program {};
+    if (::stat("/proc/self/exe", &program) != 0) throw std::runtime_error("this program's own file can't be found");
+    return "suite_" + std::to_string(program.st_ino) + "_" + std::to_string(program.st_mtim.tv_sec) + "_" +
+           std::to_string(program.st_mtim.tv_nsec);
+}
+
+void fill(const std::string& database) {
+    const auto connection =
+        stores().connect(connectionStringFor(PostgresServer::shared(), database) + ";Pooling=false");
+    store::createSchema(*connection);
+    connection->close();
+}
+
+// Rows, as the server prints a whole schema; then what isn't seen in rows.
+constexpr const char* kDump = R"(
+select schema_to_xml('public', true, false, '')::text
+    || (select coalesce(string_agg(t.relname || '.' || a.attname || ' ' || format_type(a.atttypid, a.atttypmod) || ' '
+                                       || a.attnotnull || a.attidentity || ' ' || coalesce(d.description, ''),
+                                   chr(10) order by t.relname, a.attnum), '')
+        from pg_class t join pg_attribute a on a.attrelid = t.oid and a.attnum > 0 and not a.attisdropped
+        left join pg_description d on d.objoid = t.oid and d.objsubid = a.attnum
+        where t.relnamespace = 'public'::regnamespace and t.relkind in ('r', 'v'))
+    || (select coalesce(string_agg(indexdef, chr(10) order by indexname), '') from pg_indexes where schemaname = 'public')
+    || (select coalesce(string_agg(t.relname || ' ' || d.description, chr(10) order by t.relname), '')
+        from pg_class t join pg_description d on d.objoid = t.oid and d.objsubid = 0
+        where t.relnamespace = 'public'::regnamespace))";
+
+class PostgresSite : public Site {
+public:
+    PostgresSite() : name_(PostgresServer::shared().makeDatabaseLike(keyOfThisProgram(), fill)) {}
+    ~PostgresSite() override { PostgresServer::shared().dropDatabase(name_); }
+    PostgresSite(const PostgresSite&) = delete;
+    PostgresSite& operator=(const PostgresSite&) = delete;
+
+    std::string connectionString() const override { return connectionStringFor(PostgresServer::shared(), name_); }
+    std::string dump() const override { return PostgresServer::shared().run(name_, kDump); }
+
+private:
+    std::string name_;
+};
+
+}  // namespace
+
+std::unique_ptr<Site> newPostgresSite() { return std::make_unique<PostgresSite>(); }
+
+}  // namespace orvenmod::test
