@@ -9,6 +9,7 @@
 #include "store/sqlite/sqlitefailure.h"
 #include "store/tsql/error.h"
 #include "store/tsql/messages.h"
+#include "store/tsql/objectname.h"
 #include "store/tsql/values.h"
 
 namespace orvenmod::store::sqlite {
@@ -22,16 +23,18 @@ std::string quoted(const std::string& name) {
     return result + '"';
 }
 
-std::string_view withoutOwner(std::string_view table) {
-    constexpr std::string_view kOwner = "dbo.";
-    const bool owned = table.size() > kOwner.size() && sameName(table.substr(0, kOwner.size()), kOwner);
-    return owned ? table.substr(kOwner.size()) : table;
+// The only owner there is is dbo.
+std::string tableOf(std::string_view table) {
+    const std::vector<std::string> parts = tsql::objectNameParts(table);
+    const bool foreign =
+        parts.size() > 1 && !parts[parts.size() - 2].empty() && !sameName(parts[parts.size() - 2], "dbo");
+    return parts.empty() || foreign ? std::string() : parts.back();
 }
 
 }  // namespace
 
 SqliteTableWriter::SqliteTableWriter(SqliteConnection& connection, std::string_view table) : connection_(connection) {
-    const tsql::ObjectInfo* object = connection.database().catalog().find(withoutOwner(table));
+    const tsql::ObjectInfo* object = connection.database().catalog().find(tableOf(table));
     if (object == nullptr || object->kind != tsql::ObjectInfo::Kind::table) {
         throw tsql::Error(tsql::kUnknownObject, {std::string(table)});
     }

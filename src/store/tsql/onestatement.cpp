@@ -85,6 +85,9 @@ constexpr std::string_view kAlterActions[] = {"add", "alter", "drop", "set"};
 constexpr std::string_view kPlainStatements[] = {"select", "insert",   "update", "delete", "create",   "alter",
                                                  "drop",   "truncate", "begin",  "commit", "rollback", "("};
 
+constexpr std::string_view kChanges[] = {"insert", "update",   "delete", "create", "alter",
+                                         "drop",   "truncate", "begin",  "commit", "rollback"};
+
 bool isOpening(const Token& token) {
     if (token.text.size() < kShortestOpening || token.text.size() > kLongestOpening) return false;
     std::array<char, kLongestOpening> lower{};
@@ -125,24 +128,24 @@ bool beyondAscii(std::string_view text) {
     return std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
 }
 
+}  // namespace
+
 // Broken bytes must not reach a driver: one that takes a quote for the rest of a character would read another
 // statement than the one that was looked at here.
-void checkText(std::string_view sql) {
+void requireText(std::string_view text) {
     constexpr std::array<char32_t, 5> kLeast = {0, 1, 0x80, 0x800, 0x10000};
     constexpr char32_t kLast = 0x10FFFF;
-    for (std::size_t at = 0; at < sql.size();) {
+    for (std::size_t at = 0; at < text.size();) {
         const std::size_t start = at;
-        const char32_t character = nextCharacter(sql, at);
+        const char32_t character = nextCharacter(text, at);
         const bool half = character >= 0xD800 && character <= 0xDFFF;
         if (half || character < kLeast[at - start] || character > kLast) throw Error(kNoText);
     }
 }
 
-}  // namespace
-
 void OneStatement::scan(std::string_view sql) {
     *this = OneStatement();
-    checkText(sql);
+    requireText(sql);
     Lexer lexer(sql);
     for (Token token = lexer.next(); token.kind != Token::Kind::end; token = lexer.next())
         take(token);
@@ -161,6 +164,7 @@ void OneStatement::take(const Token& token) {
         wideTexts_.push_back(token.literal.text);
     }
     if (tokens_ == 1) touchesSession_ = !isOneOf(token, kPlainStatements);
+    if (depth_ == 0 && is(token, "into")) intoTable_ = true;
     if (isTemporaryName(token)) touchesSession_ = true;
     previous_ = token;
 }
@@ -187,8 +191,8 @@ void OneStatement::takeWord(const Token& token) {
 bool OneStatement::belongs(const Token& token) const {
     // No statement ends within brackets. What changes rows there would be an insert's source.
     if (depth_ > 0) {
-        constexpr std::string_view kChanges[] = {"insert", "update", "delete", "merge"};
-        return !previous_.isSymbol("(") || !isOneOf(token, kChanges);
+        constexpr std::string_view kRowChanges[] = {"insert", "update", "delete", "merge"};
+        return !previous_.isSymbol("(") || !isOneOf(token, kRowChanges);
     }
     const bool alterAction = is(first_, "alter") && names_ == 1 && isOneOf(token, kAlterActions);
     return alterAction || std::any_of(std::begin(kPlaces), std::end(kPlaces), [&](const Place& place) {
@@ -200,6 +204,8 @@ bool OneStatement::belongs(const Token& token) const {
 bool OneStatement::standsAt(std::string_view first, std::string_view previous) const {
     return (first.empty() || is(first_, first)) && (previous.empty() || is(previous_, previous));
 }
+
+bool OneStatement::mayGiveRows() const { return !isOneOf(first_, kChanges) && !(is(first_, "select") && intoTable_); }
 
 OneStatement::Control OneStatement::control() const {
     const bool whole = tokens_ == 2 && (isTransactionWord(second_) || second_.isWord("work"));

@@ -18,6 +18,9 @@
 
 namespace orvenmod::store::tsql {
 
+/// Throws Error kNoText for a NUL, or bytes that are no UTF-8.
+void requireText(std::string_view text);
+
 class OneStatement {
 public:
     enum class Control { none, begin, commit, rollback };
@@ -28,6 +31,8 @@ public:
 
     /// Whether the whole text is `begin transaction` or the like, by any of its spellings.
     Control control() const;
+    /// Whether it may give rows; what only changes rows or objects gives none.
+    bool mayGiveRows() const;
     /// Whether what it does may outlast it in the session: settings, temporary tables, procedures.
     bool touchesSession() const { return touchesSession_; }
     /// Its literals in the code page of the database that hold more than ASCII, as written; views of the text.
@@ -47,6 +52,7 @@ private:
     int names_ = 0;       ///< behind the second token, each owner.name as one
     bool spent_ = false;  ///< what a statement takes once (the query of an insert) has been read
     bool touchesSession_ = false;
+    bool intoTable_ = false;
     std::vector<std::string_view> wideTexts_;
 };
 

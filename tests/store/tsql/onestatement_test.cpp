@@ -164,6 +164,22 @@ TEST(OneStatement, TellsWhatLeavesSomethingInTheSession) {
     EXPECT_FALSE(touches("(select '#t')"));
 }
 
+TEST(OneStatement, TellsWhatGivesNoRows) {
+    const auto mayGiveRows = [](std::string_view sql) {
+        OneStatement statement;
+        statement.scan(sql);
+        return statement.mayGiveRows();
+    };
+    EXPECT_TRUE(mayGiveRows("select a from t"));
+    EXPECT_TRUE(mayGiveRows("(select a from t)"));
+    EXPECT_TRUE(mayGiveRows("with a as (select 1 b) select b from a"));
+    EXPECT_TRUE(mayGiveRows("exec sp_help"));
+    EXPECT_FALSE(mayGiveRows("select a into u from t"));
+    EXPECT_FALSE(mayGiveRows("delete from t"));
+    EXPECT_FALSE(mayGiveRows("with a as (select 1 b) insert into t select b from a"));
+    EXPECT_FALSE(mayGiveRows("drop table t"));
+}
+
 TEST(OneStatement, GivesTheWideTextsThatGoThroughTheCodePage) {
     OneStatement statement;
     statement.scan("select 'a','甲''',N'乙',丙 from 表 where c='丁'");

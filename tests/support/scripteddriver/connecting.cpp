@@ -36,7 +36,10 @@ SQLRETURN unknown(Handle& handle) {
     return SQL_ERROR;
 }
 
-bool isText(SQLINTEGER length) { return length == SQL_NTS || length > 0; }
+// The length says nothing: the driver manager hands on numbers with any.
+bool isText(SQLINTEGER attribute) {
+    return attribute == SQL_ATTR_CURRENT_CATALOG || attribute == SQL_ATTR_TRANSLATE_LIB;
+}
 
 }  // namespace
 
@@ -73,13 +76,14 @@ SQLRETURN SQL_API SQLDriverConnect(SQLHDBC handle, SQLHWND, SQLCHAR* text, SQLSM
     session.connectionString = textOf(text, length);
     ScriptedServer& server = ScriptedServer::get();
     const Answer answer = server.onConnect ? server.onConnect(session) : Answer{};
+    session.open = true;
     if (answer.waits) server.wait();
-    session.open = !answer.fails;
+    if (answer.fails) server.closed(session);
     return resultOf(connection, answer);
 }
 
 SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
-    as<ConnectionHandle>(handle).session->open = false;
+    ScriptedServer::get().closed(*as<ConnectionHandle>(handle).session);
     return SQL_SUCCESS;
 }
 
@@ -87,7 +91,7 @@ SQLRETURN SQL_API SQLSetConnectAttr(SQLHDBC handle, SQLINTEGER attribute, SQLPOI
     auto& connection = as<ConnectionHandle>(handle);
     if (attribute == ScriptedServer::get().refusedAttribute) return unknown(connection);
     Session& session = *connection.session;
-    if (isText(length)) {
+    if (isText(attribute)) {
         session.texts[attribute] = textOf(static_cast<SQLCHAR*>(value), length);
         return SQL_SUCCESS;
     }

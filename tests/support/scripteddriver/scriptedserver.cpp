@@ -1,5 +1,6 @@
 #include "support/scripteddriver/scriptedserver.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orvenmod::test {
@@ -11,10 +12,10 @@ Answer failed(std::vector<Diagnostic> diagnostics) {
     return answer;
 }
 
-Answer oneValue(const std::string& value) {
+Answer oneRow(const ScriptedRow& row) {
     Answer answer;
-    answer.columns.push_back({.name = "value"});
-    answer.rows.push_back({value});
+    answer.columns.resize(row.size(), {.name = "value"});
+    answer.rows.push_back(row);
     return answer;
 }
 
@@ -31,6 +32,9 @@ ScriptedServer& freshServer() {
 void ScriptedServer::clear() {
     onConnect = {};
     onStatement = {};
+    questions = {{"set lock_timeout", {}},
+                 {"select N'中文'", oneRow({"中文", "中文", "suite"})},
+                 {"select '中文'", oneRow({"中文"})}};
     onEnd = {};
     information.clear();
     asynchronous = false;
@@ -62,6 +66,19 @@ void ScriptedServer::release() {
     const std::lock_guard lock(waiting_);
     released_ = true;
     wake_.notify_all();
+}
+
+void ScriptedServer::closed(Session& session) {
+    const std::lock_guard lock(waiting_);
+    session.open = false;
+    wake_.notify_all();
+}
+
+void ScriptedServer::awaitClosed() {
+    std::unique_lock lock(waiting_);
+    wake_.wait(lock, [this] {
+        return std::none_of(sessions.begin(), sessions.end(), [](const Session& session) { return session.open; });
+    });
 }
 
 }  // namespace orvenmod::test

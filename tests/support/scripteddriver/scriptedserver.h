@@ -16,6 +16,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orvenmod::test {
@@ -51,8 +52,8 @@ struct Answer {
 };
 
 Answer failed(std::vector<Diagnostic> diagnostics);
-/// One row of one text column.
-Answer oneValue(const std::string& value);
+/// One row of text columns.
+Answer oneRow(const ScriptedRow& row);
 
 /// A connection, as the driver sees it.
 struct Session {
@@ -64,6 +65,7 @@ struct Session {
     bool inTransaction = false;
     bool dead = false;
     std::vector<std::string> statements;
+    std::vector<std::string> questions;  ///< statements that the server's `questions` answered
 };
 
 class ScriptedServer {
@@ -73,6 +75,8 @@ public:
     /// The answers; nothing set is success without rows.
     std::function<Answer(Session&)> onConnect;
     std::function<Answer(Session&, const std::string& sql)> onStatement;
+    /// What the store asks of a new session, by how the statement begins, with a good server's answers.
+    std::vector<std::pair<std::string, Answer>> questions;
     /// Of a commit or a rollback.
     std::function<Answer(Session&, bool commit)> onEnd;
     /// What SQLGetInfo answers for a text, by ODBC's number.
@@ -92,6 +96,10 @@ public:
     bool wait();
     void cancel();
     void release();
+    /// A connection was closed.
+    void closed(Session& session);
+    /// Blocks the calling thread until every connection is closed.
+    void awaitClosed();
 
     /// The driver's calls run one at a time under this, but for a wait.
     std::mutex mutex;

@@ -30,6 +30,16 @@ SQLRETURN finished(StatementHandle& statement) {
     return nothing && change ? SQL_NO_DATA : result;
 }
 
+Answer answerOf(ScriptedServer& server, Session& session, const std::string& text) {
+    for (const auto& [beginning, answer] : server.questions) {
+        if (!text.starts_with(beginning)) continue;
+        session.questions.push_back(text);
+        return answer;
+    }
+    session.statements.push_back(text);
+    return server.onStatement ? server.onStatement(session, text) : Answer{};
+}
+
 }  // namespace
 
 SQLRETURN execute(StatementHandle& statement) {
@@ -38,9 +48,8 @@ SQLRETURN execute(StatementHandle& statement) {
     {
         const std::lock_guard lock(server.mutex);
         Session& session = *statement.connection->session;
-        session.statements.push_back(statement.text);
         if (!statement.parameters.empty()) server.parameters.push_back(statement.given);
-        statement.answer = server.onStatement ? server.onStatement(session, statement.text) : Answer{};
+        statement.answer = answerOf(server, session, statement.text);
         statement.row = 0;
     }
     if (statement.answer.waits && !server.wait()) return cancelled(statement);
