@@ -18,6 +18,9 @@ public:
     /// Key and value of each, in order; keys in small letters.
     const std::vector<std::pair<std::string, std::string>>& parts() const { return parts_; }
 
+    /// All of them in their order, the keys in small letters.
+    const std::vector<std::pair<std::string, std::string>>& parts() const { return parts_; }
+
 private:
     std::vector<std::pair<std::string, std::string>> parts_;
 };

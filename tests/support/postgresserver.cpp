@@ -96,7 +96,8 @@ int lockSharedFolder(const std::string& folder) {
 using Session = std::unique_ptr<PGconn, decltype(&PQfinish)>;
 
 Session connectTo(const std::string& host, const std::string& database) {
-    const std::string text = "host='" + host + "' user=" + PostgresServer::kSuperuser + " dbname='" + database + "'";
+    const std::string text = "host='" + host + "' user=" + PostgresServer::kSuperuser + " dbname='" + database +
+                             "' options='-c client_min_messages=warning'";
     return {PQconnectdb(text.c_str()), &PQfinish};
 }
 
@@ -233,6 +234,10 @@ ServerDatabase::ServerDatabase() : name_(PostgresServer::shared().makeDatabase()
 ServerDatabase::~ServerDatabase() { PostgresServer::shared().dropDatabase(name_); }
 
 std::string ServerDatabase::connectionString() const { return connectionStringFor(PostgresServer::shared(), name_); }
+
+void ServerDatabase::empty() const {
+    run("DROP SCHEMA public CASCADE; CREATE SCHEMA public AUTHORIZATION pg_database_owner");
+}
 
 std::string connectionStringFor(const PostgresServer& server, const std::string& database) {
     return "Provider=PostgreSQL;Data Source=" + server.host() + ";Initial Catalog=" + database +

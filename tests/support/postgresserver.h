@@ -84,6 +84,8 @@ public:
     std::string run(const std::string& sql) const { return PostgresServer::shared().run(name_, sql); }
     /// "Provider=PostgreSQL;..." of the role that owns it.
     std::string connectionString() const;
+    /// Drops all that tests have made in it.
+    void empty() const;
 
 private:
     std::string name_;
