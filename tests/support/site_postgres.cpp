@@ -1,5 +1,8 @@
 #include <sys/stat.h>
 
+#include <stdexcept>
+
+#include "store/postgres/postgresstore.h"
 #include "store/schema.h"
 #include "support/postgresserver.h"
 #include "support/site.h"
@@ -17,10 +20,11 @@ std::string keyOfThisProgram() {
 }
 
 void fill(const std::string& database) {
-    const auto connection =
-        stores().connect(connectionStringFor(PostgresServer::shared(), database) + ";Pooling=false");
+    const auto connection = stores().connect(connectionStringFor(PostgresServer::shared(), database));
     store::createSchema(*connection);
     connection->close();
+    // A session left would keep it from being copied.
+    store::postgres::PostgresStore::dropIdleSessions();
 }
 
 // Rows, as the server prints a whole schema; then what isn't seen in rows.
@@ -40,7 +44,10 @@ select schema_to_xml('public', true, false, '')::text
 class PostgresSite : public Site {
 public:
     PostgresSite() : name_(PostgresServer::shared().makeDatabaseLike(keyOfThisProgram(), fill)) {}
-    ~PostgresSite() override { PostgresServer::shared().dropDatabase(name_); }
+    ~PostgresSite() override {
+        store::postgres::PostgresStore::dropIdleSessions();
+        PostgresServer::shared().dropDatabase(name_);
+    }
     PostgresSite(const PostgresSite&) = delete;
     PostgresSite& operator=(const PostgresSite&) = delete;
 

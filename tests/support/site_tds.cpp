@@ -10,10 +10,12 @@
 #include <stdexcept>
 #include <vector>
 
+#include "store/odbc/sessionpool.h"
 #include "store/schema.h"
 #include "store/trace.h"
 #include "support/rows.h"
 #include "support/site.h"
+#include "support/tdsserver.h"
 
 namespace orvenmod::test {
 
@@ -21,11 +23,10 @@ namespace {
 
 const std::string kPrefix = "orventest_";
 
-std::string connectionStringTo(const std::string& database) {
-    const char* server = std::getenv("ORVEN_TDS_SERVER");
-    if (server == nullptr) throw std::runtime_error("ORVEN_TDS_SERVER names no server");
-    // Of two values of a key, the later counts.
-    return std::string(server) + (database.empty() ? "" : ";Initial Catalog=" + database);
+std::string server() {
+    const char* named = std::getenv("ORVEN_TDS_SERVER");
+    if (named == nullptr) throw std::runtime_error("ORVEN_TDS_SERVER names no server");
+    return named;
 }
 
 std::string joined(Rows rows) {
@@ -56,14 +57,14 @@ std::string nameOfHost() {
     return plain;
 }
 
-class TdsDatabase {
+class SuiteOnServer {
 public:
-    explicit TdsDatabase(std::string name) : name_(std::move(name)) { make(); }
-    ~TdsDatabase() { drop(); }
-    TdsDatabase(const TdsDatabase&) = delete;
-    TdsDatabase& operator=(const TdsDatabase&) = delete;
+    explicit SuiteOnServer(std::string name) : name_(std::move(name)) { make(); }
+    ~SuiteOnServer() { drop(); }
+    SuiteOnServer(const SuiteOnServer&) = delete;
+    SuiteOnServer& operator=(const SuiteOnServer&) = delete;
 
-    std::string connectionString() const { return connectionStringTo(name_); }
+    std::string connectionString() const { return withDatabase(server(), name_); }
     std::unique_ptr<store::Connection> connect() const { return stores().connect(connectionString()); }
 
     void restore() {
@@ -84,7 +85,7 @@ public:
 
 private:
     void make() {
-        stores().connect(connectionStringTo(""))->execute("create database " + name_);
+        stores().connect(server())->execute("create database " + name_);
         rows_.clear();
         store::TracingStore tracing(stores(), [this](const store::TraceRecord& record) {
             if (record.sql.starts_with("insert")) rows_.push_back(record.sql);
@@ -96,7 +97,8 @@ private:
 
     void drop() noexcept {
         try {
-            stores().connect(connectionStringTo(""))->execute("drop database " + name_);
+            store::odbc::dropIdleSessions();
+            stores().connect(server())->execute("drop database " + name_);
         } catch (const std::exception&) {
             // The next process finds that it is nobody's.
             return;
@@ -109,31 +111,32 @@ private:
 };
 
 // The databases of this process that no test uses.
-class TdsDatabases {
+class SuitesOnServer {
 public:
-    TdsDatabases() { dropAbandoned(); }
+    SuitesOnServer() { dropAbandoned(); }
 
-    std::unique_ptr<TdsDatabase> take() {
+    std::unique_ptr<SuiteOnServer> take() {
         if (free_.empty())
-            return std::make_unique<TdsDatabase>(prefix_ + std::to_string(::getpid()) + "_" + std::to_string(++made_));
-        std::unique_ptr<TdsDatabase> database = std::move(free_.back());
+            return std::make_unique<SuiteOnServer>(prefix_ + std::to_string(::getpid()) + "_" +
+                                                   std::to_string(++made_));
+        std::unique_ptr<SuiteOnServer> database = std::move(free_.back());
         free_.pop_back();
         database->restore();
         return database;
     }
-    void giveBack(std::unique_ptr<TdsDatabase> database) { free_.push_back(std::move(database)); }
+    void giveBack(std::unique_ptr<SuiteOnServer> database) { free_.push_back(std::move(database)); }
 
-    static TdsDatabases& ofThisProcess() {
+    static SuitesOnServer& ofThisProcess() {
         // The stores must outlive the databases.
         stores();
-        static TdsDatabases databases;
+        static SuitesOnServer databases;
         return databases;
     }
 
 private:
     // Of processes of this host that ended without dropping theirs.
     void dropAbandoned() const {
-        const auto connection = stores().connect(connectionStringTo(""));
+        const auto connection = stores().connect(server());
         for (const auto& row : rowsOf(*connection, "select name from sysdatabases")) {
             const std::string& name = row.at(0);
             if (!name.starts_with(prefix_)) continue;
@@ -150,13 +153,13 @@ private:
 
     const std::string prefix_ = kPrefix + nameOfHost() + "_";
     int made_ = 0;
-    std::vector<std::unique_ptr<TdsDatabase>> free_;
+    std::vector<std::unique_ptr<SuiteOnServer>> free_;
 };
 
 class TdsSite : public Site {
 public:
-    TdsSite() : database_(TdsDatabases::ofThisProcess().take()) {}
-    ~TdsSite() override { TdsDatabases::ofThisProcess().giveBack(std::move(database_)); }
+    TdsSite() : database_(SuitesOnServer::ofThisProcess().take()) {}
+    ~TdsSite() override { SuitesOnServer::ofThisProcess().giveBack(std::move(database_)); }
     TdsSite(const TdsSite&) = delete;
     TdsSite& operator=(const TdsSite&) = delete;
 
@@ -176,7 +179,7 @@ public:
     }
 
 private:
-    std::unique_ptr<TdsDatabase> database_;
+    std::unique_ptr<SuiteOnServer> database_;
 };
 
 }  // namespace

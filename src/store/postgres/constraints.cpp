@@ -97,7 +97,7 @@ std::string checkName(Session& session, const std::string& constraint, const std
 
 Failure constraintFailure(Session& session, const PGresult* failure, const char* statement,
                           const std::function<std::string(const std::string&)>& values) {
-    const tsql::Language language = session.address().keys.language;
+    const tsql::Language language = session.address().language;
     const std::string state = field(failure, PG_DIAG_SQLSTATE);
     const std::string native = field(failure, PG_DIAG_TABLE_NAME);
     const std::string constraint = field(failure, PG_DIAG_CONSTRAINT_NAME);

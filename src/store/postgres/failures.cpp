@@ -64,7 +64,7 @@ std::string oneLine(std::string text) {
 }  // namespace
 
 Failure reported(const PGresult* failure, const ServerAddress& address) {
-    const tsql::Language language = address.keys.language;
+    const tsql::Language language = address.language;
     const std::string state = field(failure, PG_DIAG_SQLSTATE);
     if (state == kOfTheDialect) return ofTheDialect(failure, language);
     const std::string words = field(failure, PG_DIAG_MESSAGE_PRIMARY);
@@ -100,7 +100,7 @@ bool isConstraint(const PGresult* failure) { return field(failure, PG_DIAG_SQLST
 
 Failure connectFailure(const PGconn* connection, const ServerAddress& address,
                        std::chrono::steady_clock::duration taken) {
-    const tsql::Language language = address.keys.language;
+    const tsql::Language language = address.language;
     const std::string words = lastWords(connection);
     const auto says = [&words](std::string_view text) { return words.find(text) != std::string::npos; };
     if (PQconnectionNeedsPassword(connection) != 0 || says("authentication failed") ||
@@ -108,8 +108,8 @@ Failure connectFailure(const PGconn* connection, const ServerAddress& address,
         return worded(language, tsql::kLoginFailed, {PQuser(connection)});
     if (says("database \"") && says("does not exist"))
         return worded(language, tsql::kCannotOpenDatabase, {PQdb(connection)});
-    const auto limit = std::chrono::seconds(std::max(address.keys.connectTimeout, 2));
-    if (says("timeout expired") || (address.keys.connectTimeout > 0 && taken >= limit)) {
+    const auto limit = std::max(address.connectTimeout, std::chrono::seconds(2));
+    if (says("timeout expired") || (address.connectTimeout.count() > 0 && taken >= limit)) {
         return worded(language, tsql::kServerSilent, {address.server, std::to_string(limit.count())});
     }
     return worded(language, tsql::kServerUnreachable, {address.server, words});
@@ -118,7 +118,7 @@ Failure connectFailure(const PGconn* connection, const ServerAddress& address,
 std::optional<Failure> unfitServer(int version, const ServerAddress& address) {
     if (version >= kLeastVersion) return std::nullopt;
     constexpr int kMajor = 10000;
-    return worded(address.keys.language, tsql::kServerTooOld,
+    return worded(address.language, tsql::kServerTooOld,
                   {address.server, std::to_string(version / kMajor), kLeastVersionText});
 }
 

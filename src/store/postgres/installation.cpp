@@ -23,7 +23,7 @@ Result run(PGconn* connection, const std::string& text, const ServerAddress& add
     Result result(PQexec(connection, text.c_str()));
     if (!isFailure(result.get())) return result;
     throw PQstatus(connection) == CONNECTION_BAD
-        ? tsql::worded(address.keys.language, tsql::kServerUnreachable, {address.server, lastWords(connection)})
+        ? tsql::worded(address.language, tsql::kServerUnreachable, {address.server, lastWords(connection)})
         : reported(result.get(), address);
 }
 

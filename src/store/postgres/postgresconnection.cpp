@@ -31,7 +31,7 @@ std::int64_t touched(PGresult* result) {
 
 PostgresConnection::PostgresConnection(std::string connectionString, std::unique_ptr<Session> session)
     : connectionString_(std::move(connectionString)),
-      language_(session->address().keys.language),
+      language_(session->address().language),
       server_(session->address().server),
       session_(std::move(session)) {}
 

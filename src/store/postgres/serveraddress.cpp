@@ -27,7 +27,8 @@ constexpr Key kKeys[] = {{"provider", ""},
                          {"user id", "user"},
                          {"uid", "user"},
                          {"pwd", "password"},
-                         {"connect timeout", "connect_timeout"}};
+                         {"connect timeout", ""},
+                         {"connection timeout", ""}};
 
 const std::set<std::string>& namesOfTheLibrary() {
     static const std::set<std::string> kNames = [] {
@@ -55,14 +56,16 @@ void addWhereMissing(Parameters& parameters, const char* name, const std::string
 ServerAddress ServerAddress::parse(const std::string& connectionString) {
     const ConnectionString parts(connectionString);
     ServerAddress address;
-    address.keys = server::ServerKeys::parse(parts);
+    address.language = tsql::languageOf(parts);
+    address.connectTimeout = tsql::connectTimeout(parts);
+    address.busyTimeout = tsql::busyTimeout(parts);
     for (const auto& [key, value] : parts.parts()) {
         const auto known =
             std::find_if(std::begin(kKeys), std::end(kKeys), [&](const Key& k) { return k.ours == key; });
         const std::string name(known == std::end(kKeys) ? std::string_view(key) : known->theirs);
         if (name.empty()) continue;
         if (namesOfTheLibrary().count(name) == 0)
-            server::refuseString(address.keys.language, "不认识 " + key, key + " is not known");
+            throw tsql::refusedString(address.language, "不认识 " + key, key + " is not known");
         address.parameters.emplace_back(name, value);
     }
     Parameters& parameters = address.parameters;
@@ -70,10 +73,10 @@ ServerAddress ServerAddress::parse(const std::string& connectionString) {
     if (address.server.empty()) address.server = valueOf(parameters, "hostaddr");
     if (address.server.empty()) address.server = valueOf(parameters, "service");
     if (address.server.empty())
-        server::refuseString(address.keys.language, "缺少 Data Source (服务器)", "Data Source (the server) is missing");
+        throw tsql::refusedString(address.language, "缺少 Data Source (服务器)", "Data Source (the server) is missing");
     address.database = valueOf(parameters, "dbname");
     address.user = valueOf(parameters, "user");
-    addWhereMissing(parameters, "connect_timeout", std::to_string(address.keys.connectTimeout));
+    addWhereMissing(parameters, "connect_timeout", std::to_string(address.connectTimeout.count()));
     addWhereMissing(parameters, "fallback_application_name", "orvenmod");
     // Of several hosts one may be a standby, which takes no writing.
     if (address.server.find(',') != std::string::npos)

@@ -9,16 +9,19 @@
 //   sslmode   verify-full      keys that are none of the store's own go to the client library as they are
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "store/server/serverkeys.h"
+#include "store/tsql/stringparts.h"
 
 namespace orvenmod::store::postgres {
 
 struct ServerAddress {
-    server::ServerKeys keys;
+    tsql::Language language = tsql::Language::chinese;
+    std::chrono::seconds connectTimeout{};  ///< 0 for none
+    std::chrono::milliseconds busyTimeout{};
     std::string server;                                           ///< the hosts, for texts
     std::string database;                                         ///< for texts
     std::string user;                                             ///< for texts

@@ -99,7 +99,7 @@ void Session::checkServer() const {
     if (auto failure = unfitServer(PQserverVersion(connection_.get()), address_)) throw *failure;
     const char* encoding = PQparameterStatus(connection_.get(), "server_encoding");
     if (encoding != nullptr && std::string_view(encoding) == "UTF8") return;
-    throw tsql::worded(address_.keys.language, tsql::kServerEncoding,
+    throw tsql::worded(address_.language, tsql::kServerEncoding,
                        {PQdb(connection_.get()), encoding == nullptr ? "?" : encoding});
 }
 
@@ -111,7 +111,7 @@ void Session::setUp() {
         connection_.get(), [](void*, const char*) {}, nullptr);
     Parameters settings;
     settings.addText(zoneText(zone_));
-    settings.addText(std::to_string(address_.keys.busyTimeout));
+    settings.addText(std::to_string(address_.busyTimeout.count()));
     try {
         queueText(
             "SELECT set_config('TimeZone', $1, false), set_config('lock_timeout', $2, false), "
@@ -126,7 +126,7 @@ void Session::setUp() {
         const Answer answer = send();
         if (const PGresult* failure = answer.failure()) throw reported(failure, address_);
     } catch (const LostConnection& lost) {
-        throw tsql::worded(address_.keys.language, tsql::kServerUnreachable, {address_.server, lost.reason});
+        throw tsql::worded(address_.language, tsql::kServerUnreachable, {address_.server, lost.reason});
     }
 }
 
