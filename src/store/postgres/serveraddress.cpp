@@ -27,6 +27,8 @@ constexpr Key kKeys[] = {{"provider", ""},
                          {"user id", "user"},
                          {"uid", "user"},
                          {"pwd", "password"},
+                         // A schema is made in any database that is there.
+                         {"mode", ""},
                          {"connect timeout", ""},
                          {"connection timeout", ""}};
 
