@@ -2,6 +2,9 @@
 
 #include <stdexcept>
 
+#include "store/tsql/failurenumbers.h"
+#include "store/tsql/messages.h"
+
 namespace orvenmod::test {
 
 namespace {
@@ -33,6 +36,11 @@ Database::Database()
 std::string Database::file() const {
     if (testStore() != TestStore::sqlite) throw std::logic_error("a server's database is no file");
     return folder_.file("suite.db");
+}
+
+std::string Database::busyText() const {
+    if (testStore() == TestStore::sqlite) return "数据库“" + file() + "”正被另一个程序写入，请稍后重试。";
+    return store::tsql::worded(store::tsql::Language::chinese, store::tsql::kLockTimeout, {}).text();
 }
 
 void Database::execute(const std::string& sql) { connection_->execute(sql); }

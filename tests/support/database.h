@@ -24,6 +24,8 @@ public:
     std::string connectionString() const { return site_->connectionString(); }
     const TemporaryFolder& folder() const { return folder_; }
 
+    /// What is told where another writer holds what is to be changed, until the Busy Timeout is over.
+    std::string busyText() const;
     /// Everything in it, as text, to compare before and after.
     std::string dump() const { return site_->dump(); }
 

@@ -27,17 +27,18 @@ void fill(const std::string& database) {
     store::postgres::PostgresStore::dropIdleSessions();
 }
 
-// Rows, as the server prints a whole schema; then what isn't seen in rows.
+// The rows of each table, then what isn't seen in rows.
 constexpr const char* kDump = R"(
-select schema_to_xml('public', true, false, '')::text
-    || (select coalesce(string_agg(t.relname || '.' || a.attname || ' ' || format_type(a.atttypid, a.atttypmod) || ' '
-                                       || a.attnotnull || a.attidentity || ' ' || coalesce(d.description, ''),
-                                   chr(10) order by t.relname, a.attnum), '')
+select (select string_agg(relname || table_to_xml(oid, true, false, '')::text, '' order by relname)
+        from pg_class where relnamespace = 'public'::regnamespace and relkind = 'r')
+    || (select string_agg(t.relname || '.' || a.attname || ' ' || format_type(a.atttypid, a.atttypmod) || ' '
+                              || a.attnotnull::text || a.attidentity::text || ' ' || coalesce(d.description, ''),
+                          chr(10) order by t.relname, a.attnum)
         from pg_class t join pg_attribute a on a.attrelid = t.oid and a.attnum > 0 and not a.attisdropped
         left join pg_description d on d.objoid = t.oid and d.objsubid = a.attnum
         where t.relnamespace = 'public'::regnamespace and t.relkind in ('r', 'v'))
-    || (select coalesce(string_agg(indexdef, chr(10) order by indexname), '') from pg_indexes where schemaname = 'public')
-    || (select coalesce(string_agg(t.relname || ' ' || d.description, chr(10) order by t.relname), '')
+    || (select string_agg(indexdef, chr(10) order by indexname) from pg_indexes where schemaname = 'public')
+    || (select string_agg(t.relname || ' ' || d.description, chr(10) order by t.relname)
         from pg_class t join pg_description d on d.objoid = t.oid and d.objsubid = 0
         where t.relnamespace = 'public'::regnamespace))";
 
