@@ -33,6 +33,7 @@ public:
     bool refreshed();
     /// The schema's number when it was read.
     std::int64_t version() const { return version_; }
+    void setVersion(std::int64_t version) { version_ = version; }
 
     /// A table's name as declared; as it stands where the catalog doesn't know it.
     std::string declaredTable(const std::string& native) const;

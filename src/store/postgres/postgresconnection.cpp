@@ -64,11 +64,14 @@ void PostgresConnection::failForLoss(const LostConnection&, bool mayBeStored) {
     throw tsql::worded(language_, mayBeStored ? tsql::kCommitUnknown : tsql::kConnectionLost, {server_});
 }
 
-void PostgresConnection::startUnit() {
+// The place of the look at the schema among what is queued. What a transaction has read keeps its shape, so that one
+// look is enough for it.
+std::optional<std::size_t> PostgresConnection::startUnit(Look look) {
     if (transaction_ == Transaction::begun) session_->queue(Fixed::begin);
     if (transaction_ != Transaction::none) session_->queue(Fixed::savepoint);
-    // What a transaction has read keeps its shape, so that one look is enough.
-    if (transaction_ != Transaction::open) session_->queueExpectedSchema();
+    if (look == Look::none || (transaction_ != Transaction::none && looked_)) return std::nullopt;
+    session_->queueExpectedSchema();
+    return session_->queued() - 1;
 }
 
 void PostgresConnection::endUnit() {
@@ -101,28 +104,35 @@ void PostgresConnection::undoUnit() {
     if (answer.failure() != nullptr) transaction_ = Transaction::lost;
 }
 
+// Whether the statement is to be translated again. A failure that stays after the schema has been read again is one of
+// the statement.
+bool PostgresConnection::isOvertaken(const Answer& answer, std::optional<std::size_t> lookAt, int& attempt) const {
+    if (++attempt > kMostTranslations) return false;
+    if (lookAt && answer.failedAt() == *lookAt) return true;
+    if (!isSchemaChange(answer.failure())) return false;
+    attempt = kMostTranslations;
+    return true;
+}
+
 // Runs a statement, and again from its translation on when the schema has overtaken it.
 Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry) {
-    for (int attempt = 1;; ++attempt) {
+    for (int attempt = 1;;) {
         const Parameters parameters(entry->translation, shape_);
-        const bool look = transaction_ != Transaction::open;
-        startUnit();
-        const std::size_t lookAt = session_->queued() - 1;
+        const auto lookAt = startUnit(Look::atTheSchema);
         const std::size_t at = session_->queueRun(entry->statement, entry->translation.statements.front(), parameters);
         endUnit();
         const bool changes = entry->translation.kind == StatementKind::change;
         Answer answer = sendUnit(changes ? Effect::changes : Effect::reads);
-        const PGresult* failure = answer.failure();
-        if (failure == nullptr) return std::move(answer.results[at]);
-        const bool overtaken = (look && answer.failedAt() == lookAt) || isSchemaChange(failure);
-        if (!overtaken || attempt == kMostTranslations) {
-            failChange(sql, failure,
+        if (answer.failure() == nullptr) {
+            looked_ = true;
+            return std::move(answer.results[at]);
+        }
+        if (!isOvertaken(answer, lookAt, attempt)) {
+            failChange(sql, answer.failure(),
                        [&](const std::string& column) { return tsql::newValue(entry->translation, shape_, column); });
         }
         session_->forgetSchema();
         entry = &session_->prepare(sql, shape_);
-        // A failure that stays after the schema has been read again is one of the statement.
-        if (answer.failedAt() != lookAt) attempt = std::max(attempt, kMostTranslations - 1);
     }
 }
 
@@ -144,7 +154,7 @@ std::int64_t PostgresConnection::execute(std::string_view sql) {
             case StatementKind::change:
                 return touched(run(sql, entry).get());
             case StatementKind::ddl:
-                runDefinition(entry->translation);
+                runDefinition(sql, entry);
                 return 0;
             case StatementKind::beginTransaction:
                 beginTrans();
@@ -173,23 +183,29 @@ Recordset PostgresConnection::open(std::string_view sql) {
     });
 }
 
-void PostgresConnection::runDefinition(const tsql::Translation& translation) {
-    startUnit();
-    for (const std::string& text : translation.statements)
-        session_->queueText(text);
-    if (transaction_ == Transaction::none) session_->queue(Fixed::schemaChanged);
-    endUnit();
-    // The translation goes with all that the session knows of the schema.
-    const Answer answer = sendUnit(Effect::changes);
-    const PGresult* failure = answer.failure();
-    if (failure != nullptr) failChange("insert", failure, [](const std::string&) { return std::string("?"); });
+void PostgresConnection::runDefinition(std::string_view sql, CachedStatement* entry) {
+    for (int attempt = 1;;) {
+        const auto lookAt = startUnit(Look::atTheSchema);
+        for (const std::string& text : entry->translation.statements)
+            session_->queueText(text);
+        if (transaction_ == Transaction::none) session_->queue(Fixed::schemaChanged);
+        endUnit();
+        const Answer answer = sendUnit(Effect::changes);
+        // The translation goes with all that the session knows of the schema.
+        session_->forgetSchema();
+        if (answer.failure() == nullptr) break;
+        if (!lookAt || answer.failedAt() != *lookAt || ++attempt > kMostTranslations)
+            failChange("insert", answer.failure(), [](const std::string&) { return std::string("?"); });
+        entry = &session_->prepare(sql, shape_);
+    }
+    looked_ = true;
     defined_ = transaction_ != Transaction::none;
-    session_->forgetSchema();
 }
 
 void PostgresConnection::storeRow(Prepared& statement, const std::string& text, const Parameters& parameters,
                                   const Values& values) {
-    startUnit();
+    // The columns are those of the time when the table was opened.
+    startUnit(Look::none);
     session_->queueRun(statement, text, parameters);
     endUnit();
     const Answer answer = sendUnit(Effect::changes);
@@ -209,7 +225,7 @@ void PostgresConnection::beginTrans() {
         session();
         if (transaction_ != Transaction::none) throw tsql::Error(tsql::kTransactionOpen);
         transaction_ = Transaction::begun;
-        defined_ = false;
+        looked_ = defined_ = false;
     });
 }
 
@@ -227,6 +243,7 @@ void PostgresConnection::commitTrans() {
                 session_->forgetSchema();
                 throw reported(failure, session_->address());
             }
+            if (defined_) session_->schemaChanged(answer.results.front().get());
         } catch (const LostConnection& lost) {
             failForLoss(lost, true);
         }

@@ -12,6 +12,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "store/connection.h"
@@ -54,14 +55,15 @@ private:
     /// `begun`: nothing of it has gone out. `lost`: the server has gone; it only can be rolled back.
     enum class Transaction { none, begun, open, lost };
     enum class Effect { reads, changes };
+    enum class Look { atTheSchema, none };
 
     Result run(std::string_view sql, CachedStatement*& entry);
-    void runDefinition(const tsql::Translation& translation);
-    void startUnit();
+    void runDefinition(std::string_view sql, CachedStatement* entry);
+    std::optional<std::size_t> startUnit(Look look);
     void endUnit();
     Answer sendUnit(Effect effect);
     void undoUnit();
-    Answer sendControl(Fixed statement);
+    bool isOvertaken(const Answer& answer, std::optional<std::size_t> lookAt, int& attempt) const;
     [[noreturn]] void failChange(std::string_view sql, const PGresult* failure, const Values& values);
     [[noreturn]] void failForLoss(const LostConnection& lost, bool mayBeStored);
 
@@ -71,7 +73,8 @@ private:
     std::unique_ptr<Session> session_;
     bool open_ = true;
     Transaction transaction_ = Transaction::none;
-    bool defined_ = false;  // the open transaction has changed the schema
+    bool looked_ = false;   // the open transaction has found the schema as expected
+    bool defined_ = false;  // and it has changed it
     std::function<void()> progress_;
     tsql::Shape shape_;
 };

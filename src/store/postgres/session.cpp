@@ -31,7 +31,7 @@ constexpr std::array<FixedText, 8> kFixed = {{
     {"rollbackto", "ROLLBACK TO statement"},
     // A division by zero is how a statement without a function fails.
     {"expectschema", "SELECT 1 / (number = $1)::integer FROM orven.schema_version"},
-    {"schemachanged", "UPDATE orven.schema_version SET number = number + 1"},
+    {"schemachanged", "UPDATE orven.schema_version SET number = number + 1 RETURNING number - 1"},
 }};
 
 // Seconds east of Greenwich on this machine, now.
@@ -270,6 +270,14 @@ CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape
 void Session::forgetSchema() {
     catalog_.clear();
     cache_.clear();
+}
+
+void Session::schemaChanged(const PGresult* before) {
+    if (textOf(before, 0, 0) == std::to_string(catalog_.version())) {
+        catalog_.setVersion(catalog_.version() + 1);
+    } else {
+        forgetSchema();
+    }
 }
 
 bool Session::alive() {

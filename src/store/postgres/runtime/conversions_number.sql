@@ -74,7 +74,7 @@ CREATE OR REPLACE FUNCTION orven.fitted_float(v double precision, "to" text) RET
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE WHEN "to" <> 'real' THEN v
             -- Closer to zero than any real.
-            WHEN abs(v) <= 7.006492321624085e-46 THEN 0 ELSE v::real END;
+            WHEN abs(v) <= 7.006492321624085e-46 THEN 0 * v ELSE v::real END;
 
 CREATE OR REPLACE FUNCTION orven.ts_float(v numeric, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS double precision LANGUAGE sql IMMUTABLE PARALLEL SAFE
@@ -85,23 +85,31 @@ RETURN orven.fitted_float(v::double precision, "to");
 CREATE OR REPLACE FUNCTION orven.decimal_of(v double precision) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN v::text::numeric;
 
+-- Six digits, or by the style seven and more with an exponent, to which the server gives three digits.
 CREATE OR REPLACE FUNCTION orven.float_text(v double precision, "from" text, style integer) RETURNS text
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 DECLARE
+    shortest constant text := v::text;
     decimals constant integer := CASE style WHEN 1 THEN 7 WHEN 2 THEN 15
                                             WHEN 3 THEN CASE "from" WHEN 'real' THEN 8 ELSE 16 END ELSE 5 END;
-    parts text[] := regexp_match(to_char(v, '9.' || repeat('9', decimals) || 'EEEE'),
-                                 '(-?)([0-9.]+)e([-+])([0-9]+)');
-    exponent integer := (parts[3] || parts[4])::integer;
+    written text;
+    digits text;
+    exponent integer;
 BEGIN
-    IF style NOT IN (1, 2, 3) THEN
-        IF exponent BETWEEN -5 AND 5 AND (exponent > -5) THEN
-            RETURN parts[1] || trim_scale((parts[2] || 'e' || exponent)::numeric)::text;
-        END IF;
-        parts[2] := regexp_replace(parts[2], '[.]?0*$', '');
+    -- Up to six digits are the shortest text.
+    IF decimals = 5 AND octet_length(shortest) < 8 AND (abs(v) BETWEEN 0.0001 AND 999999 OR v = 0) THEN
+        RETURN shortest;
     END IF;
-    -- The server gives an exponent three digits.
-    RETURN parts[1] || parts[2] || 'e' || parts[3] || lpad(abs(exponent)::text, 3, '0');
+    written := ltrim(to_char(v, '9.' || repeat('9', decimals) || 'EEEE'));
+    digits := split_part(written, 'e', 1);
+    exponent := split_part(written, 'e', 2)::integer;
+    IF decimals = 5 THEN
+        IF exponent BETWEEN -4 AND 5 THEN
+            RETURN trim_scale(written::numeric)::text;
+        END IF;
+        digits := rtrim(rtrim(digits, '0'), '.');
+    END IF;
+    RETURN digits || 'e' || CASE WHEN exponent < 0 THEN '-' ELSE '+' END || lpad(abs(exponent)::text, 3, '0');
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_text(v double precision, "from" text, "to" text, style integer DEFAULT 0)

@@ -90,6 +90,10 @@ BEGIN
     IF digits = '' THEN
         RETURN 0;
     END IF;
+    -- What has no exponent and isn't long is no matter of size.
+    IF octet_length(digits) < 38 AND digits ~ '^[-+]?([0-9]+[.]?[0-9]*|[.][0-9]+)$' THEN
+        RETURN orven.fitted_float(digits::double precision, "to");
+    END IF;
     parts := regexp_match(digits, '^([-+]?)(?:([0-9]+)[.]?([0-9]*)|[.]([0-9]+))(?:[eE]([-+]?[0-9]+))?$');
     IF parts IS NULL THEN
         IF v IS NULL THEN

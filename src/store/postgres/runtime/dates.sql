@@ -58,18 +58,18 @@ RETURN CASE part WHEN 'week' THEN 604800000 WHEN 'day' THEN 86400000 WHEN 'dayof
                  WHEN 'second' THEN 1000 WHEN 'millisecond' THEN 1 END::bigint;
 
 CREATE OR REPLACE FUNCTION orven.moved_date(part text, n bigint, v timestamp) RETURNS timestamp
-LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE COST 1 AS $$
 DECLARE
     months constant bigint := CASE part WHEN 'year' THEN 12 WHEN 'quarter' THEN 3 WHEN 'month' THEN 1 END;
     -- Nothing lies further apart than the first and the last day.
-    most constant bigint := 10000 * 366 * 86400000::bigint;
+    most constant bigint := coalesce(120000 / months, 10000 * 366 * 86400000::bigint / orven.part_length(part));
     result timestamp;
 BEGIN
     -- The server takes the count as an int.
     IF n > 2147483647 OR n < -2147483648 THEN
         RETURN orven.refuse(v, v, 8115, 'expression', 'int');
     END IF;
-    IF abs(n * coalesce(months * 28 * 86400000, orven.part_length(part))) > most THEN
+    IF abs(n) > most THEN
         RETURN orven.refuse(v, v, 517, 'datetime');
     END IF;
     IF months IS NOT NULL THEN
@@ -83,9 +83,28 @@ BEGIN
     RETURN result;
 END $$;
 
+CREATE OR REPLACE FUNCTION orven.part_interval(part text) RETURNS interval
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN CASE part WHEN 'year' THEN interval '1 year' WHEN 'quarter' THEN interval '3 months'
+                 WHEN 'month' THEN interval '1 month' WHEN 'week' THEN interval '7 days'
+                 WHEN 'hour' THEN interval '1 hour' WHEN 'minute' THEN interval '1 minute'
+                 WHEN 'second' THEN interval '1 second' WHEN 'day' THEN interval '1 day'
+                 WHEN 'dayofyear' THEN interval '1 day' WHEN 'weekday' THEN interval '1 day' END;
+
+-- How many of a part lie within 4000 years, so that adding them stays among the timestamps that there are.
+CREATE OR REPLACE FUNCTION orven.part_count(part text) RETURNS bigint
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN CASE part WHEN 'year' THEN 4000 WHEN 'quarter' THEN 16000 WHEN 'month' THEN 48000 WHEN 'millisecond' THEN -1
+                 ELSE least(4000 * 365 * 86400000::bigint / orven.part_length(part), 2147483647) END;
+
+-- The usual case is a sum; what it leaves, and each failure, is for the careful way.
 CREATE OR REPLACE FUNCTION orven.ts_dateadd(part text, n bigint, v timestamp) RETURNS timestamp
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.fitted_date(orven.moved_date(part, n, v), 'datetime', 'datetime');
+RETURN CASE WHEN n BETWEEN -orven.part_count(part) AND orven.part_count(part)
+                 AND v + n * orven.part_interval(part) >= timestamp '1753-01-01'
+                 AND v + n * orven.part_interval(part) < timestamp '10000-01-01'
+            THEN v + n * orven.part_interval(part)
+            ELSE orven.fitted_date(orven.moved_date(part, n, v), 'datetime', 'datetime') END;
 
 CREATE OR REPLACE FUNCTION orven.ts_dateadd(part text, n bigint, v time) RETURNS time
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.moved_date(part, n, orven.moment_of(v))::time;
@@ -98,7 +117,7 @@ RETURN CASE part
                         - date_part('year', "from") * 4 - date_part('quarter', "from")
     WHEN 'month' THEN date_part('year', "to") * 12 + date_part('month', "to")
                       - date_part('year', "from") * 12 - date_part('month', "from")
-    -- Weeks begin on Sunday, as 1752-12-31 was one; every day is behind it by a whole number after the shift.
+    -- Weeks begin on Sunday; 0001-01-01 was a Monday.
     WHEN 'week' THEN ("to"::date - date '0001-01-01' + 1) / 7 - ("from"::date - date '0001-01-01' + 1) / 7
     WHEN 'day' THEN "to"::date - "from"::date
     WHEN 'dayofyear' THEN "to"::date - "from"::date

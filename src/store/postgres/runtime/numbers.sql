@@ -38,10 +38,7 @@ LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     IF b = 0 THEN
         RETURN orven.refuse(a, b, 8134);
-    ELSIF a = 0 THEN
-        RETURN 0;
-    END IF;
-    IF log(abs(a)) - log(abs(b)) > 308.2 OR log(abs(a)) - log(abs(b)) < -307.6 THEN
+    ELSIF a <> 0 AND abs(log(abs(a)) - log(abs(b))) > 307.6 THEN
         RETURN orven.float_of(orven.decimal_of(a) / orven.decimal_of(b));
     END IF;
     RETURN a / b;
@@ -60,7 +57,8 @@ RETURN div(a * orven.power_of_ten(s), b) * orven.power_of_ten(-s);
 
 CREATE OR REPLACE FUNCTION orven.ts_decdiv(a numeric, b numeric, p integer, s integer) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN b = 0 THEN orven.refuse(a, b, 8134)
+RETURN CASE WHEN a IS NULL THEN NULL
+            WHEN b = 0 THEN orven.refuse(a, b, 8134)
             WHEN abs(orven.decimal_quotient(a, b, s)) >= orven.power_of_ten(p - s)
             THEN orven.refuse(a, a / b, 8115, 'expression', 'numeric')
             ELSE orven.decimal_quotient(a, b, s) END;
@@ -176,15 +174,15 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN abs(v);
 -- No number has digits further from the point than 400 places.
 CREATE OR REPLACE FUNCTION orven.ts_round(v numeric, n bigint, cut bigint DEFAULT 0) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE cut WHEN 0 THEN round(v, greatest(least(n, 400), -400)::integer)
-                ELSE trunc(v, greatest(least(n, 400), -400)::integer) END;
+RETURN CASE WHEN cut = 0 THEN round(v, orven.bounded(n, -400, 400))
+            WHEN cut <> 0 THEN trunc(v, orven.bounded(n, -400, 400)) END;
 
 CREATE OR REPLACE FUNCTION orven.ts_round(v double precision, n bigint, cut bigint DEFAULT 0) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.ts_round(orven.decimal_of(v), n, cut)::double precision;
 
 CREATE OR REPLACE FUNCTION orven.ts_round(v bigint, n bigint, cut bigint DEFAULT 0) RETURNS bigint
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN n >= 0 THEN v
+RETURN CASE WHEN n >= 0 AND cut IS NOT NULL THEN v
             WHEN abs(orven.ts_round(v::numeric, n, cut)) > 9223372036854775807
             THEN orven.refuse(v, v + n, 8115, 'expression', 'bigint')
             ELSE orven.ts_round(v::numeric, n, cut)::bigint END;

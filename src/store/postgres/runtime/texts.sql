@@ -6,7 +6,7 @@
 --   right('abc', 5)           abc
 --   quotename('a]b')          [a]]b]
 CREATE OR REPLACE FUNCTION orven.as_count(n bigint) RETURNS integer
-LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN greatest(least(n, 1000000000), -1000000000)::integer;
+LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.bounded(n, -1000000000, 1000000000);
 
 CREATE OR REPLACE FUNCTION orven.folded(t text) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN lower(t COLLATE "C");
