@@ -71,6 +71,12 @@ const char* reasonOf(Cause cause, Language language) {
     }
 }
 
+const char* ticketReason(Language language) {
+    return language == Language::english
+               ? "the login of the operating system failed; is there a Kerberos ticket (kinit)?"
+               : "操作系统的集成登录失败，请检查 Kerberos 票据 (kinit)。";
+}
+
 }  // namespace
 
 Failure serverSilent(const ServerString& string, std::chrono::seconds limit, Language language) {
@@ -99,9 +105,15 @@ Failure connectFailure(const std::vector<Diagnostic>& records, const ServerStrin
         case Cause::unclear:
             break;
     }
-    if (string.encrypted) return tsql::worded(language, tsql::kNotEncrypted, {string.server, words});
-    const char* reason = reasonOf(cause, language);
-    return tsql::worded(language, tsql::kServerUnreachable, {string.server, *reason == '\0' ? words : reason});
+    std::string reason = reasonOf(cause, language);
+    if (string.integrated && cause != Cause::ended) reason = ticketReason(language);
+    if (reason.empty()) reason = words;
+    if (string.encrypted) {
+        // It accepts no login without the encryption, which says nothing of the login.
+        const bool unsaid = cause == Cause::notTaken && !string.integrated;
+        return tsql::worded(language, tsql::kNotEncrypted, {string.server, unsaid ? "" : reason});
+    }
+    return tsql::worded(language, tsql::kServerUnreachable, {string.server, reason});
 }
 
 bool isServerAway(const Failure& failure) {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "store/odbc/lostsession.h"
 #include "store/odbc/odbcfetch.h"
 #include "store/odbc/odbctablewriter.h"
 #include "store/odbc/sessionpool.h"
@@ -113,12 +114,12 @@ void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work) {
     try {
         session_->waiter().run(work, progress_);
     } catch (const Failure& reported) {
-        const bool lost = !session_->waiter().gaveUp() && (isLost() || reported.kind() == FailureKind::connection);
+        const bool lost = !session_->waiter().gaveUp() &&
+                          (isLost() || endsSession(reported.number()) || reported.kind() == FailureKind::connection);
         if (lost) session_->spoil();
         settle(work);
         if (!lost) throw;
-        const Failure worded = failure(tsql::kConnectionLost, {server_});
-        throw Failure(worded.kind(), worded.number(), worded.text() + "\n" + reported.text());
+        throw lostSession(server_, reported, language_);
     } catch (...) {
         settle(work);
         throw;

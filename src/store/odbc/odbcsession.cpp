@@ -2,6 +2,7 @@
 
 #include "store/connectionstring.h"
 #include "store/odbc/connectfailure.h"
+#include "store/tsql/objectname.h"
 #include "store/tsql/stringparts.h"
 
 namespace orvenmod::store::odbc {
@@ -17,13 +18,6 @@ std::string cell(const OdbcHandle& statement, SQLUSMALLINT column) {
     SQLLEN length = 0;
     statement.check(SQLGetData(statement.get(), column, SQL_C_CHAR, buffer, sizeof buffer, &length));
     return length == SQL_NULL_DATA ? "" : buffer;
-}
-
-std::string bracketed(const std::string& name) {
-    std::string text = "[";
-    for (const char c : name)
-        text += c == ']' ? std::string("]]") : std::string(1, c);
-    return text + "]";
 }
 
 }  // namespace
@@ -54,7 +48,7 @@ void OdbcSession::connect(const std::vector<ServerString>& strings, std::chrono:
 }
 
 void OdbcSession::applySettings() const {
-    if (!string_.laterDatabase.empty()) run("use " + bracketed(string_.laterDatabase));
+    if (!string_.laterDatabase.empty()) run("use " + tsql::bracketed(string_.laterDatabase));
     if (busyTimeout_) run("set lock_timeout " + std::to_string(busyTimeout_->count()));
 }
 

@@ -38,9 +38,6 @@ public:
     void spoil() { spoilt_ = true; }
     bool spoilt() const { return spoilt_; }
 
-    /// What the string asks of a session, again after something may have changed it. Throws Failure.
-    void applySettings() const;
-
     // For the pool.
 
     /// Whether the server still answers.
@@ -49,6 +46,7 @@ public:
 
 private:
     void connect(const std::vector<ServerString>& strings, std::chrono::seconds limit);
+    void applySettings() const;
     void checkLetters();
     void run(const std::string& sql) const;
     std::vector<std::string> row(const std::string& sql) const;

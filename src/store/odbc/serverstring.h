@@ -17,6 +17,7 @@ struct ServerString {
     std::string driver;
     DriverKind kind = DriverKind::other;
     bool encrypted = false;     ///< no connection rather than one in clear text
+    bool integrated = false;    ///< the login of the operating system
     std::string settings;       ///< what FreeTDS takes from its file alone, "" for nothing
     std::string laterDatabase;  ///< the database where the driver can't carry its name to the login
     unsigned packetSize = 0;    ///< for a driver that has no key for it; 0 for its own

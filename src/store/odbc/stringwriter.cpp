@@ -53,6 +53,7 @@ public:
         result_.kind = kindOf(driver);
         result_.database = wishes.database;
         result_.user = wishes.user;
+        result_.integrated = wishes.integrated.value_or(false);
         result_.encrypted = wishes.encryption >= Encryption::yes || !wishes.authority.empty();
     }
 
@@ -174,7 +175,7 @@ private:
 
     std::string other(const std::string& server) const {
         if (result_.encrypted) refuse("Encrypt");
-        if (wishes_.integrated.value_or(false)) refuse("Integrated Security");
+        if (result_.integrated) refuse("Integrated Security");
         const std::string place =
             wishes_.source.empty()
                 ? pairText("Driver", driver_.name) + pairText("Server", server) + pairText("Port", wishes_.port)

@@ -25,6 +25,10 @@ public:
     virtual bool hasTransactionalDefinitions() const = 0;
     /// Whether a failure of that number is the one that the dialect numbers `wanted`.
     virtual bool isNumber(int number, int wanted) const { return number == wanted; }
+    /// Whether that number stands for failures of several kinds, which the server's text alone tells apart.
+    virtual bool isOwnNumber(int) const { return false; }
+    /// Why the server answers that case of the dialect in its own way; null where it doesn't.
+    virtual const char* answersOtherwise(int) const { return nullptr; }
     /// Whether a transaction outlives a statement of it that fails.
     virtual bool keepsTransactions() const { return true; }
 };

@@ -29,6 +29,9 @@ protected:
     static void SetUpTestSuite() {
         static const orvenmod::test::InstalledDrivers installed(
             {"Scripted", "FreeTDS", "ODBC Driver 17 for SQL Server"});
+        installed.addSource("Suite",
+                            "Driver=FreeTDS\nServer=host\nPort=1500\nEncrypt=yes\nTrustServerCertificate=yes\n");
+        installed.addSource("Played", "Driver=Scripted\nServer=other\n");
     }
 
     const Session& session() const { return server_.sessions.back(); }
@@ -53,6 +56,17 @@ TEST_F(OdbcConnecting, TakesTheFirstInstalledDriverForAProvider) {
     const OdbcSession connected(kVendor);
     EXPECT_EQ(ConnectionString(session().connectionString).get("Driver"), "ODBC Driver 17 for SQL Server");
     EXPECT_TRUE(connected.speaksTheDialect());
+}
+
+TEST_F(OdbcConnecting, ReadsADataSource) {
+    const OdbcSession spelled("DSN=suite;UID=clerk");
+    const ConnectionString parts(session().connectionString);
+    EXPECT_EQ(parts.get("Server"), "host");
+    EXPECT_EQ(parts.get("Port"), "1500");
+    EXPECT_EQ(parts.get("Encryption"), "require");
+    const OdbcSession wordForWord("DSN=Played;UID=clerk");
+    EXPECT_EQ(session().connectionString, "DSN=Played;UID=clerk");
+    EXPECT_EQ(failureOf("DSN=nowhere").number(), tsql::kUnknownSource);
 }
 
 TEST_F(OdbcConnecting, RefusesADriverThatIsNotInstalled) {
@@ -180,6 +194,12 @@ TEST_F(OdbcConnecting, NamesEncryptionWhereItIsAskedForAndFails) {
     const Failure failure = failureFor({{"01000", 20002, "[FreeTDS]Adaptive Server connection failed"}}, "Encrypt=yes");
     EXPECT_EQ(failure.number(), tsql::kNotEncrypted);
     EXPECT_NE(failure.text().find("“host”"), std::string::npos);
+}
+
+TEST_F(OdbcConnecting, AsksForATicketWhereTheLoginOfTheSystemFails) {
+    const Failure failure =
+        failureFor({{"01000", 20002, "[FreeTDS]Adaptive Server connection failed"}}, "Integrated Security=SSPI");
+    EXPECT_EQ(failure.text(), "无法连接服务器“host”: 操作系统的集成登录失败，请检查 Kerberos 票据 (kinit)。");
 }
 
 TEST_F(OdbcConnecting, TellsNoPassword) {

@@ -13,8 +13,8 @@ namespace orvenmod::test {
 class InstalledDrivers {
 public:
     explicit InstalledDrivers(const std::vector<std::string>& names);
-    /// Installs these and no others.
-    void install(const std::vector<std::string>& names) const;
+    /// A data source of the driver manager's own file, with its lines.
+    void addSource(const std::string& name, const std::string& lines) const;
 
 private:
     TemporaryFolder folder_;

@@ -37,6 +37,7 @@ void ScriptedServer::clear() {
                  {"select '中文'", oneRow({"中文"})}};
     onEnd = {};
     information.clear();
+    deaf = false;
     asynchronous = false;
     refusedAttribute = 0;
     // A connection that is still open goes on using its session.
@@ -58,7 +59,7 @@ bool ScriptedServer::wait() {
 void ScriptedServer::cancel() {
     const std::lock_guard lock(waiting_);
     ++cancels;
-    cancelled_ = true;
+    cancelled_ = !deaf;
     wake_.notify_all();
 }
 

@@ -81,6 +81,7 @@ public:
     std::function<Answer(Session&, bool commit)> onEnd;
     /// What SQLGetInfo answers for a text, by ODBC's number.
     std::map<int, std::string> information;
+    bool deaf = false;                  ///< to cancels
     bool asynchronous = false;          ///< the driver has asynchronous calls
     std::int64_t refusedAttribute = 0;  ///< a connection attribute that the driver doesn't know
 
