@@ -19,6 +19,8 @@ constexpr Wording kWordings[] = {
     {R"(relation "[^"]*" does not exist)", "对象名 '.*' 无效。"},
     {R"(column [^ ]*( of relation "[^"]*")? does not exist)", "列名 '.*' 无效。"},
     {R"(column "[^"]*" of relation "[^"]*" already exists)", "各表中的列名必须唯一。.*"},
+    {R"(column "[^"]*" specified more than once)", "各视图或函数中的列名必须唯一。.*"},
+    {R"(missing FROM-clause entry for table "[^"]*")", "无法绑定由多个部分组成的标识符 .*"},
     {R"(view "[^"]*" does not exist)", "无法对视图“.*”执行删除.*"},
     {R"(relation "[^"]*" already exists)", "数据库中已存在名为 '.*' 的对象。"},
     {R"(value too long for type character varying\(\d+\))", "将在表“.*”的列“.*”中截断字符串或二进制数据。(.|\n)*"},

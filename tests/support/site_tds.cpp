@@ -1,12 +1,15 @@
 // A server of the dialect makes a database in milliseconds, but the suite's schema takes it a second. So a process's
 // databases are used again: after a test their tables are emptied and get the schema's rows again, and what was
 // changed of its definitions is made again.
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <filesystem>
 #include <iterator>
 #include <map>
 #include <set>
@@ -79,6 +82,23 @@ std::string nameOfHost() {
     return plain;
 }
 
+// Of two processes that make or drop a database at once a server may refuse one.
+class OneAtATime {
+public:
+    OneAtATime()
+        : lock_(
+              ::open((std::filesystem::temp_directory_path() / ("orvenmod-tds-" + std::to_string(::geteuid()))).c_str(),
+                     O_RDWR | O_CREAT | O_CLOEXEC, 0644)) {
+        ::flock(lock_, LOCK_EX);
+    }
+    ~OneAtATime() { ::close(lock_); }
+    OneAtATime(const OneAtATime&) = delete;
+    OneAtATime& operator=(const OneAtATime&) = delete;
+
+private:
+    int lock_;
+};
+
 class SuiteOnServer {
 public:
     explicit SuiteOnServer(std::string name) : name_(std::move(name)) { make(); }
@@ -104,7 +124,10 @@ public:
 
 private:
     void make() {
-        stores().connect(server())->execute("create database " + name_);
+        {
+            const OneAtATime lock;
+            stores().connect(server())->execute("create database " + name_);
+        }
         store::TracingStore tracing(stores(), [this](const store::TraceRecord& record) {
             (record.sql.starts_with("insert") ? rows_ : makes_).push_back(record.sql);
         });
@@ -142,6 +165,7 @@ private:
     void drop() noexcept {
         try {
             store::odbc::dropIdleSessions();
+            const OneAtATime lock;
             stores().connect(server())->execute("drop database " + name_);
         } catch (const std::exception&) {
             // The next process finds that it is nobody's.
@@ -181,6 +205,7 @@ public:
 private:
     // Of processes of this host that ended without dropping theirs.
     void dropAbandoned() const {
+        const OneAtATime lock;
         const auto connection = stores().connect(server());
         for (const auto& row : rowsOf(*connection, "select name from sysdatabases")) {
             const std::string& name = row.at(0);
