@@ -15,7 +15,8 @@ public:
     /// The value of the key, or `fallback`; of two, the later.
     std::string get(std::string_view key, std::string_view fallback = "") const;
     bool has(std::string_view key) const;
-    /// Key and value of each, in order; keys in small letters.
+
+    /// All of them in their order, the keys in small letters.
     const std::vector<std::pair<std::string, std::string>>& parts() const { return parts_; }
 
 private:
