@@ -23,15 +23,6 @@ namespace {
 using tsql::Kind;
 using tsql::Type;
 
-ColumnType columnType(const Type& type) {
-    if (type.isInteger()) return ColumnType::integer;
-    if (type.isDecimal()) return ColumnType::decimal;
-    if (type.isFloat()) return ColumnType::real;
-    if (type.isDate()) return ColumnType::date;
-    if (type.isBinary()) return ColumnType::binary;
-    return ColumnType::text;
-}
-
 std::string_view textOf(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
     return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
@@ -108,14 +99,6 @@ void addCell(Recordset& rows, sqlite3_value* value, const Type& type) {
 }
 
 }  // namespace
-
-Recordset emptyRecordset(const std::vector<tsql::ResultColumn>& columns) {
-    std::vector<Column> result;
-    result.reserve(columns.size());
-    for (const tsql::ResultColumn& column : columns)
-        result.push_back({column.name, columnType(column.type)});
-    return Recordset(std::move(result));
-}
 
 int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
     const int count = static_cast<int>(columns.size());

@@ -1,0 +1,305 @@
+#include "store/postgres/postgresconnection.h"
+
+#include <charconv>
+#include <utility>
+
+#include "store/postgres/constraints.h"
+#include "store/postgres/failures.h"
+#include "store/postgres/fetch.h"
+#include "store/postgres/handlepool.h"
+#include "store/postgres/postgrestablewriter.h"
+#include "store/tsql/error.h"
+#include "store/tsql/literals.h"
+#include "store/tsql/utf8.h"
+
+namespace orvenmod::store::postgres {
+
+namespace {
+
+using tsql::StatementKind;
+
+// More changes of the schema than that while one statement starts are no accident.
+constexpr int kMostTranslations = 10;
+
+bool isDrop(std::string_view sql) {
+    const std::size_t first = std::min(sql.find_first_not_of(" \t\r\n"), sql.size());
+    return tsql::lowerText(sql.substr(first, 4)) == "drop";
+}
+
+std::int64_t touched(PGresult* result) {
+    const std::string_view text = PQcmdTuples(result);
+    std::int64_t count = 0;
+    std::from_chars(text.data(), text.data() + text.size(), count);
+    return count;
+}
+
+}  // namespace
+
+PostgresConnection::PostgresConnection(std::string connectionString, std::unique_ptr<Session> session)
+    : connectionString_(std::move(connectionString)),
+      language_(session->address().language),
+      server_(session->address().server),
+      session_(std::move(session)) {}
+
+PostgresConnection::~PostgresConnection() { close(); }
+
+Session& PostgresConnection::session() {
+    if (!open_) throw tsql::worded(language_, tsql::kClosed, {});
+    if (transaction_ == Transaction::lost) throw tsql::worded(language_, tsql::kTransactionLost, {});
+    if (!session_) {
+        session_ = takeSession(connectionString_);
+        session_->progress().set(progress_);
+    }
+    return *session_;
+}
+
+template <typename Work>
+auto PostgresConnection::worded(Work work) {
+    try {
+        return work();
+    } catch (const tsql::Error& error) {
+        throw tsql::worded(language_, error);
+    } catch (const LostConnection& lost) {
+        failForLoss(lost, false);
+    }
+}
+
+void PostgresConnection::failForLoss(const LostConnection&, bool mayBeStored) {
+    session_.reset();
+    if (transaction_ != Transaction::none) transaction_ = Transaction::lost;
+    throw tsql::worded(language_, mayBeStored ? tsql::kCommitUnknown : tsql::kConnectionLost, {server_});
+}
+
+// The place of the look at the schema among what is queued. What a transaction has read keeps its shape, so that one
+// look is enough for it.
+std::optional<std::size_t> PostgresConnection::startUnit(Look look) {
+    if (transaction_ == Transaction::begun) session_->queue(Fixed::begin);
+    if (transaction_ != Transaction::none) session_->queue(Fixed::savepoint);
+    if (look == Look::none || (transaction_ != Transaction::none && looked_)) return std::nullopt;
+    session_->queueExpectedSchema();
+    return session_->queued() - 1;
+}
+
+void PostgresConnection::endUnit() {
+    if (transaction_ != Transaction::none) session_->queue(Fixed::release);
+}
+
+// Sends what has been queued. What fails is undone; the failure comes back with the answer.
+Answer PostgresConnection::sendUnit(Effect effect) {
+    Answer answer;
+    try {
+        answer = session_->send();
+    } catch (const LostConnection& lost) {
+        failForLoss(lost, effect == Effect::changes && transaction_ == Transaction::none);
+    } catch (...) {
+        // The progress has ended it.
+        if (transaction_ == Transaction::begun) transaction_ = Transaction::open;
+        undoUnit();
+        throw;
+    }
+    if (transaction_ == Transaction::begun) transaction_ = Transaction::open;
+    if (answer.failure() != nullptr) undoUnit();
+    return answer;
+}
+
+void PostgresConnection::undoUnit() {
+    if (transaction_ == Transaction::none) return;
+    session_->queue(Fixed::rollbackTo);
+    session_->queue(Fixed::release);
+    const Answer answer = session_->send();
+    if (answer.failure() != nullptr) transaction_ = Transaction::lost;
+}
+
+// Whether the statement is to be translated again. A failure that stays after the schema has been read again is one of
+// the statement.
+bool PostgresConnection::isOvertaken(const Answer& answer, std::optional<std::size_t> lookAt, int& attempt) const {
+    if (++attempt > kMostTranslations) return false;
+    if (lookAt && answer.failedAt() == *lookAt) return true;
+    if (!isSchemaChange(answer.failure())) return false;
+    attempt = kMostTranslations;
+    return true;
+}
+
+// Runs a statement, and again from its translation on when the schema has overtaken it.
+Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry) {
+    for (int attempt = 1;;) {
+        const Parameters parameters(entry->translation, shape_);
+        const auto lookAt = startUnit(Look::atTheSchema);
+        const std::size_t at = session_->queueRun(entry->statement, entry->translation.statements.front(), parameters);
+        endUnit();
+        const bool changes = entry->translation.kind == StatementKind::change;
+        Answer answer = sendUnit(changes ? Effect::changes : Effect::reads);
+        if (answer.failure() == nullptr) {
+            looked_ = true;
+            return std::move(answer.results[at]);
+        }
+        if (!isOvertaken(answer, lookAt, attempt)) {
+            failChange(sql, answer.failure(),
+                       [&](const std::string& column) { return tsql::newValue(entry->translation, shape_, column); });
+        }
+        session_->forgetSchema();
+        entry = &session_->prepare(sql, shape_);
+    }
+}
+
+void PostgresConnection::failChange(std::string_view sql, const PGresult* failure, const Values& values) {
+    if (isConstraint(failure)) throw constraintFailure(*session_, failure, tsql::changeVerb(sql), values);
+    throw reported(failure, session_->address());
+}
+
+std::int64_t PostgresConnection::execute(std::string_view sql) {
+    return worded([&]() -> std::int64_t {
+        session();
+        if (!isText(sql)) throw tsql::Error(tsql::kNoText);
+        shape_.scan(sql);
+        CachedStatement* entry = &session_->prepare(sql, shape_);
+        switch (entry->translation.kind) {
+            case StatementKind::query:
+                run(sql, entry);
+                return 0;
+            case StatementKind::change:
+                return touched(run(sql, entry).get());
+            case StatementKind::ddl:
+                runDefinition(sql, entry);
+                return 0;
+            case StatementKind::beginTransaction:
+                beginTrans();
+                return 0;
+            case StatementKind::commitTransaction:
+                commitTrans();
+                return 0;
+            case StatementKind::rollbackTransaction:
+                rollbackTrans();
+                return 0;
+        }
+        return 0;
+    });
+}
+
+Recordset PostgresConnection::open(std::string_view sql) {
+    return worded([&] {
+        session();
+        if (!isText(sql)) throw tsql::Error(tsql::kNoText);
+        shape_.scan(sql);
+        CachedStatement* entry = &session_->prepare(sql, shape_);
+        if (entry->translation.kind != StatementKind::query) throw tsql::Error(tsql::kNoRows);
+        const Result result = run(sql, entry);
+        // The entry may have been translated again under another address.
+        return fetchRows(result.get(), session_->prepare(sql, shape_).translation.columns, session_->progress());
+    });
+}
+
+void PostgresConnection::runDefinition(std::string_view sql, CachedStatement* entry) {
+    for (int attempt = 1;;) {
+        const auto lookAt = startUnit(Look::atTheSchema);
+        for (const std::string& text : entry->translation.statements)
+            session_->queueText(text);
+        const std::size_t changedAt = session_->queued();
+        if (transaction_ == Transaction::none) session_->queue(Fixed::schemaChanged);
+        endUnit();
+        const Answer answer = sendUnit(Effect::changes);
+        if (answer.failure() == nullptr) {
+            definitionMade(sql, entry->translation.table, answer.results[changedAt].get());
+            return;
+        }
+        // The constraint may be one that the definition was about to make.
+        if (!isOvertaken(answer, lookAt, attempt))
+            failChange("insert", answer.failure(), [](const std::string&) { return std::string("?"); });
+        session_->forgetSchema();
+        entry = &session_->prepare(sql, shape_);
+    }
+}
+
+void PostgresConnection::definitionMade(std::string_view sql, const std::string& object, const PGresult* before) {
+    looked_ = true;
+    defined_ = transaction_ != Transaction::none;
+    // One drop may name several.
+    if (isDrop(sql) || object.empty()) return session_->forgetSchema();
+    if (!defined_) session_->schemaChanged(before);
+    session_->forgetDefinition(std::string(object));
+}
+
+void PostgresConnection::storeRow(Prepared& statement, const std::string& text, const Parameters& parameters,
+                                  const Values& values) {
+    // The columns are those of the time when the table was opened.
+    startUnit(Look::none);
+    session_->queueRun(statement, text, parameters);
+    endUnit();
+    const Answer answer = sendUnit(Effect::changes);
+    if (const PGresult* failure = answer.failure()) failChange("insert", failure, values);
+}
+
+std::unique_ptr<TableWriter> PostgresConnection::openTable(std::string_view table) {
+    return worded([&]() -> std::unique_ptr<TableWriter> {
+        session();
+        return std::make_unique<PostgresTableWriter>(*this, table);
+    });
+}
+
+// Nothing goes out: the server hears of it with the first statement.
+void PostgresConnection::beginTrans() {
+    worded([this] {
+        session();
+        if (transaction_ != Transaction::none) throw tsql::Error(tsql::kTransactionOpen);
+        transaction_ = Transaction::begun;
+        looked_ = defined_ = false;
+    });
+}
+
+void PostgresConnection::commitTrans() {
+    worded([this] {
+        session();
+        if (transaction_ == Transaction::none) throw tsql::Error(tsql::kCommitWithoutBegin);
+        if (std::exchange(transaction_, Transaction::none) == Transaction::begun) return;
+        if (defined_) session_->queue(Fixed::schemaChanged);
+        session_->queue(Fixed::commit);
+        try {
+            const Answer answer = session_->send();
+            if (const PGresult* failure = answer.failure()) {
+                session_->reset();
+                session_->forgetSchema();
+                throw reported(failure, session_->address());
+            }
+            if (defined_) session_->schemaChanged(answer.results.front().get());
+        } catch (const LostConnection& lost) {
+            failForLoss(lost, true);
+        }
+    });
+}
+
+void PostgresConnection::rollbackTrans() {
+    if (transaction_ == Transaction::lost) {
+        transaction_ = Transaction::none;
+        return;
+    }
+    worded([this] {
+        session();
+        if (transaction_ == Transaction::none) throw tsql::Error(tsql::kRollbackWithoutBegin);
+        if (std::exchange(transaction_, Transaction::none) == Transaction::begun) return;
+        session_->queue(Fixed::rollback);
+        try {
+            session_->send();
+        } catch (const LostConnection&) {
+            // The server has undone it by itself.
+            session_.reset();
+            return;
+        }
+        if (defined_) session_->forgetSchema();
+    });
+}
+
+void PostgresConnection::setProgress(std::function<void()> progress) {
+    progress_ = std::move(progress);
+    session().progress().set(progress_);
+}
+
+void PostgresConnection::close() noexcept {
+    if (!std::exchange(open_, false)) return;
+    const bool undone = transaction_ != Transaction::none && defined_;
+    transaction_ = Transaction::none;
+    if (!session_) return;
+    if (undone) session_->forgetSchema();
+    giveSessionBack(connectionString_, std::move(session_));
+}
+
+}  // namespace orvenmod::store::postgres

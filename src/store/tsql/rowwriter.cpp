@@ -1,0 +1,79 @@
+#include "store/tsql/rowwriter.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "store/tsql/error.h"
+#include "store/tsql/lexer.h"
+
+namespace orvenmod::store::tsql {
+
+namespace {
+
+std::string_view withoutOwner(std::string_view table) {
+    constexpr std::string_view kOwner = "dbo.";
+    const bool owned = table.size() > kOwner.size() && sameName(table.substr(0, kOwner.size()), kOwner);
+    return owned ? table.substr(kOwner.size()) : table;
+}
+
+}  // namespace
+
+RowWriter::RowWriter(const Catalog& catalog, std::string_view table) {
+    const ObjectInfo* object = catalog.find(withoutOwner(table));
+    if (object == nullptr || object->kind != ObjectInfo::Kind::table) throw Error(kUnknownObject, {std::string(table)});
+    table_ = *object;
+}
+
+void RowWriter::addNew() {
+    fields_.clear();
+    begun_ = true;
+}
+
+RowWriter::Field& RowWriter::field(std::string_view name) {
+    checkOpen();
+    if (!begun_) throw worded(language(), kNoRowBegun, {});
+    const auto& columns = table_.columns;
+    const auto column =
+        std::find_if(columns.begin(), columns.end(), [&](const auto& c) { return sameName(c.name, name); });
+    if (column == columns.end()) throw worded(language(), kUnknownColumn, {std::string(name)});
+    const auto index = static_cast<std::size_t>(column - columns.begin());
+    const auto known = std::find_if(fields_.begin(), fields_.end(), [&](const Field& f) { return f.column == index; });
+    if (known != fields_.end()) return *known = {index, std::nullopt, std::nullopt};
+    return fields_.emplace_back(Field{index, std::nullopt, std::nullopt});
+}
+
+void RowWriter::set(std::string_view name, std::string_view text) { field(name).text = std::string(text); }
+void RowWriter::setNull(std::string_view name) { field(name); }
+void RowWriter::setBinary(std::string_view name, std::span<const std::byte> bytes) { field(name).bytes = bytes; }
+
+Datum RowWriter::valueOf(const Field& field) const {
+    Datum value;
+    if (field.text) {
+        value.kind = Datum::Kind::text;
+        value.text = *field.text;
+    }
+    ConvertMode mode;
+    mode.assignment = true;
+    mode.table = table_.name;
+    mode.column = columnOf(field).name;
+    return convert(value, textType(Kind::varchar, -1), columnOf(field).type, mode);
+}
+
+std::string RowWriter::newValue(std::string_view column) const {
+    for (const Field& field : fields_) {
+        if (sameName(columnOf(field).name, column)) return field.text.value_or("NULL");
+    }
+    return "NULL";
+}
+
+void RowWriter::update() {
+    checkOpen();
+    if (!std::exchange(begun_, false)) throw worded(language(), kNoRowBegun, {});
+    try {
+        store();
+    } catch (const Error& error) {
+        throw worded(language(), error);
+    }
+}
+
+}  // namespace orvenmod::store::tsql
