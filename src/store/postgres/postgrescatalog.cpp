@@ -6,6 +6,7 @@
 #include "store/postgres/failures.h"
 #include "store/postgres/session.h"
 #include "store/tsql/postgresnames.h"
+#include "store/tsql/runtime.h"
 #include "store/tsql/translator.h"
 #include "store/tsql/utf8.h"
 
@@ -36,9 +37,9 @@ enum ColumnField {
 };
 
 constexpr const char* kIndexes =
-    "SELECT t.relname, i.relname FROM pg_index x JOIN pg_class t ON t.oid = x.indrelid "
-    "JOIN pg_class i ON i.oid = x.indexrelid WHERE t.relnamespace = to_regnamespace(current_schema()) "
-    "AND ($1::text IS NULL OR t.relname = $1)";
+    "SELECT t.relname, i.relname, obj_description(i.oid, 'pg_class') FROM pg_index x "
+    "JOIN pg_class t ON t.oid = x.indrelid JOIN pg_class i ON i.oid = x.indexrelid "
+    "WHERE t.relnamespace = to_regnamespace(current_schema()) AND ($1::text IS NULL OR t.relname = $1)";
 
 std::string folded(std::string_view name) {
     std::string result(name);
@@ -83,12 +84,11 @@ tsql::Type nativeColumnType(std::string_view native) {
 // "fNumber varchar(30)" of a column fnumber. A name may hold blanks, so that the first split with a type behind it
 // counts.
 bool readDeclaration(std::string_view comment, std::string_view native, tsql::ColumnInfo& column) {
-    constexpr std::size_t kLongestName = 63;
     for (auto blank = comment.find(' '); blank != std::string_view::npos; blank = comment.find(' ', blank + 1)) {
         const std::string_view name = comment.substr(0, blank);
         const std::string_view declared = comment.substr(blank + 1);
         const auto type = tsql::parseType(declared);
-        if (!type || (native.size() < kLongestName && folded(name) != native)) continue;
+        if (!type || tsql::nativeName(name) != native) continue;
         column.name = name;
         column.type = *type;
         column.declaredType = declared;
@@ -102,6 +102,7 @@ tsql::ColumnInfo columnOf(const PGresult* rows, int row) {
     const std::string_view native = textOf(rows, row, columnName);
     if (!readDeclaration(textOf(rows, row, columnComment), native, column)) {
         column.name = native;
+        if (tsql::nativeName(native) != native) column.nativeName = native;
         column.type = nativeColumnType(textOf(rows, row, nativeType));
         column.declaredType = tsql::printType(column.type);
     }
@@ -113,7 +114,16 @@ tsql::ColumnInfo columnOf(const PGresult* rows, int row) {
 
 // The name out of a table's comment; a comment that somebody wrote is none.
 std::string declaredName(std::string_view comment, std::string_view native) {
-    return std::string(folded(comment) == native ? comment : native);
+    return std::string(tsql::nativeName(comment) == native ? comment : native);
+}
+
+// An index as the dialect's tables keep it: of t.constraint.pk.pk_t, whose comment is PK_t, T.constraint.pk.PK_t.
+std::string keptIndex(const std::string& table, std::string_view native, std::string_view comment) {
+    for (const std::string_view infix : {tsql::kPrimaryKeyInfix, tsql::kUniqueInfix, std::string_view(".")}) {
+        std::string kept = table + std::string(infix) + std::string(comment);
+        if (tsql::nativeName(kept) == native) return kept;
+    }
+    return std::string(native);
 }
 
 bool isViewText(std::string_view comment) {
@@ -199,13 +209,15 @@ void PostgresCatalog::readForgotten() const {
 
 void PostgresCatalog::addColumns(const PGresult* rows) const {
     for (int row = 0; row < PQntuples(rows); ++row) {
-        std::unique_ptr<Object>& object = objects_[std::string(textOf(rows, row, objectName))];
+        const std::string_view native = textOf(rows, row, objectName);
+        std::unique_ptr<Object>& object = objects_[tsql::nativeName(native)];
         if (!object) {
             object = std::make_unique<Object>();
             const bool view = isTrue(rows, row, isView);
             const std::string_view comment = textOf(rows, row, objectComment);
             object->info.kind = view ? tsql::ObjectInfo::Kind::view : tsql::ObjectInfo::Kind::table;
-            object->info.name = declaredName(comment, textOf(rows, row, objectName));
+            object->info.name = declaredName(comment, native);
+            if (tsql::nativeName(object->info.name) != native) object->info.nativeName = native;
             if (view && isViewText(comment)) object->viewText = comment;
             object->bound = object->viewText.empty();
         }
@@ -215,21 +227,23 @@ void PostgresCatalog::addColumns(const PGresult* rows) const {
 
 void PostgresCatalog::addIndexes(const PGresult* rows) const {
     for (int row = 0; row < PQntuples(rows); ++row) {
-        const auto table = objects_.find(std::string(textOf(rows, row, 0)));
-        if (table != objects_.end()) table->second->info.indexes.emplace_back(textOf(rows, row, 1));
+        const auto found = objects_.find(tsql::nativeName(textOf(rows, row, 0)));
+        if (found == objects_.end()) continue;
+        tsql::ObjectInfo& table = found->second->info;
+        table.indexes.push_back(keptIndex(table.name, textOf(rows, row, 1), textOf(rows, row, 2)));
     }
 }
 
 std::string PostgresCatalog::declaredTable(const std::string& native) const {
-    const auto found = objects_.find(native);
+    const auto found = objects_.find(tsql::nativeName(native));
     return found == objects_.end() ? native : found->second->info.name;
 }
 
 std::string PostgresCatalog::declaredColumn(const std::string& table, const std::string& native) const {
-    const auto found = objects_.find(table);
+    const auto found = objects_.find(tsql::nativeName(table));
     if (found == objects_.end()) return native;
     for (const tsql::ColumnInfo& column : found->second->info.columns) {
-        if (folded(column.name) == native) return column.name;
+        if (tsql::nativeName(column.name) == native) return column.name;
     }
     return native;
 }

@@ -104,9 +104,10 @@ std::string PostgresEmitter::value(const Expression& expression) {
     return Emitter::value(expression);
 }
 
-// The planner calculates constants in advance, also in a branch that is never taken; a query of its own waits.
-std::string PostgresEmitter::waiting(const Expression& expression, const std::string& right) const {
-    return conditional_ > 0 && !bareColumns_ && isConstantExpression(expression) ? "(SELECT " + right + ")" : right;
+// The planner calculates constants in advance, also in a branch that is never taken; a query of its own waits. A check
+// and a default have no room for one.
+std::string PostgresEmitter::waiting(const Expression& expression, const std::string& text) const {
+    return conditional_ > 0 && !bareColumns_ && isConstantExpression(expression) ? "(SELECT " + text + ")" : text;
 }
 
 // PostgreSQL's integers fail beyond their range, but those narrower than int are kept as smallint.

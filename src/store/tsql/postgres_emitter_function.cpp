@@ -40,7 +40,8 @@ std::string PostgresEmitter::argumentsOf(const Expression& call) {
     for (std::size_t i = 0; i < call.operands.size(); ++i) {
         const std::string_view kinds = function->arguments;
         const char kind = kinds[std::min(i, kinds.size() - 1)];
-        texts.push_back(argument(*call.operands[i], call.name == "eomonth" && kind == 'd' ? 'D' : kind));
+        const std::string text = argument(*call.operands[i], call.name == "eomonth" && kind == 'd' ? 'D' : kind);
+        texts.push_back(i == 0 ? waiting(call, text) : text);
     }
     return joined(texts);
 }

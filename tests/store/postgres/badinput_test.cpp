@@ -101,6 +101,33 @@ TEST(BadServers, AServerThatIsTooOldIsRefused) {
     EXPECT_FALSE(unfitServer(130000, address));
 }
 
+TEST(BadServers, AFullDiskIsToldAndStoresNothing) {
+    PostgresServer::Settings settings;
+    settings.fillable = true;
+    PostgresServer server(settings);
+    const std::string text = connectionStringFor(server, server.makeDatabase());
+    {
+        const auto connection = PostgresStore().connect(text);
+        connection->execute("create table t(id int, c varchar(8000))");
+        connection->execute("insert into t(id,c) values(1,'a')");
+        server.fillDisk();
+        connection->beginTrans();
+        connection->execute("update t set id=2");
+        const std::string sql = "insert into t(id,c) select 3,replicate('x',2000) from t a";
+        Failure failure = failureOf([&] {
+            for (int i = 0; i < 100; ++i)
+                connection->execute(sql);
+        });
+        EXPECT_EQ(failure.number(), tsql::kNoSpace) << failure.text();
+        EXPECT_EQ(failure.kind(), FailureKind::connection);
+        connection->rollbackTrans();
+        EXPECT_EQ(connection->open("select id from t").text("id"), "1");
+        server.clearDisk();
+        EXPECT_EQ(connection->execute(sql), 1);
+    }
+    PostgresStore::dropIdleSessions();
+}
+
 class BadInput : public OnTheServer {
 protected:
     BadInput() : connection_(connect()) {}

@@ -16,6 +16,8 @@ protected:
     // Several seconds of work.
     static constexpr const char* kLong =
         "select count(*) from t a, t b, t c, t d, t e, t f where a.n+b.n+c.n+d.n+e.n+f.n>5";
+    // Eight hundred thousand rows, the first of which come at once.
+    static constexpr const char* kList = "select a.id,b.c from t a, t b, t c, t d";
     void fill() { foreignly("INSERT INTO t(id, n) SELECT i, 1 FROM generate_series(1, 30) i"); }
 
     std::unique_ptr<Connection> connection_;
@@ -68,6 +70,14 @@ TEST_F(LostSession, WhileAQueryIsAwaitedIsTold) {
     EXPECT_EQ(value(*connection_, "select count(*) from t"), "31");
 }
 
+TEST_F(LostSession, WhileAListArrivesIsTold) {
+    fill();
+    connection_->setProgress([this] { terminateSessions(); });
+    EXPECT_EQ(failureOf([&] { connection_->open(kList); }).number(), tsql::kConnectionLost);
+    connection_->setProgress({});
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "31");
+}
+
 TEST_F(LostSession, NamesTheServer) {
     terminateSessions();
     const Failure failure = failureOf([&] { connection_->open("select * from t"); });
@@ -94,6 +104,14 @@ TEST_F(Awaiting, LetsWindowsPaint) {
     EXPECT_EQ(calls, 3);
     connection_->setProgress({});
     EXPECT_EQ(value(*connection_, "select count(*) from t"), "31");
+}
+
+TEST_F(Awaiting, LetsWindowsPaintWhileAListArrives) {
+    fill();
+    int calls = 0;
+    connection_->setProgress([&calls] { ++calls; });
+    EXPECT_EQ(connection_->open(kList).rowCount(), 31U * 31 * 31 * 31);
+    EXPECT_GE(calls, 2);
 }
 
 TEST_F(Awaiting, IsEndedWithinATransactionThatStaysOpen) {

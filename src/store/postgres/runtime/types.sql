@@ -42,3 +42,6 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN ('1e' || exponent)::numeric;
 CREATE OR REPLACE FUNCTION orven.bounded(n bigint, low integer, high integer) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE WHEN n < low THEN low WHEN n > high THEN high ELSE n::integer END;
+
+CREATE OR REPLACE FUNCTION orven.greatest_decimal(p integer, s integer) RETURNS numeric
+LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.power_of_ten(p - s) - orven.power_of_ten(-s);

@@ -49,8 +49,6 @@ public:
     void expectSameAttempt(const Value& value, const std::string& to);
     void expectSameAssignment(const Value& value, const std::string& to);
 
-    int calls() const { return calls_; }
-
 private:
     void compare(const std::string& embeddedCall, const std::string& serverCall);
 
@@ -58,7 +56,6 @@ private:
     std::unique_ptr<PGconn, decltype(&PQfinish)> session_;
     std::unique_ptr<sqlite3, decltype(&sqlite3_close)> file_;
     sqlite::Runtime runtime_;
-    int calls_ = 0;
 };
 
 /// The stores of all cases of a process; made with the first.
