@@ -1,14 +1,18 @@
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdlib>
+#include <fstream>
 #include <string>
 #include <thread>
 #include <utility>
 
 #include "store/tsql/failurenumbers.h"
 #include "suiteserver.h"
+#include "support/temporary.h"
 
 namespace orvenmod::store::postgres::test {
 namespace {
@@ -110,6 +114,25 @@ TEST(BadServers, AWrongPasswordIsToldAndNotShown) {
     PostgresStore::dropIdleSessions();
 }
 
+TEST(Servers, AreLoggedInToByThePasswordFileAndTheServiceFile) {
+    PostgresServer::Settings settings;
+    settings.access = "local all tests trust\nlocal all all scram-sha-256\n";
+    PostgresServer server(settings);
+    const std::string database = server.makeDatabase();
+    server.run("postgres", "ALTER ROLE suite PASSWORD 'right'");
+    const orvenmod::test::TemporaryFolder folder;
+    std::ofstream(folder.file("passwords")) << "*:*:*:suite:right\n";
+    ::chmod(folder.file("passwords").c_str(), 0600);
+    const std::string passwords = ";passfile=" + folder.file("passwords");
+    EXPECT_EQ(connecting(connectionStringFor(server, database) + passwords).number(), 0);
+    std::ofstream(folder.file("services"))
+        << "[till]\nhost=" << server.host() << "\ndbname=" << database << "\nuser=suite\npassword=right\n";
+    ::setenv("PGSERVICEFILE", folder.file("services").c_str(), 1);
+    EXPECT_EQ(connecting("Provider=PostgreSQL;service=till").number(), 0);
+    ::unsetenv("PGSERVICEFILE");
+    PostgresStore::dropIdleSessions();
+}
+
 TEST(BadServers, AnUnknownUserIsTold) {
     const auto& server = PostgresServer::shared();
     EXPECT_EQ(
@@ -134,10 +157,10 @@ TEST(BadServers, ADatabaseOfAnotherEncodingIsRefused) {
 }
 
 TEST(BadServers, AServerThatIsTooOldIsRefused) {
-    const PlayedServer server("12.19");
+    const PlayedServer server("14.19");
     const Failure failure = connecting(server.connectionString());
     EXPECT_EQ(failure.number(), tsql::kServerTooOld);
-    EXPECT_EQ(failure.text(), "服务器“127.0.0.1”的版本是 12，至少需要 13。");
+    EXPECT_EQ(failure.text(), "服务器“127.0.0.1”的版本是 14，至少需要 15。");
 }
 
 TEST(BadServers, AFullDiskIsToldAndStoresNothing) {
