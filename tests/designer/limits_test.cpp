@@ -140,6 +140,7 @@ TEST_F(LimitsTest, theEditorStoresAnItemOfAClassOfTwoHundredFields) {
 
 // Class table, the item's row and its parent's are three of the 64 tables that SQLite joins.
 TEST_F(LimitsTest, theSixtySecondLookupIsRefusedAndNothingIsLeft) {
+    NEEDS_A_FILE();
     stage.withClass({"50", "设备"});
     addFields(60, 60);
     addItems(3);

@@ -165,8 +165,7 @@ TEST_F(EditorRaces, whoWaitsTooLongForTheOthersSaveIsToldAndKeepsWhatWasTyped) {
         other->beginTrans();
         other->execute("update tblMaxNum set fMaxNum=fMaxNum+1");
         user.answer(MessageKind::critical, database().busyText());
-        // A server refuses the statement that meets the other's, a file the transaction.
-        if (testStore() == TestStore::sqlite) user.answer(MessageKind::critical, kNoTransaction);
+        user.answer(MessageKind::critical, kNoTransaction);
         user.clickTool("Save");
         EXPECT_EQ(value(user, kNameRow), "垫圈");
         other->rollbackTrans();

@@ -1,18 +1,25 @@
 // A server of the dialect makes a database in milliseconds, but the suite's schema takes it a second. So a process's
-// databases are used again: after a test their tables are emptied and get the schema's rows again; only one whose
-// definitions were changed is made anew.
+// databases are used again: after a test their tables are emptied and get the schema's rows again, and what was
+// changed of its definitions is made again.
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <map>
+#include <set>
 #include <stdexcept>
 #include <vector>
 
 #include "store/odbc/sessionpool.h"
 #include "store/schema.h"
 #include "store/trace.h"
+#include "store/tsql/utf8.h"
 #include "support/rows.h"
 #include "support/site.h"
 #include "support/tdsserver.h"
@@ -40,12 +47,30 @@ std::string joined(Rows rows) {
     return text;
 }
 
-// What was made by createSchema keeps its number; a column that came or went shows in its table.
-std::string definitionsOf(store::Connection& connection) {
-    return joined(rowsOf(connection, "select name,id,type from sysobjects")) +
-           joined(rowsOf(connection,
-                         "select table_name,column_name,data_type,character_maximum_length "
-                         "from information_schema.columns"));
+using Definitions = std::map<std::string, std::string>;
+
+// Of each table and view: its number, which one that is made again doesn't keep, and its columns.
+Definitions definitionsOf(store::Connection& connection) {
+    Definitions definitions;
+    for (const auto& row : rowsOf(connection, "select name,id,type from sysobjects where type in ('U','V')"))
+        definitions[store::tsql::lowerText(row.at(0))] = row.at(2).substr(0, 1) + row.at(1);
+    for (const auto& row : rowsOf(connection,
+                                  "select table_name,column_name,data_type,character_maximum_length "
+                                  "from information_schema.columns order by table_name,ordinal_position"))
+        definitions[store::tsql::lowerText(row.at(0))] += "," + row.at(1) + " " + row.at(2) + " " + row.at(3);
+    return definitions;
+}
+
+// What a statement of createSchema makes, or adds an index to: the first word behind its keywords.
+std::string madeBy(const std::string& sql) {
+    for (const std::string_view before : {" on ", "create table ", "create view "}) {
+        const auto found = sql.find(before);
+        const bool index = before == " on ";
+        if (found == std::string::npos || index != (sql.find(" index ") < sql.find('('))) continue;
+        const auto start = found + before.size();
+        return store::tsql::lowerText(sql.substr(start, sql.find_first_of("( ", start) - start));
+    }
+    return {};
 }
 
 std::string nameOfHost() {
@@ -56,6 +81,23 @@ std::string nameOfHost() {
         plain += std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
     return plain;
 }
+
+// Of two processes that make or drop a database at once a server may refuse one.
+class OneAtATime {
+public:
+    OneAtATime()
+        : lock_(
+              ::open((std::filesystem::temp_directory_path() / ("orvenmod-tds-" + std::to_string(::geteuid()))).c_str(),
+                     O_RDWR | O_CREAT | O_CLOEXEC, 0644)) {
+        ::flock(lock_, LOCK_EX);
+    }
+    ~OneAtATime() { ::close(lock_); }
+    OneAtATime(const OneAtATime&) = delete;
+    OneAtATime& operator=(const OneAtATime&) = delete;
+
+private:
+    int lock_;
+};
 
 class SuiteOnServer {
 public:
@@ -68,36 +110,62 @@ public:
     std::unique_ptr<store::Connection> connect() const { return stores().connect(connectionString()); }
 
     void restore() {
-        if (definitionsOf(*connect()) != definitions_) {
-            drop();
-            make();
-            return;
-        }
-        std::vector<std::string> statements;
+        const auto connection = connect();
+        std::vector<std::string> statements = repairs(definitionsOf(*connection));
+        const bool changed = !statements.empty();
         for (const store::SchemaTable& table : store::schemaTables())
             statements.push_back("truncate table " + std::string(table.name));
         statements.insert(statements.end(), rows_.begin(), rows_.end());
-        const auto connection = connect();
         connection->beginTrans();
         connection->executeAll(statements);
         connection->commitTrans();
+        if (changed) definitions_ = definitionsOf(*connection);
     }
 
 private:
     void make() {
-        stores().connect(server())->execute("create database " + name_);
-        rows_.clear();
+        {
+            const OneAtATime lock;
+            stores().connect(server())->execute("create database " + name_);
+        }
         store::TracingStore tracing(stores(), [this](const store::TraceRecord& record) {
-            if (record.sql.starts_with("insert")) rows_.push_back(record.sql);
+            (record.sql.starts_with("insert") ? rows_ : makes_).push_back(record.sql);
         });
         const auto connection = tracing.connect(connectionString());
         store::createSchema(*connection);
         definitions_ = definitionsOf(*connection);
     }
 
+    // Drops what is new or other than it was, and makes again what is missing then. A view may stand on any table, so
+    // that all are dropped first and made last.
+    std::vector<std::string> repairs(const Definitions& found) const {
+        if (found == definitions_) return {};
+        std::vector<std::string> views;
+        std::vector<std::string> tables;
+        std::set<std::string> kept;
+        for (const auto& [name, definition] : found) {
+            const auto known = definitions_.find(name);
+            if (definition.front() == 'V') {
+                views.push_back("drop view [" + name + "]");
+            } else if (known != definitions_.end() && known->second == definition) {
+                kept.insert(name);
+            } else {
+                tables.push_back("drop table [" + name + "]");
+            }
+        }
+        std::vector<std::string> all = views;
+        all.insert(all.end(), tables.begin(), tables.end());
+        std::copy_if(makes_.begin(), makes_.end(), std::back_inserter(all), [&kept](const std::string& sql) {
+            const std::string made = madeBy(sql);
+            return !made.empty() && !kept.contains(made);
+        });
+        return all;
+    }
+
     void drop() noexcept {
         try {
             store::odbc::dropIdleSessions();
+            const OneAtATime lock;
             stores().connect(server())->execute("drop database " + name_);
         } catch (const std::exception&) {
             // The next process finds that it is nobody's.
@@ -106,7 +174,8 @@ private:
     }
 
     std::string name_;
-    std::string definitions_;
+    Definitions definitions_;
+    std::vector<std::string> makes_;
     std::vector<std::string> rows_;
 };
 
@@ -136,6 +205,7 @@ public:
 private:
     // Of processes of this host that ended without dropping theirs.
     void dropAbandoned() const {
+        const OneAtATime lock;
         const auto connection = stores().connect(server());
         for (const auto& row : rowsOf(*connection, "select name from sysdatabases")) {
             const std::string& name = row.at(0);
