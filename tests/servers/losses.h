@@ -15,6 +15,7 @@
 #include "store/postgres/postgresstore.h"
 #include "store/tsql/failurenumbers.h"
 #include "support/postgresserver.h"
+#include "support/rows.h"
 
 namespace orvenmod::test {
 

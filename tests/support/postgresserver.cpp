@@ -208,6 +208,18 @@ void PostgresServer::start() { runShell(home_, environment_ + kStart); }
 void PostgresServer::promote() const { runShell(home_, kPrograms + "/pg_ctl promote --wait --silent --pgdata=data"); }
 void PostgresServer::command(const std::string& text) const { runShell(home_, text); }
 
+std::string PostgresServer::startPooler(const std::string& mode) const {
+    constexpr const char* kPort = "6432";
+    std::ofstream(home_ + "/pooler.ini") << "[databases]\n* = host=" << home_ << "\n[pgbouncer]\npool_mode = " << mode
+                                         << "\nunix_socket_dir = " << home_ << "\nlisten_port = " << kPort
+                                         << "\nauth_type = trust\nauth_file = " << home_ << "/pooler.users\n";
+    std::ofstream(home_ + "/pooler.users") << '"' << kOwner << "\" \"\"\n";
+    command("(PATH=$PATH:/usr/sbin pgbouncer --quiet pooler.ini & pooler=$!; flock users true; kill $pooler) &");
+    while (!fs::exists(home_ + "/.s.PGSQL." + kPort)) {
+    }
+    return kPort;
+}
+
 std::string PostgresServer::tool(const std::string& program) const {
     return "PGHOST=" + shellQuoted(home_) + " PGUSER=" + kSuperuser + " " + kPrograms + "/" + program;
 }

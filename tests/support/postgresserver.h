@@ -62,6 +62,9 @@ public:
     /// From now on no table grows, until there is space again.
     void fillDisk() const { command("touch data/full"); }
     void clearDisk() const { command("rm data/full"); }
+    /// Starts a pooler of connections in front of a server of the test's own, in its folder and gone with it; its port.
+    /// Of the modes, "session" keeps a connection for each session, "transaction" lends it for a transaction.
+    std::string startPooler(const std::string& mode) const;
     std::string log() const;
     /// Runs a shell command as the server's user, in its folder. Throws std::runtime_error where it fails.
     void command(const std::string& text) const;
