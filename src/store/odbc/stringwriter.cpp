@@ -1,6 +1,7 @@
 #include "store/odbc/stringwriter.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "store/odbc/serveraddress.h"
 #include "store/tsql/stringparts.h"
@@ -8,10 +9,20 @@
 
 namespace orvenmod::store::odbc {
 
+namespace {
+
+// Whether a reader of the string would take the bare value for something else.
+bool needsBraces(const std::string& value) {
+    const std::string_view outer = " \t\r\n\"'";
+    return value.find_first_of(";{}=") != std::string::npos || outer.find(value.front()) != std::string_view::npos ||
+           outer.find(value.back()) != std::string_view::npos;
+}
+
+}  // namespace
+
 std::string pairText(const std::string& key, const std::string& value) {
     if (value.empty()) return {};
-    if (value.find_first_of(";{}=") == std::string::npos && value.front() != ' ' && value.back() != ' ')
-        return key + "=" + value + ";";
+    if (!needsBraces(value)) return key + "=" + value + ";";
     std::string braced;
     for (const char c : value)
         braced += c == '}' ? std::string("}}") : std::string(1, c);
@@ -24,17 +35,6 @@ using tsql::Language;
 using Encryption = Wishes::Encryption;
 
 std::string yesNo(bool value) { return value ? "yes" : "no"; }
-
-// The settings that both drivers name alike.
-std::string commonPairs(const Wishes& wishes, const std::string& database) {
-    const bool integrated = wishes.integrated.value_or(false);
-    const std::string login =
-        integrated ? "Trusted_Connection=yes;" : pairText("UID", wishes.user) + pairText("PWD", wishes.password);
-    return pairText("Database", database) + login + pairText("APP", wishes.application) +
-           pairText("WSID", wishes.workstation) + pairText("Language", wishes.language) +
-           pairText("ApplicationIntent", wishes.intent) + pairText("MARS_Connection", wishes.severalResults) +
-           pairText("AttachDbFilename", wishes.attachedFile) + pairText("ServerSPN", wishes.serverPrincipal);
-}
 
 bool isAscii(const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
@@ -54,7 +54,9 @@ public:
         result_.database = wishes.database;
         result_.user = wishes.user;
         result_.integrated = wishes.integrated.value_or(false);
-        result_.encrypted = wishes.encryption >= Encryption::yes || !wishes.authority.empty();
+        // Who names what is to be trusted wants it checked.
+        named_ = !wishes.authority.empty() || !wishes.certificate.empty();
+        result_.encrypted = wishes.encryption >= Encryption::yes || named_;
     }
 
     ServerString toward(const std::string& server) {
@@ -79,11 +81,28 @@ private:
                                   "the driver '" + driver_.name + "' does not support " + what);
     }
 
+    // FreeTDS reads up to the next "};" and knows no doubled brace.
+    std::string pair(const std::string& key, const std::string& value) const {
+        if (result_.kind != DriverKind::freeTds || value.empty() || !needsBraces(value)) return pairText(key, value);
+        if (value.find("};") != std::string::npos) refuse(key + "={…};…");
+        return key + "={" + value + "};";
+    }
+
+    // The settings that both drivers name alike.
+    std::string commonPairs(const std::string& database) const {
+        const std::string login =
+            result_.integrated ? "Trusted_Connection=yes;" : pair("UID", wishes_.user) + pair("PWD", wishes_.password);
+        return pair("Database", database) + login + pair("APP", wishes_.application) +
+               pair("WSID", wishes_.workstation) + pair("Language", wishes_.language) +
+               pair("ApplicationIntent", wishes_.intent) + pair("MARS_Connection", wishes_.severalResults) +
+               pair("AttachDbFilename", wishes_.attachedFile) + pair("ServerSPN", wishes_.serverPrincipal);
+    }
+
     std::string ownPairs(std::initializer_list<const char*> but) const {
         std::string text;
         for (const auto& [key, value] : wishes_.own) {
             const auto same = [&key = key](const char* written) { return tsql::lowerText(written) == key; };
-            if (std::none_of(but.begin(), but.end(), same)) text += pairText(key, value);
+            if (std::none_of(but.begin(), but.end(), same)) text += pair(key, value);
         }
         return text;
     }
@@ -104,14 +123,15 @@ private:
         if (database.empty()) result_.laterDatabase = wishes_.database;
         std::string place;
         if (const std::string section = own("servername", ""); !section.empty()) {
-            if (!wishes_.authority.empty()) refuse("CA File (Servername)");
+            if (named_ || !wishes_.partner.empty())
+                refuse("CA File, Server Certificate, Failover Partner (Servername)");
             result_.server = section;
-            place = pairText("Servername", section);
+            place = pair("Servername", section);
         } else {
             const auto address = ServerAddress::parse(server, wishes_.port, language_);
             const std::string host = address.instance.empty() ? address.host : address.host + "\\" + address.instance;
-            place = pairText("Server", host) + pairText("Port", address.port);
-            if (result_.encrypted && !wishes_.trusting.value_or(false)) {
+            place = pair("Server", host) + pair("Port", address.port);
+            if (result_.encrypted && (named_ || !wishes_.trusting.value_or(false))) {
                 place = std::string("Servername=") + kSection + ";";
                 result_.settings = settings(address);
             }
@@ -119,10 +139,10 @@ private:
         // "off" would send the password in clear text as well, which the dialect's own clients never do.
         std::string encryption = own("encryption", wishes_.encryption == Encryption::no ? "request" : "");
         if (result_.encrypted) encryption = "require";
-        return pairText("Driver", driver_.name) + "ClientCharset=UTF-8;" + place + commonPairs(wishes_, database) +
-               pairText("PacketSize", wishes_.packetSize) + pairText("TDS_Version", own("tds_version", "7.4")) +
-               pairText("Encryption", encryption) +
-               ownPairs({"servername", "tds_version", "encryption", "clientcharset"});
+        result_.encrypted = tsql::lowerText(encryption) == "require";
+        return pair("Driver", driver_.name) + "ClientCharset=UTF-8;" + place + commonPairs(database) +
+               pair("PacketSize", wishes_.packetSize) + pair("TDS_Version", own("tds_version", "7.4")) +
+               pair("Encryption", encryption) + ownPairs({"servername", "tds_version", "encryption", "clientcharset"});
     }
 
     std::string settings(const ServerAddress& address) const {
@@ -139,28 +159,30 @@ private:
     std::string vendor(const std::string& server) {
         if (!wishes_.authority.empty()) refuse("CA File");
         if (!wishes_.packetSize.empty()) result_.packetSize = packetSize();
-        std::string place = pairText("DSN", wishes_.source);
+        std::string place = pair("DSN", wishes_.source);
         if (!server.empty() || place.empty()) {
             const auto address = ServerAddress::parse(server, wishes_.port, language_);
             const std::string behind = address.instance.empty() ? "," + address.port : "\\" + address.instance;
-            place = (place.empty() ? pairText("Driver", driver_.name) : place) +
-                    pairText("Server", "tcp:" + address.host + behind);
+            place =
+                (place.empty() ? pair("Driver", driver_.name) : place) + pair("Server", "tcp:" + address.host + behind);
         }
-        return place + pairText("Failover_Partner", wishes_.partner) + commonPairs(wishes_, wishes_.database) +
-               vendorEncryption() + pairText("HostnameInCertificate", wishes_.certificateHost) +
-               pairText("ServerCertificate", wishes_.certificate) +
-               pairText("MultiSubnetFailover", wishes_.severalSubnets) + ownPairs({});
+        return place + pair("Failover_Partner", wishes_.partner) + commonPairs(wishes_.database) + vendorEncryption() +
+               pair("HostnameInCertificate", wishes_.certificateHost) + pair("ServerCertificate", wishes_.certificate) +
+               pair("MultiSubnetFailover", wishes_.severalSubnets) + ownPairs({});
     }
 
     // The vendor's driver from 18 on encrypts where nothing is said; hosts that name an older provider never asked for
     // it.
     std::string vendorEncryption() const {
         std::string text;
-        if (wishes_.encryption == Encryption::strict) text = "Encrypt=strict;";
-        if (wishes_.encryption == Encryption::yes) text = "Encrypt=yes;";
         const bool older = !wishes_.provider.empty() && !wishes_.provider.starts_with("msoledbsql19");
-        if (wishes_.encryption == Encryption::no || (wishes_.encryption == Encryption::unsaid && older))
+        if (wishes_.encryption == Encryption::strict) {
+            text = "Encrypt=strict;";
+        } else if (result_.encrypted) {
+            text = "Encrypt=yes;";
+        } else if (wishes_.encryption == Encryption::no || older) {
             text = "Encrypt=no;";
+        }
         if (wishes_.trusting) text += "TrustServerCertificate=" + yesNo(*wishes_.trusting) + ";";
         return text;
     }
@@ -177,11 +199,10 @@ private:
         if (result_.encrypted) refuse("Encrypt");
         if (result_.integrated) refuse("Integrated Security");
         const std::string place =
-            wishes_.source.empty()
-                ? pairText("Driver", driver_.name) + pairText("Server", server) + pairText("Port", wishes_.port)
-                : pairText("DSN", wishes_.source);
-        return place + pairText("Database", wishes_.database) + pairText("UID", wishes_.user) +
-               pairText("PWD", wishes_.password) + ownPairs({});
+            wishes_.source.empty() ? pair("Driver", driver_.name) + pair("Server", server) + pair("Port", wishes_.port)
+                                   : pair("DSN", wishes_.source);
+        return place + pair("Database", wishes_.database) + pair("UID", wishes_.user) + pair("PWD", wishes_.password) +
+               ownPairs({});
     }
 
     static constexpr const char* kSection = "orvenmod";
@@ -189,6 +210,7 @@ private:
     const Wishes& wishes_;
     const Driver& driver_;
     Language language_;
+    bool named_ = false;
     ServerString result_;
 };
 

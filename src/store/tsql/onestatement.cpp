@@ -136,6 +136,10 @@ void requireText(std::string_view text) {
     constexpr std::array<char32_t, 5> kLeast = {0, 1, 0x80, 0x800, 0x10000};
     constexpr char32_t kLast = 0x10FFFF;
     for (std::size_t at = 0; at < text.size();) {
+        if (text[at] != '\0' && (text[at] & 0x80) == 0) {
+            ++at;
+            continue;
+        }
         const std::size_t start = at;
         const char32_t character = nextCharacter(text, at);
         const bool half = character >= 0xD800 && character <= 0xDFFF;
@@ -153,7 +157,11 @@ void OneStatement::scan(std::string_view sql) {
 }
 
 void OneStatement::take(const Token& token) {
-    if (++tokens_ == 1) first_ = token;
+    if (++tokens_ == 1) {
+        first_ = token;
+        alters_ = is(token, "alter");
+        inserts_ = is(token, "insert");
+    }
     if (tokens_ == 2) second_ = token;
     if (token.isSymbol("(")) ++depth_;
     if (token.isSymbol(")")) --depth_;
@@ -171,19 +179,20 @@ void OneStatement::take(const Token& token) {
 
 void OneStatement::takeWord(const Token& token) {
     // A server that takes one for a blank would find an opening word behind it.
-    if (holdsForeignBlank(token.text)) throw Error(kSyntaxNear, {std::string(token.text)});
+    if (beyondAscii(token.text) && holdsForeignBlank(token.text)) throw Error(kSyntaxNear, {std::string(token.text)});
     if (isOpening(token)) {
         if (tokens_ > 1 && !belongs(token)) throw Error(kSyntaxNearKeyword, {std::string(token.text)});
         if (depth_ == 0 && is(first_, "with") && is(previous_, ")")) {
             first_ = token;  // with a as (..) insert: an insert from here on
+            inserts_ = is(token, "insert");
             spent_ = false;
             return;
         }
-        if (is(first_, "insert") && tokens_ > 1) spent_ = true;
+        if (inserts_ && tokens_ > 1) spent_ = true;
         if (is(first_, "update") && is(token, "set")) spent_ = true;
-    } else if (is(first_, "insert") && (is(token, "values") || is(token, "default"))) {
+    } else if (inserts_ && (is(token, "values") || is(token, "default"))) {
         spent_ = true;
-    } else if (tokens_ > 2 && !previous_.isSymbol(".") && !isReservedWord(lowerName(token.text))) {
+    } else if (alters_ && tokens_ > 2 && !previous_.isSymbol(".") && !isReservedWord(lowerName(token.text))) {
         ++names_;
     }
 }
@@ -194,7 +203,7 @@ bool OneStatement::belongs(const Token& token) const {
         constexpr std::string_view kRowChanges[] = {"insert", "update", "delete", "merge"};
         return !previous_.isSymbol("(") || !isOneOf(token, kRowChanges);
     }
-    const bool alterAction = is(first_, "alter") && names_ == 1 && isOneOf(token, kAlterActions);
+    const bool alterAction = alters_ && names_ == 1 && isOneOf(token, kAlterActions);
     return alterAction || std::any_of(std::begin(kPlaces), std::end(kPlaces), [&](const Place& place) {
                return (place.word.empty() || is(token, place.word)) && (place.times == Times::any || !spent_) &&
                       standsAt(place.first, place.previous);

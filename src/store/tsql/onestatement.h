@@ -49,7 +49,9 @@ private:
     Token previous_;
     int tokens_ = 0;
     int depth_ = 0;
-    int names_ = 0;       ///< behind the second token, each owner.name as one
+    bool alters_ = false;
+    bool inserts_ = false;
+    int names_ = 0;       ///< of an alter, behind the second token, each owner.name as one
     bool spent_ = false;  ///< what a statement takes once (the query of an insert) has been read
     bool touchesSession_ = false;
     bool intoTable_ = false;

@@ -77,6 +77,24 @@ TEST(Encryption, TrustsTheCertificatesOfAFile) {
     EXPECT_EQ(vendor(kOleDb + "Encrypt=yes;HostNameInCertificate=h2").get("HostnameInCertificate"), "h2");
 }
 
+TEST(Encryption, IsCheckedByWhatIsNamedForIt) {
+    const std::string both = kOleDb + "Encrypt=no;TrustServerCertificate=yes;CA File=/etc/suite.crt";
+    EXPECT_NE(freeTds(both).settings.find("ca file = /etc/suite.crt"), std::string::npos);
+    EXPECT_EQ(ConnectionString(freeTds(both).text).get("Encryption"), "require");
+    EXPECT_TRUE(freeTds(kOleDb + "Server Certificate=/etc/own.crt").encrypted);
+    EXPECT_EQ(vendor(kOleDb + "Server Certificate=/etc/own.crt").get("Encrypt"), "yes");
+}
+
+TEST(Encryption, IsLeftToTheSectionOfFreeTdsThatTheStringNames) {
+    const ServerString way = freeTds("Driver=FreeTDS;Servername=suite;Encrypt=yes");
+    EXPECT_EQ(ConnectionString(way.text).get("Servername"), "suite");
+    EXPECT_EQ(ConnectionString(way.text).get("Encryption"), "require");
+    EXPECT_EQ(way.settings, "");
+    EXPECT_EQ(way.server, "suite");
+    EXPECT_EQ(numberOf("Driver=FreeTDS;Servername=suite;CA File=/etc/a.crt", kFreeTds), tsql::kBadConnectionString);
+    EXPECT_EQ(numberOf("Driver=FreeTDS;Servername=suite;Failover Partner=b", kFreeTds), tsql::kBadConnectionString);
+}
+
 TEST(Encryption, ThatTheDriverCantDoIsRefused) {
     EXPECT_EQ(numberOf(kOleDb + "Encrypt=strict", kFreeTds), tsql::kBadConnectionString);
     EXPECT_EQ(numberOf(kOleDb + "Encrypt=yes;HostNameInCertificate=h2", kFreeTds), tsql::kBadConnectionString);

@@ -1,9 +1,9 @@
 // Connecting to a real server, in the ways that a connection string can ask for.
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
 
 #include "store/connectionstring.h"
 #include "store/odbc/odbcstore.h"
@@ -28,6 +28,10 @@ protected:
     static std::unique_ptr<Connection> connect(const std::string& string) { return OdbcStore().connect(string); }
     static std::string value(Connection& connection, const std::string& sql) {
         return std::string(connection.open(sql).cell(0, 0).value_or("NULL"));
+    }
+    static bool isEncrypted(Connection& connection) {
+        return value(connection, "select encrypt_option from sys.dm_exec_connections where session_id=@@spid") ==
+               "TRUE";
     }
     static Failure failureOf(const std::string& string) {
         try {
@@ -87,10 +91,17 @@ TEST_F(ReachingAServer, WithEncryptionIsEncryptedOrIsNot) {
             continue;
         }
         const auto connection = connect(string_ + more);
-        EXPECT_EQ(value(*connection, "select encrypt_option from sys.dm_exec_connections where session_id=@@spid"),
-                  "TRUE");
+        EXPECT_TRUE(isEncrypted(*connection));
     }
     EXPECT_EQ(failureOf(string_ + "CA File=/nowhere.crt").number(), tsql::kNotEncrypted);
+}
+
+TEST_F(ReachingAServer, TrustsTheCertificatesOfAFile) {
+    const char* authority = std::getenv("ORVEN_TDS_CA");
+    if (authority == nullptr) GTEST_SKIP() << "no certificates: ORVEN_TDS_CA names no file";
+    EXPECT_TRUE(isEncrypted(*connect(string_ + "Encrypt=yes;CA File=" + authority)));
+    EXPECT_TRUE(isEncrypted(*connect(string_ + "Encrypt=yes;Server Certificate=" + authority)));
+    EXPECT_TRUE(isEncrypted(*connect(string_ + "Encrypt=yes;TrustServerCertificate=yes")));
 }
 
 TEST_F(ReachingAServer, TellsItWhoAsks) {

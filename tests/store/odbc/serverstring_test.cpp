@@ -145,7 +145,13 @@ TEST(ServerString, RefusesWhatIsNoAddressOverTcp) {
 }
 
 TEST(ServerString, KeepsAPasswordWithSigns) {
-    EXPECT_EQ(freeTds("Provider=SQLOLEDB;Data Source=h;Password={a;b}}c}").get("PWD"), "a;b}c");
+    const std::string string = "Provider=SQLOLEDB;Data Source=h;Password={a;b}}c=d {e }";
+    EXPECT_NE(wayOf(string).text.find("PWD={a;b}c=d {e };"), std::string::npos) << "as FreeTDS reads braces";
+    EXPECT_EQ(vendor(string).get("PWD"), "a;b}c=d {e ");
+    EXPECT_EQ(vendor("Provider=SQLOLEDB;Data Source=h;Password={'a}").get("PWD"), "'a");
+    const Failure refused = failureOf("Provider=SQLOLEDB;Data Source=h;Password={a}};b}");
+    EXPECT_EQ(refused.number(), tsql::kBadConnectionString);
+    EXPECT_EQ(refused.text().find("a}"), std::string::npos);
 }
 
 TEST(ServerString, CarriesNamesOfApplicationAndWorkstation) {
