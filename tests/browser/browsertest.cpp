@@ -37,7 +37,12 @@ void seedGoodsLists(Database& database) {
     addSeekField(database, 4, "fF", "建档日期", 3);
 }
 
-BrowserStage::BrowserStage(MakeScript makeScript) : Stage(makeScript) {
+BrowserStage::BrowserStage(MakeScript makeScript) : Stage(makeScript) { prepare(); }
+BrowserStage::BrowserStage(MakeScript makeScript, std::unique_ptr<Site> site) : Stage(makeScript, std::move(site)) {
+    prepare();
+}
+
+void BrowserStage::prepare() {
     database().addGoods();
     seedGoodsLists(database());
     set("SystemSetup", "msgTitle", "测试套件");

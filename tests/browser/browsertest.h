@@ -42,6 +42,7 @@ inline const Call kBillPicker{.isReturn = 1, .itemCalled = 1};
 class BrowserStage : public Stage {
 public:
     explicit BrowserStage(MakeScript makeScript = newMemoryScript);
+    BrowserStage(MakeScript makeScript, std::unique_ptr<Site> site);
 
     /// Opens the window, plays the steps and closes it; every box must have been answered.
     void open(const Call& call, const Steps& steps);
@@ -53,6 +54,9 @@ public:
 
     /// What stood in the properties after the last open.
     std::string fItemId, fNumber, fName;
+
+private:
+    void prepare();
 };
 
 /// fNumber, fName, fModel, fTimeQty, fMinQty and searches for class 3.

@@ -41,7 +41,12 @@ void chooseGoods(const std::string& connectionString) {
     state.gListFilter = " and fNBNumber like '.12.%'";
 }
 
-EditorStage::EditorStage(MakeScript makeScript) : Stage(makeScript) {
+EditorStage::EditorStage(MakeScript makeScript) : Stage(makeScript) { prepare(); }
+EditorStage::EditorStage(MakeScript makeScript, std::unique_ptr<Site> site) : Stage(makeScript, std::move(site)) {
+    prepare();
+}
+
+void EditorStage::prepare() {
     seed(database());
     chooseGoods(connectionString());
 }

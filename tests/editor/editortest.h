@@ -48,6 +48,7 @@ void chooseGoods(const std::string& connectionString);
 class EditorStage : public Stage {
 public:
     explicit EditorStage(MakeScript makeScript = newMemoryScript);
+    EditorStage(MakeScript makeScript, std::unique_ptr<Site> site);
 
     /// Opens the editor for a new item under the category, plays the steps and closes it.
     void openNew(const Steps& steps, int category = 0);
@@ -62,6 +63,7 @@ public:
     NotedList list;
 
 private:
+    void prepare();
     void open(const Steps& steps);
 };
 

@@ -1,6 +1,7 @@
 #include "support/database.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "store/tsql/failurenumbers.h"
 #include "store/tsql/messages.h"
@@ -32,6 +33,9 @@ std::string connectionStringFor(const std::string& file) { return "Provider=SQLi
 
 Database::Database()
     : site_(newSite(folder_.file("suite.db"))), connection_(stores().connect(site_->connectionString())) {}
+
+Database::Database(std::unique_ptr<Site> site)
+    : site_(std::move(site)), connection_(stores().connect(site_->connectionString())) {}
 
 std::string Database::file() const {
     if (testStore() != TestStore::sqlite) throw std::logic_error("a server's database is no file");

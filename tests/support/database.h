@@ -18,6 +18,8 @@ std::string connectionStringFor(const std::string& file);
 class Database {
 public:
     Database();
+    /// Elsewhere than the test store would put it.
+    explicit Database(std::unique_ptr<Site> site);
 
     /// Of the embedded store alone.
     std::string file() const;

@@ -141,7 +141,7 @@ PostgresServer::PostgresServer(SharedByAll) : home_(sharedFolder()) {
     ::close(start);
 }
 
-PostgresServer::PostgresServer(const Settings& settings) {
+void PostgresServer::makeFolder() {
     std::string pattern = (fs::temp_directory_path() / "orvenmod-postgres-XXXXXX").string();
     if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
     home_ = pattern;
@@ -150,6 +150,10 @@ PostgresServer::PostgresServer(const Settings& settings) {
     users_ = openLock(home_ + "/users");
     ::flock(users_, LOCK_SH);
     watcher_ = startShell(home_, "flock users true; " + kStop + "; rm -rf " + shellQuoted(home_));
+}
+
+PostgresServer::PostgresServer(const Settings& settings) {
+    makeFolder();
     if (settings.encoding == "UTF8") {
         runShell(home_, "cp -r " + shellQuoted(shared().home_ + "/empty") + " data");
     } else {
@@ -164,6 +168,19 @@ PostgresServer::PostgresServer(const Settings& settings) {
     }
     start();
     addOwner();
+}
+
+PostgresServer::PostgresServer(PostgresServer& primary, Standby) {
+    makeFolder();
+    runShell(home_, kPrograms + "/pg_basebackup --host=" + shellQuoted(primary.home_) + " --username=" + kSuperuser +
+                        " --pgdata=data --checkpoint=fast --no-sync --write-recovery-conf");
+    writeSettings(Settings());
+    start();
+    // Only now, and only there: the standby waits for nobody when it has become the primary.
+    primary.run("postgres", "ALTER SYSTEM SET synchronous_standby_names = '*'");
+    primary.run("postgres", "SELECT pg_reload_conf()");
+    while (primary.run("postgres", "SELECT sync_state FROM pg_stat_replication") != "sync") {
+    }
 }
 
 PostgresServer::~PostgresServer() {
@@ -189,7 +206,24 @@ void PostgresServer::addOwner() const {
 
 void PostgresServer::stop() { runShell(home_, kStop); }
 void PostgresServer::start() { runShell(home_, environment_ + kStart); }
+void PostgresServer::promote() const { runShell(home_, kPrograms + "/pg_ctl promote --wait --silent --pgdata=data"); }
 void PostgresServer::command(const std::string& text) const { runShell(home_, text); }
+
+std::string PostgresServer::startPooler(const std::string& mode) const {
+    constexpr const char* kPort = "6432";
+    std::ofstream(home_ + "/pooler.ini") << "[databases]\n* = host=" << home_ << "\n[pgbouncer]\npool_mode = " << mode
+                                         << "\nunix_socket_dir = " << home_ << "\nlisten_port = " << kPort
+                                         << "\nauth_type = trust\nauth_file = " << home_ << "/pooler.users\n";
+    std::ofstream(home_ + "/pooler.users") << '"' << kOwner << "\" \"\"\n";
+    command("(PATH=$PATH:/usr/sbin pgbouncer --quiet pooler.ini & pooler=$!; flock users true; kill $pooler) &");
+    while (!fs::exists(home_ + "/.s.PGSQL." + kPort)) {
+    }
+    return kPort;
+}
+
+std::string PostgresServer::tool(const std::string& program) const {
+    return "PGHOST=" + shellQuoted(home_) + " PGUSER=" + kSuperuser + " " + kPrograms + "/" + program;
+}
 
 std::string PostgresServer::run(const std::string& database, const std::string& sql) const {
     const Session session = connectTo(home_, database);

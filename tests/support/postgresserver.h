@@ -34,6 +34,9 @@ public:
 
     /// One of the test's own. Throws std::runtime_error where it can't be started.
     explicit PostgresServer(const Settings& settings);
+    /// A standby of another one, which from now on commits nothing that the standby hasn't stored.
+    enum class Standby { synchronous };
+    PostgresServer(PostgresServer& primary, Standby);
     ~PostgresServer();
     PostgresServer(const PostgresServer&) = delete;
     PostgresServer& operator=(const PostgresServer&) = delete;
@@ -55,12 +58,19 @@ public:
     /// Ends the server at once, as a loss of power would.
     void stop();
     void start();
+    /// Makes a standby the primary.
+    void promote() const;
     /// From now on no table grows, until there is space again.
     void fillDisk() const { command("touch data/full"); }
     void clearDisk() const { command("rm data/full"); }
+    /// Starts a pooler of connections in front of a server of the test's own, in its folder and gone with it; its port.
+    /// Of the modes, "session" keeps a connection for each session, "transaction" lends it for a transaction.
+    std::string startPooler(const std::string& mode) const;
     std::string log() const;
     /// Runs a shell command as the server's user, in its folder. Throws std::runtime_error where it fails.
     void command(const std::string& text) const;
+    /// One of the server's programs for command(), which works on this server as its superuser.
+    std::string tool(const std::string& program) const;
 
     /// The superuser of the tests, and the role that owns the databases.
     static constexpr const char* kSuperuser = "tests";
@@ -69,6 +79,7 @@ public:
 private:
     enum class SharedByAll { yes };
     explicit PostgresServer(SharedByAll);
+    void makeFolder();
     void addOwner() const;
     void writeSettings(const Settings& settings) const;
 

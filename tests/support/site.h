@@ -14,6 +14,8 @@
 
 namespace orvenmod::test {
 
+class PostgresServer;
+
 enum class TestStore { sqlite, postgres, tds };
 TestStore testStore();
 
@@ -34,6 +36,9 @@ std::unique_ptr<Site> newSite(const std::string& file);
 
 std::unique_ptr<Site> newFileSite(const std::string& file);
 std::unique_ptr<Site> newPostgresSite();
+std::unique_ptr<Site> newPostgresSite(PostgresServer& server);
+/// One that is there already.
+std::unique_ptr<Site> postgresSiteOf(PostgresServer& server, const std::string& database);
 std::unique_ptr<Site> newTdsSite();
 
 }  // namespace orvenmod::test

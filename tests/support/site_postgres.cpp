@@ -1,6 +1,7 @@
 #include <sys/stat.h>
 
 #include <stdexcept>
+#include <utility>
 
 #include "store/postgres/postgresstore.h"
 #include "store/schema.h"
@@ -19,8 +20,8 @@ std::string keyOfThisProgram() {
            std::to_string(program.st_mtim.tv_nsec);
 }
 
-void fill(const std::string& database) {
-    const auto connection = stores().connect(connectionStringFor(PostgresServer::shared(), database));
+void fill(const PostgresServer& server, const std::string& database) {
+    const auto connection = stores().connect(connectionStringFor(server, database));
     store::createSchema(*connection);
     connection->close();
     // A session left would keep it from being copied.
@@ -44,23 +45,33 @@ select (select string_agg(relname || table_to_xml(oid, true, false, '')::text, '
 
 class PostgresSite : public Site {
 public:
-    PostgresSite() : name_(PostgresServer::shared().makeDatabaseLike(keyOfThisProgram(), fill)) {}
+    PostgresSite(PostgresServer& server, std::string name) : server_(server), name_(std::move(name)) {}
     ~PostgresSite() override {
         store::postgres::PostgresStore::dropIdleSessions();
-        PostgresServer::shared().dropDatabase(name_);
+        server_.dropDatabase(name_);
     }
     PostgresSite(const PostgresSite&) = delete;
     PostgresSite& operator=(const PostgresSite&) = delete;
 
-    std::string connectionString() const override { return connectionStringFor(PostgresServer::shared(), name_); }
-    std::string dump() const override { return PostgresServer::shared().run(name_, kDump); }
+    std::string connectionString() const override { return connectionStringFor(server_, name_); }
+    std::string dump() const override { return server_.run(name_, kDump); }
 
 private:
+    PostgresServer& server_;
     std::string name_;
 };
 
 }  // namespace
 
-std::unique_ptr<Site> newPostgresSite() { return std::make_unique<PostgresSite>(); }
+std::unique_ptr<Site> newPostgresSite() { return newPostgresSite(PostgresServer::shared()); }
+
+std::unique_ptr<Site> newPostgresSite(PostgresServer& server) {
+    const auto make = [&server](const std::string& database) { fill(server, database); };
+    return postgresSiteOf(server, server.makeDatabaseLike(keyOfThisProgram(), make));
+}
+
+std::unique_ptr<Site> postgresSiteOf(PostgresServer& server, const std::string& database) {
+    return std::make_unique<PostgresSite>(server, database);
+}
 
 }  // namespace orvenmod::test

@@ -32,7 +32,10 @@ public:
     }
     void setProgress(std::function<void()> progress) override {
         state_->progress = progress;
-        ConnectionWrapper::setProgress(std::move(progress));
+        ConnectionWrapper::setProgress([state = state_, progress = std::move(progress)] {
+            if (state->whileAwaiting) state->whileAwaiting();
+            if (progress) progress();
+        });
     }
 
 private:
@@ -65,8 +68,14 @@ std::unique_ptr<store::Connection> CountingStore::connect(const std::string& con
     return std::make_unique<CountedConnection>(target_.connect(connectionString), state_);
 }
 
-Stage::Stage(MakeScript makeScript)
-    : script_(makeScript()),
+Stage::Stage(MakeScript makeScript) : Stage(makeScript, std::make_unique<Database>()) {}
+
+Stage::Stage(MakeScript makeScript, std::unique_ptr<Site> site)
+    : Stage(makeScript, std::make_unique<Database>(std::move(site))) {}
+
+Stage::Stage(MakeScript makeScript, std::unique_ptr<Database> database)
+    : database_(std::move(database)),
+      script_(makeScript()),
       counting_(stores()),
       faulty_(counting_, faults_),
       tracing_(faulty_,

@@ -54,10 +54,12 @@ public:
     std::unique_ptr<store::Connection> connect(const std::string& connectionString) override;
     int alive() const { return state_->alive; }
     const std::function<void()>& progress() const { return state_->progress; }
+    void setWhileAwaiting(std::function<void()> act) { state_->whileAwaiting = std::move(act); }
 
     struct State {
         int alive = 0;
         std::function<void()> progress;
+        std::function<void()> whileAwaiting;
     };
 
 private:
@@ -71,13 +73,14 @@ using MakeScript = std::unique_ptr<Script> (*)();
 class Stage {
 public:
     explicit Stage(MakeScript makeScript = newMemoryScript);
+    Stage(MakeScript makeScript, std::unique_ptr<Site> site);
     ~Stage();
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
 
     Script& script() { return *script_; }
-    Database& database() { return database_; }
-    std::string connectionString() const { return database_.connectionString(); }
+    Database& database() { return *database_; }
+    std::string connectionString() const { return database_->connectionString(); }
     MapSettings& settings() { return settings_; }
     /// A setting shared with the suite.
     void set(const std::string& section, const std::string& key, const std::string& value);
@@ -96,16 +99,20 @@ public:
     void forgetStatements() { trace_.clear(); }
     /// Called after each operation, before the logic goes on: the moment for somebody else to act.
     void afterOperation(store::TraceSink watcher) { watcher_ = std::move(watcher); }
+    /// Called about ten times a second while a statement takes long: likewise.
+    void whileAwaiting(std::function<void()> act) { counting_.setWhileAwaiting(std::move(act)); }
 
     /// The contents of a file, "" where there is none.
     static std::string contents(const std::string& file);
-    std::string iniFile() const { return database_.folder().file("setupInfo.ini"); }
+    std::string iniFile() const { return database_->folder().file("setupInfo.ini"); }
 
     /// Fails the test for scripts, answers or connections left over.
     void finish();
 
 private:
-    Database database_;
+    Stage(MakeScript makeScript, std::unique_ptr<Database> database);
+
+    std::unique_ptr<Database> database_;
     std::unique_ptr<Script> script_;
     MapSettings settings_;
     FixedClock clock_;

@@ -134,6 +134,12 @@ Failure connectFailure(const PGconn* connection, const ServerAddress& address,
     return worded(language, tsql::kServerUnreachable, {address.server, words});
 }
 
+Failure setUpFailure(const PGresult* failure, const ServerAddress& address) {
+    // What a new session prepares is there already: its connection has been another session's.
+    if (field(failure, PG_DIAG_SQLSTATE) != "42P05") return reported(failure, address);
+    return worded(address.language, tsql::kSharedSessions, {address.server});
+}
+
 std::optional<Failure> unfitServer(int version, const ServerAddress& address) {
     if (version >= kLeastVersion) return std::nullopt;
     constexpr int kMajor = 10000;

@@ -30,6 +30,9 @@ bool isConstraint(const PGresult* failure);
 Failure connectFailure(const PGconn* connection, const ServerAddress& address,
                        std::chrono::steady_clock::duration taken);
 
+/// The failure of a new session's settings.
+Failure setUpFailure(const PGresult* failure, const ServerAddress& address);
+
 /// Why the server can't be used, where it is too old.
 std::optional<Failure> unfitServer(int version, const ServerAddress& address);
 

@@ -253,21 +253,28 @@ void PostgresConnection::commitTrans() {
     worded([this] {
         session();
         if (transaction_ == Transaction::none) throw tsql::Error(tsql::kCommitWithoutBegin);
-        if (std::exchange(transaction_, Transaction::none) == Transaction::begun) return;
-        if (defined_) session_->queue(Fixed::schemaChanged);
-        session_->queue(Fixed::commit);
-        try {
-            const Answer answer = session_->send();
-            if (const PGresult* failure = answer.failure()) {
-                session_->reset();
-                session_->forgetSchema();
-                throw reported(failure, session_->address());
-            }
-            if (defined_) session_->schemaChanged(answer.results.front().get());
-        } catch (const LostConnection& lost) {
-            failForLoss(lost, true);
-        }
+        if (transaction_ == Transaction::open) commitOpen();
+        transaction_ = Transaction::none;
     });
+}
+
+// What fails leaves a transaction that is to be rolled back, as everywhere.
+void PostgresConnection::commitOpen() {
+    if (defined_) session_->queue(Fixed::schemaChanged);
+    session_->queue(Fixed::commit);
+    Answer answer;
+    try {
+        answer = session_->send();
+    } catch (const LostConnection& lost) {
+        failForLoss(lost, true);
+    }
+    if (const PGresult* failure = answer.failure()) {
+        transaction_ = Transaction::lost;
+        session_->reset();
+        session_->forgetSchema();
+        throw reported(failure, session_->address());
+    }
+    if (defined_) session_->schemaChanged(answer.results.front().get());
 }
 
 void PostgresConnection::rollbackTrans() {

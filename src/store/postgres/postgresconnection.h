@@ -64,6 +64,7 @@ private:
     void endUnit();
     Answer sendUnit(Effect effect);
     void undoUnit();
+    void commitOpen();
     bool isOvertaken(const Answer& answer, std::optional<std::size_t> lookAt, int& attempt) const;
     [[noreturn]] void failChange(std::string_view sql, const PGresult* failure, const Values& values);
     [[noreturn]] void failForLoss(const LostConnection& lost, bool mayBeStored);

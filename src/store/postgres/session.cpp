@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdio>
 #include <ctime>
+#include <random>
 #include <utility>
 
 #include "store/postgres/failures.h"
@@ -34,6 +36,13 @@ constexpr std::array<FixedText, 8> kFixed = {{
     {"expectschema", "SELECT 1 / (number = $1)::integer FROM orven.schema_version"},
     {"schemachanged", "UPDATE orven.schema_version SET number = number + 1 RETURNING number - 1"},
 }};
+
+// A pooler may give the statements of one session to another's connection, where none must be taken for its own.
+std::string ownName() {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "s%08x_", static_cast<unsigned>(std::random_device()()));
+    return text.data();
+}
 
 // Seconds east of Greenwich on this machine, now.
 long localZone() {
@@ -72,7 +81,8 @@ const PGresult* Answer::failure() const {
     return results.empty() || !isFailure(results.back().get()) ? nullptr : results.back().get();
 }
 
-Session::Session(ServerAddress address) : address_(std::move(address)), catalog_(*this), zone_(localZone()) {
+Session::Session(ServerAddress address)
+    : address_(std::move(address)), catalog_(*this), ownName_(ownName()), zone_(localZone()) {
     connect();
     checkServer();
     install(connection_.get(), address_);
@@ -130,7 +140,7 @@ void Session::setUp() {
             queued_.emplace_back();
         }
         const Answer answer = send();
-        if (const PGresult* failure = answer.failure()) throw reported(failure, address_);
+        if (const PGresult* failure = answer.failure()) throw setUpFailure(failure, address_);
     } catch (const LostConnection& lost) {
         throw tsql::worded(address_.language, tsql::kServerUnreachable, {address_.server, lost.reason});
     }
@@ -251,7 +261,7 @@ void Session::interrupt() noexcept {
 
 void Session::lose() const { throw LostConnection{lastWords(connection_.get())}; }
 
-Prepared Session::newStatement() { return {"s" + std::to_string(++names_), gone_}; }
+Prepared Session::newStatement() { return {ownName_ + std::to_string(++names_), gone_}; }
 
 CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape) {
     if (CachedStatement* known = cache_.find(shape)) return *known;

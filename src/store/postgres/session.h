@@ -140,6 +140,7 @@ private:
     StatementCache cache_;
     CachedStatement uncached_;  // the last one that is not kept
     std::vector<Queued> queued_;
+    std::string ownName_;  // begins the names of its statements
     std::size_t names_ = 0;
     long zone_ = 0;
     bool unsent_ = false;

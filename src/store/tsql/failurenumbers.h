@@ -196,6 +196,7 @@ enum FailureNumber : int {
     kServerEncoding = 50036,     ///< {database, its encoding}
     kNoText = 50037,             ///< {}: a NUL, or bytes that are no UTF-8
     kBeyondCodePage = 50038,     ///< {character}
+    kSharedSessions = 50039,     ///< {server}: a pooler in front of it moves sessions about
 
     // What can be wrong with a driver, and with what it makes of a server.
     kNoDriver = 50051,       ///< {the names of those that would do}

@@ -6,8 +6,10 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <string>
+#include <thread>
+#include <utility>
 
-#include "store/postgres/failures.h"
 #include "store/tsql/failurenumbers.h"
 #include "suiteserver.h"
 #include "support/temporary.h"
@@ -17,10 +19,9 @@ namespace {
 
 using orvenmod::test::PostgresServer;
 
-// A host that takes connections and never says a word.
-class SilentHost {
+class LocalPort {
 public:
-    SilentHost() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+    LocalPort() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -30,15 +31,53 @@ public:
         ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
         port_ = ntohs(address.sin_port);
     }
-    ~SilentHost() { ::close(socket_); }
-    SilentHost(const SilentHost&) = delete;
-    SilentHost& operator=(const SilentHost&) = delete;
+    ~LocalPort() { ::close(socket_); }
+    LocalPort(const LocalPort&) = delete;
+    LocalPort& operator=(const LocalPort&) = delete;
 
-    std::string port() const { return std::to_string(port_); }
+    int socket() const { return socket_; }
+    std::string connectionString() const {
+        return "Provider=PostgreSQL;Data Source=127.0.0.1;Port=" + std::to_string(port_);
+    }
 
 private:
     int socket_;
     int port_ = 0;
+};
+
+// Lets in one client, whom it tells that version.
+class PlayedServer {
+public:
+    explicit PlayedServer(std::string version) : thread_([this, version = std::move(version)] { play(version); }) {}
+    ~PlayedServer() { thread_.join(); }
+    PlayedServer(const PlayedServer&) = delete;
+    PlayedServer& operator=(const PlayedServer&) = delete;
+
+    std::string connectionString() const {
+        return port_.connectionString() + ";Initial Catalog=suite;User ID=suite;sslmode=disable;gssencmode=disable";
+    }
+
+private:
+    static std::string message(char kind, const std::string& content) {
+        const auto length = static_cast<char>(content.size() + 4);
+        return std::string{kind, 0, 0, 0, length} + content;
+    }
+    void play(const std::string& version) const {
+        using namespace std::string_literals;
+        const int client = ::accept(port_.socket(), nullptr, nullptr);
+        char startup[1024];
+        EXPECT_GT(::read(client, startup, sizeof startup), 0);
+        const std::string welcome = message('R', "\0\0\0\0"s) + message('S', "server_version\0"s + version + "\0"s) +
+                                    message('S', "server_encoding\0UTF8\0"s) + message('Z', "I");
+        EXPECT_EQ(::write(client, welcome.data(), welcome.size()), static_cast<ssize_t>(welcome.size()));
+        // Until the client goes.
+        while (::read(client, startup, sizeof startup) > 0) {
+        }
+        ::close(client);
+    }
+
+    LocalPort port_;
+    std::thread thread_;
 };
 
 Failure connecting(const std::string& connectionString) {
@@ -46,10 +85,9 @@ Failure connecting(const std::string& connectionString) {
 }
 
 TEST(BadServers, AHostThatDoesNotAnswerIsToldWithinTheConnectTimeout) {
-    const SilentHost host;
+    const LocalPort host;
     const auto start = std::chrono::steady_clock::now();
-    const Failure failure =
-        connecting("Provider=PostgreSQL;Data Source=127.0.0.1;Port=" + host.port() + ";Connect Timeout=2");
+    const Failure failure = connecting(host.connectionString() + ";Connect Timeout=2");
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     EXPECT_EQ(failure.number(), tsql::kServerSilent);
     EXPECT_EQ(failure.text(), "服务器“127.0.0.1”在 2 秒内没有应答。请检查服务器地址和网络。");
@@ -119,10 +157,10 @@ TEST(BadServers, ADatabaseOfAnotherEncodingIsRefused) {
 }
 
 TEST(BadServers, AServerThatIsTooOldIsRefused) {
-    ServerAddress address;
-    address.server = "db";
-    EXPECT_EQ(unfitServer(140019, address)->text(), "服务器“db”的版本是 14，至少需要 15。");
-    EXPECT_FALSE(unfitServer(150000, address));
+    const PlayedServer server("14.19");
+    const Failure failure = connecting(server.connectionString());
+    EXPECT_EQ(failure.number(), tsql::kServerTooOld);
+    EXPECT_EQ(failure.text(), "服务器“127.0.0.1”的版本是 14，至少需要 15。");
 }
 
 TEST(BadServers, AFullDiskIsToldAndStoresNothing) {

@@ -71,6 +71,8 @@ TEST_F(LostSession, BeforeACommitIsTold) {
     connection_->execute("insert into t(id) values(2)");
     terminateSessions();
     EXPECT_EQ(failureOf([&] { connection_->commitTrans(); }).number(), tsql::kCommitUnknown);
+    EXPECT_TRUE(connection_->inTransaction()) << "whoever commits rolls back after a failure";
+    connection_->rollbackTrans();
     EXPECT_FALSE(connection_->inTransaction());
     EXPECT_EQ(value(*connection_, "select count(*) from t"), "1");
 }
