@@ -75,11 +75,17 @@ protected:
         store::sqlite::SqliteStore::dropIdleHandles();
         return dumpOf(file());
     }
-    /// The same without a row: tables, indexes and views alone.
+    /// The same without the rows that users write: tables, indexes, views and fixed rows.
     std::string shape() {
-        for (const store::SchemaTable& table : store::schemaTables())
-            execute("delete from " + std::string(table.name));
+        execute("delete from tblItem");
         return contents();
+    }
+    /// The same without what databases that were there keep on purpose: the formats of two of the goods' list columns.
+    std::string upgradedShape() {
+        EXPECT_EQ(connect()->execute("update tblFindinfoEntry set fDataFormat='#,##0.00' "
+                                     "where fTypeId=6003 and fFieldName in ('fD','fE') and fDataFormat='#,###.##'"),
+                  2);
+        return shape();
     }
     std::string shapeOfANewDatabase() {
         std::filesystem::remove(file());
@@ -105,7 +111,7 @@ TEST_F(Upgrade, giveADatabaseOfTheFirstVersionTheShapeOfANewOne) {
     EXPECT_EQ(version(), 0);
     upgrade();
     EXPECT_EQ(version(), store::newestSchemaVersion());
-    const std::string upgraded = shape();
+    const std::string upgraded = upgradedShape();
     EXPECT_EQ(upgraded, shapeOfANewDatabase());
 }
 
@@ -183,7 +189,7 @@ TEST_F(Upgrade, makesAnIndexThatIsMissingAndReplacesOneOfOtherColumns) {
     }
     execute("create index ix_tblItem_2 on tblItem(fDepth,fNumber)");
     upgrade();
-    const std::string upgraded = shape();
+    const std::string upgraded = upgradedShape();
     EXPECT_EQ(upgraded, shapeOfANewDatabase());
 }
 
