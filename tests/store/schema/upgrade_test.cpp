@@ -147,11 +147,9 @@ TEST_F(Upgrade, asksTheStoreForTheseStatementsAlone) {
     upgrade();
     EXPECT_EQ(
         statements(),
-        (Texts{"select fItemClassId from tblItemClass where fItemClassId=3",
-               "select cast(isnull(max(fVersion),0) as int) as fVersion from tblOrvenmodVersion", "begin",
+        (Texts{"select fItemClassId from tblItemClass where fItemClassId=3", "tblOrvenmodVersion", "begin",
                "update tblItemClass set fItemType=fItemType where fItemClassId=3",
-               "select fItemClassId from tblItemClass where fItemClassId=3",
-               "select cast(isnull(max(fVersion),0) as int) as fVersion from tblOrvenmodVersion",
+               "select fItemClassId from tblItemClass where fItemClassId=3", "tblOrvenmodVersion", "tblOrvenmodVersion",
                "create table tblOrvenmodVersion(fVersion int not null)", "drop index tblItem.ix_tblItem_5",
                "create index ix_tblItem_5 on tblItem(fItemClassId,fIsDetail,fDepth)", "drop index tblItem.ix_tblItem_2",
                "create index ix_tblItem_2 on tblItem(fItemClassId,fName,fIsDetail)", "drop index tblItem.ix_tblItem_4",
@@ -196,7 +194,7 @@ TEST_F(Upgrade, makesAnIndexThatIsMissingAndReplacesOneOfOtherColumns) {
 TEST_F(Upgrade, onlyReadsADatabaseOfTheNewestVersion) {
     upgrade();
     upgrade(";Mode=ReadOnly");
-    EXPECT_EQ(statements().size(), 2U);
+    EXPECT_EQ(statements().size(), 3U);
 }
 
 TEST_F(Upgrade, leavesOneVersionWhereMoreWereNoted) {
@@ -224,7 +222,7 @@ TEST_F(Upgrade, leavesTheDatabaseAsItWasWhicheverOperationFails) {
             EXPECT_EQ(contents(), before) << plan.failAt;
         }
     } while (plan.count >= plan.failAt);
-    EXPECT_EQ(plan.failAt, 18) << "connecting, and sixteen operations within";
+    EXPECT_EQ(plan.failAt, 19) << "connecting, and seventeen operations within";
     EXPECT_EQ(version(), store::newestSchemaVersion());
 }
 
