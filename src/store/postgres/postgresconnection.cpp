@@ -234,8 +234,7 @@ void PostgresConnection::storeRow(Prepared& statement, const std::string& text, 
 
 std::unique_ptr<TableWriter> PostgresConnection::openTable(std::string_view table) {
     return worded([&]() -> std::unique_ptr<TableWriter> {
-        session();
-        return std::make_unique<PostgresTableWriter>(*this, table);
+        return session().byCatalog([&] { return std::make_unique<PostgresTableWriter>(*this, table); });
     });
 }
 

@@ -266,15 +266,7 @@ Prepared Session::newStatement() { return {ownName_ + std::to_string(++names_), 
 CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape) {
     if (CachedStatement* known = cache_.find(shape)) return *known;
     CachedStatement entry;
-    const bool fresh = catalog_.refreshed();
-    try {
-        entry.translation = tsql::translateForPostgres(sql, catalog_);
-    } catch (const tsql::Error&) {
-        // What is missed may have been made meanwhile by somebody else.
-        if (fresh) throw;
-        catalog_.clear();
-        entry.translation = tsql::translateForPostgres(sql, catalog_);
-    }
+    entry.translation = byCatalog([&] { return tsql::translateForPostgres(sql, catalog_); });
     const bool native =
         entry.translation.kind == tsql::StatementKind::query || entry.translation.kind == tsql::StatementKind::change;
     if (native) entry.statement = newStatement();
