@@ -20,6 +20,7 @@ const std::map<std::string, std::set<std::string>>& arrows() {
         {"src/store/tsql", {"src/store"}},
         {"src/store/sqlite", {"src/store", "src/store/tsql"}},
         {"src/store/odbc", {"src/store", "src/store/tsql"}},
+        {"src/store/copy", {"src/store", "src/store/tsql"}},
         {"src/platform", {}},
         {"src/platform/model", {"src/platform"}},
         {"src/platform/report", {"src/platform"}},
@@ -38,7 +39,7 @@ const std::map<std::string, std::set<std::string>>& arrows() {
          {"include/orvenmod", "src/browser", "src/dictionary", "src/designer", "src/frame", "src/store",
           "src/store/tsql", "src/store/sqlite", "src/store/odbc", "src/platform", "src/platform/desktop",
           "src/platform/sheet", "src/platform/qt"}},
-        {"src/tools", {"src/entry", "src/store"}},
+        {"src/tools", {"src/entry", "src/store", "src/store/copy"}},
     };
     return kArrows;
 }

@@ -117,15 +117,35 @@ Recordset emptyRecordset(const std::vector<tsql::ResultColumn>& columns) {
     return Recordset(std::move(result));
 }
 
-int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
+namespace {
+
+void addRow(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
     const int count = static_cast<int>(columns.size());
+    for (int i = 0; i < count; ++i) {
+        addCell(rows, sqlite3_column_value(statement, i), columns[static_cast<std::size_t>(i)].type);
+    }
+    rows.endRow();
+}
+
+}  // namespace
+
+int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
+    int code = sqlite3_step(statement);
+    for (; code == SQLITE_ROW; code = sqlite3_step(statement))
+        addRow(statement, columns, rows);
+    return code;
+}
+
+int fetchParts(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, const Connection::Part& part) {
+    Recordset rows = emptyRecordset(columns);
     int code = sqlite3_step(statement);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
-        for (int i = 0; i < count; ++i) {
-            addCell(rows, sqlite3_column_value(statement, i), columns[static_cast<std::size_t>(i)].type);
-        }
-        rows.endRow();
+        addRow(statement, columns, rows);
+        if (rows.rowCount() < kRowsPerPart && rows.memory() < kBytesPerPart) continue;
+        part(rows);
+        rows = emptyRecordset(columns);
     }
+    if (code == SQLITE_DONE && rows.rowCount() > 0) part(rows);
     return code;
 }
 

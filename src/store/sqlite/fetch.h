@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "store/recordset.h"
+#include "store/connection.h"
 #include "store/tsql/translation.h"
 
 namespace orvenmod::store::sqlite {
@@ -15,5 +15,8 @@ Recordset emptyRecordset(const std::vector<tsql::ResultColumn>& columns);
 
 /// Steps the statement to its end and adds every row. The last result code: SQLITE_DONE, or what it failed with.
 int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows);
+
+/// Likewise, but hands the rows over part by part; what `part` throws goes on.
+int fetchParts(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, const Connection::Part& part);
 
 }  // namespace orvenmod::store::sqlite

@@ -5,6 +5,7 @@
 
 #include "store/sqlite/binding.h"
 #include "store/sqlite/names.h"
+#include "store/sqlite/rowinsert.h"
 #include "store/sqlite/sqliteconnection.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/tsql/error.h"
@@ -13,30 +14,10 @@
 
 namespace orvenmod::store::sqlite {
 
-namespace {
-
-std::string quoted(const std::string& name) {
-    std::string result = "\"";
-    for (const char c : name)
-        result += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return result + '"';
-}
-
-std::string_view withoutOwner(std::string_view table) {
-    constexpr std::string_view kOwner = "dbo.";
-    const bool owned = table.size() > kOwner.size() && sameName(table.substr(0, kOwner.size()), kOwner);
-    return owned ? table.substr(kOwner.size()) : table;
-}
-
-}  // namespace
-
 SqliteTableWriter::SqliteTableWriter(SqliteConnection& connection, std::string_view table) : connection_(connection) {
-    const tsql::ObjectInfo* object = connection.database().catalog().find(withoutOwner(table));
-    if (object == nullptr || object->kind != tsql::ObjectInfo::Kind::table) {
-        throw tsql::Error(tsql::kUnknownObject, {std::string(table)});
-    }
-    table_ = object->name;
-    columns_ = object->columns;
+    const tsql::ObjectInfo& object = tableNamed(connection.database(), table);
+    table_ = object.name;
+    columns_ = object.columns;
 }
 
 void SqliteTableWriter::addNew() {
@@ -62,15 +43,11 @@ void SqliteTableWriter::setBinary(std::string_view name, std::span<const std::by
     field(name).bytes = bytes;
 }
 
-std::string SqliteTableWriter::insertText() const {
-    if (fields_.empty()) return "INSERT INTO " + quoted(table_) + " DEFAULT VALUES";
-    std::string names;
-    std::string places;
-    for (const Field& field : fields_) {
-        names += (names.empty() ? "" : ",") + quoted(columns_[field.column].name);
-        places += places.empty() ? "?" : ",?";
-    }
-    return "INSERT INTO " + quoted(table_) + "(" + names + ") VALUES(" + places + ")";
+std::vector<std::string> SqliteTableWriter::fieldNames() const {
+    std::vector<std::string> names;
+    for (const Field& field : fields_)
+        names.push_back(columns_[field.column].name);
+    return names;
 }
 
 void SqliteTableWriter::bind(sqlite3_stmt* statement) const {
@@ -109,7 +86,7 @@ std::string SqliteTableWriter::valueOf(const std::string& column) const {
 
 void SqliteTableWriter::store() {
     Database& database = connection_.database();
-    std::string text = insertText();
+    std::string text = insertText(table_, fieldNames());
     for (bool again = false;; again = true) {
         if (again || text != preparedText_) {
             statement_ = database.prepareNative(text);

@@ -40,7 +40,7 @@ private:
     };
 
     Field& field(std::string_view name);
-    std::string insertText() const;
+    std::vector<std::string> fieldNames() const;
     void bind(sqlite3_stmt* statement) const;
     void store();
     std::string valueOf(const std::string& column) const;
