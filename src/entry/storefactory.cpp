@@ -2,6 +2,7 @@
 
 #include "store/connectionstring.h"
 #include "store/odbc/odbcstore.h"
+#include "store/postgres/postgresstore.h"
 #include "store/sqlite/sqlitestore.h"
 #include "store/tsql/messages.h"
 #include "store/tsql/utf8.h"
@@ -18,13 +19,16 @@ bool isServerProvider(const std::string& provider) {
 }  // namespace
 
 StoreFactory::StoreFactory()
-    : embedded_(std::make_unique<store::sqlite::SqliteStore>()), server_(std::make_unique<store::odbc::OdbcStore>()) {}
+    : embedded_(std::make_unique<store::sqlite::SqliteStore>()),
+      postgres_(std::make_unique<store::postgres::PostgresStore>()),
+      server_(std::make_unique<store::odbc::OdbcStore>()) {}
 StoreFactory::~StoreFactory() = default;
 
 std::unique_ptr<store::Connection> StoreFactory::connect(const std::string& connectionString) {
     const store::ConnectionString parts(connectionString);
     const std::string provider = store::tsql::lowerText(parts.get("Provider"));
     if (provider == "sqlite") return embedded_->connect(connectionString);
+    if (provider == "postgresql") return postgres_->connect(connectionString);
     const bool odbc = provider.empty() && (parts.has("Driver") || parts.has("DSN"));
     if (odbc || isServerProvider(provider)) return server_->connect(connectionString);
     const bool english = store::tsql::lowerText(parts.get("Language")) == "us_english";

@@ -1,6 +1,8 @@
 // Picks the store by the connection string:
 //
 //   Provider=SQLite;Data Source=...                                    the embedded store
+//   Provider=PostgreSQL;Data Source=host;Initial Catalog=...;
+//     User ID=...;Password=...                                         a PostgreSQL server
 //   Driver=...;... or DSN=...;...                                      a server over ODBC
 //   Provider=SQLOLEDB...;Data Source=...;Initial Catalog=...;
 //     User ID=...;Password=...                                         likewise, as hosts have it today
@@ -23,6 +25,7 @@ public:
 
 private:
     std::unique_ptr<store::Store> embedded_;
+    std::unique_ptr<store::Store> postgres_;
     std::unique_ptr<store::Store> server_;
 };
 

@@ -16,6 +16,9 @@ public:
     std::string get(std::string_view key, std::string_view fallback = "") const;
     bool has(std::string_view key) const;
 
+    /// All of them in their order, the keys in small letters.
+    const std::vector<std::pair<std::string, std::string>>& parts() const { return parts_; }
+
 private:
     std::vector<std::pair<std::string, std::string>> parts_;
 };

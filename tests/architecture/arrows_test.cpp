@@ -19,7 +19,9 @@ const std::map<std::string, std::set<std::string>>& arrows() {
         {"src/store", {}},
         {"src/store/tsql", {"src/store"}},
         {"src/store/sqlite", {"src/store", "src/store/tsql"}},
-        {"src/store/odbc", {"src/store", "src/store/tsql"}},
+        {"src/store/server", {"src/store", "src/store/tsql"}},
+        {"src/store/odbc", {"src/store", "src/store/tsql", "src/store/server"}},
+        {"src/store/postgres", {"src/store", "src/store/tsql", "src/store/server"}},
         {"src/store/copy", {"src/store", "src/store/tsql"}},
         {"src/platform", {}},
         {"src/platform/model", {"src/platform"}},
@@ -37,8 +39,8 @@ const std::map<std::string, std::set<std::string>>& arrows() {
          {"src/editor", "src/hierarchy", "src/frame", "src/store", "src/platform", "src/platform/sheet"}},
         {"src/entry",
          {"include/orvenmod", "src/browser", "src/dictionary", "src/designer", "src/frame", "src/store",
-          "src/store/tsql", "src/store/sqlite", "src/store/odbc", "src/platform", "src/platform/desktop",
-          "src/platform/sheet", "src/platform/qt"}},
+          "src/store/tsql", "src/store/sqlite", "src/store/odbc", "src/store/postgres", "src/platform",
+          "src/platform/desktop", "src/platform/sheet", "src/platform/qt"}},
         {"src/tools", {"src/entry", "src/store", "src/store/copy"}},
     };
     return kArrows;
@@ -116,11 +118,9 @@ TEST(Arrows, theHeaderOfTheQtRoomThatOthersIncludeIsFreeOfQt) {
 }
 
 TEST(Arrows, eachNativeStoreHeaderStaysInItsRoom) {
-    const std::map<std::string, std::string> homes = {{"sqlite3.h", "src/store/sqlite"},
-                                                      {"sql.h", "src/store/odbc"},
-                                                      {"sqlext.h", "src/store/odbc"},
-                                                      {"sqltypes.h", "src/store/odbc"},
-                                                      {"sqlucode.h", "src/store/odbc"}};
+    const std::map<std::string, std::string> homes = {
+        {"sqlite3.h", "src/store/sqlite"}, {"sql.h", "src/store/odbc"},      {"sqlext.h", "src/store/odbc"},
+        {"sqltypes.h", "src/store/odbc"},  {"sqlucode.h", "src/store/odbc"}, {"libpq-fe.h", "src/store/postgres"}};
     for (const SourceFile& file : product()) {
         for (const Include& include : file.includes) {
             const auto home = homes.find(include.path);

@@ -12,10 +12,9 @@
 #include "store/sqlite/binding.h"
 
 #include <charconv>
-#include <string>
+#include <string_view>
 
-#include "store/tsql/decimal.h"
-#include "store/tsql/like.h"
+#include "store/tsql/literals.h"
 #include "store/tsql/utf8.h"
 
 namespace orvenmod::store::sqlite {
@@ -23,72 +22,9 @@ namespace orvenmod::store::sqlite {
 namespace {
 
 using tsql::Datum;
-using tsql::Kind;
 using tsql::Literal;
 using tsql::LiteralKind;
 using tsql::Parameter;
-
-constexpr char32_t kLastCharacter = 0x10FFFF;
-
-int hexValue(char c) { return c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10; }
-
-Datum binaryLiteral(std::string_view digits) {
-    Datum result;
-    result.kind = Datum::Kind::blob;
-    std::size_t at = digits.size() % 2;
-    if (at == 1) result.text += static_cast<char>(hexValue(digits[0]));
-    for (; at < digits.size(); at += 2)
-        result.text += static_cast<char>(hexValue(digits[at]) * 16 + hexValue(digits[at + 1]));
-    return result;
-}
-
-Datum literalValue(const Literal& literal) {
-    switch (literal.kind) {
-        case LiteralKind::integer:
-        case LiteralKind::decimal:
-            if (const auto number = tsql::Decimal::parse(literal.text)) return number->toDatum();
-            break;
-        case LiteralKind::money:
-        case LiteralKind::real: {
-            Datum text;
-            text.kind = Datum::Kind::text;
-            text.text = literal.text;
-            const Kind kind = literal.kind == LiteralKind::money ? Kind::money : Kind::floating;
-            return tsql::convert(text, tsql::textType(Kind::varchar, -1), tsql::typeOf(kind));
-        }
-        case LiteralKind::binary:
-            return binaryLiteral(literal.text);
-        case LiteralKind::text:
-        case LiteralKind::nationalText:
-            break;
-    }
-    Datum result;
-    result.kind = Datum::Kind::text;
-    result.text = literal.value();
-    return result;
-}
-
-// The first text behind all those that begin with the prefix, in the order of NOCASE.
-std::string successor(std::string_view prefix) {
-    std::u32string characters;
-    for (std::size_t at = 0; at < prefix.size();) {
-        const char32_t c = tsql::nextCharacter(prefix, at);
-        characters += c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c;
-    }
-    while (!characters.empty() && characters.back() >= kLastCharacter)
-        characters.pop_back();
-    std::string result;
-    if (characters.empty()) {
-        tsql::appendCharacter(result, kLastCharacter);
-        return result;
-    }
-    // The code points of surrogates are no characters and would not be written as such.
-    constexpr char32_t kSurrogates = 0xD800;
-    characters.back() = characters.back() + 1 == kSurrogates ? 0xE000 : characters.back() + 1;
-    for (const char32_t c : characters)
-        tsql::appendCharacter(result, c);
-    return result;
-}
 
 // A null address would bind a null instead of the empty text.
 void bindText(sqlite3_stmt* statement, int index, std::string_view text, sqlite3_destructor_type destructor) {
@@ -98,7 +34,7 @@ void bindText(sqlite3_stmt* statement, int index, std::string_view text, sqlite3
 
 // The usual cases, which need no conversion: a whole number for a whole number, a text that fits its text column.
 bool bindPlain(sqlite3_stmt* statement, int index, const Parameter& parameter, const Literal& literal) {
-    if (literal.kind == LiteralKind::integer && parameter.to.kind == Kind::integer) {
+    if (literal.kind == LiteralKind::integer && parameter.to.kind == tsql::Kind::integer) {
         int value = 0;
         const char* end = literal.text.data() + literal.text.size();
         const auto [stop, error] = std::from_chars(literal.text.data(), end, value);
@@ -106,26 +42,10 @@ bool bindPlain(sqlite3_stmt* statement, int index, const Parameter& parameter, c
         sqlite3_bind_int(statement, index, value);
         return true;
     }
-    const bool text = literal.kind == LiteralKind::text || literal.kind == LiteralKind::nationalText;
-    if (!text || literal.doubledQuotes || !parameter.to.isText()) return false;
-    if (parameter.to.kind == Kind::character || parameter.to.kind == Kind::nchar) return false;
-    // A character takes no more bytes in code page 936 than in UTF-8.
-    if (parameter.to.length > 0 && literal.text.size() > static_cast<std::size_t>(parameter.to.length)) return false;
+    if (!isPlainText(parameter, literal)) return false;
     const bool trim = parameter.use == Parameter::Use::trimmed;
     bindText(statement, index, trim ? tsql::withoutTrailingBlanks(literal.text) : literal.text, SQLITE_STATIC);
     return true;
-}
-
-void bindConverted(sqlite3_stmt* statement, int index, const Parameter& parameter, const Literal& literal) {
-    tsql::ConvertMode mode;
-    mode.assignment = parameter.assignment;
-    mode.table = parameter.table;
-    mode.column = parameter.column;
-    Datum value = tsql::convert(literalValue(literal), parameter.from, parameter.to, mode);
-    if (parameter.use == Parameter::Use::trimmed && value.kind == Datum::Kind::text) {
-        value.text.resize(tsql::withoutTrailingBlanks(value.text).size());
-    }
-    bindDatum(statement, index, value);
 }
 
 }  // namespace
@@ -135,24 +55,8 @@ void bindLiterals(sqlite3_stmt* statement, const tsql::Translation& translation,
     for (const Parameter& parameter : translation.parameters) {
         ++index;
         const Literal& literal = shape.literals[static_cast<std::size_t>(parameter.literal)];
-        switch (parameter.use) {
-            case Parameter::Use::value:
-            case Parameter::Use::trimmed:
-                if (!bindPlain(statement, index, parameter, literal))
-                    bindConverted(statement, index, parameter, literal);
-                break;
-            case Parameter::Use::likeLow: {
-                const std::string pattern = literal.value();
-                bindText(statement, index, tsql::withoutTrailingBlanks(tsql::plainPrefix(pattern)), SQLITE_TRANSIENT);
-                break;
-            }
-            case Parameter::Use::likeHigh: {
-                const std::string pattern = literal.value();
-                const std::string high = successor(tsql::withoutTrailingBlanks(tsql::plainPrefix(pattern)));
-                bindText(statement, index, high, SQLITE_TRANSIENT);
-                break;
-            }
-        }
+        if (!bindPlain(statement, index, parameter, literal))
+            bindDatum(statement, index, boundValue(parameter, literal));
     }
 }
 

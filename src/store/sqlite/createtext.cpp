@@ -4,11 +4,13 @@
 #include <span>
 #include <utility>
 
-#include "store/sqlite/names.h"
+#include "store/tsql/lexer.h"
 
 namespace orvenmod::store::sqlite {
 
 namespace {
+
+using tsql::sameName;
 
 /// A word, a quoted name or a bracket with all in it: what stands at the top of a text.
 struct Piece {

@@ -184,7 +184,7 @@ void Database::fail(int code) {
     throw failureOf(handle_, code, file_);
 }
 
-void Database::rest() noexcept {
+bool Database::reset() noexcept {
     // Statements are reset after each run; one that an exception left half-way would hold its lock.
     for (sqlite3_stmt* at = sqlite3_next_stmt(handle_, nullptr); at != nullptr; at = sqlite3_next_stmt(handle_, at)) {
         if (sqlite3_stmt_busy(at) != 0) sqlite3_reset(at);
@@ -195,6 +195,7 @@ void Database::rest() noexcept {
     }
     runtime_.progress = nullptr;
     sqlite3_progress_handler(handle_, 0, nullptr, nullptr);
+    return true;
 }
 
 }  // namespace orvenmod::store::sqlite

@@ -60,8 +60,13 @@ public:
     /// progress callback failed with.
     [[noreturn]] void fail(int code);
 
+    // For the pool.
+
+    /// Whether the file still is the one that stands at the path. Throws Failure where none does, as a first opening
+    /// would.
+    bool alive() const { return file_.identify() == identity_; }
     /// Undoes an open transaction and resets every statement, so that the handle holds no lock.
-    void rest() noexcept;
+    bool reset() noexcept;
 
 private:
     void open();

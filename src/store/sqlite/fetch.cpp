@@ -15,6 +15,7 @@
 #include "store/tsql/dates.h"
 #include "store/tsql/decimal.h"
 #include "store/tsql/error.h"
+#include "store/tsql/resultcolumns.h"
 
 namespace orvenmod::store::sqlite {
 
@@ -22,15 +23,6 @@ namespace {
 
 using tsql::Kind;
 using tsql::Type;
-
-ColumnType columnType(const Type& type) {
-    if (type.isInteger()) return ColumnType::integer;
-    if (type.isDecimal()) return ColumnType::decimal;
-    if (type.isFloat()) return ColumnType::real;
-    if (type.isDate()) return ColumnType::date;
-    if (type.isBinary()) return ColumnType::binary;
-    return ColumnType::text;
-}
 
 std::string_view textOf(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
@@ -109,14 +101,6 @@ void addCell(Recordset& rows, sqlite3_value* value, const Type& type) {
 
 }  // namespace
 
-Recordset emptyRecordset(const std::vector<tsql::ResultColumn>& columns) {
-    std::vector<Column> result;
-    result.reserve(columns.size());
-    for (const tsql::ResultColumn& column : columns)
-        result.push_back({column.name, columnType(column.type)});
-    return Recordset(std::move(result));
-}
-
 namespace {
 
 void addRow(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
@@ -137,13 +121,13 @@ int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& co
 }
 
 int fetchParts(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, const Connection::Part& part) {
-    Recordset rows = emptyRecordset(columns);
+    Recordset rows = tsql::emptyRecordset(columns);
     int code = sqlite3_step(statement);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
         addRow(statement, columns, rows);
         if (rows.rowCount() < kRowsPerPart && rows.memory() < kBytesPerPart) continue;
         part(rows);
-        rows = emptyRecordset(columns);
+        rows = tsql::emptyRecordset(columns);
     }
     if (code == SQLITE_DONE && rows.rowCount() > 0) part(rows);
     return code;

@@ -10,9 +10,6 @@
 
 namespace orvenmod::store::sqlite {
 
-/// An empty recordset with the query's columns.
-Recordset emptyRecordset(const std::vector<tsql::ResultColumn>& columns);
-
 /// Steps the statement to its end and adds every row. The last result code: SQLITE_DONE, or what it failed with.
 int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows);
 

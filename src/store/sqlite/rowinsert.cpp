@@ -1,9 +1,5 @@
 #include "store/sqlite/rowinsert.h"
 
-#include "store/sqlite/names.h"
-#include "store/tsql/error.h"
-#include "store/tsql/messages.h"
-
 namespace orvenmod::store::sqlite {
 
 namespace {
@@ -15,21 +11,7 @@ std::string quoted(const std::string& name) {
     return result + '"';
 }
 
-std::string_view withoutOwner(std::string_view table) {
-    constexpr std::string_view kOwner = "dbo.";
-    const bool owned = table.size() > kOwner.size() && sameName(table.substr(0, kOwner.size()), kOwner);
-    return owned ? table.substr(kOwner.size()) : table;
-}
-
 }  // namespace
-
-const tsql::ObjectInfo& tableNamed(Database& database, std::string_view name) {
-    const tsql::ObjectInfo* object = database.catalog().find(withoutOwner(name));
-    if (object == nullptr || object->kind != tsql::ObjectInfo::Kind::table) {
-        throw tsql::Error(tsql::kUnknownObject, {std::string(name)});
-    }
-    return *object;
-}
 
 std::string insertText(const std::string& table, const std::vector<std::string>& columns) {
     if (columns.empty()) return "INSERT INTO " + quoted(table) + " DEFAULT VALUES";

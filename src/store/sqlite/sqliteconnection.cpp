@@ -5,11 +5,12 @@
 #include "store/sqlite/binding.h"
 #include "store/sqlite/fetch.h"
 #include "store/sqlite/handlepool.h"
-#include "store/sqlite/names.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/sqlite/sqliteoutline.h"
 #include "store/sqlite/sqlitetableloader.h"
 #include "store/sqlite/sqlitetablewriter.h"
+#include "store/tsql/literals.h"
+#include "store/tsql/resultcolumns.h"
 
 namespace orvenmod::store::sqlite {
 
@@ -26,22 +27,6 @@ constexpr const char* kRollbackTo = "ROLLBACK TO statement";
 
 // More changes of the schema than that while one statement starts are no accident.
 constexpr int kMostTranslations = 10;
-
-// The new value of a column where the statement gives it once as a literal; the key of a doubled row.
-std::string newValue(const tsql::Translation& translation, const tsql::Shape& shape, std::string_view column) {
-    const tsql::Parameter* found = nullptr;
-    for (const tsql::Parameter& parameter : translation.parameters) {
-        if (!parameter.assignment || !sameName(parameter.column, column)) continue;
-        if (found != nullptr) return "?";
-        found = &parameter;
-    }
-    return found == nullptr ? "?" : shape.literals[static_cast<std::size_t>(found->literal)].value();
-}
-
-const char* verbOf(std::string_view sql) {
-    const std::size_t first = sql.find_first_not_of(" \t\r\n");
-    return first != std::string_view::npos && (sql[first] | 0x20) == 'u' ? "UPDATE" : "INSERT";
-}
 
 }  // namespace
 
@@ -143,7 +128,7 @@ void SqliteConnection::runQuery(std::string_view sql, Step step) {
 Recordset SqliteConnection::open(std::string_view sql) {
     Recordset rows;
     runQuery(sql, [&rows](sqlite3_stmt* statement, const tsql::Translation& translation) {
-        rows = emptyRecordset(translation.columns);
+        rows = tsql::emptyRecordset(translation.columns);
         return fetchRows(statement, translation.columns, rows);
     });
     return rows;
@@ -205,8 +190,8 @@ void SqliteConnection::runDefinition(const tsql::Translation& translation) {
 void SqliteConnection::failChange(std::string_view sql, const tsql::Translation& translation, int code) {
     const Runtime& runtime = database_->runtime();
     if ((code & 0xFF) == SQLITE_CONSTRAINT && !runtime.error && !runtime.interruption) {
-        throw constraintFailure(database_->handle(), code, database_->file(), verbOf(sql),
-                                [&](const std::string& column) { return newValue(translation, shape_, column); });
+        throw constraintFailure(database_->handle(), code, database_->file(), tsql::changeVerb(sql),
+                                [&](const std::string& column) { return tsql::newValue(translation, shape_, column); });
     }
     database_->fail(code);
 }

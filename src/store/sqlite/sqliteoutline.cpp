@@ -9,7 +9,7 @@
 #include <limits>
 
 #include "store/sqlite/createtext.h"
-#include "store/sqlite/names.h"
+#include "store/tsql/lexer.h"
 #include "store/tsql/runtime.h"
 #include "store/tsql/translator.h"
 #include "store/tsql/type.h"
@@ -17,6 +17,8 @@
 namespace orvenmod::store::sqlite {
 
 namespace {
+
+using tsql::sameName;
 
 constexpr std::string_view kOwnInfix = ".orven.";
 

@@ -1,23 +1,23 @@
 #include "store/sqlite/sqlitetableloader.h"
 
-#include <algorithm>
 #include <charconv>
 #include <optional>
 
 #include "store/sqlite/binding.h"
-#include "store/sqlite/names.h"
 #include "store/sqlite/rowinsert.h"
 #include "store/sqlite/sqliteconnection.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/tsql/error.h"
+#include "store/tsql/lexer.h"
 #include "store/tsql/messages.h"
-#include "store/tsql/values.h"
+#include "store/tsql/rowwriter.h"
 
 namespace orvenmod::store::sqlite {
 
 namespace {
 
 using tsql::Kind;
+using tsql::sameName;
 using tsql::Type;
 
 std::optional<std::int64_t> wholeNumber(std::string_view text) {
@@ -37,18 +37,11 @@ bool fits(std::string_view text, const Type& type) {
 
 SqliteTableLoader::SqliteTableLoader(SqliteConnection& connection, std::string_view table,
                                      const std::vector<std::string>& fields)
-    : connection_(connection) {
-    const tsql::ObjectInfo& object = tableNamed(connection.database(), table);
-    table_ = object.name;
+    : connection_(connection), table_(tsql::tableNamed(connection.database().catalog(), table)) {
     std::vector<std::string> names;
-    for (const std::string& field : fields) {
-        const auto column = std::find_if(object.columns.begin(), object.columns.end(),
-                                         [&](const auto& c) { return sameName(c.name, field); });
-        if (column == object.columns.end()) throw tsql::Error(tsql::kUnknownColumn, {field});
-        columns_.push_back(*column);
-        names.push_back(column->name);
-    }
-    statement_ = connection.database().prepareNative(insertText(table_, names));
+    for (const std::string& field : fields)
+        names.push_back(columns_.emplace_back(tsql::columnNamed(table_, field)).name);
+    statement_ = connection.database().prepareNative(insertText(table_.name, names));
 }
 
 void SqliteTableLoader::bind(int index, const tsql::ColumnInfo& column, std::string_view value) {
@@ -68,14 +61,7 @@ void SqliteTableLoader::bind(int index, const tsql::ColumnInfo& column, std::str
             return;
         }
     }
-    tsql::Datum text;
-    text.kind = tsql::Datum::Kind::text;
-    text.text = value;
-    tsql::ConvertMode mode;
-    mode.assignment = true;
-    mode.table = table_;
-    mode.column = column.name;
-    bindDatum(statement_.get(), index, tsql::convert(text, tsql::textType(Kind::varchar, -1), column.type, mode));
+    bindDatum(statement_.get(), index, tsql::storedValue(value, table_, column));
 }
 
 void SqliteTableLoader::addRow(const Recordset& rows, std::size_t row) {

@@ -27,7 +27,7 @@ private:
     [[noreturn]] void fail(int code, const Recordset& rows, std::size_t row);
 
     SqliteConnection& connection_;
-    std::string table_;
+    tsql::ObjectInfo table_;
     std::vector<tsql::ColumnInfo> columns_;
     Statement statement_;
 };

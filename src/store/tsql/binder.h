@@ -88,7 +88,6 @@ private:
     void checkGrouping(const Query& query);
     void checkGrouped(const Expression& expression, const Select& select, const std::set<const Source*>& own,
                       int error);
-    bool sameExpression(const Expression& left, const Expression& right);
     void fixLiterals(const Expression& left, const Expression& right);
 
     // Expressions. A condition gives true or false, a value anything else.

@@ -12,6 +12,7 @@
 
 #include "store/tsql/binder.h"
 #include "store/tsql/error.h"
+#include "store/tsql/sameexpression.h"
 
 namespace orvenmod::store::tsql {
 namespace {
@@ -53,7 +54,7 @@ void Binder::checkGrouping(const Query& query) {
 void Binder::checkGrouped(const Expression& expression, const Select& select, const std::set<const Source*>& own,
                           int error) {
     for (const ExpressionPtr& group : select.groupBy) {
-        if (sameExpression(*group, expression)) {
+        if (sameExpression(*group, expression, literals_)) {
             fixLiterals(*group, expression);
             return;
         }
@@ -70,30 +71,6 @@ void Binder::checkGrouped(const Expression& expression, const Select& select, co
             checkGrouped(*operand, select, own, error);
         }
     }
-}
-
-// Bound columns are compared by source and position, so that "fname" and "i.fname" are one. Queries are never the same.
-bool Binder::sameExpression(const Expression& left, const Expression& right) {
-    if (left.kind != right.kind || left.op != right.op || left.source != right.source || left.column != right.column ||
-        left.part != right.part || left.negated != right.negated || left.distinct != right.distinct ||
-        left.star != right.star || left.attempt != right.attempt || left.query || right.query ||
-        left.operands.size() != right.operands.size()) {
-        return false;
-    }
-    if (left.kind == ExpressionKind::function && left.name != right.name) {
-        return false;
-    }
-    if ((left.kind == ExpressionKind::cast || left.kind == ExpressionKind::conversion) && !(left.type == right.type)) {
-        return false;
-    }
-    if (left.literal >= 0) {
-        const Literal& a = literals_[static_cast<std::size_t>(left.literal)];
-        const Literal& b = literals_[static_cast<std::size_t>(right.literal)];
-        return a.kind == b.kind && a.text == b.text;
-    }
-    return std::equal(
-        left.operands.begin(), left.operands.end(), right.operands.begin(),
-        [this](const ExpressionPtr& a, const ExpressionPtr& b) { return a && b ? sameExpression(*a, *b) : a == b; });
 }
 
 /// That two expressions are the same holds only while their literals keep their values.

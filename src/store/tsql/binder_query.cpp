@@ -12,6 +12,7 @@
 #include "store/tsql/binder.h"
 #include "store/tsql/error.h"
 #include "store/tsql/lexer.h"
+#include "store/tsql/sameexpression.h"
 #include "store/tsql/typerules.h"
 
 namespace orvenmod::store::tsql {
@@ -249,7 +250,7 @@ int Binder::itemNamed(const Select& select, const Expression& expression) {
         }
         // One name for two things is ambiguous, the same column listed twice is not.
         const bool other = found >= 0 && !sameExpression(*select.items[static_cast<std::size_t>(found)].expression,
-                                                         *select.items[i].expression);
+                                                         *select.items[i].expression, literals_);
         if (other) {
             throw Error(kAmbiguousColumn, {expression.name});
         }
@@ -261,7 +262,7 @@ int Binder::itemNamed(const Select& select, const Expression& expression) {
 /// The select item that is the same expression; -1 for none.
 int Binder::itemLike(const Select& select, const Expression& expression) {
     for (std::size_t i = 0; i < select.items.size(); ++i) {
-        if (sameExpression(*select.items[i].expression, expression)) {
+        if (sameExpression(*select.items[i].expression, expression, literals_)) {
             fixLiterals(*select.items[i].expression, expression);
             return static_cast<int>(i);
         }

@@ -16,7 +16,8 @@ struct ColumnInfo {
     bool nullable = true;
     bool identity = false;
     bool hasDefault = false;
-    std::string declaredType;  ///< as written, for rebuilding the table
+    std::string declaredType;     ///< as written, for rebuilding the table
+    std::string nativeName = {};  ///< as the target has it, where that doesn't follow from the name
 };
 
 struct ObjectInfo {
@@ -26,6 +27,7 @@ struct ObjectInfo {
     std::string name;  ///< as declared, without an owner
     std::vector<ColumnInfo> columns;
     std::vector<std::string> indexes;  ///< tables: the names of its indexes as the store keeps them
+    std::string nativeName = {};       ///< as the target has it, where that doesn't follow from the name
 };
 
 class Catalog {

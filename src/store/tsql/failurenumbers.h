@@ -51,6 +51,7 @@ enum FailureNumber : int {
     kParameterType = 214,            ///< {}
     kIntegerOverflow = 220,          ///< {type, value}
     kFloatOverflow = 232,            ///< {type, value}
+    kNoRight = 229,                  ///< {database, the server's own words}
     kMoneySyntax = 235,              ///< {}
     kMoneyOverflow = 236,            ///< {}
     kDateSyntax = 241,               ///< {}
@@ -95,6 +96,7 @@ enum FailureNumber : int {
     kTopNotInteger = 1060,          ///< {}
     kTiesWithoutOrder = 1062,       ///< {}
     kIndexOfUnknownTable = 1088,    ///< {table}
+    kNoSpace = 1105,                ///< {database}
     kDeadlock = 1205,               ///< {process}
     kLockTimeout = 1222,            ///< {}
     kDuplicateForNewIndex = 1505,   ///< {table, index, key}
@@ -166,6 +168,7 @@ enum FailureNumber : int {
     kLogFull = 9002,                ///< {database}
     kDatePartType = 9810,           ///< {part, type, function}
     kRowsOfUnequalLength = 10709,   ///< {}
+    kLoginFailed = 18456,           ///< {user}
 
     // The embedded store's own, beside the server's.
     kNotSupported = 40000,         ///< {what, as written}: the dialect has it, this store does not
@@ -183,6 +186,15 @@ enum FailureNumber : int {
     kStoreReports = 50022,         ///< {path, the store's own words}
     kNoRows = 50023,               ///< {}
     kTransactionOpen = 50024,      ///< {}
+
+    // What can be wrong with a server, whichever it is.
+    kServerUnreachable = 50031,  ///< {server, reason}
+    kServerSilent = 50032,       ///< {server, seconds}
+    kConnectionLost = 50033,     ///< {server}
+    kCommitUnknown = 50034,      ///< {server}: the connection was lost while a commit was awaited
+    kServerTooOld = 50035,       ///< {server, its version, the least}
+    kServerEncoding = 50036,     ///< {database, its encoding}
+    kNoText = 50037,             ///< {}: a NUL, or bytes that are no UTF-8
 };
 
 }  // namespace orvenmod::store::tsql

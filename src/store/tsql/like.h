@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace orvenmod::store::tsql {
@@ -15,5 +16,12 @@ std::size_t patternIndex(std::string_view pattern, std::string_view text);
 
 /// The bytes at the pattern's start that stand for themselves, up to the first wildcard.
 std::string_view plainPrefix(std::string_view pattern);
+
+/// Whether PostgreSQL's LIKE matches the same texts: no set, and what a text ends with doesn't matter.
+bool isPlainPattern(std::string_view pattern);
+/// A plain pattern for PostgreSQL's LIKE over texts in small ASCII letters.
+std::string serverPattern(std::string_view pattern);
+/// Any pattern as a regular expression of PostgreSQL over texts in small ASCII letters.
+std::string serverExpression(std::string_view pattern);
 
 }  // namespace orvenmod::store::tsql

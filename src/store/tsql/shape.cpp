@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "store/tsql/lexer.h"
+#include "store/tsql/like.h"
 
 namespace orvenmod::store::tsql {
 namespace {
@@ -10,10 +11,11 @@ namespace {
 // Marks a literal's place in the key; it can't stand in a statement outside of quotes.
 constexpr char kMark = '\x01';
 
-/// A text that begins with a wildcard has a kind of its own, since no index serves it as a pattern: "like 'A%'" and
-/// "like '%A'" are translated differently.
-bool startsWithWildcard(std::string_view text) {
-    return !text.empty() && (text[0] == '%' || text[0] == '_' || text[0] == '[');
+/// As patterns, texts are translated by two properties: no index serves one that begins with a wildcard, and a plain
+/// one needs less to be matched. So "like 'A%'", "like '%A'" and "like '%A%'" are three kinds.
+char textKind(std::string_view text, std::string_view kinds) {
+    const bool wildcard = !text.empty() && (text[0] == '%' || text[0] == '_' || text[0] == '[');
+    return kinds[(wildcard ? 1U : 0U) + (isPlainPattern(text) ? 2U : 0U)];
 }
 
 void appendKind(std::string& key, const Literal& literal) {
@@ -38,9 +40,9 @@ void appendKind(std::string& key, const Literal& literal) {
         case LiteralKind::money:
             return append('$');
         case LiteralKind::text:
-            return append(startsWithWildcard(literal.text) ? 'w' : 's');
+            return append(textKind(literal.text, "swpq"));
         case LiteralKind::nationalText:
-            return append(startsWithWildcard(literal.text) ? 'm' : 'n');
+            return append(textKind(literal.text, "nmuv"));
         case LiteralKind::binary:
             return append('b');
     }

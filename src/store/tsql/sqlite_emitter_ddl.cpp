@@ -21,26 +21,6 @@
 namespace orvenmod::store::tsql {
 namespace {
 
-/// The column by whose index the system finds a row in a table without a key.
-constexpr std::string_view kItemId = "fitemid";
-
-const ColumnInfo* findColumn(const std::vector<ColumnInfo>& columns, const std::string& name) {
-    const auto found = std::find_if(columns.begin(), columns.end(),
-                                    [&](const ColumnInfo& column) { return sameName(column.name, name); });
-    return found == columns.end() ? nullptr : &*found;
-}
-
-std::vector<ColumnInfo> infoOf(const std::vector<ColumnDefinition>& definitions) {
-    std::vector<ColumnInfo> columns;
-    for (const ColumnDefinition& definition : definitions) {
-        columns.push_back({.name = definition.name,
-                           .type = definition.type,
-                           .identity = definition.identity,
-                           .declaredType = definition.declaredType});
-    }
-    return columns;
-}
-
 /// A key that SQLite's own constraint keeps as the server does. Texts need an index of their compared form, and
 /// the name "integer" would make the column the row's id, which takes null for "the next number".
 bool isPlainKey(const KeyConstraint& key, const std::vector<ColumnInfo>& columns) {
@@ -48,17 +28,6 @@ bool isPlainKey(const KeyConstraint& key, const std::vector<ColumnInfo>& columns
         const ColumnInfo* info = findColumn(columns, column.name);
         return info->type.isText() || info->identity || sameName(info->declaredType, "integer");
     });
-}
-
-bool isPrimary(const std::vector<KeyConstraint>& keys, const std::string& name) {
-    return std::any_of(keys.begin(), keys.end(), [&](const KeyConstraint& key) {
-        return key.primary && std::any_of(key.columns.begin(), key.columns.end(),
-                                          [&](const IndexColumn& part) { return sameName(part.name, name); });
-    });
-}
-
-std::string keyName(const std::string& table, const KeyConstraint& key) {
-    return key.name.empty() ? (key.primary ? "PK__" : "UQ__") + table + "__" + key.columns[0].name : key.name;
 }
 
 /// A type as SQLite reads it: sizes must be numbers there, but a quoted word may say anything.
@@ -105,15 +74,12 @@ std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column, cons
 
 void SqliteEmitter::addKeyIndex(const std::string& table, const KeyConstraint& key,
                                 const std::vector<ColumnInfo>& columns) {
-    const std::string name = table + std::string(key.primary ? kPrimaryKeyInfix : kUniqueInfix) + keyName(table, key);
-    translation_->statements.push_back("CREATE UNIQUE INDEX " + quoteName(name) + " ON " + quoteName(table) +
-                                       indexColumns(key.columns, columns));
+    translation_->statements.push_back("CREATE UNIQUE INDEX " + quoteName(keptKeyName(table, key)) + " ON " +
+                                       quoteName(table) + indexColumns(key.columns, columns));
 }
 
 void SqliteEmitter::emitStatement(const CreateTableStatement& statement) {
-    translation_->kind = StatementKind::ddl;
-    translation_->cacheable = false;
-    translation_->table = statement.name;
+    startDefinition(statement.name);
     stored_ = inline_ = bareColumns_ = true;
     const std::vector<ColumnInfo> columns = infoOf(statement.columns);
     const bool hasIdentity =
@@ -148,11 +114,10 @@ void SqliteEmitter::emitStatement(const CreateTableStatement& statement) {
 
 /// The index on the item's id where there is no key, and the first number of an identity column.
 void SqliteEmitter::addTableExtras(const CreateTableStatement& statement, const std::vector<ColumnInfo>& columns) {
-    const ColumnInfo* itemId = findColumn(columns, std::string(kItemId));
-    if (statement.keys.empty() && itemId != nullptr && !itemId->identity) {
-        const std::string name = statement.name + ".orven." + itemId->name;
-        translation_->statements.push_back("CREATE INDEX " + quoteName(name) + " ON " + quoteName(statement.name) +
-                                           indexColumns({{.name = itemId->name}}, columns));
+    const std::string name = itemIdIndex(statement, columns);
+    if (!name.empty()) {
+        add("CREATE INDEX " + quoteName(name) + " ON " + quoteName(statement.name) +
+            indexColumns({{.name = std::string(kItemId)}}, columns));
     }
     for (const ColumnDefinition& column : statement.columns) {
         if (column.identity && column.identitySeed != "1") {
@@ -163,9 +128,7 @@ void SqliteEmitter::addTableExtras(const CreateTableStatement& statement, const 
 }
 
 void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
-    translation_->kind = StatementKind::ddl;
-    translation_->cacheable = false;
-    translation_->table = statement.object->name;
+    startDefinition(statement.object->name);
     stored_ = inline_ = bareColumns_ = true;
     const std::string table = quoteName(statement.object->name);
     std::vector<ColumnInfo> columns = statement.object->columns;
@@ -220,9 +183,7 @@ void SqliteEmitter::dropConstraint(const AlterTableStatement& statement, const s
 }
 
 void SqliteEmitter::emitStatement(const CreateIndexStatement& statement) {
-    translation_->kind = StatementKind::ddl;
-    translation_->cacheable = false;
-    translation_->table = statement.object->name;
+    startDefinition(statement.object->name);
     std::string columns = indexColumns(statement.columns, statement.object->columns);
     // Behind the key, so that the index answers without the row. In a unique one they would be part of the key.
     if (!statement.unique && !statement.included.empty()) {
@@ -238,9 +199,7 @@ void SqliteEmitter::emitStatement(const CreateIndexStatement& statement) {
 }
 
 void SqliteEmitter::emitStatement(const CreateViewStatement& statement) {
-    translation_->kind = StatementKind::ddl;
-    translation_->cacheable = false;
-    translation_->table = statement.name;
+    startDefinition(statement.name);
     stored_ = inline_ = true;
     Names names;
     for (const ColumnInfo& column : statement.query->columns) {
@@ -279,9 +238,7 @@ void SqliteEmitter::emitSelectInto(const Query& top) {
     if (!top.select) {
         throw Error(kNotSupported, {"select into of a union"});
     }
-    translation_->kind = StatementKind::ddl;
-    translation_->cacheable = false;
-    translation_->table = top.select->into;
+    startDefinition(top.select->into);
     inline_ = true;
     std::string columns;
     Names names;

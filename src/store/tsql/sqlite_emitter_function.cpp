@@ -9,14 +9,6 @@
 
 namespace orvenmod::store::tsql {
 
-std::string SqliteEmitter::arguments(const Expression& call, std::size_t first) {
-    std::string text;
-    for (std::size_t i = first; i < call.operands.size(); ++i) {
-        text += (i == first ? "" : ", ") + value(*call.operands[i]);
-    }
-    return text;
-}
-
 std::string SqliteEmitter::function(const Expression& call) {
     if (call.aggregate) {
         return aggregate(call);

@@ -15,8 +15,12 @@ struct Parameter {
     enum class Use {
         value,     ///< converted from `from` to `to`
         trimmed,   ///< likewise, then trailing blanks cut (text that is compared)
+        folded,    ///< likewise, then trailing blanks cut and ASCII letters made small: foldedText()
         likeLow,   ///< the inclusive lower bound of texts that match the pattern: its plain prefix, trailing blanks cut
         likeHigh,  ///< the exclusive upper bound: the successor of that prefix in lower case; without a prefix U+10FFFF
+        foldedLow,       ///< as likeLow, with ASCII letters made small
+        likePattern,     ///< the pattern for PostgreSQL's own LIKE: serverPattern() of like.h
+        likeExpression,  ///< the pattern as PostgreSQL's regular expression: serverExpression() of like.h
     };
 
     int literal = 0;  ///< index among the shape's literals
@@ -42,8 +46,10 @@ struct FixedLiteral {
 struct Translation {
     StatementKind kind = StatementKind::query;
     /// The target's text. Several for DDL, run in order as one unit; parameters only in a single one.
+    /// PostgreSQL's text tells the type of each parameter by a cast, $1::integer, so that each is sent as a text of
+    /// unknown type: numbers in digits, dates as YYYY-MM-DD HH:MM:SS[.fff], binary contents as \\x and hex digits.
     std::vector<std::string> statements;
-    std::vector<Parameter> parameters;  ///< of ?1, ?2, ...
+    std::vector<Parameter> parameters;  ///< of ?1, ?2, ... or $1, $2, ...
     std::vector<ResultColumn> columns;  ///< of a query
     std::string table;                  ///< the table that a change or DDL touches, without an owner, as declared
     std::vector<FixedLiteral> fixedLiterals;

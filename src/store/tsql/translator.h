@@ -1,4 +1,4 @@
-// From the dialect's text to SQLite's: scan, parse, bind to the catalog, emit.
+// From the dialect's text to a target's: scan, parse, bind to the catalog, emit.
 //
 //   select fname from tblItem where fnumber='A01'
 //
@@ -19,6 +19,9 @@ namespace orvenmod::store::tsql {
 /// Translates one statement. Throws Error: 102, 105, 156 for a text that is none, 207, 208, 195 ... for names that do
 /// not exist, kNotSupported for what this store doesn't know.
 Translation translateForSqlite(std::string_view sql, const Catalog& catalog);
+
+/// The same for PostgreSQL, whose text calls what its runtime in the schema orven has (postgres_emitter.h).
+Translation translateForPostgres(std::string_view sql, const Catalog& catalog);
 
 /// The dialect's text of a view from the text that SQLite keeps of it (sqlite_master.sql); empty for a view that
 /// was not made here.

@@ -35,6 +35,8 @@ std::string upperText(std::string_view text);
 
 /// Without the blanks at the end.
 std::string_view withoutTrailingBlanks(std::string_view text);
+/// Without the blanks at the end and with small ASCII letters: texts that compare as equal are then the same.
+std::string foldedText(std::string_view text);
 /// Without blanks, tabs and line ends at both ends.
 std::string_view trimmed(std::string_view text);
 

@@ -1,4 +1,4 @@
-// What a host gets from CreateSchema.
+// What a host gets from CreateSchema, on the store of this binary.
 #include "store/schema.h"
 
 #include <gtest/gtest.h>
@@ -7,9 +7,8 @@
 #include <set>
 #include <string>
 
+#include "store/contract/contract.h"
 #include "store/schema/columns.h"
-#include "store/sqlite/sqlitestore.h"
-#include "support/database.h"
 
 namespace orvenmod::test {
 namespace {
@@ -19,13 +18,13 @@ using store::Failure;
 
 class Schema : public testing::Test {
 protected:
-    Schema() : connection_(store_.connect(connectionStringFor(file()) + ";Mode=Create")) {}
-    ~Schema() override {
-        connection_->close();
-        store::sqlite::SqliteStore::dropIdleHandles();
+    void SetUp() override {
+        std::string reason;
+        store::test::StoreUnderTest* store = store::test::storeUnderTest(reason);
+        if (store == nullptr) GTEST_SKIP() << reason;
+        connection_ = store->freshDatabase();
     }
 
-    std::string file() const { return folder_.file("suite.db"); }
     Connection& connection() { return *connection_; }
 
     std::vector<std::vector<std::string>> rows(const std::string& sql) {
@@ -51,8 +50,6 @@ protected:
     }
 
 private:
-    TemporaryFolder folder_;
-    store::sqlite::SqliteStore store_;
     std::unique_ptr<Connection> connection_;
 };
 

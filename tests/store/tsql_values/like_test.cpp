@@ -76,5 +76,24 @@ TEST(PlainPrefix, EndsAtTheFirstWildcard) {
     EXPECT_EQ(plainPrefix("abc"), "abc");
 }
 
+TEST(ServerPattern, FoldsAndKeepsABackslashAsItIs) {
+    EXPECT_TRUE(isPlainPattern("a%"));
+    EXPECT_FALSE(isPlainPattern("a"));
+    EXPECT_FALSE(isPlainPattern("[ab]%"));
+    EXPECT_EQ(serverPattern("A\\_客%"), "a\\\\_客%");
+}
+
+TEST(ServerPattern, BecomesAnExpressionThatLetsBlanksBeLeftOver) {
+    EXPECT_EQ(serverExpression("A_b"), "^a.b *$");
+    EXPECT_EQ(serverExpression("%.客"), "^.*\\U0000002E客 *$");
+    EXPECT_EQ(serverExpression("[A-C]x"), "^[\\U00000061-\\U00000063]x *$");
+    EXPECT_EQ(serverExpression("[^]a]"), "^[^\\U0000005D\\U00000061] *$");
+}
+
+TEST(ServerPattern, MatchesNothingWhereASetIsNotClosed) {
+    EXPECT_EQ(serverExpression("a[b"), ".^");
+    EXPECT_EQ(serverExpression("a[c-b]"), ".^");
+}
+
 }  // namespace
 }  // namespace orvenmod::store::tsql

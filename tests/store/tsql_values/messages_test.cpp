@@ -46,6 +46,7 @@ TEST(Messages, HaveTheKindsOfTheShell) {
     EXPECT_EQ(kindOf(3902), FailureKind::transaction);
     EXPECT_EQ(kindOf(kBusy), FailureKind::busy);
     EXPECT_EQ(kindOf(kNoFile), FailureKind::connection);
+    EXPECT_EQ(kindOf(kConnectionLost), FailureKind::connection);
     EXPECT_EQ(kindOf(110), FailureKind::other);
     EXPECT_EQ(kindOf(999999), FailureKind::other);
 }

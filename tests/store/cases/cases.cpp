@@ -1,22 +1,22 @@
-// Runs the cases of a file: {"id", "group", "setup": [...], "sql", and either "error": kind, or "columns" and "rows" of
-// the statement or of the query "then"; "error_then" is the kind with which that query fails}.
+// The cases of the dialect on the store of this binary. Runs those of a file: {"id", "group", "setup": [...], "sql",
+// and either "error": kind, or "columns" and "rows" of the statement or of the query "then"; "error_then" is the kind
+// with which that query fails}.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "store/sqlite/sqlitestore.h"
+#include "store/contract/contract.h"
 #include "support/sourcefolder.h"
-#include "support/temporary.h"
 
-namespace orvenmod::store::sqlite {
+namespace orvenmod::store::test {
 namespace {
 
 using nlohmann::json;
 
 std::vector<json> casesOf(const std::string& name) {
-    std::ifstream file(test::sourceFile("tests/store/") + name);
+    std::ifstream file(orvenmod::test::sourceFile("tests/store/") + name);
     std::vector<json> cases;
     for (std::string line; std::getline(file, line);) {
         if (!line.empty()) cases.push_back(json::parse(line));
@@ -44,8 +44,6 @@ bool isQuery(const std::string& sql) {
 
 class Case : public ::testing::TestWithParam<json> {
 protected:
-    ~Case() override { SqliteStore::dropIdleHandles(); }
-
     // Runs a statement; its rows where it has some. The kind of a failure as an object {"error": kind}.
     json run(Connection& connection, const std::string& sql) {
         try {
@@ -64,13 +62,15 @@ protected:
         }
     }
 
-    orvenmod::test::TemporaryFolder folder_;
     std::string message_;
 };
 
 TEST_P(Case, AnswersAsTheServer) {
     const json& wanted = GetParam();
-    const auto connection = SqliteStore().connect("Provider=SQLite;Mode=Create;Data Source=" + folder_.file("case.db"));
+    std::string reason;
+    StoreUnderTest* store = storeUnderTest(reason);
+    if (store == nullptr) GTEST_SKIP() << reason;
+    const auto connection = store->freshDatabase();
     for (const json& sql : wanted.value("setup", json::array())) {
         ASSERT_FALSE(run(*connection, sql.get<std::string>()).contains("error")) << sql << ": " << message_;
     }
@@ -104,4 +104,4 @@ GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Case);
 TEST(Cases, AreAllThere) { EXPECT_EQ(casesOf("tsql_cases.jsonl").size(), 127U); }
 
 }  // namespace
-}  // namespace orvenmod::store::sqlite
+}  // namespace orvenmod::store::test

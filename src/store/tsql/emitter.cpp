@@ -1,4 +1,4 @@
-#include "store/tsql/sqlite_emitter.h"
+#include "store/tsql/emitter.h"
 
 #include "store/tsql/lexer.h"
 
@@ -29,13 +29,21 @@ std::string quoteName(std::string_view name) { return quoted(name, '"'); }
 
 std::string quoteText(std::string_view text) { return quoted(text, '\''); }
 
-void SqliteEmitter::emit(const Statement& statement, std::string_view sql, Translation& translation) {
+std::string joined(const std::vector<std::string>& parts, const char* separator) {
+    std::string result;
+    for (const std::string& part : parts) {
+        result += (result.empty() ? "" : separator) + part;
+    }
+    return result;
+}
+
+void Emitter::emit(const Statement& statement, std::string_view sql, Translation& translation) {
     translation_ = &translation;
     sql_ = sql;
     std::visit([this](const auto& specific) { emitStatement(specific); }, statement);
 }
 
-void SqliteEmitter::emitStatement(const QueryStatement& statement) {
+void Emitter::emitStatement(const QueryStatement& statement) {
     const Query& top = *statement.query;
     const Select& first = firstSelect(top);
     if (!first.into.empty()) {
@@ -49,7 +57,7 @@ void SqliteEmitter::emitStatement(const QueryStatement& statement) {
     translation_->statements.push_back(query(top));
 }
 
-void SqliteEmitter::emitStatement(const TransactionStatement& statement) {
+void Emitter::emitStatement(const TransactionStatement& statement) {
     switch (statement.kind) {
         case TransactionStatement::Kind::begin:
             translation_->kind = StatementKind::beginTransaction;
@@ -63,9 +71,15 @@ void SqliteEmitter::emitStatement(const TransactionStatement& statement) {
     }
 }
 
-// Each source gets a name that no other has, since the binder has settled which one a column belongs to, and SQLite
+void Emitter::startDefinition(const std::string& table) {
+    translation_->kind = StatementKind::ddl;
+    translation_->cacheable = false;
+    translation_->table = table;
+}
+
+// Each source gets a name that no other has, since the binder has settled which one a column belongs to, and the target
 // would look the name up again: of two sources t, one within the other, the inner is "t_2".
-const std::string& SqliteEmitter::aliasOf(const Source& source) {
+const std::string& Emitter::aliasOf(const Source& source) {
     std::string& alias = aliases_[source.id];
     if (alias.empty()) {
         alias = source.exposedName();

@@ -1,0 +1,127 @@
+#include "store/postgres/failures.h"
+
+#include <algorithm>
+#include <charconv>
+#include <vector>
+
+#include "store/tsql/error.h"
+#include "store/tsql/messages.h"
+#include "store/tsql/utf8.h"
+
+namespace orvenmod::store::postgres {
+
+namespace {
+
+using tsql::worded;
+
+// What a run-time function raises.
+constexpr std::string_view kOfTheDialect = "OV000";
+constexpr char kBetweenArguments = '\x1f';
+
+constexpr int kLeastVersion = 130000;
+constexpr const char* kLeastVersionText = "13";
+
+std::vector<std::string> argumentsOf(const std::string& detail) {
+    std::vector<std::string> arguments;
+    if (detail.empty()) return arguments;
+    std::size_t at = 0;
+    for (;;) {
+        const std::size_t end = detail.find(kBetweenArguments, at);
+        arguments.push_back(detail.substr(at, end - at));
+        if (end == std::string::npos) return arguments;
+        at = end + 1;
+    }
+}
+
+Failure ofTheDialect(const PGresult* failure, tsql::Language language) {
+    const std::string text = field(failure, PG_DIAG_MESSAGE_PRIMARY);
+    int number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return worded(language, number, argumentsOf(field(failure, PG_DIAG_MESSAGE_DETAIL)));
+}
+
+struct Code {
+    std::string_view state;
+    int number;
+    std::vector<std::string> arguments;
+};
+
+// "integer out of range"
+std::string typeOutOfRange(const std::string& message) {
+    if (message.starts_with("integer")) return "int";
+    if (message.starts_with("smallint")) return "smallint";
+    if (message.starts_with("bigint")) return "bigint";
+    return message.starts_with("numeric") ? "numeric" : "float";
+}
+
+std::string oneLine(std::string text) {
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
+        text.pop_back();
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return text;
+}
+
+}  // namespace
+
+Failure reported(const PGresult* failure, const ServerAddress& address) {
+    const tsql::Language language = address.language;
+    const std::string state = field(failure, PG_DIAG_SQLSTATE);
+    if (state == kOfTheDialect) return ofTheDialect(failure, language);
+    const std::string words = field(failure, PG_DIAG_MESSAGE_PRIMARY);
+    const Code codes[] = {
+        {"22012", tsql::kDivisionByZero, {}},
+        {"22003", tsql::kArithmeticOverflow, {"expression", typeOutOfRange(words)}},
+        {"22001", tsql::kTruncated, {}},
+        {"21000", tsql::kSubqueryRows, {}},
+        {"22021", tsql::kNoText, {}},
+        {"22P05", tsql::kNoText, {}},
+        {"40P01", tsql::kDeadlock, {"?"}},
+        {"40001", tsql::kDeadlock, {"?"}},
+        {"55P03", tsql::kLockTimeout, {}},
+        {"53100", tsql::kNoSpace, {address.database}},
+        {"42501", tsql::kNoRight, {address.database, words}},
+        {"25006", tsql::kNoRight, {address.database, words}},
+    };
+    for (const Code& code : codes) {
+        if (code.state == state) return worded(language, code.number, code.arguments);
+    }
+    return worded(language, tsql::kStoreReports, {address.database, words});
+}
+
+bool isSchemaChange(const PGresult* failure) {
+    const std::string state = field(failure, PG_DIAG_SQLSTATE);
+    // A table, column or function that isn't there, a plan whose columns have changed, a statement that somebody
+    // between us and the server has forgotten.
+    return state == "42P01" || state == "42703" || state == "42883" || state == "26000" || state == "0A000" ||
+           state == "42804";
+}
+
+bool isConstraint(const PGresult* failure) { return field(failure, PG_DIAG_SQLSTATE).starts_with("23"); }
+
+Failure connectFailure(const PGconn* connection, const ServerAddress& address,
+                       std::chrono::steady_clock::duration taken) {
+    const tsql::Language language = address.language;
+    const std::string words = lastWords(connection);
+    const auto says = [&words](std::string_view text) { return words.find(text) != std::string::npos; };
+    if (PQconnectionNeedsPassword(connection) != 0 || says("authentication failed") ||
+        (says("role \"") && says("does not exist")) || says("no pg_hba.conf entry"))
+        return worded(language, tsql::kLoginFailed, {PQuser(connection)});
+    if (says("database \"") && says("does not exist"))
+        return worded(language, tsql::kCannotOpenDatabase, {PQdb(connection)});
+    const auto limit = std::max(address.connectTimeout, std::chrono::seconds(2));
+    if (says("timeout expired") || (address.connectTimeout.count() > 0 && taken >= limit)) {
+        return worded(language, tsql::kServerSilent, {address.server, std::to_string(limit.count())});
+    }
+    return worded(language, tsql::kServerUnreachable, {address.server, words});
+}
+
+std::optional<Failure> unfitServer(int version, const ServerAddress& address) {
+    if (version >= kLeastVersion) return std::nullopt;
+    constexpr int kMajor = 10000;
+    return worded(address.language, tsql::kServerTooOld,
+                  {address.server, std::to_string(version / kMajor), kLeastVersionText});
+}
+
+std::string lastWords(const PGconn* connection) { return oneLine(PQerrorMessage(connection)); }
+
+}  // namespace orvenmod::store::postgres

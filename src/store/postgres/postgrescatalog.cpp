@@ -1,0 +1,199 @@
+#include "store/postgres/postgrescatalog.h"
+
+#include <charconv>
+
+#include "store/postgres/failures.h"
+#include "store/postgres/session.h"
+#include "store/tsql/postgresnames.h"
+#include "store/tsql/translator.h"
+#include "store/tsql/utf8.h"
+
+namespace orvenmod::store::postgres {
+
+namespace {
+
+// A number that is read first can only be too low for what is read behind it, which the next statement notices.
+constexpr const char* kVersion = "SELECT number FROM orven.schema_version";
+
+constexpr const char* kColumns =
+    "SELECT c.relname, c.relkind IN ('v', 'm'), obj_description(c.oid, 'pg_class'), a.attname, "
+    "format_type(a.atttypid, a.atttypmod), d.description, a.attnotnull, a.atthasdef, a.attidentity <> '' "
+    "FROM pg_class c LEFT JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped "
+    "LEFT JOIN pg_description d ON d.objoid = c.oid AND d.classoid = 'pg_class'::regclass AND d.objsubid = a.attnum "
+    "WHERE c.relnamespace = to_regnamespace(current_schema()) AND c.relkind IN ('r', 'p', 'f', 'v', 'm') "
+    "ORDER BY c.relname, a.attnum";
+enum ColumnField {
+    objectName,
+    isView,
+    objectComment,
+    columnName,
+    nativeType,
+    columnComment,
+    notNull,
+    hasDefault,
+    isIdentity
+};
+
+constexpr const char* kIndexes =
+    "SELECT t.relname, i.relname FROM pg_index x JOIN pg_class t ON t.oid = x.indrelid "
+    "JOIN pg_class i ON i.oid = x.indexrelid WHERE t.relnamespace = to_regnamespace(current_schema())";
+
+std::string folded(std::string_view name) {
+    std::string result(name);
+    for (char& c : result) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return result;
+}
+
+bool isTrue(const PGresult* rows, int row, int column) { return textOf(rows, row, column) == "t"; }
+
+// The type of a column that was made by hand.
+tsql::Type nativeColumnType(std::string_view native) {
+    struct Name {
+        std::string_view native;
+        tsql::Kind kind;
+    };
+    constexpr Name kNames[] = {
+        {"boolean", tsql::Kind::bit},     {"smallint", tsql::Kind::smallint},
+        {"integer", tsql::Kind::integer}, {"bigint", tsql::Kind::bigint},
+        {"real", tsql::Kind::real},       {"double precision", tsql::Kind::floating},
+        {"date", tsql::Kind::date},       {"uuid", tsql::Kind::uniqueidentifier},
+        {"bytea", tsql::Kind::image},     {"numeric", tsql::Kind::floating},
+    };
+    for (const Name& name : kNames) {
+        if (name.native == native) return tsql::typeOf(name.kind);
+    }
+    if (native.starts_with("numeric")) {
+        const auto type = tsql::parseType(native);
+        return type ? *type : tsql::typeOf(tsql::Kind::floating);
+    }
+    if (native.starts_with("timestamp")) return tsql::typeOf(tsql::Kind::datetime);
+    if (native.starts_with("time")) return tsql::typeOf(tsql::Kind::time);
+    constexpr std::string_view kVarying = "character varying(";
+    int length = 0;
+    if (native.starts_with(kVarying))
+        std::from_chars(native.data() + kVarying.size(), native.data() + native.size(), length);
+    const bool bounded = length > 0 && length <= tsql::kMostNvarchar;
+    return tsql::textType(tsql::Kind::nvarchar, bounded ? length : -1);
+}
+
+// "fNumber varchar(30)" of a column fnumber. A name may hold blanks, so that the first split with a type behind it
+// counts.
+bool readDeclaration(std::string_view comment, std::string_view native, tsql::ColumnInfo& column) {
+    constexpr std::size_t kLongestName = 63;
+    comment = comment.substr(0, comment.find(tsql::kCommentBreak));
+    for (auto blank = comment.find(' '); blank != std::string_view::npos; blank = comment.find(' ', blank + 1)) {
+        const std::string_view name = comment.substr(0, blank);
+        const std::string_view declared = comment.substr(blank + 1);
+        const auto type = tsql::parseType(declared);
+        if (!type || (native.size() < kLongestName && folded(name) != native)) continue;
+        column.name = name;
+        column.type = *type;
+        column.declaredType = declared;
+        return true;
+    }
+    return false;
+}
+
+tsql::ColumnInfo columnOf(const PGresult* rows, int row) {
+    tsql::ColumnInfo column;
+    const std::string_view native = textOf(rows, row, columnName);
+    if (!readDeclaration(textOf(rows, row, columnComment), native, column)) {
+        column.name = native;
+        column.type = nativeColumnType(textOf(rows, row, nativeType));
+        column.declaredType = tsql::printType(column.type);
+    }
+    column.nullable = !isTrue(rows, row, notNull);
+    column.hasDefault = isTrue(rows, row, hasDefault);
+    column.identity = isTrue(rows, row, isIdentity);
+    return column;
+}
+
+// The name out of a table's comment; a comment that somebody wrote is none.
+std::string declaredName(std::string_view comment, std::string_view native) {
+    return std::string(folded(comment) == native ? comment : native);
+}
+
+bool isViewText(std::string_view comment) {
+    const std::string start = folded(comment.substr(0, 7));
+    return start == "create " || start.starts_with("alter ");
+}
+
+}  // namespace
+
+void PostgresCatalog::clear() {
+    known_ = false;
+    objects_.clear();
+}
+
+bool PostgresCatalog::refreshed() {
+    if (known_) return false;
+    read();
+    return true;
+}
+
+const tsql::ObjectInfo* PostgresCatalog::find(std::string_view name) const {
+    if (!known_) read();
+    const auto found = objects_.find(folded(name));
+    if (found == objects_.end()) return nullptr;
+    Object& object = *found->second;
+    if (!object.viewText.empty()) {
+        // Only now, since a view may stand on others, and many are never asked for.
+        object.info.columns = tsql::viewColumns(object.viewText, *this);
+        object.viewText.clear();
+    }
+    return &object.info;
+}
+
+void PostgresCatalog::read() const {
+    session_.queueText(kVersion);
+    session_.queueText(kColumns);
+    session_.queueText(kIndexes);
+    const Answer answer = session_.send();
+    if (const PGresult* failure = answer.failure()) throw reported(failure, session_.address());
+    objects_.clear();
+    const std::string_view number = textOf(answer.results[0].get(), 0, 0);
+    std::from_chars(number.data(), number.data() + number.size(), version_);
+    addColumns(answer.results[1].get());
+    addIndexes(answer.results[2].get());
+    known_ = true;
+}
+
+void PostgresCatalog::addColumns(const PGresult* rows) const {
+    for (int row = 0; row < PQntuples(rows); ++row) {
+        std::unique_ptr<Object>& object = objects_[std::string(textOf(rows, row, objectName))];
+        if (!object) {
+            object = std::make_unique<Object>();
+            const bool view = isTrue(rows, row, isView);
+            const std::string_view comment = textOf(rows, row, objectComment);
+            object->info.kind = view ? tsql::ObjectInfo::Kind::view : tsql::ObjectInfo::Kind::table;
+            object->info.name = declaredName(comment, textOf(rows, row, objectName));
+            if (view && isViewText(comment)) object->viewText = comment;
+        }
+        if (PQgetisnull(rows, row, columnName) == 0) object->info.columns.push_back(columnOf(rows, row));
+    }
+}
+
+void PostgresCatalog::addIndexes(const PGresult* rows) const {
+    for (int row = 0; row < PQntuples(rows); ++row) {
+        const auto table = objects_.find(std::string(textOf(rows, row, 0)));
+        if (table != objects_.end()) table->second->info.indexes.emplace_back(textOf(rows, row, 1));
+    }
+}
+
+std::string PostgresCatalog::declaredTable(const std::string& native) const {
+    const auto found = objects_.find(native);
+    return found == objects_.end() ? native : found->second->info.name;
+}
+
+std::string PostgresCatalog::declaredColumn(const std::string& table, const std::string& native) const {
+    const auto found = objects_.find(table);
+    if (found == objects_.end()) return native;
+    for (const tsql::ColumnInfo& column : found->second->info.columns) {
+        if (folded(column.name) == native) return column.name;
+    }
+    return native;
+}
+
+}  // namespace orvenmod::store::postgres

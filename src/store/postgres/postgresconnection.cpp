@@ -1,0 +1,373 @@
+#include "store/postgres/postgresconnection.h"
+
+#include <charconv>
+#include <optional>
+#include <utility>
+
+#include "store/postgres/constraints.h"
+#include "store/postgres/failures.h"
+#include "store/postgres/fetch.h"
+#include "store/postgres/handlepool.h"
+#include "store/postgres/postgresoutline.h"
+#include "store/postgres/postgrestableloader.h"
+#include "store/postgres/postgrestablewriter.h"
+#include "store/tsql/error.h"
+#include "store/tsql/literals.h"
+#include "store/tsql/resultcolumns.h"
+
+namespace orvenmod::store::postgres {
+
+namespace {
+
+using tsql::StatementKind;
+
+// More changes of the schema than that while one statement starts are no accident.
+constexpr int kMostTranslations = 10;
+
+std::int64_t touched(PGresult* result) {
+    const std::string_view text = PQcmdTuples(result);
+    std::int64_t count = 0;
+    std::from_chars(text.data(), text.data() + text.size(), count);
+    return count;
+}
+
+/// Of "COPY tblitem, line 3, column fnumber: ..." fnumber; empty where it tells none.
+std::string columnOfContext(const std::string& context) {
+    constexpr std::string_view kColumn = ", column ";
+    const std::size_t start = context.find(kColumn);
+    if (start == std::string::npos) return {};
+    const std::size_t name = start + kColumn.size();
+    return context.substr(name, context.find(':', name) - name);
+}
+
+}  // namespace
+
+PostgresConnection::PostgresConnection(std::string connectionString, std::unique_ptr<Session> session)
+    : connectionString_(std::move(connectionString)),
+      language_(session->address().language),
+      server_(session->address().server),
+      session_(std::move(session)) {}
+
+PostgresConnection::~PostgresConnection() { close(); }
+
+Session& PostgresConnection::session() {
+    if (!open_) throw tsql::worded(language_, tsql::kClosed, {});
+    if (transaction_ == Transaction::lost) throw tsql::worded(language_, tsql::kTransactionLost, {});
+    if (!session_) {
+        session_ = takeSession(connectionString_);
+        session_->progress().set(progress_);
+    }
+    return *session_;
+}
+
+template <typename Work>
+auto PostgresConnection::worded(Work work) {
+    try {
+        return work();
+    } catch (const tsql::Error& error) {
+        throw tsql::worded(language_, error);
+    } catch (const LostConnection& lost) {
+        failForLoss(lost, false);
+    }
+}
+
+void PostgresConnection::failForLoss(const LostConnection&, bool mayBeStored) {
+    session_.reset();
+    if (transaction_ != Transaction::none) transaction_ = Transaction::lost;
+    throw tsql::worded(language_, mayBeStored ? tsql::kCommitUnknown : tsql::kConnectionLost, {server_});
+}
+
+void PostgresConnection::startUnit() {
+    if (transaction_ == Transaction::begun) session_->queue(Fixed::begin);
+    if (transaction_ != Transaction::none) session_->queue(Fixed::savepoint);
+    // What a transaction has read keeps its shape, so that one look is enough.
+    if (transaction_ != Transaction::open) session_->queueExpectedSchema();
+}
+
+void PostgresConnection::endUnit() {
+    if (transaction_ != Transaction::none) session_->queue(Fixed::release);
+}
+
+// Sends what has been queued. What fails is undone; the failure comes back with the answer.
+Answer PostgresConnection::sendUnit(Effect effect, const Session::Stream* stream) {
+    Answer answer;
+    try {
+        answer = session_->send(stream);
+    } catch (const LostConnection& lost) {
+        failForLoss(lost, effect == Effect::changes && transaction_ == Transaction::none);
+    } catch (...) {
+        // The progress has ended it.
+        if (transaction_ == Transaction::begun) transaction_ = Transaction::open;
+        undoUnit();
+        throw;
+    }
+    if (transaction_ == Transaction::begun) transaction_ = Transaction::open;
+    if (answer.failure() != nullptr) undoUnit();
+    return answer;
+}
+
+void PostgresConnection::undoUnit() {
+    if (transaction_ == Transaction::none) return;
+    session_->queue(Fixed::rollbackTo);
+    session_->queue(Fixed::release);
+    const Answer answer = session_->send();
+    if (answer.failure() != nullptr) transaction_ = Transaction::lost;
+}
+
+// Runs a statement, and again from its translation on when the schema has overtaken it.
+Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry,
+                               const std::function<void(const PGresult* row)>& row) {
+    for (int attempt = 1;; ++attempt) {
+        const Parameters parameters(entry->translation, shape_);
+        const bool look = transaction_ != Transaction::open;
+        startUnit();
+        const std::size_t lookAt = session_->queued() - 1;
+        const std::size_t at = session_->queueRun(entry->statement, entry->translation.statements.front(), parameters);
+        endUnit();
+        const bool changes = entry->translation.kind == StatementKind::change;
+        const Session::Stream stream{at, row};
+        Answer answer = sendUnit(changes ? Effect::changes : Effect::reads, row ? &stream : nullptr);
+        const PGresult* failure = answer.failure();
+        if (failure == nullptr) return std::move(answer.results[at]);
+        const bool overtaken = (look && answer.failedAt() == lookAt) || isSchemaChange(failure);
+        if (!overtaken || attempt == kMostTranslations) {
+            failChange(sql, failure,
+                       [&](const std::string& column) { return tsql::newValue(entry->translation, shape_, column); });
+        }
+        session_->forgetSchema();
+        entry = &session_->prepare(sql, shape_);
+        // A failure that stays after the schema has been read again is one of the statement.
+        if (answer.failedAt() != lookAt) attempt = std::max(attempt, kMostTranslations - 1);
+    }
+}
+
+void PostgresConnection::failChange(std::string_view sql, const PGresult* failure, const Values& values) {
+    if (isConstraint(failure)) throw constraintFailure(*session_, failure, tsql::changeVerb(sql), values);
+    throw reported(failure, session_->address());
+}
+
+std::int64_t PostgresConnection::execute(std::string_view sql) {
+    return worded([&]() -> std::int64_t {
+        session();
+        if (!isText(sql)) throw tsql::Error(tsql::kNoText);
+        shape_.scan(sql);
+        CachedStatement* entry = &session_->prepare(sql, shape_);
+        switch (entry->translation.kind) {
+            case StatementKind::query:
+                run(sql, entry);
+                return 0;
+            case StatementKind::change:
+                return touched(run(sql, entry).get());
+            case StatementKind::ddl:
+                runDefinition(entry->translation);
+                return 0;
+            case StatementKind::beginTransaction:
+                beginTrans();
+                return 0;
+            case StatementKind::commitTransaction:
+                commitTrans();
+                return 0;
+            case StatementKind::rollbackTransaction:
+                rollbackTrans();
+                return 0;
+        }
+        return 0;
+    });
+}
+
+CachedStatement* PostgresConnection::prepareQuery(std::string_view sql) {
+    session();
+    if (!isText(sql)) throw tsql::Error(tsql::kNoText);
+    shape_.scan(sql);
+    CachedStatement* entry = &session_->prepare(sql, shape_);
+    if (entry->translation.kind != StatementKind::query) throw tsql::Error(tsql::kNoRows);
+    return entry;
+}
+
+Recordset PostgresConnection::open(std::string_view sql) {
+    return worded([&] {
+        CachedStatement* entry = prepareQuery(sql);
+        const Result result = run(sql, entry);
+        // The entry may have been translated again under another address.
+        return fetchRows(result.get(), session_->prepare(sql, shape_).translation.columns, session_->progress());
+    });
+}
+
+void PostgresConnection::read(std::string_view sql, const Part& part) {
+    worded([&] {
+        CachedStatement* entry = prepareQuery(sql);
+        std::optional<RowReader> reader;
+        Recordset rows;
+        run(sql, entry, [&](const PGresult* row) {
+            const auto& columns = entry->translation.columns;
+            if (!reader) {
+                reader.emplace(columns);
+                rows = tsql::emptyRecordset(columns);
+            }
+            reader->add(rows, row, 0);
+            if (rows.rowCount() < kRowsPerPart && rows.memory() < kBytesPerPart) return;
+            part(rows);
+            rows = tsql::emptyRecordset(columns);
+        });
+        if (rows.rowCount() > 0) part(rows);
+    });
+}
+
+Outline PostgresConnection::outline() {
+    return worded([this] { return outlineOf(session()); });
+}
+
+std::unique_ptr<TableLoader> PostgresConnection::openLoader(std::string_view table,
+                                                            const std::vector<std::string>& fields) {
+    return worded([&]() -> std::unique_ptr<TableLoader> {
+        session();
+        return std::make_unique<PostgresTableLoader>(*this, table, fields);
+    });
+}
+
+void PostgresConnection::runDefinition(const tsql::Translation& translation) {
+    startUnit();
+    for (const std::string& text : translation.statements)
+        session_->queueText(text);
+    if (transaction_ == Transaction::none) session_->queue(Fixed::schemaChanged);
+    endUnit();
+    // The translation goes with all that the session knows of the schema.
+    const Answer answer = sendUnit(Effect::changes);
+    const PGresult* failure = answer.failure();
+    if (failure != nullptr) failChange("insert", failure, [](const std::string&) { return std::string("?"); });
+    defined_ = transaction_ != Transaction::none;
+    session_->forgetSchema();
+}
+
+void PostgresConnection::storeRow(Prepared& statement, const std::string& text, const Parameters& parameters,
+                                  const Values& values) {
+    startUnit();
+    session_->queueRun(statement, text, parameters);
+    endUnit();
+    const Answer answer = sendUnit(Effect::changes);
+    if (const PGresult* failure = answer.failure()) failChange("insert", failure, values);
+}
+
+void PostgresConnection::loadRows(const std::string& command, std::string_view rows,
+                                  const std::function<Loaded(std::size_t row, const std::string& column)>& loaded) {
+    worded([&] {
+        session();
+        startUnit();
+        if (const Answer answer = sendUnit(Effect::reads); answer.failure() != nullptr)
+            throw reported(answer.failure(), session_->address());
+        const Result result = [&] {
+            try {
+                return session_->copyIn(command, rows);
+            } catch (const LostConnection&) {
+                throw;
+            } catch (...) {
+                undoUnit();
+                throw;
+            }
+        }();
+        if (isFailure(result.get())) {
+            undoUnit();
+            failLoad(result.get(), loaded);
+        }
+        endUnit();
+        sendUnit(Effect::reads);
+    });
+}
+
+// The server tells the line: "COPY tblitem, line 3, column fnumber: ...".
+void PostgresConnection::failLoad(const PGresult* failure,
+                                  const std::function<Loaded(std::size_t row, const std::string& column)>& loaded) {
+    const std::string context = field(failure, PG_DIAG_CONTEXT);
+    constexpr std::string_view kLine = ", line ";
+    const std::size_t at = context.find(kLine);
+    if (at == std::string::npos) throw reported(failure, session_->address());
+    std::size_t line = 1;
+    std::from_chars(context.data() + at + kLine.size(), context.data() + context.size(), line);
+    int column = RowFailure::kUnknown;
+    int asked = 0;
+    const auto valueOf = [&](const std::string& name) {
+        const Loaded cell = loaded(line - 1, name);
+        column = ++asked == 1 ? cell.column : RowFailure::kUnknown;
+        return cell.value;
+    };
+    try {
+        failChange("insert", failure, valueOf);
+    } catch (const Failure& worded) {
+        if (asked == 0) valueOf(columnOfContext(context));
+        throw RowFailure(worded, line - 1, column);
+    }
+}
+
+std::unique_ptr<TableWriter> PostgresConnection::openTable(std::string_view table) {
+    return worded([&]() -> std::unique_ptr<TableWriter> {
+        session();
+        return std::make_unique<PostgresTableWriter>(*this, table);
+    });
+}
+
+// Nothing goes out: the server hears of it with the first statement.
+void PostgresConnection::beginTrans() {
+    worded([this] {
+        session();
+        if (transaction_ != Transaction::none) throw tsql::Error(tsql::kTransactionOpen);
+        transaction_ = Transaction::begun;
+        defined_ = false;
+    });
+}
+
+void PostgresConnection::commitTrans() {
+    worded([this] {
+        session();
+        if (transaction_ == Transaction::none) throw tsql::Error(tsql::kCommitWithoutBegin);
+        if (std::exchange(transaction_, Transaction::none) == Transaction::begun) return;
+        if (defined_) session_->queue(Fixed::schemaChanged);
+        session_->queue(Fixed::commit);
+        try {
+            const Answer answer = session_->send();
+            if (const PGresult* failure = answer.failure()) {
+                session_->reset();
+                session_->forgetSchema();
+                throw reported(failure, session_->address());
+            }
+        } catch (const LostConnection& lost) {
+            failForLoss(lost, true);
+        }
+    });
+}
+
+void PostgresConnection::rollbackTrans() {
+    if (transaction_ == Transaction::lost) {
+        transaction_ = Transaction::none;
+        return;
+    }
+    worded([this] {
+        session();
+        if (transaction_ == Transaction::none) throw tsql::Error(tsql::kRollbackWithoutBegin);
+        if (std::exchange(transaction_, Transaction::none) == Transaction::begun) return;
+        session_->queue(Fixed::rollback);
+        try {
+            session_->send();
+        } catch (const LostConnection&) {
+            // The server has undone it by itself.
+            session_.reset();
+            return;
+        }
+        if (defined_) session_->forgetSchema();
+    });
+}
+
+void PostgresConnection::setProgress(std::function<void()> progress) {
+    progress_ = std::move(progress);
+    session().progress().set(progress_);
+}
+
+void PostgresConnection::close() noexcept {
+    if (!std::exchange(open_, false)) return;
+    const bool undone = transaction_ != Transaction::none && defined_;
+    transaction_ = Transaction::none;
+    if (!session_) return;
+    if (undone) session_->forgetSchema();
+    giveSessionBack(connectionString_, std::move(session_));
+}
+
+}  // namespace orvenmod::store::postgres

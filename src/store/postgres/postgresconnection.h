@@ -1,0 +1,94 @@
+// A use of a PostgreSQL database.
+//
+// The server ends a transaction with the first statement that fails in it; the dialect leaves it open. So each
+// statement within one goes out between a savepoint and its release, in one round trip; a failure goes back to the
+// savepoint:
+//
+//   beginTrans
+//   execute   BEGIN, SAVEPOINT, the statement, RELEASE      one round trip
+//   execute   SAVEPOINT, the statement, RELEASE             one
+//   execute   SAVEPOINT, the statement: fails               one, and one more for ROLLBACK TO, RELEASE
+//   commitTrans   COMMIT                                    one
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "store/connection.h"
+#include "store/postgres/session.h"
+#include "store/tsql/messages.h"
+#include "store/tsql/shape.h"
+
+namespace orvenmod::store::postgres {
+
+class PostgresConnection : public Connection {
+public:
+    PostgresConnection(std::string connectionString, std::unique_ptr<Session> session);
+    ~PostgresConnection() override;
+
+    std::int64_t execute(std::string_view sql) override;
+    Recordset open(std::string_view sql) override;
+    void read(std::string_view sql, const Part& part) override;
+    Outline outline() override;
+    std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override;
+    std::unique_ptr<TableWriter> openTable(std::string_view table) override;
+    void beginTrans() override;
+    void commitTrans() override;
+    void rollbackTrans() override;
+    bool inTransaction() const override { return transaction_ != Transaction::none; }
+    void setProgress(std::function<void()> progress) override;
+    void close() noexcept override;
+
+    // For the table writer and the loader.
+
+    /// The session. Throws Failure where the connection is closed or its transaction is lost; outside a transaction a
+    /// session that the server has ended is replaced.
+    Session& session();
+    tsql::Language language() const { return language_; }
+    /// What a store may do with a row that it could not store: nothing of it stays.
+    using Values = std::function<std::string(const std::string& column)>;
+    /// Stores one row. Throws Failure, tsql::Error.
+    void storeRow(Prepared& statement, const std::string& text, const Parameters& parameters, const Values& values);
+    struct Loaded {
+        int column = RowFailure::kUnknown;
+        std::string value = "NULL";
+    };
+    /// Copies rows in the server's own form into a table; `loaded` tells of a cell for a message. Throws RowFailure,
+    /// Failure.
+    void loadRows(const std::string& command, std::string_view rows,
+                  const std::function<Loaded(std::size_t row, const std::string& column)>& loaded);
+    /// Words what `work` throws.
+    template <typename Work>
+    auto worded(Work work);
+
+private:
+    /// `begun`: nothing of it has gone out. `lost`: the server has gone; it only can be rolled back.
+    enum class Transaction { none, begun, open, lost };
+    enum class Effect { reads, changes };
+
+    CachedStatement* prepareQuery(std::string_view sql);
+    Result run(std::string_view sql, CachedStatement*& entry,
+               const std::function<void(const PGresult* row)>& stream = nullptr);
+    void runDefinition(const tsql::Translation& translation);
+    void startUnit();
+    void endUnit();
+    Answer sendUnit(Effect effect, const Session::Stream* stream = nullptr);
+    void undoUnit();
+    Answer sendControl(Fixed statement);
+    [[noreturn]] void failChange(std::string_view sql, const PGresult* failure, const Values& values);
+    [[noreturn]] void failLoad(const PGresult* failure,
+                               const std::function<Loaded(std::size_t row, const std::string& column)>& loaded);
+    [[noreturn]] void failForLoss(const LostConnection& lost, bool mayBeStored);
+
+    std::string connectionString_;
+    tsql::Language language_;
+    std::string server_;
+    std::unique_ptr<Session> session_;
+    bool open_ = true;
+    Transaction transaction_ = Transaction::none;
+    bool defined_ = false;  // the open transaction has changed the schema
+    std::function<void()> progress_;
+    tsql::Shape shape_;
+};
+
+}  // namespace orvenmod::store::postgres

@@ -1,0 +1,113 @@
+-- Definitions under views. PostgreSQL binds a view when it is made and then refuses to drop what it reads; the dialect
+-- binds it when it is read, so that a table under a view may lose a column, and a view may be dropped and made anew
+-- while another reads it.
+--
+--   SELECT orven.define('titem', 'ALTER TABLE titem DROP COLUMN fnote')
+--
+-- The views that stand in the way are dropped and made again behind it. One that can't be made, since it reads what is
+-- gone, is kept as a view of one column, "orven.definition", whose comment is its definition; reading it fails.
+-- mend_views tries such views once more, and is called when anything was added.
+
+CREATE OR REPLACE FUNCTION orven.view_fails(view text) RETURNS text
+LANGUAGE plpgsql VOLATILE AS $$
+BEGIN
+    RAISE EXCEPTION 'the view "%" reads what is not there any more', view USING ERRCODE = 'undefined_column';
+END $$;
+
+-- Makes a view with its comment and its rights, or what stands for it.
+CREATE OR REPLACE FUNCTION orven.make_view(view text, definition text, comment text, rights text) RETURNS boolean
+LANGUAGE plpgsql VOLATILE AS $$
+DECLARE
+    made boolean := true;
+BEGIN
+    BEGIN
+        EXECUTE format('CREATE VIEW %I AS %s', view, definition);
+    EXCEPTION WHEN syntax_error_or_access_rule_violation THEN
+        made := false;
+        EXECUTE format('CREATE VIEW %I AS SELECT orven.view_fails(%L) AS "orven.definition"', view, view);
+        EXECUTE format('COMMENT ON COLUMN %I."orven.definition" IS %L', view, definition);
+    END;
+    EXECUTE format('COMMENT ON VIEW %I IS %L', view, comment);
+    IF rights IS NOT NULL THEN
+        EXECUTE rights;
+    END IF;
+    RETURN made;
+END $$;
+
+-- Statements that give what was given on an object; null for none.
+CREATE OR REPLACE FUNCTION orven.rights_of(object oid) RETURNS text
+LANGUAGE sql STABLE AS $$
+    SELECT string_agg(format('GRANT %s ON %I TO %s', r.privilege_type, c.relname,
+                             CASE r.grantee WHEN 0 THEN 'PUBLIC' ELSE r.grantee::regrole::text END), '; ')
+    FROM pg_class c, aclexplode(c.relacl) r WHERE c.oid = object
+$$;
+
+-- The views that read an object, those that others read first.
+CREATE OR REPLACE FUNCTION orven.views_over(object regclass)
+RETURNS TABLE (view text, definition text, comment text, rights text)
+LANGUAGE sql STABLE AS $$
+    WITH RECURSIVE reader(oid, depth) AS (
+        SELECT w.ev_class, 1 FROM pg_depend d JOIN pg_rewrite w ON w.oid = d.objid
+        WHERE d.classid = 'pg_rewrite'::regclass AND d.refclassid = 'pg_class'::regclass AND d.refobjid = object
+              AND w.ev_class <> object
+        UNION
+        SELECT w.ev_class, r.depth + 1
+        FROM reader r JOIN pg_depend d ON d.refobjid = r.oid JOIN pg_rewrite w ON w.oid = d.objid
+        WHERE d.classid = 'pg_rewrite'::regclass AND d.refclassid = 'pg_class'::regclass AND w.ev_class <> r.oid
+    )
+    SELECT c.relname, pg_get_viewdef(c.oid), obj_description(c.oid, 'pg_class'), orven.rights_of(c.oid)
+    FROM reader r JOIN pg_class c ON c.oid = r.oid
+    WHERE c.relkind = 'v'
+    GROUP BY c.oid, c.relname ORDER BY max(r.depth), c.relname
+$$;
+
+CREATE OR REPLACE FUNCTION orven.define(object text, VARIADIC commands text[]) RETURNS void
+LANGUAGE plpgsql VOLATILE AS $$
+DECLARE
+    command text;
+    views text[];
+    definitions text[];
+    comments text[];
+    rights text[];
+BEGIN
+    BEGIN
+        FOREACH command IN ARRAY commands LOOP
+            EXECUTE command;
+        END LOOP;
+        RETURN;
+    EXCEPTION WHEN dependent_objects_still_exist THEN
+        NULL;
+    END;
+    SELECT array_agg(v.view), array_agg(v.definition), array_agg(v.comment), array_agg(v.rights)
+    INTO views, definitions, comments, rights FROM orven.views_over(to_regclass(quote_ident(object))) v;
+    FOR place IN REVERSE coalesce(array_length(views, 1), 0) .. 1 LOOP
+        EXECUTE format('DROP VIEW %I', views[place]);
+    END LOOP;
+    FOREACH command IN ARRAY commands LOOP
+        EXECUTE command;
+    END LOOP;
+    FOR place IN 1 .. coalesce(array_length(views, 1), 0) LOOP
+        PERFORM orven.make_view(views[place], definitions[place], comments[place], rights[place]);
+    END LOOP;
+END $$;
+
+CREATE OR REPLACE FUNCTION orven.mend_views() RETURNS void
+LANGUAGE plpgsql VOLATILE AS $$
+DECLARE
+    broken record;
+    mended boolean;
+BEGIN
+    LOOP
+        mended := false;
+        FOR broken IN
+            SELECT c.relname AS view, col_description(c.oid, a.attnum) AS definition,
+                   obj_description(c.oid, 'pg_class') AS comment, orven.rights_of(c.oid) AS rights
+            FROM pg_class c JOIN pg_attribute a ON a.attrelid = c.oid AND a.attname = 'orven.definition'
+            WHERE c.relkind = 'v' AND c.relnamespace = to_regnamespace(current_schema())
+        LOOP
+            EXECUTE format('DROP VIEW %I', broken.view);
+            mended := orven.make_view(broken.view, broken.definition, broken.comment, broken.rights) OR mended;
+        END LOOP;
+        EXIT WHEN NOT mended;
+    END LOOP;
+END $$;

@@ -1,0 +1,384 @@
+#include "store/postgres/session.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <ctime>
+#include <utility>
+
+#include "store/postgres/failures.h"
+#include "store/postgres/installation.h"
+#include "store/server/socketwait.h"
+#include "store/tsql/translator.h"
+
+namespace orvenmod::store::postgres {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+struct FixedText {
+    const char* name;
+    const char* text;
+};
+constexpr std::array<FixedText, 8> kFixed = {{
+    {"begin", "BEGIN"},
+    {"commit", "COMMIT"},
+    {"rollback", "ROLLBACK"},
+    {"savepoint", "SAVEPOINT statement"},
+    {"release", "RELEASE statement"},
+    {"rollbackto", "ROLLBACK TO statement"},
+    // A division by zero is how a statement without a function fails.
+    {"expectschema", "SELECT 1 / (number = $1)::integer FROM orven.schema_version"},
+    {"schemachanged", "UPDATE orven.schema_version SET number = number + 1"},
+}};
+
+// Seconds east of Greenwich on this machine, now.
+long localZone() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    return local.tm_gmtoff;
+}
+
+// As the server takes a zone by its distance, which counts westwards there: <local>-08:00 for China.
+std::string zoneText(long east) {
+    std::array<char, 32> text{};
+    const long distance = east < 0 ? -east : east;
+    std::snprintf(text.data(), text.size(), "<local>%c%02ld:%02ld", east < 0 ? '+' : '-', distance / 3600,
+                  distance / 60 % 60);
+    return text.data();
+}
+
+}  // namespace
+
+Prepared::~Prepared() {
+    if (known_ && gone_ != nullptr) gone_->push_back(name_);
+}
+
+Prepared::Prepared(Prepared&& other) noexcept
+    : name_(std::move(other.name_)), gone_(std::move(other.gone_)), known_(std::exchange(other.known_, false)) {}
+
+Prepared& Prepared::operator=(Prepared&& other) noexcept {
+    std::swap(name_, other.name_);
+    std::swap(gone_, other.gone_);
+    std::swap(known_, other.known_);
+    return *this;
+}
+
+const PGresult* Answer::failure() const {
+    return results.empty() || !isFailure(results.back().get()) ? nullptr : results.back().get();
+}
+
+Session::Session(ServerAddress address) : address_(std::move(address)), catalog_(*this), zone_(localZone()) {
+    connect();
+    checkServer();
+    install(connection_.get(), address_);
+    setUp();
+}
+
+Session::~Session() = default;
+
+void Session::connect() {
+    std::vector<const char*> names;
+    std::vector<const char*> values;
+    for (const auto& [name, value] : address_.parameters) {
+        names.push_back(name.c_str());
+        values.push_back(value.c_str());
+    }
+    names.push_back(nullptr);
+    values.push_back(nullptr);
+    const auto start = Clock::now();
+    connection_.reset(PQconnectdbParams(names.data(), values.data(), 0));
+    if (PQstatus(connection_.get()) == CONNECTION_OK) return;
+    throw connectFailure(connection_.get(), address_, Clock::now() - start);
+}
+
+void Session::checkServer() const {
+    if (auto failure = unfitServer(PQserverVersion(connection_.get()), address_)) throw *failure;
+    const char* encoding = PQparameterStatus(connection_.get(), "server_encoding");
+    if (encoding != nullptr && std::string_view(encoding) == "UTF8") return;
+    throw tsql::worded(address_.language, tsql::kServerEncoding,
+                       {PQdb(connection_.get()), encoding == nullptr ? "?" : encoding});
+}
+
+// Settings of the session, and the statements that every session needs.
+void Session::setUp() {
+    PQenterPipelineMode(connection_.get());
+    PQsetnonblocking(connection_.get(), 1);
+    PQsetNoticeProcessor(
+        connection_.get(), [](void*, const char*) {}, nullptr);
+    Parameters settings;
+    settings.addText(zoneText(zone_));
+    settings.addText(std::to_string(address_.busyTimeout.count()));
+    try {
+        queueText(
+            "SELECT set_config('TimeZone', $1, false), set_config('lock_timeout', $2, false), "
+            "set_config('DateStyle', 'ISO, YMD', false), set_config('IntervalStyle', 'postgres', false), "
+            "set_config('extra_float_digits', '1', false), set_config('bytea_output', 'hex', false), "
+            "set_config('standard_conforming_strings', 'on', false), set_config('transform_null_equals', 'off', false)",
+            settings);
+        for (const FixedText& fixed : kFixed) {
+            PQsendPrepare(connection_.get(), fixed.name, fixed.text, 0, nullptr);
+            queued_.emplace_back();
+        }
+        const Answer answer = send();
+        if (const PGresult* failure = answer.failure()) throw reported(failure, address_);
+    } catch (const LostConnection& lost) {
+        throw tsql::worded(address_.language, tsql::kServerUnreachable, {address_.server, lost.reason});
+    }
+}
+
+void Session::queue(Fixed statement) {
+    const char* name = kFixed[static_cast<std::size_t>(statement)].name;
+    PQsendQueryPrepared(connection_.get(), name, 0, nullptr, nullptr, nullptr, 0);
+    queued_.emplace_back();
+}
+
+void Session::queueExpectedSchema() {
+    const std::string version = std::to_string(catalog_.version());
+    const char* value = version.c_str();
+    PQsendQueryPrepared(connection_.get(), kFixed[static_cast<std::size_t>(Fixed::expectSchema)].name, 1, &value,
+                        nullptr, nullptr, 0);
+    queued_.emplace_back();
+}
+
+void Session::queueText(const std::string& text) { queueText(text, Parameters()); }
+
+void Session::queueText(const std::string& text, const Parameters& parameters) {
+    PQsendQueryParams(connection_.get(), text.c_str(), parameters.count(), nullptr, parameters.values(),
+                      parameters.lengths(), parameters.formats(), 0);
+    queued_.emplace_back();
+}
+
+std::size_t Session::queueRun(Prepared& statement, const std::string& text, const Parameters& parameters) {
+    if (!statement.known()) {
+        PQsendPrepare(connection_.get(), statement.name().c_str(), text.c_str(), 0, nullptr);
+        queued_.push_back({&statement});
+    }
+    PQsendQueryPrepared(connection_.get(), statement.name().c_str(), parameters.count(), parameters.values(),
+                        parameters.lengths(), parameters.formats(), 0);
+    queued_.emplace_back();
+    return queued_.size() - 1;
+}
+
+Answer Session::send(const Stream* stream) {
+    for (const std::string& name : std::exchange(*gone_, {})) {
+        PQsendQueryParams(connection_.get(), ("DEALLOCATE " + name).c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0);
+        queued_.emplace_back();
+    }
+    if (PQpipelineSync(connection_.get()) == 0) lose();
+    unsent_ = true;
+    progress_.start();
+    try {
+        return receive(stream);
+    } catch (const LostConnection&) {
+        queued_.clear();
+        throw;
+    } catch (...) {
+        interrupt();
+        throw;
+    }
+}
+
+// Each that was queued gives its result and a null, the end of all a result of its own. What the server didn't come to,
+// behind a failure, is none of the answer.
+Answer Session::receive(const Stream* stream) {
+    Answer answer;
+    std::size_t at = 0;
+    bool begins = true;
+    for (;;) {
+        // The library takes it only before anything of the query has come.
+        if (std::exchange(begins, false) && stream != nullptr && at == stream->at)
+            PQsetSingleRowMode(connection_.get());
+        awaitResult();
+        Result result(PQgetResult(connection_.get()));
+        if (!result) {
+            if (PQstatus(connection_.get()) == CONNECTION_BAD) lose();
+            ++at;
+            begins = true;
+            continue;
+        }
+        const ExecStatusType status = PQresultStatus(result.get());
+        if (status == PGRES_SINGLE_TUPLE) {
+            if (stream != nullptr) stream->row(result.get());
+            continue;
+        }
+        if (status == PGRES_PIPELINE_SYNC) break;
+        if (status == PGRES_PIPELINE_ABORTED || answer.failure() != nullptr) continue;
+        if (status == PGRES_COMMAND_OK && at < queued_.size() && queued_[at].preparing != nullptr)
+            queued_[at].preparing->setKnown();
+        answer.results.push_back(std::move(result));
+        if (PQstatus(connection_.get()) == CONNECTION_BAD) lose();
+    }
+    queued_.clear();
+    return answer;
+}
+
+void Session::awaitResult() {
+    while (flush() || PQisBusy(connection_.get()) != 0) {
+        const auto awaited = unsent_ ? server::Awaited::either : server::Awaited::readable;
+        server::awaitSocket(PQsocket(connection_.get()), awaited, progress_);
+        if (PQconsumeInput(connection_.get()) == 0) lose();
+        progress_.report();
+    }
+}
+
+// Whether something is left to be sent.
+bool Session::flush() {
+    if (!unsent_) return false;
+    const int left = PQflush(connection_.get());
+    if (left < 0) lose();
+    unsent_ = left > 0;
+    return unsent_;
+}
+
+Result Session::copyIn(const std::string& command, std::string_view rows) {
+    progress_.start();
+    PQexitPipelineMode(connection_.get());  // rows don't pass through one
+    try {
+        Result result = sendRows(command, rows);
+        PQenterPipelineMode(connection_.get());
+        return result;
+    } catch (const LostConnection&) {
+        throw;
+    } catch (...) {
+        PQputCopyEnd(connection_.get(), "cancelled");
+        server::Progress silent;
+        std::swap(silent, progress_);
+        unsent_ = true;
+        lastResult();
+        std::swap(silent, progress_);
+        PQenterPipelineMode(connection_.get());
+        throw;
+    }
+}
+
+// Again while the library has no room.
+template <typename Put>
+void Session::put(Put put) {
+    for (;;) {
+        const int taken = put();
+        if (taken < 0) lose();
+        if (taken > 0) return;
+        awaitRoom();
+    }
+}
+
+Result Session::sendRows(const std::string& command, std::string_view rows) {
+    constexpr std::size_t kPiece = 64UL << 10;
+    if (PQsendQuery(connection_.get(), command.c_str()) == 0) lose();
+    unsent_ = true;
+    awaitResult();
+    Result start(PQgetResult(connection_.get()));
+    if (PQresultStatus(start.get()) != PGRES_COPY_IN) {
+        lastResult();
+        return start;
+    }
+    for (; !rows.empty(); rows.remove_prefix(std::min(kPiece, rows.size()))) {
+        const int size = static_cast<int>(std::min(kPiece, rows.size()));
+        put([&] { return PQputCopyData(connection_.get(), rows.data(), size); });
+        awaitRoom();
+    }
+    put([&] { return PQputCopyEnd(connection_.get(), nullptr); });
+    unsent_ = true;
+    return lastResult();
+}
+
+// The result before the end of all; of several the failure.
+Result Session::lastResult() {
+    Result last;
+    for (;;) {
+        awaitResult();
+        Result result(PQgetResult(connection_.get()));
+        if (!result) break;
+        if (!last || !isFailure(last.get())) last = std::move(result);
+    }
+    if (PQstatus(connection_.get()) == CONNECTION_BAD) lose();
+    return last;
+}
+
+// Until the server has taken what the library holds, so that this doesn't grow.
+void Session::awaitRoom() {
+    unsent_ = true;
+    while (flush()) {
+        server::awaitSocket(PQsocket(connection_.get()), server::Awaited::either, progress_);
+        if (PQconsumeInput(connection_.get()) == 0) lose();
+    }
+    progress_.report();
+}
+
+void Session::interrupt() noexcept {
+    const std::unique_ptr<PGcancel, decltype(&PQfreeCancel)> cancel(PQgetCancel(connection_.get()), &PQfreeCancel);
+    std::array<char, 256> reason{};
+    if (cancel) PQcancel(cancel.get(), reason.data(), static_cast<int>(reason.size()));
+    server::Progress silent;
+    std::swap(silent, progress_);
+    try {
+        receive(nullptr);
+    } catch (const LostConnection&) {
+        // What comes next finds that out.
+        queued_.clear();
+    }
+    std::swap(silent, progress_);
+}
+
+void Session::lose() const { throw LostConnection{lastWords(connection_.get())}; }
+
+Prepared Session::newStatement() { return {"s" + std::to_string(++names_), gone_}; }
+
+CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape) {
+    if (CachedStatement* known = cache_.find(shape)) return *known;
+    CachedStatement entry;
+    const bool fresh = catalog_.refreshed();
+    try {
+        entry.translation = tsql::translateForPostgres(sql, catalog_);
+    } catch (const tsql::Error&) {
+        // What is missed may have been made meanwhile by somebody else.
+        if (fresh) throw;
+        catalog_.clear();
+        entry.translation = tsql::translateForPostgres(sql, catalog_);
+    }
+    const bool native =
+        entry.translation.kind == tsql::StatementKind::query || entry.translation.kind == tsql::StatementKind::change;
+    if (native) entry.statement = newStatement();
+    if (!native || !entry.translation.cacheable) {
+        uncached_ = std::move(entry);
+        return uncached_;
+    }
+    entry.key = shape.key;
+    return cache_.add(std::move(entry));
+}
+
+void Session::forgetSchema() {
+    catalog_.clear();
+    cache_.clear();
+}
+
+bool Session::alive() {
+    if (zone_ != localZone()) return false;
+    pollfd entry{PQsocket(connection_.get()), POLLIN, 0};
+    while (::poll(&entry, 1, 0) > 0) {
+        // A server that ends tells so, or just ends.
+        if (PQconsumeInput(connection_.get()) == 0 || PQstatus(connection_.get()) == CONNECTION_BAD) return false;
+    }
+    return PQstatus(connection_.get()) == CONNECTION_OK;
+}
+
+bool Session::reset() noexcept {
+    progress_.set({});
+    if (PQstatus(connection_.get()) == CONNECTION_BAD) return false;
+    const PGTransactionStatusType status = PQtransactionStatus(connection_.get());
+    if (status == PQTRANS_IDLE) return true;
+    if (status != PQTRANS_INTRANS && status != PQTRANS_INERROR) return false;
+    try {
+        queue(Fixed::rollback);
+        return send().failure() == nullptr;
+    } catch (...) {
+        return false;
+    }
+}
+
+}  // namespace orvenmod::store::postgres

@@ -1,0 +1,159 @@
+// One session on the server with what is kept with it from use to use: settings, prepared statements, catalog. Lives in
+// the pool between two uses; see handlepool.h.
+//
+// What is queued goes out together and comes back in one round trip. The server runs it as one unit: behind the first
+// that fails, nothing more is done. Outside a transaction it is a transaction of its own.
+//
+//   queue(Fixed::savepoint)     SAVEPOINT
+//   queueRun(...)               the statement                     one round trip
+//   queue(Fixed::release)       RELEASE
+//   send()
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/failure.h"
+#include "store/postgres/native.h"
+#include "store/postgres/parameters.h"
+#include "store/postgres/postgrescatalog.h"
+#include "store/postgres/serveraddress.h"
+#include "store/server/progress.h"
+#include "store/tsql/statementcache.h"
+
+namespace orvenmod::store::postgres {
+
+/// A statement that the session prepares when it first runs it. Goes from the server with this object.
+class Prepared {
+public:
+    Prepared() = default;
+    using Names = std::shared_ptr<std::vector<std::string>>;
+    Prepared(std::string name, Names gone) : name_(std::move(name)), gone_(std::move(gone)) {}
+    ~Prepared();
+    Prepared(Prepared&& other) noexcept;
+    Prepared& operator=(Prepared&& other) noexcept;
+
+    const std::string& name() const { return name_; }
+    /// Whether the session is the one that has it.
+    bool isOf(const Names& gone) const { return gone_ == gone; }
+    bool known() const { return known_; }
+    void setKnown() { known_ = true; }
+
+private:
+    std::string name_;
+    Names gone_;  // shared with the session, which it may outlive
+    bool known_ = false;
+};
+
+using StatementCache = tsql::StatementCache<Prepared>;
+using CachedStatement = StatementCache::Entry;
+
+/// The answers to what was queued, in order; behind one that failed, none.
+struct Answer {
+    std::vector<Result> results;
+
+    /// What failed, or null.
+    const PGresult* failure() const;
+    /// The place of what failed among the queued.
+    std::size_t failedAt() const { return results.size() - 1; }
+};
+
+/// The server has gone, in its own words or the library's.
+struct LostConnection {
+    std::string reason;
+};
+
+/// What every session has prepared from its beginning.
+enum class Fixed { begin, commit, rollback, savepoint, release, rollbackTo, expectSchema, schemaChanged };
+
+class Session {
+public:
+    /// Throws Failure.
+    explicit Session(ServerAddress address);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    const ServerAddress& address() const { return address_; }
+    server::Progress& progress() { return progress_; }
+    PostgresCatalog& catalog() { return catalog_; }
+    StatementCache& cache() { return cache_; }
+    PGconn* native() const { return connection_.get(); }
+
+    void queue(Fixed statement);
+    /// Fails where the schema is another than the one that the catalog has read.
+    void queueExpectedSchema();
+    /// A statement of the server's own language, parsed anew each time.
+    void queueText(const std::string& text);
+    void queueText(const std::string& text, const Parameters& parameters);
+    /// Prepares the statement where it isn't, and runs it. Its place among the answers.
+    std::size_t queueRun(Prepared& statement, const std::string& text, const Parameters& parameters);
+    /// How many have been queued since the last send().
+    std::size_t queued() const { return queued_.size(); }
+
+    /// One of the queued whose rows are handed over while they arrive, one a result, instead of with the answer.
+    struct Stream {
+        std::size_t at = 0;
+        std::function<void(const PGresult* row)> row;
+    };
+
+    /// Throws LostConnection, and what the progress or the stream throws; the server has then been told to stop.
+    Answer send(const Stream* stream = nullptr);
+
+    /// Runs a COPY from the client; the rows are in its text form. Its result, or its failure, which leaves a
+    /// transaction that only can be rolled back. Throws LostConnection, and what the progress throws.
+    Result copyIn(const std::string& command, std::string_view rows);
+
+    /// The translation and prepared statement of a shape; from the cache, or made and kept where it can be.
+    /// Throws tsql::Error, LostConnection.
+    CachedStatement& prepare(std::string_view sql, const tsql::Shape& shape);
+    /// A statement of the server's own language that is to be prepared.
+    Prepared newStatement();
+    bool has(const Prepared& statement) const { return statement.isOf(gone_); }
+    /// Forgets everything that a change of the schema may have overtaken.
+    void forgetSchema();
+
+    // For the pool.
+
+    bool alive();
+    /// Undoes what is open. False where the session can't be used again.
+    bool reset() noexcept;
+
+private:
+    void connect();
+    [[noreturn]] void failToConnect(double seconds) const;
+    void checkServer() const;
+    void setUp();
+    Answer receive(const Stream* stream);
+    void awaitResult();
+    Result sendRows(const std::string& command, std::string_view rows);
+    Result lastResult();
+    template <typename Put>
+    void put(Put put);
+    void awaitRoom();
+    void interrupt() noexcept;
+    bool flush();
+    [[noreturn]] void lose() const;
+
+    struct Queued {
+        Prepared* preparing = nullptr;
+    };
+
+    ServerAddress address_;
+    NativeConnection connection_;
+    server::Progress progress_;
+    PostgresCatalog catalog_;
+    // The names of prepared statements that nobody has any more.
+    Prepared::Names gone_ = std::make_shared<std::vector<std::string>>();
+    StatementCache cache_;
+    CachedStatement uncached_;  // the last one that is not kept
+    std::vector<Queued> queued_;
+    std::size_t names_ = 0;
+    long zone_ = 0;
+    bool unsent_ = false;
+};
+
+}  // namespace orvenmod::store::postgres

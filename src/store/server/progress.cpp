@@ -1,0 +1,25 @@
+#include "store/server/progress.h"
+
+#include <algorithm>
+
+namespace orvenmod::store::server {
+
+namespace {
+
+constexpr std::chrono::milliseconds kEvery{100};
+
+}  // namespace
+
+std::chrono::milliseconds Progress::untilNext() const {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(last_ + kEvery - now_());
+    return std::clamp(left, std::chrono::milliseconds(0), kEvery);
+}
+
+void Progress::report() {
+    if (!callback_ || now_() - last_ < kEvery) return;
+    callback_();
+    // Only now: a callback that paints for long must not be called again at once.
+    last_ = now_();
+}
+
+}  // namespace orvenmod::store::server

@@ -1,0 +1,129 @@
+// PostgreSQL orders nulls last, the dialect first. An index of ours has them first too; a column that can't be null is
+// ordered without a word about them, as the index of a primary key is.
+#include "store/tsql/postgres_emitter.h"
+
+namespace orvenmod::store::tsql {
+
+std::string PostgresEmitter::direction(const OrderItem& order, const Expression* key) const {
+    const bool neverNull = key != nullptr && key->kind == ExpressionKind::column &&
+                           key->source->kind == Source::Kind::table && !outerSides_.contains(key->source->id) &&
+                           !key->source->columns[static_cast<std::size_t>(key->column)].nullable;
+    if (neverNull) {
+        return order.descending ? " DESC" : "";
+    }
+    return order.descending ? " DESC NULLS LAST" : " NULLS FIRST";
+}
+
+void PostgresEmitter::noteOuterSides(const Source& source, bool nullable) {
+    if (source.kind != Source::Kind::join) {
+        if (nullable) {
+            outerSides_.insert(source.id);
+        }
+        return;
+    }
+    const bool full = source.join == JoinKind::full;
+    noteOuterSides(*source.left, nullable || full || source.join == JoinKind::right);
+    noteOuterSides(*source.right, nullable || full || source.join == JoinKind::left);
+}
+
+PostgresEmitter::Groups PostgresEmitter::groupedBy(const Select& select) const {
+    Groups groups = groups_;
+    for (const ExpressionPtr& group : select.groupBy) {
+        groups.push_back(group.get());
+    }
+    return groups;
+}
+
+std::string PostgresEmitter::clauses(const Select& select) {
+    const Groups outer = groups_;
+    std::string text;
+    if (!select.from.empty()) {
+        text += " FROM " + sources(select.from);
+    }
+    if (select.where) {
+        text += " WHERE " + condition(*select.where);
+    }
+    std::vector<std::string> groups;
+    for (const ExpressionPtr& group : select.groupBy) {
+        groups.push_back(groupKey(*group));
+    }
+    if (!groups.empty()) {
+        text += " GROUP BY " + joined(groups);
+    }
+    if (select.having) {
+        groups_ = groupedBy(select);
+        text += " HAVING " + condition(*select.having);
+        groups_ = outer;
+    }
+    return text;
+}
+
+std::string PostgresEmitter::select(const Query& query, const Names* names) {
+    const Select& select = *query.select;
+    for (const SourcePtr& source : select.from) {
+        noteOuterSides(*source, false);
+    }
+    const Groups outer = groups_;
+    groups_ = groupedBy(select);
+    std::string text = std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + items(select, names);
+    const std::string order = orderBy(query, ItemNaming::byNumber);
+    groups_ = outer;
+    text += clauses(select) + order;
+    return select.top ? text + " LIMIT " + value(*select.top) : text;
+}
+
+/// PostgreSQL's own DISTINCT tells texts apart by case and trailing blanks.
+std::string PostgresEmitter::distinctSelect(const Query& query, const Names* names) {
+    const Select& select = *query.select;
+    Names inner;
+    for (std::size_t i = 0; i < select.items.size(); ++i) {
+        inner.push_back(names != nullptr ? (*names)[i] : "c" + std::to_string(i + 1));
+    }
+    const Groups outer = groups_;
+    groups_ = groupedBy(select);
+    std::string rows = "SELECT " + items(select, &inner);
+    groups_ = outer;
+    rows += clauses(select);
+    const std::string text = madeDistinct(rows, query, inner) + orderByNames(query, inner);
+    return select.top ? text + " LIMIT " + value(*select.top) : text;
+}
+
+/// A name in an order by would mean the column before it was grouped, so that an order stands around.
+std::string PostgresEmitter::madeDistinct(const std::string& rows, const Query& query, const Names& names) const {
+    std::vector<std::string> items;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const std::string name = quoteName(names[i]);
+        items.push_back(query.columns[i].type.isText() ? "orven.ts_first(" + name + ") AS " + name : name);
+    }
+    const std::string text =
+        "SELECT " + joined(items) + " FROM " + derived(rows) + " GROUP BY " + columnList(query, names);
+    return query.orderBy.empty() ? text : "SELECT * FROM " + derived(text);
+}
+
+/// except and intersect by comparison, which texts need.
+std::string PostgresEmitter::matched(const Query& query, const Names& names) {
+    std::vector<std::string> matches;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const bool text = query.columns[i].type.isText();
+        const std::string left = "\"orven.l\"." + quoteName(names[i]);
+        const std::string right = "\"orven.r\"." + quoteName(names[i]);
+        matches.push_back((text ? equalityForm(left) : left) + " IS NOT DISTINCT FROM " +
+                          (text ? equalityForm(right) : right));
+    }
+    std::string rows = "SELECT * FROM (" + branch(*query.left, &names) + ") AS \"orven.l\" WHERE ";
+    rows += query.op == SetOperator::except ? "NOT EXISTS" : "EXISTS";
+    rows +=
+        " (SELECT 1 FROM (" + branch(*query.right, &names) + ") AS \"orven.r\" WHERE " + joined(matches, " AND ") + ")";
+    return madeDistinct(rows, query, names) + orderByNames(query, names);
+}
+
+/// A query whose one column stands at the right of a comparison.
+std::string PostgresEmitter::comparableQuery(const Query& query) {
+    if (!query.columns[0].type.isText()) {
+        return this->query(query);
+    }
+    const Names names = {"c1"};
+    return "SELECT " + equalityForm("\"c1\"") + " FROM " + derived(this->query(query, &names));
+}
+
+}  // namespace orvenmod::store::tsql

@@ -1,0 +1,76 @@
+// Values and conditions.
+//
+// SQLite's numbers have no types: an int grows beyond its range, a decimal has no scale, and a division by zero is
+// null. Where the server would fail or round, the shared way calls a function that does the same:
+//
+//   fitemid+1       ts_range(("tblItem"."fitemid" + ?1), 'int')               8115 beyond int
+//   fprice/3        ts_decdiv("tblItem"."fprice", ?1, 20, 6)                  six decimals, 8134
+//   fdate+1         ts_dateadd('day', (?1), "tblItem"."fdate")
+//
+// The stored way gives that up, so that the plain shell can read it: ("tblItem"."fprice" * 1.0 / 3).
+#include "store/tsql/sqlite_emitter.h"
+
+namespace orvenmod::store::tsql {
+
+std::string SqliteEmitter::integerArithmetic(const Expression& expression, const std::string& left,
+                                             const std::string& right) {
+    const std::string plain = "(" + left + " " + spelling(expression.op) + " " + right + ")";
+    switch (expression.op) {
+        case Operator::divide:
+            return stored_ ? plain : "ts_idiv(" + left + ", " + right + ")";
+        case Operator::modulo:
+            return stored_ ? plain : "ts_imod(" + left + ", " + right + ")";
+        case Operator::bitAnd:
+        case Operator::bitOr:
+            return plain;
+        // SQLite has no sign for it.
+        case Operator::bitXor:
+            return "((" + left + " | " + right + ") - (" + left + " & " + right + "))";
+        default:
+            return stored_ ? plain : "ts_range(" + plain + ", " + quoteText(printType(expression.type)) + ")";
+    }
+}
+
+std::string SqliteEmitter::decimalArithmetic(const Expression& expression, const std::string& left,
+                                             const std::string& right) {
+    const std::string plain = "(" + left + " " + spelling(expression.op) + " " + right + ")";
+    const std::string size =
+        ", " + std::to_string(expression.type.precision) + ", " + std::to_string(expression.type.scale) + ")";
+    switch (expression.op) {
+        case Operator::divide:
+            // Two decimals that are whole are integers to SQLite, which would divide them as such.
+            return stored_ ? "(" + left + " * 1.0 / " + right + ")" : "ts_decdiv(" + left + ", " + right + size;
+        case Operator::modulo:
+            return "ts_decmod(" + left + ", " + right + ")";
+        default:
+            return stored_ ? plain : "ts_decimal(" + plain + size;
+    }
+}
+
+std::string SqliteEmitter::floatArithmetic(const Expression& expression, const std::string& left,
+                                           const std::string& right) {
+    if (expression.op == Operator::divide) {
+        return stored_ ? "(" + left + " * 1.0 / " + right + ")" : "ts_div(" + left + ", " + right + ")";
+    }
+    return "(" + left + " " + spelling(expression.op) + " " + right + ")";
+}
+
+/// A date and whole days go through dateadd, anything else through the days since 1900 as a float.
+std::string SqliteEmitter::dateArithmetic(const Expression& expression) {
+    const Expression& left = *expression.operands[0];
+    const Expression& right = *expression.operands[1];
+    const bool minus = expression.op == Operator::subtract;
+    if (left.type.isDate() && right.type.isInteger()) {
+        return "ts_dateadd('day', " + std::string(minus ? "-" : "") + "(" + value(right) + "), " + value(left) + ")";
+    }
+    if (right.type.isDate() && left.type.isInteger() && !minus) {
+        return "ts_dateadd('day', " + value(left) + ", " + value(right) + ")";
+    }
+    const auto days = [this](const Expression& side) {
+        return "ts_cast(" + value(side) + ", " + quoteText(printType(side.type)) + ", 'float')";
+    };
+    return "ts_cast((" + days(left) + (minus ? " - " : " + ") + days(right) + "), 'float', " +
+           quoteText(printType(expression.type)) + ")";
+}
+
+}  // namespace orvenmod::store::tsql
