@@ -43,9 +43,12 @@ void addForeignTable(Connection& connection) {
     connection.execute("create index by_date on [someone's orders](made desc) include([order by])");
     for (int i = 0; i < 3; ++i)
         connection.execute("insert into [someone's orders](amount) values(" + std::to_string(i) + ".25)");
-    // A view that reads another, and one that was altered after it.
     connection.execute("create view vOrders as select id,amount from [someone's orders]");
     connection.execute("create view vAmounts as select sum(amount) as total from vOrders");
+}
+
+/// Not every server alters a view.
+void alterView(Connection& connection) {
     connection.execute("alter view vOrders as select id,amount,made as fMade from [someone's orders] where amount>0");
 }
 
@@ -54,6 +57,7 @@ TEST_P(CopyRoad, CopiesTheSampleWithAUsersClassAndTheTablesOfOthers) {
     sample::fillSampleData(*source_, 40);
     addUsersClass(*source_);
     addForeignTable(*source_);
+    if (GetParam().from != SideKind::server) alterView(*source_);
     const CopyReport report = copy();
     if (GetParam().from != SideKind::server && GetParam().to != SideKind::server) {
         EXPECT_EQ(without(shapeOf(*source_), shapeOf(*target_)), Lines());

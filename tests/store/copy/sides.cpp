@@ -58,7 +58,7 @@ public:
         }
     }
     std::unique_ptr<Connection> connect() override { return odbc::OdbcStore().connect(connectionString()); }
-    std::string connectionString() override { return server_ + ";Database=" + name_; }
+    std::string connectionString() override { return server_ + ";Initial Catalog=" + name_; }
 
 private:
     static std::string freshName() {
