@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <map>
 
+#include "store/bracketed.h"
 #include "store/tsql/type.h"
 
 namespace orvenmod::store::odbc {
