@@ -46,5 +46,7 @@ void measureContents(Report& report, const std::string& folder);
 void measureOutput(Report& report, const std::string& folder);
 /// A statement whose shape is cached.
 void measureStatements(Report& report, const std::string& folder);
+/// Rows and a command's cost on a server that speaks the dialect, against ODBC's own calls; a note where there is none.
+void measureServer(Report& report);
 
 }  // namespace orvenmod::bench

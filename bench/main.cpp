@@ -64,6 +64,8 @@ int run(const std::string& folder, const std::vector<int>& sizes) {
     measureOutput(report, folder);
     report.heading("statements");
     measureStatements(report, folder);
+    report.heading("a server");
+    measureServer(report);
     report.heading(report.kept() ? "every bound is kept" : "NOT every bound is kept");
     return report.kept() ? 0 : 1;
 }

@@ -1,6 +1,5 @@
 #include "browser/billarea.h"
 
-#include <exception>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -8,6 +7,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "platform/numberformat.h"
 
 namespace orvenmod {
@@ -41,7 +41,7 @@ bool BillArea::confirmDouble(std::int32_t itemId) const {
 
 void BillArea::addFPSItem(std::int32_t lngItemId, std::int16_t timeQtyEntryId) {
     if (!confirmDouble(lngItemId)) return;
-    try {
+    trapped([&] {
         openDB();
         setting("SystemSetup", "intBillStock", "0");
         const int before = fps1_.rowCount();
@@ -51,14 +51,12 @@ void BillArea::addFPSItem(std::int32_t lngItemId, std::int16_t timeQtyEntryId) {
         // Without a new row, what is typed next would overwrite another item's quantity.
         if (fps1_.rowCount() > before) fps1_.setFocus();
         saveSetting("SystemSetup", "intBillStock", "0");
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-    }
+        return true;
+    });
 }
 
 void BillArea::readItem(std::int32_t itemId, std::int16_t timeQtyEntryId) {
-    store::Recordset rows = appState().gConn->open(
+    store::Recordset rows = openRows(
         " select fnumber,fname,fmodel,fitemid,funit from icitem  where fitemid=" + std::to_string(itemId) + "   ");
     for (; !rows.eof(); rows.moveNext()) {
         const int row = fps1_.rowCount() + 1;

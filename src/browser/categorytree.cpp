@@ -1,10 +1,8 @@
 #include "browser/categorytree.h"
 
-namespace orvenmod {
+#include "frame/treenodes.h"
 
-namespace {
-constexpr const char* kImage = "Folder";
-}
+namespace orvenmod {
 
 std::string categoryStatement(std::int16_t itemClassId) {
     return "select fitemid,fname,fparentid,fdepth,fNBNumber,fnumber from tblItem where fisdetail=0 and fitemclassid=" +
@@ -13,14 +11,15 @@ std::string categoryStatement(std::int16_t itemClassId) {
 
 void fillTree(platform::Tree& tree, const std::string& rootText, store::Recordset& rows) {
     tree.clear();
-    tree.add("", "D0", rootText, kImage);
+    tree.add("", kRootKey, rootText, kNodeIcon);
     for (; !rows.eof(); rows.moveNext()) {
-        const std::string key = "D" + rows.text("fitemid");
-        tree.add("D" + rows.text("fparentid"), key, rows.text("fname") + "(" + rows.text("fnumber") + ")", kImage);
+        const std::string key = nodeKey(rows.text("fitemid"));
+        tree.add(nodeKey(rows.text("fparentid")), key, rows.text("fname") + "(" + rows.text("fnumber") + ")",
+                 kNodeIcon);
         tree.ensureVisible(key);
     }
     // Showing each node has left the last one in view; the user starts at the top.
-    tree.ensureVisible("D0");
+    tree.ensureVisible(kRootKey);
 }
 
 }  // namespace orvenmod

@@ -17,6 +17,7 @@
 #include "frame/treenodes.h"
 #include "hierarchy/itemcommands.h"
 #include "hierarchy/selecteditem.h"
+#include "store/classrights.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -215,19 +216,12 @@ void frmBasicInfoList::vsf1_DblClick() {
     if (vsf1.rowCount() <= 1) return;
     if (appState().gIsReturn != 1) return MenuEditUpdate_Click();
     if (!isBillMode()) return returnSelected();
-    const std::string id = vsf1.text(vsf1.currentRow(), 1);
+    const std::string id = vsf1.text(vsf1.currentRow(), kItemIdColumn);
     shown().bill.addFPSItem(id.empty() ? 0 : toInt32(id), shown().list->timeQtyEntryId());
 }
 
 void frmBasicInfoList::returnSelected() {
-    AppState& state = appState();
-    const platform::ListGrid& vsf1 = shown().vsf1;
-    const std::vector<int> rows = selectedRows(vsf1);
-    if (!rows.empty()) {
-        state.gRetNumber = vsf1.text(rows.back(), 2);
-        state.gRetName = vsf1.text(rows.back(), 3);
-        state.gRetItemId = vsf1.text(rows.back(), 1);
-    }
+    returnLastSelected(shown().vsf1, kItemIdColumn);
     shown().window->close();
 }
 
@@ -276,13 +270,13 @@ bool frmBasicInfoList::exportToExcel() {
 }
 
 void frmBasicInfoList::MenuEditNew_Click() {
-    if (!isClassRightGranted("04")) return;
+    if (!isClassRightGranted(store::right::kNewDetail)) return;
     appState().gEditMode = 0;
     frmBasicInfo::instance().show(this);
 }
 
 void frmBasicInfoList::MenuEditUpdate_Click() {
-    if (!isClassRightGranted("05")) return;
+    if (!isClassRightGranted(store::right::kUpdateDetail)) return;
     if (!takeSelectedItem(shown().vsf1)) return;
     appState().gEditMode = 1;
     frmBasicInfo::instance().show(this);

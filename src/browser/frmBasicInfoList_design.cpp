@@ -20,23 +20,35 @@ namespace {
 
 constexpr float kWidth = 19800;
 constexpr float kHeight = 8700;
-constexpr float kFrameHeight = kHeight - 120;
+constexpr float kInset = 60;  // of a frame in the window, and of what lies at a frame's side
+constexpr float kFrameHeight = kHeight - 2 * kInset;
 // The bar's buttons grow with the window, tree and list below it don't move: the gap is for a window of 1080 pixels.
 constexpr float kBarTop = 150;
 constexpr float kGridTop = 750;
 constexpr float kButtonHeight = 345;
+constexpr float kTreeButtonWidth = 1500;
+constexpr float kTreeButtonGap = 90;
+// What makes captions, fields and buttons of the bar stand on one line.
+constexpr float kFieldDrop = 15;
+constexpr float kFieldHeight = 315;
+constexpr float kLabelDrop = 45;
+constexpr float kLabelHeight = 240;
+// What is sought is typed or, in the same place, picked as a date.
+constexpr float kSoughtLeft = 4920;
+constexpr float kSoughtWidth = 2340;
 constexpr float kBillBarTop = 300;
+constexpr float kBillInset = 150;
 constexpr float kTreeWidth = 4380;
 constexpr float kFrame2Left = 4620;
-constexpr float kFrame2Width = kWidth - kFrame2Left - 60;
+constexpr float kFrame2Width = kWidth - kFrame2Left - kInset;
 constexpr float kFrame3Height = 2850;
 
 std::vector<ControlDesign> treeSide() {
     return {
         {.kind = ControlKind::frame,
          .name = "Frame1",
-         .left = 60,
-         .top = 60,
+         .left = kInset,
+         .top = kInset,
          .width = kTreeWidth + kBesideTree,
          .height = kFrameHeight,
          .tag = "t",
@@ -44,24 +56,24 @@ std::vector<ControlDesign> treeSide() {
         {.kind = ControlKind::button,
          .name = "cmdAddType",
          .caption = "增加分类",
-         .left = 60,
+         .left = kInset,
          .top = kBarTop,
-         .width = 1500,
+         .width = kTreeButtonWidth,
          .height = kButtonHeight,
          .tag = "t",
          .parent = "Frame1"},
         {.kind = ControlKind::button,
          .name = "cmdUpdateParent",
          .caption = "修改分类",
-         .left = 1650,
+         .left = kInset + kTreeButtonWidth + kTreeButtonGap,
          .top = kBarTop,
-         .width = 1500,
+         .width = kTreeButtonWidth,
          .height = kButtonHeight,
          .tag = "t",
          .parent = "Frame1"},
         {.kind = ControlKind::tree,
          .name = "tv1",
-         .left = 60,
+         .left = kInset,
          .top = kGridTop,
          .width = kTreeWidth,
          .height = kFrameHeight - kAboveGrids,
@@ -76,26 +88,26 @@ ControlDesign inBar(ControlKind kind, std::string_view name, std::string_view ca
             .name = name,
             .caption = caption,
             .left = left,
-            .top = kind == ControlKind::button ? kBarTop : kBarTop + 15,
+            .top = kind == ControlKind::button ? kBarTop : kBarTop + kFieldDrop,
             .width = width,
-            .height = kind == ControlKind::button ? kButtonHeight : 315,
+            .height = kind == ControlKind::button ? kButtonHeight : kFieldHeight,
             .tag = "t",
             .parent = "Frame2"};
 }
 
 std::vector<ControlDesign> searchBar() {
     ControlDesign label = inBar(ControlKind::label, "Label1", "查询条件：", 90, 1140);
-    label.top = kBarTop + 45;
-    label.height = 240;
+    label.top = kBarTop + kLabelDrop;
+    label.height = kLabelHeight;
     ControlDesign field = inBar(ControlKind::combo, "PC", "", 1260, 2040);
     field.index = 0;
     field.accessibleName = "查询字段";
     ControlDesign comparison = inBar(ControlKind::combo, "PC", "", 3360, 1500);
     comparison.index = 1;
     comparison.accessibleName = "比较方式";
-    ControlDesign value = inBar(ControlKind::edit, "txtSearch", "", 4920, 2340);
+    ControlDesign value = inBar(ControlKind::edit, "txtSearch", "", kSoughtLeft, kSoughtWidth);
     value.accessibleName = "查询内容";
-    ControlDesign date = inBar(ControlKind::datePicker, "dtp", "", 4920, 2340);
+    ControlDesign date = inBar(ControlKind::datePicker, "dtp", "", kSoughtLeft, kSoughtWidth);
     date.accessibleName = "查询日期";
     date.visible = false;
     return {label,
@@ -113,7 +125,7 @@ std::vector<ControlDesign> list() {
     return {
         {.kind = ControlKind::listGrid,
          .name = "vsf1",
-         .left = 75,
+         .left = kBesideList / 2,
          .top = kGridTop,
          .width = kFrame2Width - kBesideList,
          .height = kFrameHeight - kAboveGrids,
@@ -128,7 +140,7 @@ std::vector<ControlDesign> list() {
 std::vector<ControlDesign> billArea() {
     ControlDesign bill{.kind = ControlKind::entryGrid,
                        .name = "fps1",
-                       .left = 150,
+                       .left = kBillInset,
                        .top = 720,
                        .width = kFrame2Width - kBesideBill,
                        .height = 1980,
@@ -158,7 +170,7 @@ std::vector<ControlDesign> billArea() {
         {.kind = ControlKind::button,
          .name = "cmdAddItem",
          .caption = "添加到单据(&A)",
-         .left = 150,
+         .left = kBillInset,
          .top = kBillBarTop,
          .width = 1800,
          .height = kButtonHeight,
@@ -185,7 +197,7 @@ std::vector<ControlDesign> controls() {
     add({{.kind = ControlKind::frame,
           .name = "Frame2",
           .left = kFrame2Left,
-          .top = 60,
+          .top = kInset,
           .width = kFrame2Width,
           .height = kFrameHeight,
           .tag = "t",

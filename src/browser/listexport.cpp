@@ -29,7 +29,8 @@ constexpr const char* kTextFormat = "@";
 
 // A number by its format, as it shows, or by its type in the store; the look of a value tells nothing: codes are texts.
 Exported exported(const platform::ListGrid& list, int column, const NumberColumns& holdsNumbers) {
-    if (const auto format = sheetFormat(list.columnFormat(column))) return {column, true, *format};
+    if (const auto format = sheetFormat(list.columnFormat(column)))
+        return {.column = column, .number = true, .format = *format};
     const bool number = holdsNumbers && holdsNumbers(column);
     return {column, number, number ? "" : kTextFormat};
 }

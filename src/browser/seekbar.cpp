@@ -1,7 +1,6 @@
 #include "browser/seekbar.h"
 
 #include <algorithm>
-#include <exception>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -9,6 +8,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 #include "store/itemclass.h"
 
@@ -31,22 +31,23 @@ constexpr Operator kNumberOperators[] = {{"大于", ">"}, {"大于等于", ">="}
                                          {"小于", "<"}, {"小于等于", "<="}, {"不等于", "<>"}};
 
 // The words of a text's operators stand in the combo only; the condition goes by the caption.
-constexpr Operator kTextOperators[] = {{"等于", "=", "='", "'"},
-                                       {"包含", "Like", " like '%", "%' "},
-                                       {"不包含", "Not like", " not like '%", "%' "},
-                                       {"不等于", "<>", "<>'", "'"},
-                                       {"为空", "Is null", "  is null ", "", false},
-                                       {"不为空", " is not  null", "  is not null ", "", false},
-                                       {"大于等于", ">=", ">='", "'"},
-                                       {"小于等于", "<=", "<='", "'"}};
+constexpr Operator kTextOperators[] = {
+    {"等于", "=", "='", "'"},
+    {"包含", "Like", " like '%", "%' "},
+    {"不包含", "Not like", " not like '%", "%' "},
+    {"不等于", "<>", "<>'", "'"},
+    {.caption = "为空", .word = "Is null", .opening = "  is null ", .takesValue = false},
+    {.caption = "不为空", .word = " is not  null", .opening = "  is not null ", .takesValue = false},
+    {"大于等于", ">=", ">='", "'"},
+    {"小于等于", "<=", "<='", "'"}};
 
 constexpr Operator kDateOperators[] = {{"等于", "="},      {"不等于", "<>"}, {"大于", ">"},
                                        {"大于等于", ">="}, {"小于", "<"},    {"小于等于", "<="}};
 
 std::span<const Operator> operatorsOf(const std::string& kind) {
-    if (kind == "1") return kNumberOperators;
-    if (kind == "2") return kTextOperators;
-    if (kind == "3") return kDateOperators;
+    if (kind == store::kSeekNumber) return kNumberOperators;
+    if (kind == store::kSeekText) return kTextOperators;
+    if (kind == store::kSeekDate) return kDateOperators;
     return {};
 }
 
@@ -75,7 +76,7 @@ SeekBar::SeekBar(platform::Window& window)
       dtp_(window.get<platform::DatePicker>("dtp")) {}
 
 void SeekBar::addToFpsA() {
-    try {
+    trapped([this] {
         readFields();
         field_.setListRows(field_.rowCount());
         const int saved = toInt32(GetIniS(kIniSection, seekFieldKey(), "0"));
@@ -83,15 +84,13 @@ void SeekBar::addToFpsA() {
         // A row that is gone, since a field was removed, is no condition.
         field_.select(saved >= 0 && saved < field_.rowCount() ? saved : 0);
         txtSearch_.setText(appState().gFindValue);
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-        closeDB();
-    }
+        return true;
+    });
 }
 
 void SeekBar::readFields() {
     openDB();
-    store::Recordset rows = appState().gConn->open(
+    store::Recordset rows = openRows(
         "select a.*,isnull(b.fItemType,0) as fItemType from tblFindInfoentry2 as a "
         " left outer join tblItemclass as b on a.fitemclassid=b.fitemclassid "
         " where a.ftypeid=" +
@@ -114,7 +113,7 @@ void SeekBar::PC_SelChange(int Index) {
     }
     const auto operators = operatorsOf(kind);
     if (!operators.empty()) {
-        const bool date = kind == "3";
+        const bool date = kind == store::kSeekDate;
         txtSearch_.setVisible(!date);
         dtp_.setVisible(date);
         if (date) dtp_.setValue(services().clock.today());
@@ -122,7 +121,7 @@ void SeekBar::PC_SelChange(int Index) {
     for (const Operator& one : operators)
         operator_.addRow({std::string(one.caption), std::string(one.word)});
     operator_.setListRows(static_cast<int>(operators.size()));
-    if (!operators.empty()) operator_.select(kind == "2" ? 1 : 0);
+    if (!operators.empty()) operator_.select(kind == store::kSeekText ? 1 : 0);
 }
 
 std::string SeekBar::buildSeekSQLA() const {
@@ -132,12 +131,12 @@ std::string SeekBar::buildSeekSQLA() const {
     const std::string field = selectedCell(field_, kFieldColumn);
     const std::string word = selectedCell(operator_, 1);
     const std::string value = trim(txtSearch_.text());
-    if (kind == "1") {
+    if (kind == store::kSeekNumber) {
         if (value.empty()) return "";
         result += " " + field + " " + word + value + " ";
-    } else if (kind == "2") {
+    } else if (kind == store::kSeekText) {
         result += " " + field + textFragment(selectedCell(operator_, 0), value);
-    } else if (kind == "3") {
+    } else if (kind == store::kSeekDate) {
         result += " " + field + " " + word + "'" + platform::toText(dtp_.value()) + "' ";
     }
     return result;

@@ -6,6 +6,7 @@
 #include "designer/filled.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/idcounter.h"
 #include "store/classviewtext.h"
 #include "store/itemclass.h"
 
@@ -56,7 +57,10 @@ struct Field {
 
     bool isLookup() const { return !lookupKind.empty(); }
     /// How the search bar treats its values.
-    std::string_view numType() const { return type == "0" ? "3" : type == "13" ? "1" : "2"; }
+    std::string_view numType() const {
+        if (type == store::kDateField) return store::kSeekDate;
+        return type == store::kNumberField ? store::kSeekNumber : store::kSeekText;
+    }
 };
 
 class Generator {
@@ -87,10 +91,10 @@ public:
 private:
     // Search rows are filed under a type id of 16 bits.
     void readNextEntry() {
-        type_ = std::to_string(toInt16(store::listType(itemClass_)));
+        type_ = std::to_string(toInt16(static_cast<double>(store::listTypeNumber(itemClass_))));
         const auto row =
             connection_.open("select max(fentryid) as fEntryId1 from tblFindinfoentry2 where ftypeid=" + type_);
-        entry_ = row.eof() || row.isNull("fEntryId1") ? 2 : toInt32(row.text("fEntryId1")) + 1;
+        entry_ = idAfter(row.eof() || row.isNull("fEntryId1") ? 1 : toInt32(row.text("fEntryId1")));
     }
 
     void addClassColumn() {
@@ -124,12 +128,12 @@ private:
     void addPlain(const Field& field) {
         view_.addField(field.name, field.type);
         if (!isDescribed(field)) return;
-        describe(field, field.type == "13" ? kNumberDescription : kDescription);
+        describe(field, field.type == store::kNumberField ? kNumberDescription : kDescription);
         if (mode_ == ClassViewMode::newField) offerSearch(field, "{t},'{f}','{cap}',{numtype},{t},1,{e},0");
     }
 
     void addLookup(const Field& field) {
-        view_.addLookup(field.name, field.lookupKind == "0" ? "tblItem" : "tblSubType");
+        view_.addLookup(field.name, field.lookupKind == store::kItemClass ? "tblItem" : "tblSubType");
         if (!isDescribed(field)) return;
         if (mode_ == ClassViewMode::newField) {
             offerSearch(field, "{t},'{f}Number','{cap}代码',2,{t},1,{e},0");

@@ -8,9 +8,11 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/treenodes.h"
 #include "platform/listgrid.h"
 #include "platform/tree.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -20,13 +22,11 @@ using platform::Tree;
 
 namespace {
 
-constexpr const char* kRoot = "D0";
-
 std::string fieldTypeWord(const std::string& code) {
-    if (code == "0") return "日期";
-    if (code == "1") return "字符类型";
-    if (code == "12") return "货币";
-    if (code == "13") return "数字";
+    if (code == store::kDateField) return "日期";
+    if (code == store::kTextField) return "字符类型";
+    if (code == store::kCurrencyField) return "货币";
+    if (code == store::kNumberField) return "数字";
     return "";
 }
 
@@ -46,8 +46,8 @@ std::string gridRow(const store::Recordset& row) {
     if (isNull == "0") add("能");
     if (isNull == "1") add("不能");
     const std::string itemType = row.text("fItemType");
-    if (itemType == "0") add("核算项目");
-    if (itemType == "1") add("子核算项目");
+    if (itemType == store::kItemClass) add("核算项目");
+    if (itemType == store::kDictionary) add("子核算项目");
     return cells;
 }
 
@@ -89,15 +89,8 @@ void frmHSXM::Form_Resize() { SetNewPos(window(), positions_); }
 
 void frmHSXM::getListInfo() {
     if (!openDB()) return;
-    Tree& tv1 = window().get<Tree>("tv1");
-    auto rows = appState().gConn->open("select  * from tblItemclass where fitemtype='0' order by fItemclassid");
-    tv1.clear();
-    tv1.add("", kRoot, "核算项目", "Folder");
-    for (; !rows.eof(); rows.moveNext()) {
-        const std::string id = rows.text("fitemclassid");
-        tv1.add(kRoot, "D" + id, rows.text("fitemname") + "(" + id + ")", "Folder");
-        tv1.ensureVisible("D" + id);
-    }
+    auto rows = openRows("select  * from tblItemclass where fitemtype='0' order by fItemclassid");
+    fillClassTree(window().get<Tree>("tv1"), "核算项目", rows);
     closeDB();
 }
 

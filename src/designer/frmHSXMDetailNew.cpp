@@ -7,7 +7,10 @@
 #include "designer/saving.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/idcounter.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -20,6 +23,8 @@ constexpr int kLabel = 1;
 constexpr int kValue = 2;
 constexpr int kCode = 3;
 
+constexpr std::int32_t kBaseFields = 3;  // short code, code and name
+
 enum Row { name = 1, field, type, decimals, maximum, minimum, fallback, isNull, lookup };
 
 constexpr const char* kLabels[] = {"名称",   "字段名称", "数据类型", "小数点位数",      "最大值",
@@ -27,6 +32,14 @@ constexpr const char* kLabels[] = {"名称",   "字段名称", "数据类型", "
 constexpr NumberRule kLimit{2, -99999999.99, 99999999.99};
 
 using Items = std::vector<std::string>;
+
+Items typeCodes() {
+    Items codes;
+    for (const std::string_view type :
+         {store::kTextField, store::kDateField, store::kNumberField, store::kCurrencyField})
+        codes.emplace_back(type);
+    return codes;
+}
 
 }  // namespace
 
@@ -52,7 +65,7 @@ void frmHSXMDetailNew::connectEvents() {
 void frmHSXMDetailNew::Form_Load() {
     layOutRows();
     loadFieldForm();
-    lockNumberRows(true);
+    setNumberRowsLocked(true);
     fps1().setColumnHidden(kCode, true);
 }
 
@@ -76,7 +89,7 @@ void frmHSXMDetailNew::layOutRows() {
     grid.setRowCount(Row::lookup);
     for (int row = Row::name; row <= Row::lookup; ++row)
         grid.setText(kLabel, row, kLabels[row - 1]);
-    choice(Row::type, {"字符类型", "日期", "数字", "货币"}, {"1", "0", "13", "12"});
+    choice(Row::type, {"字符类型", "日期", "数字", "货币"}, typeCodes());
     number(Row::decimals, {0, 0, 10});
     number(Row::maximum, kLimit);
     number(Row::minimum, kLimit);
@@ -105,7 +118,7 @@ bool frmHSXMDetailNew::proposeFieldName() {
 
 // Names and codes are kept in step by their place in the lists.
 void frmHSXMDetailNew::fillLookups() {
-    auto rows = appState().gConn->open("select * from tblItemClass ");
+    auto rows = openRows("select * from tblItemClass ");
     Items names = {"无"};
     Items codes = {"-1,-1"};
     Items classes = {""};
@@ -130,10 +143,10 @@ void frmHSXMDetailNew::fps1_ComboCloseUp(int /*Col*/, int Row, int SelChange) {
         grid.selectItem(kValue, Row::type, 0);
         grid.selectItem(kCode, Row::type, 0);
     }
-    if (Row == Row::type) lockNumberRows(grid.text(kCode, Row::type) != "13");
+    if (Row == Row::type) setNumberRowsLocked(grid.text(kCode, Row::type) != store::kNumberField);
 }
 
-void frmHSXMDetailNew::lockNumberRows(bool locked) {
+void frmHSXMDetailNew::setNumberRowsLocked(bool locked) {
     for (int row = Row::decimals; row <= Row::minimum; ++row) {
         fps1().setLocked(kValue, row, locked);
         fps1().setLocked(kCode, row, locked);
@@ -151,7 +164,7 @@ bool frmHSXMDetailNew::checkInput() {
     const auto isEmpty = [this](int row) { return trim(fps1().text(kValue, row)).empty(); };
     if (isEmpty(Row::name)) return refuse("名称不能为空", Row::name);
     if (isEmpty(Row::field)) return refuse("字段名不能为空", Row::field);
-    if (fps1().text(kCode, Row::type) != "13" || fps1().text(kValue, Row::lookup) != "无") return true;
+    if (fps1().text(kCode, Row::type) != store::kNumberField || fps1().text(kValue, Row::lookup) != "无") return true;
     if (isEmpty(Row::decimals)) return refuse("小数点位数不能为空!", Row::decimals);
     if (isEmpty(Row::maximum)) return refuse("最大值不能为空!", Row::maximum);
     if (isEmpty(Row::minimum)) return refuse("最小值不能为空!", Row::minimum);
@@ -187,7 +200,8 @@ void frmHSXMDetailNew::addField() {
     const std::string itemClass = std::to_string(appState().gItemClassId);
     const auto last =
         connection.open("select max(finterid) as finterid1 from tbltableinfo where fitemclassid=" + itemClass);
-    const std::string interId = last.eof() ? "4" : std::to_string(toInt32(required(last.field("finterid1"))) + 1);
+    const std::string interId =
+        std::to_string(idAfter(last.eof() ? kBaseFields : toInt32(required(last.field("finterid1")))));
     const std::string row = fieldRow(made, itemClass, interId);
     const std::string column = columnStatement(made, readClassObjects(connection, itemClass).table);
     connection.beginTrans();

@@ -27,7 +27,7 @@ private:
     bool proposeFieldName();
     void fillLookups();
     void fps1_ComboCloseUp(int Col, int Row, int SelChange);
-    void lockNumberRows(bool locked);
+    void setNumberRowsLocked(bool locked);
     bool checkInput();
     bool insert();
     void addField();

@@ -6,8 +6,10 @@ namespace orvenmod {
 
 namespace {
 
+constexpr float kHeight = 5100;  // twips
+
 platform::WindowDesign makeDesign() {
-    platform::WindowDesign design = gridDialog("frmHSXMDetailNew", "新增明细信息", 5100, "明细信息",
+    platform::WindowDesign design = gridDialog("frmHSXMDetailNew", "新增明细信息", kHeight, "明细信息",
                                                {{.title = "名称", .width = 2400, .locked = true},
                                                 {.title = "值", .width = 4200},
                                                 {.title = "隐含列", .width = 900}});

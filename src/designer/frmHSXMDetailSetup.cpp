@@ -8,6 +8,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -17,7 +18,7 @@ namespace {
 enum Column { caption = 1, shown, width, interId };
 
 // The rows above are the base fields; what is changed in them is dropped.
-int firstSavedRow(const std::string& itemClass) { return itemClass == std::to_string(store::kGoods) ? 5 : 3; }
+int firstSavedRow() { return appState().gItemClassId == store::kGoods ? 5 : 3; }
 
 // A check box knows two values. Nothing counts as 0, and what is neither 0 nor 1 shows the field as 1 does.
 std::string checkMark(const std::string& visible) { return visible.empty() || visible == "0" ? visible : "1"; }
@@ -56,8 +57,8 @@ bool frmHSXMDetailSetup::loadFieldList() {
     return trapped([&] {
         platform::EntryGrid& grid = fps1();
         grid.setRowCount(0);
-        auto rows = appState().gConn->open("select finterid,fname,fisvisible from tbltableinfo  where fitemclassid=" +
-                                           frmItem::instance().txtFItemClassId + " order by finterid ");
+        auto rows = openRows("select finterid,fname,fisvisible from tbltableinfo  where fitemclassid=" +
+                             frmItem::instance().txtFItemClassId + " order by finterid ");
         for (int row = 1; !rows.eof(); rows.moveNext(), ++row) {
             grid.setRowCount(row);
             grid.setText(Column::caption, row, rows.text("fName"));
@@ -85,7 +86,7 @@ bool frmHSXMDetailSetup::saveFieldSetup() {
 
 void frmHSXMDetailSetup::updateFields(const std::string& itemClass) {
     const platform::EntryGrid& grid = fps1();
-    for (int row = firstSavedRow(itemClass); row <= grid.rowCount(); ++row) {
+    for (int row = firstSavedRow(); row <= grid.rowCount(); ++row) {
         appState().gConn->execute("update tbltableinfo set fisvisible=" + orZero(grid.text(Column::shown, row)) +
                                   ",fname='" + trim(grid.text(Column::caption, row)) + "' where finterid=" +
                                   orZero(grid.text(Column::interId, row)) + " and fitemclassid=" + itemClass + " ");

@@ -8,9 +8,11 @@ using platform::CellType;
 
 namespace {
 
+constexpr float kHeight = 7200;  // twips
+
 platform::WindowDesign makeDesign() {
     platform::WindowDesign design =
-        gridDialog("frmHSXMDetailSetup", "基础资料明细设置", 7200, "明细设置",
+        gridDialog("frmHSXMDetailSetup", "基础资料明细设置", kHeight, "明细设置",
                    {{.title = "列名", .width = 4500, .locked = true},
                     {.title = "是否显示", .width = 1800, .type = CellType::checkBox},
                     {.title = "列宽", .width = 900, .hidden = true, .type = CellType::number},

@@ -1,7 +1,5 @@
 #include "designer/frmHSXMNew.h"
 
-#include <exception>
-
 #include "designer/frmHSXMNew_design.h"
 #include "designer/frmItem.h"
 #include "designer/newclass.h"
@@ -43,13 +41,12 @@ void frmHSXMNew::connectEvents() {
 void frmHSXMNew::Form_Load() { proposeTableName(); }
 
 void frmHSXMNew::proposeTableName() {
-    try {
-        if (!openDB()) return;
+    const auto propose = [this] {
+        if (!openDB()) return false;
         window().get<Edit>("txt", 1).setText(proposedTableName());
-    } catch (const std::exception& failure) {
-        showWarning(failure.what());
-    }
-    closeDB();
+        return true;
+    };
+    trapped(propose, showWarning);
 }
 
 bool frmHSXMNew::refuse(const std::string& text, const char* name, int index) {

@@ -4,10 +4,6 @@
 
 namespace orvenmod {
 
-namespace {
-constexpr int kSubscriptOutOfRange = 9;
-}
-
 std::vector<std::string> splitList(std::string_view text) {
     std::vector<std::string> entries;
     if (text.empty()) return entries;
@@ -20,7 +16,7 @@ std::vector<std::string> splitList(std::string_view text) {
 }
 
 const std::string& entryOf(const std::vector<std::string>& list, std::size_t place) {
-    if (place >= list.size()) throw ConversionFailure(kSubscriptOutOfRange, "下标越界");
+    if (place >= list.size()) throw ConversionFailure(ConversionFailure::kSubscriptOutOfRange, "下标越界");
     return list[place];
 }
 

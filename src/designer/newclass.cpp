@@ -4,6 +4,7 @@
 
 #include "designer/filled.h"
 #include "store/classrights.h"
+#include "store/classviewtext.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -23,12 +24,7 @@ constexpr std::string_view kClassStatements[] = {
     "values(2,{id},'代码','fNumber',1,1,1,1)",
     "insert into tblTableInfo(finterid,fitemclassid,fname,fFieldName,fFieldType,fisNull,fisvisible,fislock) "
     "values(3,{id},'名称','fName',1,1,1,0)",
-    "update tblMaxbillno set fbillno=fbillno+1 where ftypeid=100",
-    // The skeleton, until the first field or field setup: it holds no field of the user's.
-    "create view v{table} as SELECT a.fItemid, a.fnumber, a.fname, b.fIslock, b.fParentid, isnull(c.fname,'') AS "
-    "fParentidname, isnull(c.fDepth,1) AS fParentDepth, b.fNBNumber,isnull(c.fnumber,'') as "
-    "fParentIdNumber,isnull(b.fShortNumber,'') as fShortNumber    fROM (({table} AS a LEFT JOIN tblItem AS b ON "
-    "a.fitemid=b.fitemid) LEFT JOIN tblItem AS c  ON c.fItemid=b.fParentid)"};
+    "update tblMaxbillno set fbillno=fbillno+1 where ftypeid=100"};
 
 constexpr std::string_view kClassRows[] = {
     "insert into tblFindinfoentry(ftypeid,fentryid,fFieldName,fTitleName,fAlign,fDataFormat,fIsShow,fIsSum,fIsMerge,"
@@ -55,6 +51,7 @@ std::vector<std::string> classStatements(const NewClass& made) {
     std::vector<std::string> statements;
     for (const std::string_view sql : kClassStatements)
         statements.push_back(filled(sql, {{"id", made.id}, {"name", made.name}, {"table", made.table}}));
+    statements.push_back(store::classViewSkeleton("v" + made.table, made.table));
     return statements;
 }
 

@@ -1,8 +1,7 @@
 // The statements that make an item class, to the blank. Typed values enter them as they stand.
 //
 // A class is a row of tblItemClass, a table, a skeleton of its view, three base fields, the rows of its list, its
-// search bar and its description, filed under class id + 6000, and eleven rights: "Y" + id for the group, two digits
-// more for each right.
+// search bar and its description, filed under the class's list type, and eleven rights: the group, and ten in it.
 #pragma once
 
 #include <cstdint>

@@ -2,6 +2,7 @@
 
 #include "designer/filled.h"
 #include "designer/lists.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -16,16 +17,16 @@ constexpr std::string_view kFieldRow =
     "{type})";
 
 struct ColumnKind {
-    const char* type;    // as the alter table writes it
-    const char* stored;  // fFieldType
+    const char* type;         // as the alter table writes it
+    std::string_view stored;  // fFieldType
 };
 
 // A currency is a whole number, as a number is. The lookup comes last: it overrides the others.
 ColumnKind columnKind(const NewField& made) {
-    if (isLookup(made.lookup)) return {"  int ", "1"};
-    if (made.typeCode == "0") return {"  datetime", "0"};
-    if (made.typeCode == "1") return {"  varchar(50)", "1"};
-    return {"  int", "13"};
+    if (isLookup(made.lookup)) return {"  int ", store::kTextField};
+    if (made.typeCode == store::kDateField) return {"  datetime", store::kDateField};
+    if (made.typeCode == store::kTextField) return {"  varchar(50)", store::kTextField};
+    return {"  int", store::kNumberField};
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ namespace orvenmod {
 struct NewField {
     std::string name;
     std::string field;
-    std::string typeCode;  ///< "0", "1", "12" or "13"
+    std::string typeCode;  ///< as tblTableInfo.fFieldType has it
     std::string decimals;
     std::string maximum;
     std::string minimum;

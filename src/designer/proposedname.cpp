@@ -11,7 +11,7 @@ namespace {
 std::string nextName(const std::string& head, const store::Recordset& counter) {
     if (counter.eof()) return head + "A1";
     const std::int16_t last = toInt16(required(counter.field("fbillno")));
-    return head + counter.text("fpreletter") + std::to_string(toInt16(std::to_string(last + 1)));
+    return head + counter.text("fpreletter") + std::to_string(toInt16(last + 1.0));
 }
 
 }  // namespace

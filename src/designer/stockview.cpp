@@ -10,8 +10,10 @@
 #include <string_view>
 #include <vector>
 
+#include "designer/filled.h"
 #include "designer/lists.h"
 #include "frame/conversion.h"
+#include "store/itemclass.h"
 #include "store/stockfields.h"
 #include "store/stockviewtext.h"
 
@@ -43,6 +45,8 @@ constexpr Setting kByPlace{71, "按仓位管理"};
 constexpr Setting kByBatch{72, "按批次管理"};
 
 using Values = std::map<int, std::string>;
+
+std::string ofGoods(std::string_view sql) { return filled(sql, {{"goods", std::to_string(store::kGoods)}}); }
 
 std::string nameOf(const Setting& setting) {
     return "库存设置 " + std::to_string(setting.type) + " (" + setting.meaning + ")";
@@ -85,7 +89,7 @@ public:
     void run() {
         settings_ = readSettings(connection_);
         resolveSources();
-        connection_.execute("delete from tblviewdesc where ftypeid=5033 ");
+        connection_.execute("delete from tblviewdesc where ftypeid=" + std::string(store::kStockDescriptionType) + " ");
         for (const store::StockDescription& row : store::stockDescriptions())
             connection_.execute(store::stockDescriptionRow(row));
         connection_.execute(" drop view vTimeStock ");
@@ -110,10 +114,10 @@ private:
             if (number < kFirstForeignSource) {
                 sql = " select isnull(fitemtable,'') as fViewName from tblitemclass where fitemclassid=" + source;
             } else if (number == kSourceOfGoodsField) {
-                sql =
+                sql = ofGoods(
                     " select isnull(b.fitemtable,'') as fViewName from  (select fvalueitemid from tbltableinfo where "
-                    "fitemclassid=3 and fFieldName='fH' ) as a left outer join tblItemclass as b on "
-                    "a.fValueitemid=b.fitemclassid ";
+                    "fitemclassid={goods} and fFieldName='fH' ) as a left outer join tblItemclass as b on "
+                    "a.fValueitemid=b.fitemclassid ");
             } else {
                 continue;
             }
@@ -164,12 +168,12 @@ private:
     }
 
     void addGoodsFields() {
-        auto rows = connection_.open(
+        auto rows = connection_.open(ofGoods(
             "select a.fFieldName,a.fname,isnull(b.fitemtable,'tblSubType ') as fitemtable   from  (select "
-            "fValueItemId,fname,fFieldName from tbltableinfo where fitemclassid=3 and (fFieldname='fA' or "
+            "fValueItemId,fname,fFieldName from tbltableinfo where fitemclassid={goods} and (fFieldname='fA' or "
             "fFieldname='fB' or fFieldName='fC' or fFIeldName='FD' or fFieldName='fE'   or fFieldName='fF' or "
             "fFieldName='fG' or fFieldName='fG' or fFieldName='fH') and fisvisible=1 ) as a left outer join "
-            "tblitemclass as b on a.fValueItemId=b.fitemclassid ");
+            "tblitemclass as b on a.fValueItemId=b.fitemclassid "));
         for (; !rows.eof(); rows.moveNext()) {
             const std::string name = rows.text("fFieldName");
             const store::StockField* field = store::goodsField(name);

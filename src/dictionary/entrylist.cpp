@@ -59,7 +59,7 @@ void EntryList::read(std::int32_t itemClassId) {
 
 bool EntryList::hasCurrentRow() const { return vsf1_.rowCount() > 1 && vsf1_.currentRow() >= 1; }
 
-void EntryList::takeCurrentId() const { appState().gCurItemId = toInt32(vsf1_.text(vsf1_.currentRow(), 0)); }
+void EntryList::takeCurrentId() const { appState().gCurItemId = toInt32(vsf1_.text(vsf1_.currentRow(), kIdColumn)); }
 
 void EntryList::updateRow() {
     if (!hasCurrentRow()) return;

@@ -10,6 +10,9 @@ namespace orvenmod {
 
 class EntryList {
 public:
+    /// Code and name stand behind it.
+    static constexpr int kIdColumn = 0;
+
     explicit EntryList(platform::ListGrid& vsf1) : vsf1_(vsf1) {}
 
     /// Reads the entries of a dictionary on gConn, which is open. What fails goes to the caller.

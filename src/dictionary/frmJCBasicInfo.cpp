@@ -15,17 +15,12 @@
 #include "frame/scaling.h"
 #include "frame/services.h"
 #include "frame/treenodes.h"
+#include "store/classrights.h"
 
 namespace orvenmod {
 
 using platform::Menu;
 using platform::MouseButton;
-
-namespace {
-
-constexpr const char* kImage = "Folder";
-
-}  // namespace
 
 struct frmJCBasicInfo::Loaded {
     explicit Loaded(std::unique_ptr<platform::Window> made)
@@ -110,14 +105,7 @@ void frmJCBasicInfo::getListInfo(const std::int16_t&) {
     openDB();
     store::Recordset rows =
         openRows("select fitemclassid,fitemname from tblItemclass where fitemtype='1' order by fitemclassid ");
-    platform::Tree& tree = form().tv1;
-    tree.clear();
-    tree.add("", "D0", "基础资料", kImage);
-    for (; !rows.eof(); rows.moveNext()) {
-        const std::string id = rows.text("fitemclassid");
-        tree.add("D0", "D" + id, rows.text("fitemname") + "(" + id + ")", kImage);
-        tree.ensureVisible("D" + id);
-    }
+    fillClassTree(form().tv1, "基础资料", rows);
     closeDB();
 }
 
@@ -155,7 +143,7 @@ bool frmJCBasicInfo::exportToExcel() {
 }
 
 void frmJCBasicInfo::MenuJCZLNew1_Click() {
-    if (!isEntryRightGranted("01")) return;
+    if (!isEntryRightGranted(store::right::kNewCategory)) return;
     appState().gDictTypeEditMode = 0;
     frmJCZLType(*this).show();
 }
@@ -174,23 +162,23 @@ bool frmJCBasicInfo::takeSelectedClass(const char* refusalOfRoot) {
 }
 
 void frmJCBasicInfo::MenuJCZLUpdate1_Click() {
-    if (!isEntryRightGranted("02") || !takeSelectedClass("请选择基础资料类别进行修改")) return;
+    if (!isEntryRightGranted(store::right::kUpdateCategory) || !takeSelectedClass("请选择基础资料类别进行修改")) return;
     appState().gEditMode = 1;
     frmJCZLType(*this).show();
 }
 
 void frmJCBasicInfo::MenuJCZLNew_Click() {
-    if (!isEntryRightGranted("04") || !takeSelectedClass("请选择基础资料类别进行新增")) return;
+    if (!isEntryRightGranted(store::right::kNewDetail) || !takeSelectedClass("请选择基础资料类别进行新增")) return;
     appState().gEditMode = 0;
     frmJCZL().show();
 }
 
 void frmJCBasicInfo::MenuUpdateJCZL_Click() {
-    if (isEntryRightGranted("05")) form().entries.updateRow();
+    if (isEntryRightGranted(store::right::kUpdateDetail)) form().entries.updateRow();
 }
 
 void frmJCBasicInfo::MenuDelJCZL_Click() {
-    if (isEntryRightGranted("06")) form().entries.deleteRow();
+    if (isEntryRightGranted(store::right::kDeleteDetail)) form().entries.deleteRow();
 }
 
 }  // namespace orvenmod

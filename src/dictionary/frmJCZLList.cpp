@@ -14,6 +14,7 @@
 #include "frame/services.h"
 #include "platform/controls.h"
 #include "platform/window.h"
+#include "store/classrights.h"
 
 namespace orvenmod {
 
@@ -89,15 +90,15 @@ void frmJCZLList::cmd_Click(int Index) {
             form().window->close();
             break;
         case kNew:
-            if (!isEntryRightGranted("04")) return;
+            if (!isEntryRightGranted(store::right::kNewDetail)) return;
             appState().gEditMode = 0;
             frmJCZL().show();
             break;
         case kUpdate:
-            if (isEntryRightGranted("05")) form().entries.updateRow();
+            if (isEntryRightGranted(store::right::kUpdateDetail)) form().entries.updateRow();
             break;
         case kDelete:
-            if (isEntryRightGranted("06")) form().entries.deleteRow();
+            if (isEntryRightGranted(store::right::kDeleteDetail)) form().entries.deleteRow();
             break;
         default:
             break;
@@ -111,14 +112,7 @@ void frmJCZLList::vsf1_DblClick() {
 }
 
 void frmJCZLList::returnSelected() {
-    AppState& state = appState();
-    const platform::ListGrid& list = form().vsf1;
-    const std::vector<int> rows = selectedRows(list);
-    if (!rows.empty()) {
-        state.gRetNumber = list.text(rows.back(), 1);
-        state.gRetName = list.text(rows.back(), 2);
-        state.gRetItemId = list.text(rows.back(), 0);
-    }
+    returnLastSelected(form().vsf1, EntryList::kIdColumn);
     form().window->close();
 }
 

@@ -71,8 +71,8 @@ void frmJCZLType::cmdOK_Click() {
 
 void frmJCZLType::showInserted() {
     showInformation("数据保存成功！");
-    const std::string key = "D" + trim(txt1_.text());
-    behind_.tv1().add("D0", key, trim(txt_.text()), "Folder");
+    const std::string key = nodeKey(trim(txt1_.text()));
+    behind_.tv1().add(kRootKey, key, trim(txt_.text()), kNodeIcon);
     behind_.tv1().ensureVisible(key);
     txt1_.setText("");
     txt_.setText("");

@@ -5,7 +5,9 @@
 #include "frame/classright.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
+#include "store/classrights.h"
 
 namespace orvenmod {
 
@@ -24,8 +26,7 @@ std::string currentItem() { return std::to_string(appState().gCurItemId); }
 }  // namespace
 
 void Attachments::load() {
-    store::Recordset rows =
-        appState().gConn->open("select fentryid,fName,fFileName from tblItemFJ where fitemid=" + currentItem());
+    store::Recordset rows = openRows("select fentryid,fName,fFileName from tblItemFJ where fitemid=" + currentItem());
     clear();
     for (; !rows.eof(); rows.moveNext()) {
         add(rows.text("fName"), rows.text("fFileName"), "");
@@ -90,7 +91,7 @@ void Attachments::removeOpened() {
 }
 
 void Attachments::cmdAddFJ_Click() {
-    if (!isClassRightGranted("07")) return;
+    if (!isClassRightGranted(store::right::kNewAttachment)) return;
     cd2_.setFilter("附件文件(*.*)|*.*");
     if (!cd2_.showOpen() || cd2_.fileName().empty()) return;
     add("", cd2_.fileTitle(), cd2_.fileName());
@@ -100,8 +101,9 @@ void Attachments::cmdAddFJ_Click() {
 
 void Attachments::fps2_ButtonClicked(int column, int row) {
     if (column != kDelete && column != kOpen) return;
-    if (column == kDelete && (!isClassRightGranted("09") || !askQuestion("确定要删除吗？"))) return;
-    if (column == kOpen && !isClassRightGranted("10")) return;
+    if (column == kDelete && (!isClassRightGranted(store::right::kDeleteAttachment) || !askQuestion("确定要删除吗？")))
+        return;
+    if (column == kOpen && !isClassRightGranted(store::right::kOpenAttachment)) return;
     const std::string path = fps2_.text(kPath, row);
     if (!path.empty()) {
         if (column == kOpen) return services().toolkit.openDocument(path);
@@ -126,8 +128,8 @@ void Attachments::getFJInfo(std::int32_t entryId) {
     openDB();
     trapped([&] {
         removeOpened();
-        store::Recordset rows = appState().gConn->open("select * from tblItemFJ where fitemid=" + currentItem() +
-                                                       " and fEntryId=" + std::to_string(entryId));
+        store::Recordset rows = openRows("select * from tblItemFJ where fitemid=" + currentItem() +
+                                         " and fEntryId=" + std::to_string(entryId));
         // Two rows of one entry id append their names, as they always have.
         std::string name;
         for (; !rows.eof(); rows.moveNext()) {

@@ -15,7 +15,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t kLongestName = 200;  // bytes; file systems take 255
+constexpr std::size_t kLongestName = 200;   // bytes; file systems take 255
+constexpr std::size_t kLongestEnding = 20;  // with its dot; what is longer is cut as the rest of a name is
 constexpr const char* kNameless = "附件";
 
 [[noreturn]] void fail(const char* what, const std::string& path) { throw std::runtime_error(what + path); }
@@ -24,7 +25,7 @@ constexpr const char* kNameless = "附件";
 std::string cutName(const std::string& name) {
     if (name.size() <= kLongestName) return name;
     std::size_t dot = name.rfind('.');
-    if (dot == std::string::npos || name.size() - dot > 20) dot = name.size();
+    if (dot == std::string::npos || name.size() - dot > kLongestEnding) dot = name.size();
     std::size_t end = kLongestName - (name.size() - dot);
     while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0) == 0x80)
         --end;

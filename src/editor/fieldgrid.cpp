@@ -6,6 +6,8 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -36,8 +38,8 @@ platform::NumberRule numberRule(const store::Recordset& field) {
 bool FieldGrid::initFps() {
     openDB();
     return trapped([&] {
-        store::Recordset fields = appState().gConn->open("select * from tblTableInfo where fitemclassid=" + classId() +
-                                                         " and fisvisible=1 " + " order by finterid");
+        store::Recordset fields = openRows("select * from tblTableInfo where fitemclassid=" + classId() +
+                                           " and fisvisible=1 " + " order by finterid");
         for (; !fields.eof(); fields.moveNext())
             addField(fields);
         addCategoryRow();
@@ -70,10 +72,10 @@ void FieldGrid::addField(const store::Recordset& field) {
 void FieldGrid::addReferenceLists(const store::Recordset& field, int row) {
     fps1_.setCellType(kValue, row, CellType::combo);
     fps1_.setCellType(kChosenId, row, CellType::combo);
-    const bool dictionary = trim(field.text("FItemType")) == "1";
+    const bool dictionary = trim(field.text("FItemType")) == store::kDictionary;
     const std::string source = dictionary ? " tblSubType where " : " tblItem where fisdetail=1 ";
-    store::Recordset entries = appState().gConn->open(
-        "select * from " + source + " and   fitemclassid=" + field.text("fvalueitemid") + " order by fnumber ");
+    store::Recordset entries = openRows("select * from " + source +
+                                        " and   fitemclassid=" + field.text("fvalueitemid") + " order by fnumber ");
     std::vector<std::string> names;
     std::vector<std::string> ids;
     std::vector<std::string> codes;
@@ -94,7 +96,7 @@ void FieldGrid::addCategoryRow() {
     const int row = fps1_.rowCount() + 1;
     fps1_.setRowCount(row);
     fps1_.setText(kCaption, row, "所属分类");
-    store::Recordset categories = appState().gConn->open(
+    store::Recordset categories = openRows(
         "select fName,fItemid,fdepth,isnull(fnumber,'') as fnumber from tblItem where fisdetail=0 "
         " and fitemclassid=" +
         classId() + " order by fnumber,fnbnumber,fdepth");
@@ -116,9 +118,9 @@ void FieldGrid::addCategoryRow() {
 
 void FieldGrid::preselectCategory() {
     const std::string parent = std::to_string(appState().gCurParentId);
-    const auto rows = appState().gConn->open(
-        "select fName,fdepth,isnull(fnumber,'') as fNumber from tblItem where fisdetail=0 and fitemclassid=" +
-        classId() + " And fItemId = " + parent);
+    const auto rows =
+        openRows("select fName,fdepth,isnull(fnumber,'') as fNumber from tblItem where fisdetail=0 and fitemclassid=" +
+                 classId() + " And fItemId = " + parent);
     fps1_.setText(kChosenId, lastRow(), parent);
     if (rows.eof()) return;
     const std::string code = rows.text("fnumber");

@@ -21,9 +21,9 @@ namespace {
 
 constexpr float kWidth = 11700;
 constexpr float kHeight = 8400;
-constexpr float kTabsWidth = kWidth - 240;
-constexpr float kTabsHeight = kHeight - 240;
 constexpr float kInset = 120;
+constexpr float kTabsWidth = kWidth - 2 * kInset;
+constexpr float kTabsHeight = kHeight - 2 * kInset;
 constexpr float kPageTop = 480;  // below the tabs' captions
 constexpr float kBelowButtons = 960;
 constexpr float kButtonWidth = 1800;
@@ -71,7 +71,7 @@ ControlDesign button(std::string_view name, std::string_view caption, int page, 
 }
 
 std::vector<ControlDesign> controls() {
-    ControlDesign tabs{.kind = ControlKind::tabs, .name = "SSTab1", .left = 120, .top = 120};
+    ControlDesign tabs{.kind = ControlKind::tabs, .name = "SSTab1", .left = kInset, .top = kInset};
     tabs.width = kTabsWidth;
     tabs.height = kTabsHeight;
     tabs.accessibleName = "资料";
@@ -90,7 +90,7 @@ std::vector<ControlDesign> controls() {
             button("cmdAddFJ", "添加附件(&A)", 1, kInset),
             attachments,
             button("cmdAdd", "添加图片(&A)", 2, kInset),
-            button("cmdClear", "删除图片(&D)", 2, kInset + kButtonWidth + 120),
+            button("cmdClear", "删除图片(&D)", 2, kInset + kButtonWidth + kInset),
             picture,
             {.kind = ControlKind::fileDialog, .name = "cd1"},
             {.kind = ControlKind::fileDialog, .name = "cd2"}};

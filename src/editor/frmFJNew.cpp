@@ -15,26 +15,61 @@ using platform::ControlKind;
 
 namespace {
 
+// Twips; 15 are a pixel.
+//
+//   Label1  txt
+//   Label2  PowerEdit1
+//           [PowerButton1] [cmdClose]
+constexpr float kWidth = 6600;
+constexpr float kHeight = 1980;
+constexpr float kMargin = 180;
+constexpr float kFieldLeft = 1320;
+constexpr float kFieldWidth = kWidth - kMargin - kFieldLeft;
+constexpr float kLabelWidth = 1080;
+constexpr float kLabelDrop = 30;  // puts a caption's text on the line of its field's
+constexpr float kFirstLine = 210;
+constexpr float kSecondLine = 690;
+constexpr float kControlHeight = 345;
+constexpr float kButtonTop = 1350;
+constexpr float kButtonWidth = 1560;
+constexpr float kCloseLeft = kWidth - kMargin - kButtonWidth;
+constexpr float kChooseLeft = kCloseLeft - kButtonWidth - 120;
+
 ControlDesign control(ControlKind kind, std::string_view name, std::string_view caption, float left, float top,
                       float width) {
-    return {.kind = kind, .name = name, .caption = caption, .left = left, .top = top, .width = width, .height = 345};
+    return {.kind = kind,
+            .name = name,
+            .caption = caption,
+            .left = left,
+            .top = top,
+            .width = width,
+            .height = kControlHeight};
+}
+
+ControlDesign label(std::string_view name, std::string_view caption, float line) {
+    return control(ControlKind::label, name, caption, kMargin, line + kLabelDrop, kLabelWidth);
+}
+
+ControlDesign field(std::string_view name, float line) {
+    return control(ControlKind::edit, name, "", kFieldLeft, line, kFieldWidth);
+}
+
+ControlDesign button(std::string_view name, std::string_view caption, float left) {
+    return control(ControlKind::button, name, caption, left, kButtonTop, kButtonWidth);
 }
 
 platform::WindowDesign makeDesign() {
     platform::WindowDesign design;
     design.name = "frmFJNew";
     design.caption = "附件";
-    design.width = 6600;
-    design.height = 1980;
+    design.width = kWidth;
+    design.height = kHeight;
     design.resizable = false;
-    ControlDesign path = control(ControlKind::edit, "PowerEdit1", "", 1320, 690, 5100);
+    ControlDesign path = field("PowerEdit1", kSecondLine);
     path.enabled = false;
-    design.controls = {control(ControlKind::label, "Label1", "附件名称：", 180, 240, 1080),
-                       control(ControlKind::edit, "txt", "", 1320, 210, 5100),
-                       control(ControlKind::label, "Label2", "附件路径：", 180, 720, 1080),
-                       path,
-                       control(ControlKind::button, "PowerButton1", "选择文件(&O)", 3180, 1350, 1560),
-                       control(ControlKind::button, "cmdClose", "关闭(&C)", 4860, 1350, 1560),
+    design.controls = {label("Label1", "附件名称：", kFirstLine),           field("txt", kFirstLine),
+                       label("Label2", "附件路径：", kSecondLine),          path,
+                       button("PowerButton1", "选择文件(&O)", kChooseLeft), button("cmdClose", "关闭(&C)", kCloseLeft),
                        {.kind = ControlKind::fileDialog, .name = "cd1"}};
     return design;
 }

@@ -5,6 +5,7 @@
 #include "editor/binaryfile.h"
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 #include "frame/showing.h"
 #include "platform/controls.h"
@@ -18,33 +19,47 @@ using platform::Picture;
 
 namespace {
 
+// Twips; 15 are a pixel.
+//
+//   pict1
+//           [cmdOK] [cmdClear] [cmdExit]
+constexpr float kWidth = 6600;
+constexpr float kHeight = 5400;
+constexpr float kMargin = 180;
+constexpr float kPictureHeight = 4500;
+constexpr float kButtonTop = kMargin + kPictureHeight + kMargin;
+constexpr float kButtonWidth = 1320;
+constexpr float kButtonHeight = 360;
+constexpr float kButtonStep = kButtonWidth + 120;
+constexpr float kLastButton = kWidth - kMargin - kButtonWidth;
+
 ControlDesign button(std::string_view name, std::string_view caption, float left) {
     return {.kind = ControlKind::button,
             .name = name,
             .caption = caption,
             .left = left,
-            .top = 4860,
-            .width = 1320,
-            .height = 360};
+            .top = kButtonTop,
+            .width = kButtonWidth,
+            .height = kButtonHeight};
 }
 
 platform::WindowDesign makeDesign() {
     platform::WindowDesign design;
     design.name = "frmItemPhoto";
     design.caption = "图片";
-    design.width = 6600;
-    design.height = 5400;
+    design.width = kWidth;
+    design.height = kHeight;
     design.resizable = false;
     design.controls = {{.kind = ControlKind::picture,
                         .name = "pict1",
-                        .left = 180,
-                        .top = 180,
-                        .width = 6240,
-                        .height = 4500,
+                        .left = kMargin,
+                        .top = kMargin,
+                        .width = kWidth - 2 * kMargin,
+                        .height = kPictureHeight,
                         .accessibleName = "图片"},
-                       button("cmdOK", "载入(&L)", 2220),
-                       button("cmdClear", "清除(&Q)", 3660),
-                       button("cmdExit", "关闭(&C)", 5100),
+                       button("cmdOK", "载入(&L)", kLastButton - 2 * kButtonStep),
+                       button("cmdClear", "清除(&Q)", kLastButton - kButtonStep),
+                       button("cmdExit", "关闭(&C)", kLastButton),
                        {.kind = ControlKind::fileDialog, .name = "cd1"}};
     return design;
 }
@@ -77,7 +92,7 @@ void frmItemPhoto::getItemPhoto() {
     openDB();
     trapped([&] {
         store::Recordset photos =
-            appState().gConn->open("select * from ICItemPhoto where fitemid=" + std::to_string(appState().gCurItemId));
+            openRows("select * from ICItemPhoto where fitemid=" + std::to_string(appState().gCurItemId));
         for (; !photos.eof(); photos.moveNext()) {
             const std::string path = platform::nativePath(appState().gAppPath + "\\Temp001.jpg");
             writeFile(path, photos.field("fPhoto").value_or(""));

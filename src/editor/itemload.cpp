@@ -5,6 +5,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
 
 namespace orvenmod {
 
@@ -34,8 +35,8 @@ void showCategory(FieldGrid& fields, const store::Recordset& item) {
 bool getBasicInfo(FieldGrid& fields, Photo& photo, Attachments& attachments) {
     openDB();
     return trapped([&] {
-        const auto item = appState().gConn->open("select * from " + appState().gViewName +
-                                                 " where fitemid=" + std::to_string(appState().gCurItemId));
+        const auto item = openRows("select * from " + appState().gViewName +
+                                   " where fitemid=" + std::to_string(appState().gCurItemId));
         if (item.eof()) {
             showWarning("数据读取错误！");
             return false;

@@ -1,20 +1,20 @@
 #include "editor/itemstatements.h"
 
 #include "frame/conversion.h"
+#include "store/itemclass.h"
 
 namespace orvenmod {
 
 namespace {
 
-constexpr const char* kDateType = "0";
 constexpr const char* kNoDate = "1900-01-01";
 
-bool isNumberType(const std::string& type) { return type == "12" || type == "13"; }
+bool isNumberType(const std::string& type) { return type == store::kCurrencyField || type == store::kNumberField; }
 
 // What stands for an empty date or number. An insert takes blanks for a value, an update for none.
 std::string plainValue(const FieldRow& field, bool empty) {
     if (!empty) return field.value;
-    if (field.fieldType == kDateType) return kNoDate;
+    if (field.fieldType == store::kDateField) return kNoDate;
     return isNumberType(field.fieldType) ? "0" : field.value;
 }
 

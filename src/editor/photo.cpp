@@ -5,13 +5,14 @@
 #include "editor/binaryfile.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 
 namespace orvenmod {
 
 void Photo::load() {
     store::Recordset photos =
-        appState().gConn->open("select * from ICItemPhoto where fitemid=" + std::to_string(appState().gCurItemId));
+        openRows("select * from ICItemPhoto where fitemid=" + std::to_string(appState().gCurItemId));
     for (; !photos.eof(); photos.moveNext()) {
         const std::string suffix = photos.text("fHZ");
         // The stored suffix names no folder.

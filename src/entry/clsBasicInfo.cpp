@@ -7,6 +7,8 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
+#include "frame/openrows.h"
+#include "store/classrights.h"
 
 namespace orvenmod {
 
@@ -14,15 +16,15 @@ namespace {
 
 constexpr const char* kDecimals = "intZeroNumber";
 constexpr std::int16_t kMostDecimals = 10;  // of a number cell
-constexpr int kInvalidCall = 5;
 
 void readLogin() { appState().gLoginUserId = settingInt32("SystemLogin", "gLoginUserId", "0"); }
 
 void readDecimals() {
     const std::int16_t decimals = settingInt16("SystemSetup", kDecimals, "2");
     if (decimals < 0 || decimals > kMostDecimals) {
-        throw ConversionFailure(kInvalidCall, blameSetting("小数位数应为 0 到 " + std::to_string(kMostDecimals),
-                                                           kDecimals, std::to_string(decimals)));
+        throw ConversionFailure(
+            ConversionFailure::kInvalidCall,
+            blameSetting("小数位数应为 0 到 " + std::to_string(kMostDecimals), kDecimals, std::to_string(decimals)));
     }
     appState().gZeroNumber = decimals;
 }
@@ -55,7 +57,7 @@ bool clsBasicInfo::mainInterface(const std::int16_t& intFitemClassId, const std:
     AppState& state = appState();
     state.gItemAllName = setting("SystemSetup", "gItemAllName", "货品");
     state.gAppPath = setting("SystemSetup", "gAppPath", "");
-    state.gRightPrefix.assign(1, 'Y');
+    state.gRightPrefix.assign(1, store::kClassRights);
     state.gNoNewAfterSave = 0;
     fItemClassId = intFitemClassId;
     state.gConnStr = strDBConn;
@@ -87,7 +89,7 @@ bool clsBasicInfo::mainInterface(const std::int16_t& intFitemClassId, const std:
 void clsBasicInfo::lookUpClass() const {
     AppState& state = appState();
     const store::Recordset rows =
-        state.gConn->open("select * from tblItemClass where fitemclassid=" + std::to_string(fItemClassId));
+        openRows("select * from tblItemClass where fitemclassid=" + std::to_string(fItemClassId));
     if (!rows.eof()) {
         state.gItemName = rows.text("fItemName");
         state.gItemTable = rows.text("fItemTable");

@@ -3,6 +3,7 @@
 #include "entry/entry.h"
 #include "entry/windows.h"
 #include "frame/appstate.h"
+#include "store/classrights.h"
 
 namespace orvenmod {
 
@@ -17,7 +18,7 @@ clsHSXMManage::~clsHSXMManage() {
 }
 
 bool clsHSXMManage::mainInterface() {
-    appState().gRightPrefix.assign(1, 'Y');
+    appState().gRightPrefix.assign(1, store::kClassRights);
     appState().gConnStr = DBConnection;
     showModal(windows().frmHSXM);
     dropConnection();

@@ -3,6 +3,7 @@
 #include "entry/entry.h"
 #include "entry/windows.h"
 #include "frame/appstate.h"
+#include "store/classrights.h"
 
 namespace orvenmod {
 
@@ -18,7 +19,7 @@ clsJCZL::~clsJCZL() {
 
 bool clsJCZL::mainInterface(const std::string& strDBConnection) {
     AppState& state = appState();
-    state.gRightPrefix.assign(1, 'Z');
+    state.gRightPrefix.assign(1, store::kDictionaryRights);
     state.gItemCalled = 1;
     state.gConnStr = strDBConnection;
     showModal(windows().frmJCBasicInfo);
@@ -32,7 +33,7 @@ bool clsJCZL::mainSingleInterface(const std::int16_t& intIsReturn, const std::in
     state.gRetName.clear();
     state.gRetNumber.clear();
     state.gRetItemId.clear();
-    state.gRightPrefix.assign(1, 'Z');
+    state.gRightPrefix.assign(1, store::kDictionaryRights);
     state.gIsReturn = intIsReturn;
     state.gItemCalled = intIsReturn;
     state.gConnStr = strDBConnection;

@@ -13,8 +13,6 @@ namespace orvenmod {
 
 namespace {
 
-constexpr int kTypeMismatch = 13;
-
 std::atomic<int> alive = 0;
 
 struct AsText {
@@ -27,7 +25,9 @@ struct AsText {
         return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
     }
     std::string operator()(const std::string& value) const { return value; }
-    std::string operator()(const std::shared_ptr<void>&) const { throw ConversionFailure(kTypeMismatch, "类型不匹配"); }
+    std::string operator()(const std::shared_ptr<void>&) const {
+        throw ConversionFailure(ConversionFailure::kTypeMismatch, "类型不匹配");
+    }
 };
 
 }  // namespace

@@ -4,16 +4,17 @@
 #include "store/odbc/odbcstore.h"
 #include "store/postgres/postgresstore.h"
 #include "store/sqlite/sqlitestore.h"
-#include "store/tsql/messages.h"
+#include "store/tsql/stringparts.h"
 #include "store/tsql/utf8.h"
 
 namespace orvenmod {
 
 namespace {
 
-// The providers of OLE DB that hosts name for a server of the dialect.
+// The providers of OLE DB that hosts name for a server of the dialect, and its bridge to ODBC.
 bool isServerProvider(const std::string& provider) {
-    return provider.starts_with("sqloledb") || provider.starts_with("msoledbsql") || provider.starts_with("sqlncli");
+    return provider.starts_with("sqloledb") || provider.starts_with("msoledbsql") || provider.starts_with("sqlncli") ||
+           provider.starts_with("msdasql");
 }
 
 }  // namespace
@@ -31,10 +32,8 @@ std::unique_ptr<store::Connection> StoreFactory::connect(const std::string& conn
     if (provider == "postgresql") return postgres_->connect(connectionString);
     const bool odbc = provider.empty() && (parts.has("Driver") || parts.has("DSN"));
     if (odbc || isServerProvider(provider)) return server_->connect(connectionString);
-    const bool english = store::tsql::lowerText(parts.get("Language")) == "us_english";
-    throw store::tsql::worded(
-        english ? store::tsql::Language::english : store::tsql::Language::chinese, store::tsql::kBadConnectionString,
-        {english ? "it names no Provider, Driver or DSN that is known" : "其中没有可识别的 Provider、Driver 或 DSN"});
+    throw store::tsql::refusedString(store::tsql::languageOf(parts), "其中没有可识别的 Provider、Driver 或 DSN",
+                                     "it names no Provider, Driver or DSN that is known");
 }
 
 }  // namespace orvenmod

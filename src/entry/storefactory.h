@@ -6,6 +6,7 @@
 //   Driver=...;... or DSN=...;...                                      a server over ODBC
 //   Provider=SQLOLEDB...;Data Source=...;Initial Catalog=...;
 //     User ID=...;Password=...                                         likewise, as hosts have it today
+//   Provider=MSDASQL;Extended Properties="Driver=...;..."              likewise, with a string of ODBC within
 #pragma once
 
 #include <memory>

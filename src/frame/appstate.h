@@ -15,7 +15,7 @@ struct AppState {
     std::string gConnStr;
     std::string gMsgTitle;      ///< title of every message box
     std::int16_t gIsAdmin = 0;  ///< 1 passes every right, 0 makes the list hide columns
-    std::string gRightPrefix;   ///< "Y" item classes, "Z" dictionary
+    std::string gRightPrefix;   ///< the letter of what is open: item classes or dictionary
     std::int16_t gNoNewAfterSave = 0;
     std::string gParamSQL;  ///< the host's filter fragment, with its own " and "
     std::int16_t gDictTypeEditMode = 0;

@@ -8,12 +8,8 @@ namespace orvenmod {
 
 namespace {
 
-constexpr int kOverflow = 6;
-constexpr int kTypeMismatch = 13;
-constexpr int kNullUse = 94;
-
-[[noreturn]] void failMismatch() { throw ConversionFailure(kTypeMismatch, "类型不匹配"); }
-[[noreturn]] void failOverflow() { throw ConversionFailure(kOverflow, "溢出"); }
+[[noreturn]] void failMismatch() { throw ConversionFailure(ConversionFailure::kTypeMismatch, "类型不匹配"); }
+[[noreturn]] void failOverflow() { throw ConversionFailure(ConversionFailure::kOverflow, "溢出"); }
 
 bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
 
@@ -54,6 +50,8 @@ std::int32_t toInt32(std::string_view text) { return toInteger<std::int32_t>(toD
 
 std::int16_t toInt16(double value) { return toInteger<std::int16_t>(value); }
 
+std::int32_t toInt32(double value) { return toInteger<std::int32_t>(value); }
+
 double toDouble(std::string_view text) {
     const std::string trimmed = trim(text);
     const Parsed parsed = parseLeading(trimmed);
@@ -63,7 +61,7 @@ double toDouble(std::string_view text) {
 }
 
 std::string required(std::optional<std::string_view> value) {
-    if (!value) throw ConversionFailure(kNullUse, "无效使用 Null");
+    if (!value) throw ConversionFailure(ConversionFailure::kNullUse, "无效使用 Null");
     return std::string(*value);
 }
 

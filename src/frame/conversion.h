@@ -10,9 +10,16 @@
 
 namespace orvenmod {
 
-/// "类型不匹配" (13), "溢出" (6), "无效使用 Null" (94) or a setting that makes no sense (5).
+/// What was wrong with a value, and the number that the system has always given it.
 class ConversionFailure : public std::runtime_error {
 public:
+    static constexpr int kInvalidCall = 5;
+    static constexpr int kOverflow = 6;
+    static constexpr int kSubscriptOutOfRange = 9;
+    static constexpr int kDivisionByZero = 11;
+    static constexpr int kTypeMismatch = 13;
+    static constexpr int kNullUse = 94;
+
     ConversionFailure(int number, const std::string& text) : std::runtime_error(text), number_(number) {}
     int number() const { return number_; }
 
@@ -22,8 +29,9 @@ private:
 
 std::int16_t toInt16(std::string_view text);
 std::int32_t toInt32(std::string_view text);
-/// A number into a 16-bit field: rounded half to even, failure 6 beyond the field.
+/// A number into a field: rounded half to even, failure 6 beyond the field.
 std::int16_t toInt16(double value);
+std::int32_t toInt32(double value);
 double toDouble(std::string_view text);
 
 /// A field's value that must not be null; null is failure 94.

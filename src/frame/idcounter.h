@@ -1,4 +1,4 @@
-// Ids that are given out by a counter of tblMaxNum.
+// Ids that follow each other, most of them given out by a counter of tblMaxNum.
 #pragma once
 
 #include <cstdint>
@@ -15,5 +15,8 @@ struct IdCounter {
 /// The next id. It is taken on gConn, which is open, by two statements without a transaction: it is used up where what
 /// follows fails. Throws what the store throws, and a ConversionFailure for a null and beyond 32 bits.
 std::int32_t takeId(const IdCounter& counter);
+
+/// The id behind the last one. Throws a ConversionFailure beyond 32 bits.
+std::int32_t idAfter(std::int32_t last);
 
 }  // namespace orvenmod

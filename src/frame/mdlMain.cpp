@@ -5,6 +5,7 @@
 
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/openrows.h"
 #include "frame/services.h"
 
 namespace orvenmod {
@@ -86,7 +87,7 @@ bool isHaveRight(const std::string& strRight) {
             "select fuserid from tblUserPrivillenge  where fuserid=" + std::to_string(state.gLoginUserId) +
             "  and fNumber='" + strRight + "'";
         openDB();
-        const bool granted = !state.gConn->open(sql).eof();
+        const bool granted = !openRows(sql).eof();
         if (!granted) showWarning("您无此权限，请与系统管理员联系！");
         closeDB();
         return granted;

@@ -11,7 +11,6 @@ namespace {
 using platform::Control;
 using platform::ControlKind;
 
-constexpr int kDivisionByZero = 11;
 constexpr float kRightMargin = 80;  // kept against the edge, on top of the recorded distance
 constexpr float kEditHeight = 315;
 
@@ -36,7 +35,7 @@ bool keepsWidth(const std::string& name) {
 float innerUnits(float units) { return toInt16(double{units}); }
 
 float fraction(float part, float whole) {
-    if (whole == 0) throw ConversionFailure(kDivisionByZero, "除数为零");
+    if (whole == 0) throw ConversionFailure(ConversionFailure::kDivisionByZero, "除数为零");
     return part / whole;
 }
 

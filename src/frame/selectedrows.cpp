@@ -1,13 +1,23 @@
 #include "frame/selectedrows.h"
 
+#include "frame/appstate.h"
+
 namespace orvenmod {
 
-std::vector<int> selectedRows(const platform::ListGrid& list) {
-    std::vector<int> rows;
-    for (int row = 1; row < list.rowCount(); ++row) {
-        if (list.isSelected(row)) rows.push_back(row);
+std::optional<int> lastSelectedRow(const platform::ListGrid& list) {
+    for (int row = list.rowCount() - 1; row >= 1; --row) {
+        if (list.isSelected(row)) return row;
     }
-    return rows;
+    return std::nullopt;
+}
+
+void returnLastSelected(const platform::ListGrid& list, int idColumn) {
+    const std::optional<int> row = lastSelectedRow(list);
+    if (!row) return;
+    AppState& state = appState();
+    state.gRetItemId = list.text(*row, idColumn);
+    state.gRetNumber = list.text(*row, idColumn + 1);
+    state.gRetName = list.text(*row, idColumn + 2);
 }
 
 }  // namespace orvenmod

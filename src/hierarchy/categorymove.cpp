@@ -11,8 +11,6 @@ namespace orvenmod {
 
 namespace {
 
-constexpr int kInvalidCall = 5;
-
 // Two a row. Few enough that windows are painted several times a second, many enough that a server's round trips don't
 // count.
 constexpr std::size_t kMostInAFlight = 200;
@@ -20,7 +18,8 @@ constexpr std::size_t kMostInAFlight = 200;
 // The code from the place of the old one on, with the old one replaced. A code that doesn't hold it has no such place.
 std::string movedCode(const std::string& code, const std::string& oldCode, const std::string& newCode) {
     const auto at = code.find(oldCode);
-    if (code.empty() || at == std::string::npos) throw ConversionFailure(kInvalidCall, "无效的过程调用或参数");
+    if (code.empty() || at == std::string::npos)
+        throw ConversionFailure(ConversionFailure::kInvalidCall, "无效的过程调用或参数");
     if (oldCode.empty()) return code;
     return newCode + code.substr(at + oldCode.size());
 }

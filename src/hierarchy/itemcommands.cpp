@@ -9,6 +9,7 @@
 #include "hierarchy/frmParent.h"
 #include "hierarchy/itemroutines.h"
 #include "hierarchy/selecteditem.h"
+#include "store/classrights.h"
 
 namespace orvenmod {
 
@@ -19,7 +20,7 @@ constexpr platform::Colour kDisabled = {175, 0, 0};
 }  // namespace
 
 void ItemCommands::MenuEditDelete_Click() {
-    if (!isClassRightGranted("06") || !takeSelectedItem(list_.vsf1())) return;
+    if (!isClassRightGranted(store::right::kDeleteDetail) || !takeSelectedItem(list_.vsf1())) return;
     if (!askQuestion("确定要删除吗？")) return;
     if (!delDetail()) return;
     showInformation("数据删除成功！");
@@ -47,13 +48,13 @@ void ItemCommands::MenuUnLockDetail_Click() {
 }
 
 void ItemCommands::MenuParentEditNew_Click() {
-    if (!isClassRightGranted("01")) return;
+    if (!isClassRightGranted(store::right::kNewCategory)) return;
     appState().gEditMode = 0;
     frmParent(list_).show();
 }
 
 void ItemCommands::MenuParentEditUpdate_Click() {
-    if (!isClassRightGranted("02")) return;
+    if (!isClassRightGranted(store::right::kUpdateCategory)) return;
     const std::string key = list_.tv1().selected();
     if (key.empty()) return;
     appState().gCurItemId = keyNumber(key);
@@ -63,7 +64,7 @@ void ItemCommands::MenuParentEditUpdate_Click() {
 }
 
 void ItemCommands::MenuParentEditDelete_Click() {
-    if (!isClassRightGranted("03")) return;
+    if (!isClassRightGranted(store::right::kDeleteCategory)) return;
     platform::Tree& tv1 = list_.tv1();
     const std::string key = tv1.selected();
     const std::int32_t id = keyNumber(key);

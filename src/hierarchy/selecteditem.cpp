@@ -7,10 +7,9 @@
 namespace orvenmod {
 
 bool takeSelectedItem(const platform::ListGrid& list) {
-    const std::vector<int> rows = selectedRows(list);
-    for (const int row : rows)
-        appState().gCurItemId = toInt32(list.text(row, 1));
-    return !rows.empty();
+    const std::optional<int> row = lastSelectedRow(list);
+    if (row) appState().gCurItemId = toInt32(list.text(*row, kItemIdColumn));
+    return row.has_value();
 }
 
 }  // namespace orvenmod

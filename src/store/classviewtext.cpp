@@ -1,5 +1,7 @@
 #include "store/classviewtext.h"
 
+#include "store/itemclass.h"
+
 namespace orvenmod::store {
 
 struct ClassViewText::Wording {
@@ -37,7 +39,10 @@ void ClassViewText::addAmount() { columns_ += ",isnull(a.fAmount,0) as fAmount "
 void ClassViewText::addStock() { columns_ += wording_.stockColumn; }
 
 void ClassViewText::addField(std::string_view name, std::string_view type) {
-    const std::string_view empty = type == "0" ? "'1900-01-01'" : type == "13" ? "0" : type == "1" ? "''" : "";
+    const std::string_view empty = type == kDateField     ? "'1900-01-01'"
+                                   : type == kNumberField ? "0"
+                                   : type == kTextField   ? "''"
+                                                          : "";
     if (empty.empty()) return;
     columns_.append(",isnull(a.").append(name).append(",").append(empty).append(")  as ").append(name);
 }
@@ -50,6 +55,16 @@ void ClassViewText::addLookup(std::string_view name, std::string_view source) {
     opening_ += wording_.lookupOpening;
     joins_.append(" left outer join ").append(source).append("  as ").append(alias).append(" on ").append(alias);
     joins_.append(".fitemid=a.").append(name).append(wording_.lookupClosing);
+}
+
+std::string classViewSkeleton(std::string_view view, std::string_view table) {
+    std::string text = "create view ";
+    text.append(view).append(
+        " as SELECT a.fItemid, a.fnumber, a.fname, b.fIslock, b.fParentid, isnull(c.fname,'') AS fParentidname, "
+        "isnull(c.fDepth,1) AS fParentDepth, b.fNBNumber,isnull(c.fnumber,'') as fParentIdNumber,"
+        "isnull(b.fShortNumber,'') as fShortNumber    fROM ((");
+    return text.append(table).append(
+        " AS a LEFT JOIN tblItem AS b ON a.fitemid=b.fitemid) LEFT JOIN tblItem AS c  ON c.fItemid=b.fParentid)");
 }
 
 }  // namespace orvenmod::store

@@ -1,5 +1,6 @@
-// The statement that creates the view of an item class, put together field by field. A new database and the designer of
-// classes word it alike, so that the first save in field setup changes nothing:
+// The statements that create the view of an item class: of a class just made as a skeleton, later put together field by
+// field. A new database and the designer of classes word the latter alike, so that the first save in field setup
+// changes nothing:
 //
 //   create view vtblSelfA1  as  SELECT {the item's place in the tree},{the class's own},{a column or three a field}
 //    from tblSelfA1 AS a LEFT JOIN tblItem AS b ...  LEFT JOIN tblItem AS c ... {a join a lookup}
@@ -37,5 +38,8 @@ private:
     std::string joins_;
     int lookups_ = 0;
 };
+
+/// The view until the first field or field setup: it holds no field of the user's.
+std::string classViewSkeleton(std::string_view view, std::string_view table);
 
 }  // namespace orvenmod::store

@@ -74,7 +74,8 @@ public:
     virtual ~Connection() = default;
 
     /// Runs a statement that gives no rows; the count of rows it touched (0 for DDL).
-    /// On failure the statement had no effect, and an open transaction stays open.
+    /// On failure the statement had no effect, and an open transaction stays open. A server may end one with a failure
+    /// by itself: every call but rollbackTrans and close then throws Failure 3930, so that nothing of it runs alone.
     virtual std::int64_t execute(std::string_view sql) = 0;
 
     /// Told the rows of each statement of executeAll as it is done.
@@ -111,7 +112,7 @@ public:
     virtual bool inTransaction() const = 0;
 
     /// Called now and then (about ten times a second) while a statement takes long, so that windows can
-    /// paint. Empty for none. It must not use the connection.
+    /// paint. Empty for none. It must not use the connection. What it throws ends the statement and passes on.
     virtual void setProgress(std::function<void()> progress) = 0;
 
     /// Undoes an open transaction and lets go of the database. Never throws. Every later call but close() throws.

@@ -10,6 +10,9 @@
 
 namespace orvenmod::store {
 
+/// For SchemaColumn::notNull.
+inline constexpr bool kNotNull = true;
+
 struct SchemaColumn {
     std::string_view name;
     std::string_view type;  ///< as the dialect writes it, e.g. "varchar(100)"

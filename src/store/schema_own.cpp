@@ -9,7 +9,7 @@ std::vector<SchemaTable> classTables() {
     return {
         {"tblItemClass",
          'A',
-         {{"fItemClassId", "int", true},
+         {{"fItemClassId", "int", kNotNull},
           {"fItemName", "varchar(100)"},
           {"fItemTable", "varchar(100)"},
           {"fItemType", "varchar(1)"},
@@ -18,8 +18,8 @@ std::vector<SchemaTable> classTables() {
          {{"fItemType,fItemClassId"}}},
         {"tblTableInfo",
          'A',
-         {{"fItemClassId", "int", true},
-          {"fInterId", "int", true},
+         {{"fItemClassId", "int", kNotNull},
+          {"fInterId", "int", kNotNull},
           {"fName", "varchar(100)"},
           {"fFieldName", "varchar(100)"},
           {"fFieldType", "int"},
@@ -41,7 +41,7 @@ std::vector<SchemaTable> itemTables() {
     return {
         {"tblItem",
          'A',
-         {{"fItemId", "int", true},
+         {{"fItemId", "int", kNotNull},
           {"fShortNumber", "varchar(100)"},
           {"fNumber", "varchar(100)"},
           {"fName", "varchar(100)"},
@@ -61,19 +61,22 @@ std::vector<SchemaTable> itemTables() {
           {"fItemClassId,fName,fIsDetail"},
           {"fItemClassId,fNBNumber"},
           // The next short code is sought among all below one category.
-          {"fItemClassId,fParentId", false, "fShortNumber"},
+          {.columns = "fItemClassId,fParentId", .included = "fShortNumber"},
           {"fItemClassId,fIsDetail,fDepth"},
           {"fParentId"},
           {"fNBNumber"}}},
         {"tblSubType",
          'A',
-         {{"fItemId", "int", true}, {"fNumber", "varchar(100)"}, {"fName", "varchar(100)"}, {"fItemClassId", "int"}},
+         {{"fItemId", "int", kNotNull},
+          {"fNumber", "varchar(100)"},
+          {"fName", "varchar(100)"},
+          {"fItemClassId", "int"}},
          "fItemId",
          {{"fItemClassId,fNumber"}}},
-        {"tblMaxNum", 'A', {{"fTableName", "varchar(100)", true}, {"fMaxNum", "int"}}, "fTableName", {}},
+        {"tblMaxNum", 'A', {{"fTableName", "varchar(100)", kNotNull}, {"fMaxNum", "int"}}, "fTableName", {}},
         {"tblMaxbillno",
          'A',
-         {{"fTypeId", "int", true}, {"fPreLetter", "varchar(10)"}, {"fBillNo", "int"}},
+         {{"fTypeId", "int", kNotNull}, {"fPreLetter", "varchar(10)"}, {"fBillNo", "int"}},
          "fTypeId",
          {}},
         {"ICItemPhoto", 'A', {{"fItemId", "int"}, {"fPhoto", "image"}, {"fHZ", "varchar(100)"}}, "", {{"fItemId"}}},
@@ -170,11 +173,11 @@ std::vector<SchemaTable> ownTables() {
     for (const std::string_view name : {"tblStock", "tblStockPlace"}) {
         tables.push_back({name,
                           'A',
-                          {{"fItemId", "int", true}, {"fNumber", "varchar(100)"}, {"fName", "varchar(100)"}},
+                          {{"fItemId", "int", kNotNull}, {"fNumber", "varchar(100)"}, {"fName", "varchar(100)"}},
                           "fItemId",
                           {{"fNumber"}}});
     }
-    tables.push_back({"tblOrvenmodVersion", 'A', {{"fVersion", "int", true}}, "", {}});
+    tables.push_back({"tblOrvenmodVersion", 'A', {{"fVersion", "int", kNotNull}}, "", {}});
     return tables;
 }
 

@@ -9,14 +9,22 @@
 namespace orvenmod::store {
 namespace {
 
-constexpr int kDate = 0;
-constexpr int kNumber = 13;
 constexpr std::string_view kNumberFormat = "#,###.##";
 
 // The grid's alignments.
 constexpr int kLeft = 1;
 constexpr int kCentre = 4;
 constexpr int kRight = 7;
+
+enum class Lock { open, locked };
+
+/// Which of a lookup's two columns is sought in; a field that is none counts as a code.
+enum class SeekIn { code, name };
+
+constexpr FixedField kShortCode{
+    .caption = "短代码", .name = "fShortNumber", .type = kTextField, .column = "", .required = true};
+constexpr FixedField kCode{.caption = "代码", .name = "fNumber", .type = kTextField, .column = "", .required = true};
+constexpr FixedField kName{.caption = "名称", .name = "fName", .type = kTextField, .column = "", .required = true};
 
 std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
@@ -46,26 +54,23 @@ private:
                         quoted("v" + std::string(fixed_.table)) + ")");
     }
 
-    void addField(int order, std::string_view caption, std::string_view name, int type, bool required, bool locked,
-                  int decimals, int source) {
+    void addField(const FixedField& field, Lock lock = Lock::open) {
         rows_.push_back(
             "insert into tblTableInfo(fIsvisible,finterid,fitemclassid,fname,fFieldName,fNumberDec,FMaxNumber,"
             "FMinNumber,fDefaultValue,fIsNull,fValueItemID,fItemType,fFieldType,fislock) values(1," +
-            std::to_string(order) + "," + std::to_string(fixed_.id) + "," + quoted(caption) + "," + quoted(name) + "," +
-            std::to_string(decimals) + "," + (type == kNumber ? "99999999.99" : "0") + ",0,''," +
-            (required ? "1" : "0") + "," + std::to_string(source) + "," + (source == 0 ? "''" : "'0'") + "," +
-            std::to_string(type) + "," + (locked ? "1" : "0") + ")");
+            std::to_string(++fields_) + "," + std::to_string(fixed_.id) + "," + quoted(field.caption) + "," +
+            quoted(field.name) + "," + std::to_string(field.decimals) + "," +
+            (field.type == kNumberField ? "99999999.99" : "0") + ",0,''," + (field.required ? "1" : "0") + "," +
+            std::to_string(field.sourceClass) + "," + (isLookup(field) ? "'0'" : "''") + "," + std::string(field.type) +
+            "," + (lock == Lock::locked ? "1" : "0") + ")");
     }
 
     void addFields() {
-        addField(1, "短代码", "fShortNumber", 1, true, false, 0, 0);
-        addField(2, "代码", "fNumber", 1, true, true, 0, 0);
-        addField(3, "名称", "fName", 1, true, false, 0, 0);
-        int order = 3;
-        for (const FixedField& field : fixed_.fields) {
-            addField(++order, field.caption, field.name, field.type, field.required, false, field.decimals,
-                     field.sourceClass);
-        }
+        addField(kShortCode);
+        addField(kCode, Lock::locked);
+        addField(kName);
+        for (const FixedField& field : fixed_.fields)
+            addField(field);
     }
 
     // The bill area finds the stock column by its entry, so entries run without gaps.
@@ -81,60 +86,63 @@ private:
     }
 
     void addList() {
-        addColumn("fNumber", "代码", kLeft, "", 2000);
-        addColumn("fName", "名称", kLeft, "", 4000);
+        addColumn(kCode.name, kCode.caption, kLeft, "", 2000);
+        addColumn(kName.name, kName.caption, kLeft, "", 4000);
         for (const FixedField& field : fixed_.fields) {
             if (field.listWidth == 0) {
                 continue;
             }
             const std::string column = std::string(field.name) + (isLookup(field) ? "Name" : "");
-            const int align = field.type == kNumber ? kRight : field.type == kDate ? kCentre : kLeft;
-            addColumn(column, field.caption, align, field.type == kNumber ? field.format : "", field.listWidth);
+            const int align = field.type == kNumberField ? kRight : field.type == kDateField ? kCentre : kLeft;
+            addColumn(column, field.caption, align, field.type == kNumberField ? field.format : "", field.listWidth);
         }
     }
 
-    void addSeek(int entry, std::string_view field, std::string_view title, int kind, std::string_view source,
-                 bool byName) {
+    void addSeek(int entry, std::string_view field, std::string_view title, std::string_view kind,
+                 std::string_view source, SeekIn part = SeekIn::code) {
         rows_.push_back(
             "insert into tblFindinfoEntry2(ftypeid,fFieldname,ftitleName,fNumType,fItemclassid,fIsDefault,fEntryid,"
             "fNumberName) values(" +
-            listId(fixed_) + "," + quoted(field) + "," + quoted(title) + "," + std::to_string(kind) + "," +
-            std::string(source) + ",1," + std::to_string(entry) + "," + (byName ? "1" : "0") + ")");
+            listId(fixed_) + "," + quoted(field) + "," + quoted(title) + "," + std::string(kind) + "," +
+            std::string(source) + ",1," + std::to_string(entry) + "," + (part == SeekIn::name ? "1" : "0") + ")");
     }
 
     void addSearch() {
-        addSeek(1, "fNumber", "代码", 2, "0", false);
-        addSeek(1, "fShortNumber", "短代码", 2, "0", false);
-        addSeek(2, "fName", "名称", 2, "0", false);
+        addSeek(1, kCode.name, kCode.caption, kSeekText, "0");
+        addSeek(1, kShortCode.name, kShortCode.caption, kSeekText, "0");
+        addSeek(2, kName.name, kName.caption, kSeekText, "0");
         int entry = 2;
         for (const FixedField& field : fixed_.fields) {
             if (isLookup(field)) {
-                addSeek(++entry, std::string(field.name) + "Number", std::string(field.caption) + "代码", 2,
-                        listId(fixed_), false);
-                addSeek(++entry, std::string(field.name) + "Name", std::string(field.caption) + "名称", 2,
-                        listId(fixed_), true);
+                addSeek(++entry, std::string(field.name) + "Number", std::string(field.caption) + "代码", kSeekText,
+                        listId(fixed_), SeekIn::code);
+                addSeek(++entry, std::string(field.name) + "Name", std::string(field.caption) + "名称", kSeekText,
+                        listId(fixed_), SeekIn::name);
             } else {
-                const int kind = field.type == kNumber ? 1 : field.type == kDate ? 3 : 2;
-                addSeek(++entry, field.name, field.caption, kind, listId(fixed_), false);
+                const std::string_view kind = field.type == kNumberField ? kSeekNumber
+                                              : field.type == kDateField ? kSeekDate
+                                                                         : kSeekText;
+                addSeek(++entry, field.name, field.caption, kind, listId(fixed_));
             }
         }
     }
 
-    void addDescription(std::string_view field, std::string_view caption, bool isNumber) {
+    void addDescription(std::string_view field, std::string_view caption, std::string_view type = kTextField) {
         rows_.push_back("insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values(" + listId(fixed_) +
-                        "," + quoted(field) + "," + quoted(caption) + "," + (isNumber ? "1" : "0") + ")");
+                        "," + quoted(field) + "," + quoted(caption) + "," + (type == kNumberField ? "1" : "0") + ")");
     }
 
     void addDescriptions() {
-        addDescription(fixed_.amountField == "fAmount" ? "famount" : fixed_.amountField, fixed_.amountCaption, true);
-        addDescription("fNumber", "代码", false);
-        addDescription("fName", "名称", false);
+        addDescription(fixed_.amountField == "fAmount" ? "famount" : fixed_.amountField, fixed_.amountCaption,
+                       kNumberField);
+        addDescription(kCode.name, kCode.caption);
+        addDescription(kName.name, kName.caption);
         for (const FixedField& field : fixed_.fields) {
             if (isLookup(field)) {
-                addDescription(std::string(field.name) + "Number", std::string(field.caption) + "代码", false);
-                addDescription(std::string(field.name) + "Name", std::string(field.caption) + "名称", false);
+                addDescription(std::string(field.name) + "Number", std::string(field.caption) + "代码");
+                addDescription(std::string(field.name) + "Name", std::string(field.caption) + "名称");
             } else {
-                addDescription(field.name, field.caption, field.type == kNumber);
+                addDescription(field.name, field.caption, field.type);
             }
         }
     }
@@ -146,6 +154,7 @@ private:
 
     const FixedClass& fixed_;
     std::vector<std::string> rows_;
+    int fields_ = 0;
     int columns_ = 0;
 };
 
@@ -154,9 +163,17 @@ private:
 std::vector<std::string> fixedClassRows(const FixedClass& fixed) { return ClassRows(fixed).take(); }
 
 std::vector<std::string> dictionaryRightRows() {
+    constexpr std::pair<const char*, const char*> kRights[] = {{right::kNewCategory, "类别新增"},
+                                                               {right::kUpdateCategory, "类别修改"},
+                                                               {right::kNewDetail, "资料新增"},
+                                                               {right::kUpdateDetail, "资料修改"},
+                                                               {right::kDeleteDetail, "资料删除"}};
     const std::string head = "insert into tblSystemPrivillenge(fNumber,fName,fIsDetail,fParentNumber) values(";
-    return {head + "'Z','基础资料',0,'')",    head + "'Z01','类别新增',1,'Z')", head + "'Z02','类别修改',1,'Z')",
-            head + "'Z04','资料新增',1,'Z')", head + "'Z05','资料修改',1,'Z')", head + "'Z06','资料删除',1,'Z')"};
+    const std::string group(1, kDictionaryRights);
+    std::vector<std::string> rows{head + quoted(group) + ",'基础资料',0,'')"};
+    for (const auto& [digits, name] : kRights)
+        rows.push_back(head + quoted(group + digits) + "," + quoted(name) + ",1," + quoted(group) + ")");
+    return rows;
 }
 
 }  // namespace orvenmod::store

@@ -8,7 +8,7 @@ namespace {
 SchemaTable billHead(std::string_view name) {
     return {name,
             'B',
-            {{"fInterId", "int", true},
+            {{"fInterId", "int", kNotNull},
              {"fTypeId", "int"},
              {"fBillNo", "varchar(50)"},
              {"fDate", "datetime"},
@@ -109,7 +109,7 @@ std::vector<SchemaTable> suiteTables() {
         balance("tblcustbal", "fCustId"),
         balance("tblstockbal", "fItemId"),
         timeStock(),
-        {"tblSystemInfo", 'B', {{"fTypeId", "int", true}, {"fValue", "varchar(500)"}}, "fTypeId", {}},
+        {"tblSystemInfo", 'B', {{"fTypeId", "int", kNotNull}, {"fValue", "varchar(500)"}}, "fTypeId", {}},
     };
 }
 

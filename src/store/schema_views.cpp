@@ -1,6 +1,7 @@
 // The views of a new database, worded as the generators of the class designer word them, so that the first save in
 // field setup changes nothing.
 #include "store/classviewtext.h"
+#include "store/itemclass.h"
 #include "store/schemaparts.h"
 #include "store/stockfields.h"
 #include "store/stockviewtext.h"
@@ -13,12 +14,11 @@ std::string fixedClassView(const FixedClass& fixed) {
     } else {
         view.addStock();
     }
-    constexpr std::string_view kText = "1";
-    view.addField("fNumber", kText);
-    view.addField("fName", kText);
+    view.addField("fNumber", kTextField);
+    view.addField("fName", kTextField);
     for (const FixedField& field : fixed.fields) {
         if (field.sourceClass == 0) {
-            view.addField(field.name, std::to_string(field.type));
+            view.addField(field.name, field.type);
         } else {
             view.addLookup(field.name, "tblItem");
         }

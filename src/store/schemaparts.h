@@ -16,7 +16,7 @@ std::vector<SchemaTable> suiteTables();
 struct FixedField {
     std::string_view caption;
     std::string_view name;
-    int type;                              ///< tblTableInfo.fFieldType: 0 date, 1 text, 13 number
+    std::string_view type;                 ///< tblTableInfo.fFieldType
     std::string_view column;               ///< the type of its column
     int listWidth = 0;                     ///< width in the list in twips; 0 keeps it out of the list
     int decimals = 0;                      ///< of a number

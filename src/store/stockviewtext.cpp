@@ -39,8 +39,10 @@ std::span<const StockDescription> stockDescriptions() {
 }
 
 std::string stockDescriptionRow(const StockDescription& description) {
-    std::string row = "insert into tblviewdesc(ftypeid,fFieldName,fFieldDesc,fFieldType) values(5033,'";
-    return row.append(description.field)
+    std::string row = "insert into tblviewdesc(ftypeid,fFieldName,fFieldDesc,fFieldType) values(";
+    return row.append(kStockDescriptionType)
+               .append(",'")
+               .append(description.field)
                .append("','")
                .append(description.caption)
                .append("',")

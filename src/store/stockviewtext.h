@@ -15,6 +15,9 @@ std::string_view stockViewColumns();
 std::string_view stockViewTables();
 std::string stockViewGoodsLookup(std::string_view table);
 
+/// What the view's descriptions are filed under.
+inline constexpr std::string_view kStockDescriptionType = "5033";
+
 struct StockDescription {
     std::string_view field;
     std::string_view caption;

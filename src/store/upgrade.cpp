@@ -1,11 +1,15 @@
 #include "store/upgrade.h"
 
+#include "store/itemclass.h"
 #include "store/transaction.h"
 
 namespace orvenmod::store {
 namespace {
 
 constexpr int kNoSuchTable = 208;
+
+/// A row that every database has.
+std::string fixedRow() { return "fItemClassId=" + std::to_string(kGoods); }
 
 /// The version; throws where no step leads from it to ours.
 int upgradableVersion(Connection& connection) {
@@ -41,7 +45,7 @@ void runStepsAfter(Connection& connection, int version) {
 int newestSchemaVersion() { return upgradeSteps().back().version; }
 
 int schemaVersion(Connection& connection) {
-    connection.open("select fItemClassId from tblItemClass where fItemClassId=3");
+    connection.open("select fItemClassId from tblItemClass where " + fixedRow());
     try {
         const Recordset row =
             connection.open("select cast(isnull(max(fVersion),0) as int) as fVersion from tblOrvenmodVersion");
@@ -60,7 +64,7 @@ void upgradeSchema(Connection& connection) {
     if (upgradableVersion(connection) == newestSchemaVersion()) return;
     transact(connection, [&] {
         // Whoever comes second waits at this row of a server, as it has waited for the beginning in the embedded store.
-        connection.execute("update tblItemClass set fItemType=fItemType where fItemClassId=3");
+        connection.execute("update tblItemClass set fItemType=fItemType where " + fixedRow());
         const int version = upgradableVersion(connection);
         if (version < newestSchemaVersion()) runStepsAfter(connection, version);
     });

@@ -156,6 +156,7 @@ TEST_F(BadInput, aConnectionStringThatNamesNoFile) {
 }
 
 TEST_F(BadInput, aReadOnlyFileCanBeReadButTakesNoHandOver) {
+    NEEDS_A_FILE();
     const std::string file = database().file();
     const auto writable = fs::status(file).permissions();
     fs::permissions(file, fs::perms::owner_read | fs::perms::group_read);
@@ -171,14 +172,15 @@ TEST_F(BadInput, aReadOnlyFileCanBeReadButTakesNoHandOver) {
 }
 
 TEST_F(BadInput, aDatabaseHeldByAnotherWriterIsReadAndRefusesTheHandOver) {
+    database().execute("insert into tblItemInput(fItemId,fQty,fUserId) values(104,1,7)");
     const auto other = componentStore().connect(stage.connectionString());
     other->beginTrans();
-    other->execute("update tblItem set fIsLock=1 where fItemId=101");
+    other->execute("update tblItemInput set fQty=2 where fUserId=7");
     stage.connectionSuffix = ";Busy Timeout=50";
     stage.open(kBillPicker, [&](User& user) {
         EXPECT_EQ(codes(user).size(), 4U);
         user.doubleClickRow("vsf1", 3);
-        user.answer(MessageKind::critical, "数据库“" + database().file() + "”正被另一个程序写入，请稍后重试。");
+        user.answer(MessageKind::critical, database().busyText());
         user.click("cmdAddItem");
     });
     other->rollbackTrans();

@@ -1,7 +1,6 @@
 // Each save is run once for each of its store operations with that one failing: metadata, table, view and counters stay
 // as they were, the user hears of it, and the next press saves.
 #include "designer/designertest.h"
-#include "designer/dump.h"
 #include "frame/mdlMain.h"
 
 namespace orvenmod::test {
@@ -17,7 +16,7 @@ struct Course {
 class FaultSweep : public DesignerTest {
 protected:
     void sweep(User& dialog, const Course& course, const std::function<void()>& press) {
-        const std::string before = dumpOf(database().file());
+        const std::string before = database().dump();
         for (int failing = 1; failing <= course.commit; ++failing) {
             SCOPED_TRACE("operation " + std::to_string(failing));
             stage.faults() = {.failAt = failing};
@@ -29,7 +28,7 @@ protected:
             EXPECT_EQ(appState().gConn == nullptr, failing == 1 || failing > course.begin);
             closeDB();
             EXPECT_EQ(stage.connectionsAlive(), 0);
-            EXPECT_EQ(dumpOf(database().file()), before);
+            EXPECT_EQ(database().dump(), before);
         }
         stage.faults() = {};
     }

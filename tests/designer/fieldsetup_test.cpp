@@ -1,6 +1,5 @@
 // frmHSXMDetailSetup: the grid, the locks, and the statements of a save.
 #include "designer/designertest.h"
-#include "designer/dump.h"
 
 namespace orvenmod::test {
 namespace {
@@ -30,10 +29,10 @@ protected:
     }
     /// Saves in vain, with one box and nothing changed.
     void refused(User& dialog, const std::string& box) {
-        const std::string before = dumpOf(database().file());
+        const std::string before = database().dump();
         dialog.answer(MessageKind::critical, box);
         dialog.clickTool("Save");
-        EXPECT_EQ(dumpOf(database().file()), before);
+        EXPECT_EQ(database().dump(), before);
         EXPECT_EQ(appState().gConn, nullptr);
     }
 };

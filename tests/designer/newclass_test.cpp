@@ -1,6 +1,5 @@
 // frmHSXMNew: the proposal, the tests of the input, and the statements that make a class.
 #include "designer/designertest.h"
-#include "designer/dump.h"
 
 namespace orvenmod::test {
 namespace {
@@ -16,14 +15,14 @@ protected:
         SCOPED_TRACE(made.id + " / " + made.name + " / " + made.table);
         open([&](User& user) {
             stage.inNewClass(user, [&](User& dialog) {
-                const std::string before = dumpOf(database().file());
+                const std::string before = database().dump();
                 typeClass(dialog, made);
                 for (const auto& [kind, text] : boxes)
                     dialog.answer(kind, text);
                 dialog.click("cmdOK");
                 EXPECT_TRUE(dialog.window().shown());
                 EXPECT_EQ(dialog.control<platform::Edit>("txt", 0).text(), made.name);
-                EXPECT_EQ(dumpOf(database().file()), before);
+                EXPECT_EQ(database().dump(), before);
             });
         });
     }

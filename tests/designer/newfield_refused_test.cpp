@@ -1,6 +1,5 @@
 // frmHSXMDetailNew: what it refuses, and what the store refuses. Nothing is left behind.
 #include "designer/designertest.h"
-#include "designer/dump.h"
 
 namespace orvenmod::test {
 namespace {
@@ -21,13 +20,13 @@ protected:
         SCOPED_TRACE(made.name + " / " + made.field);
         inForm(itemClass, [&](User& dialog) {
             typeField(dialog, made);
-            const std::string before = dumpOf(database().file());
+            const std::string before = database().dump();
             for (const std::string& box : boxes)
                 dialog.answer(MessageKind::critical, box);
             dialog.clickTool("Save");
             EXPECT_TRUE(dialog.window().shown());
             EXPECT_EQ(dialog.control<platform::EntryGrid>("fps1").text(2, 1), made.name);
-            EXPECT_EQ(dumpOf(database().file()), before);
+            EXPECT_EQ(database().dump(), before);
         });
     }
 };

@@ -1,6 +1,5 @@
 // The stock view for every setting of the suite: its whole text, its description rows, and the settings that can't be.
 #include "designer/designertest.h"
-#include "designer/dump.h"
 
 namespace orvenmod::test {
 namespace {
@@ -59,10 +58,10 @@ protected:
     /// A save that this setting blocks: one box, and nothing changed.
     void blocked(const std::string& box) {
         inSetup([&](User& dialog) {
-            const std::string before = dumpOf(database().file());
+            const std::string before = database().dump();
             dialog.answer(MessageKind::critical, box);
             dialog.clickTool("Save");
-            EXPECT_EQ(dumpOf(database().file()), before);
+            EXPECT_EQ(database().dump(), before);
         });
         stage.finish();
     }

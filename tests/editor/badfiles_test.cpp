@@ -210,6 +210,7 @@ TEST_F(EditorBadFiles, aDiskThatIsFullKeepsAPhotoFromLoadingAndTheWindowOpens) {
 }
 
 TEST_F(EditorBadFiles, aDiskThatIsFullUndoesTheSave) {
+    NEEDS_A_FILE();
     const std::string path = stage.makeFile("a.bin", std::string(4 << 20, 'x'));
     const auto room = fs::file_size(database().file()) + (1U << 20);
     expectRefused([&](User& user) { attach(user, path); },

@@ -18,8 +18,7 @@ int runChild(ChildClerk& clerk, const std::string& connectionString, const std::
     FixedClock clock;
     platform::desktop::PlainIniFiles iniFiles;
     platform::desktop::ProcessFolders folders;
-    store::sqlite::SqliteStore store;
-    Services services{store, toolkit, settings, iniFiles, folders, clock};
+    Services services{stores(), toolkit, settings, iniFiles, folders, clock};
     useServices(&services);
     chooseGoods(connectionString);
     play();

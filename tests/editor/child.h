@@ -1,5 +1,4 @@
-// A clerk in a process of its own, on the memory toolkit and the embedded store: what the children of the editor's
-// tests share.
+// A clerk in a process of its own, on the memory toolkit: what the children of the editor's tests share.
 #pragma once
 
 #include <functional>

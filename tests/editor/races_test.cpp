@@ -159,15 +159,16 @@ TEST_F(EditorRaces, aChangeThatMeetsATakenCodeIsRefusedAndWritesNothing) {
 
 TEST_F(EditorRaces, whoWaitsTooLongForTheOthersSaveIsToldAndKeepsWhatWasTyped) {
     appState().gConnStr += ";Busy Timeout=20";
-    const std::string busy = "数据库“" + database().file() + "”正被另一个程序写入，请稍后重试。";
     stage.openNew([&](User& user) {
         typeName(user, "垫圈");
-        database().execute("begin transaction");
-        user.answer(MessageKind::critical, busy);
+        const auto other = stores().connect(stage.connectionString());
+        other->beginTrans();
+        other->execute("update tblMaxNum set fMaxNum=fMaxNum+1");
+        user.answer(MessageKind::critical, database().busyText());
         user.answer(MessageKind::critical, kNoTransaction);
         user.clickTool("Save");
         EXPECT_EQ(value(user, kNameRow), "垫圈");
-        database().execute("rollback transaction");
+        other->rollbackTrans();
         save(user);
     });
     EXPECT_EQ(item(203).at(0).at(1), "垫圈") << "the counter had not moved";

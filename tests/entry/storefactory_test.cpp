@@ -27,7 +27,9 @@ TEST(StoreFactoryTest, OpensTheEmbeddedStoreByItsProvider) {
 
 TEST(StoreFactoryTest, AsksAServerByDriverSourceOrOleDbProvider) {
     for (const char* string : {"Driver=NoSuchDriver;Server=127.0.0.1", "DSN=no_such_source_of_data",
-                               "Provider=SQLOLEDB.1;Data Source=127.0.0.1,1;Initial Catalog=x;User ID=a;Password=b"}) {
+                               "Provider=SQLOLEDB.1;Data Source=127.0.0.1,1;Initial Catalog=x;User ID=a;Password=b",
+                               "Provider=MSOLEDBSQL;Data Source=127.0.0.1,1", "Provider=SQLNCLI11;Server=127.0.0.1,1",
+                               "Provider=MSDASQL.1;Extended Properties=\"Driver=NoSuchDriver;Server=127.0.0.1\""}) {
         const store::Failure failure = failureOf(string);
         EXPECT_EQ(failure.kind(), store::FailureKind::connection) << string;
         EXPECT_EQ(failure.text().find("Provider、Driver"), std::string::npos) << string;

@@ -67,5 +67,9 @@ TEST_F(Counter, ofAWiderColumnEndsThereToo) {
                  ConversionFailure);
 }
 
+TEST(NextId, isTheOneBehindTheLast) { EXPECT_EQ(idAfter(2147483646), 2147483647); }
+
+TEST(NextId, failsBehindTheLargestNumberOfThirtyTwoBits) { EXPECT_THROW(idAfter(2147483647), ConversionFailure); }
+
 }  // namespace
 }  // namespace orvenmod::test

@@ -4,12 +4,12 @@
 
 #include <cstdlib>
 
+#include "entry/storefactory.h"
 #include "frame/appstate.h"
 #include "frame/services.h"
 #include "hierarchy/categorysave.h"
 #include "platform/memory/memorydriver.h"
 #include "platform/memory/memorytoolkit.h"
-#include "store/sqlite/sqlitestore.h"
 #include "store/trace.h"
 
 namespace {
@@ -49,8 +49,8 @@ int main(int, char** arguments) {
     Nobody nobody;
     platform::memory::MemoryToolkit toolkit(nobody);
     Machine machine;
-    store::sqlite::SqliteStore embedded;
-    store::TracingStore store(embedded, [](const store::TraceRecord&) {
+    StoreFactory stores;
+    store::TracingStore store(stores, [](const store::TraceRecord&) {
         if (::write(STDOUT_FILENO, ".", 1) != 1) std::_Exit(3);
     });
     Services services{store, toolkit, machine, machine, machine, machine};

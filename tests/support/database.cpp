@@ -1,33 +1,13 @@
 #include "support/database.h"
 
-#include <filesystem>
 #include <stdexcept>
 
-#include "store/schema.h"
-#include "store/sqlite/sqlitestore.h"
+#include "store/tsql/failurenumbers.h"
+#include "store/tsql/messages.h"
 
 namespace orvenmod::test {
 
 namespace {
-
-std::unique_ptr<store::Connection> connectTo(const std::string& connectionString) {
-    return store::sqlite::SqliteStore().connect(connectionString);
-}
-
-// The schema is made once a process; each test works on a copy.
-const std::string& emptyDatabase() {
-    static const TemporaryFolder folder;
-    static const std::string file = [] {
-        const std::string path = folder.file("empty.db");
-        const auto connection = connectTo(connectionStringFor(path) + ";Mode=Create");
-        store::createSchema(*connection);
-        connection->close();
-        // What is left to another connection would not be in the copies.
-        store::sqlite::SqliteStore::dropIdleHandles();
-        return path;
-    }();
-    return file;
-}
 
 const char* tableOf(int itemClass) {
     switch (itemClass) {
@@ -50,23 +30,20 @@ std::string quoted(const std::string& text) { return "'" + text + "'"; }
 
 std::string connectionStringFor(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
 
-Database::Database() {
-    std::filesystem::copy_file(emptyDatabase(), file());
-    connection_ = connectTo(connectionString());
+Database::Database()
+    : site_(newSite(folder_.file("suite.db"))), connection_(stores().connect(site_->connectionString())) {}
+
+std::string Database::file() const {
+    if (testStore() != TestStore::sqlite) throw std::logic_error("a server's database is no file");
+    return folder_.file("suite.db");
+}
+
+std::string Database::busyText() const {
+    if (testStore() == TestStore::sqlite) return "数据库“" + file() + "”正被另一个程序写入，请稍后重试。";
+    return store::tsql::worded(store::tsql::Language::chinese, store::tsql::kLockTimeout, {}).text();
 }
 
 void Database::execute(const std::string& sql) { connection_->execute(sql); }
-
-Rows Database::rows(const std::string& sql) {
-    const store::Recordset found = connection_->open(sql);
-    Rows all(found.rowCount());
-    for (std::size_t row = 0; row < found.rowCount(); ++row) {
-        for (int column = 0; column < found.columnCount(); ++column) {
-            all[row].emplace_back(found.cell(row, column).value_or("NULL"));
-        }
-    }
-    return all;
-}
 
 std::string Database::value(const std::string& sql) { return rows(sql).at(0).at(0); }
 

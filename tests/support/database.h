@@ -1,4 +1,4 @@
-// A database of a test: the suite's schema in a file of a folder of its own, which goes away with it.
+// A database of a test, with the suite's schema, and a folder of its own, which go away with it.
 #pragma once
 
 #include <memory>
@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "store/connection.h"
+#include "support/rows.h"
+#include "support/site.h"
 #include "support/temporary.h"
 
 namespace orvenmod::test {
@@ -13,19 +15,22 @@ namespace orvenmod::test {
 /// "Provider=SQLite;Data Source=..." for the file.
 std::string connectionStringFor(const std::string& file);
 
-using Rows = std::vector<std::vector<std::string>>;
-
 class Database {
 public:
     Database();
 
-    std::string file() const { return folder_.file("suite.db"); }
-    std::string connectionString() const { return connectionStringFor(file()); }
+    /// Of the embedded store alone.
+    std::string file() const;
+    std::string connectionString() const { return site_->connectionString(); }
     const TemporaryFolder& folder() const { return folder_; }
 
+    /// What is told where another writer holds what is to be changed, until the Busy Timeout is over.
+    std::string busyText() const;
+    /// Everything in it, as text, to compare before and after.
+    std::string dump() const { return site_->dump(); }
+
     void execute(const std::string& sql);
-    /// All cells as texts; null is "NULL".
-    Rows rows(const std::string& sql);
+    Rows rows(const std::string& sql) { return rowsOf(*connection_, sql); }
     /// The first cell.
     std::string value(const std::string& sql);
 
@@ -49,6 +54,7 @@ private:
     void addRow(int itemClass, int id, const std::string& number, const std::string& name, int parent, bool detail);
 
     TemporaryFolder folder_;
+    std::unique_ptr<Site> site_;
     std::unique_ptr<store::Connection> connection_;
 };
 

@@ -67,7 +67,7 @@ std::unique_ptr<store::Connection> CountingStore::connect(const std::string& con
 
 Stage::Stage(MakeScript makeScript)
     : script_(makeScript()),
-      counting_(embedded_),
+      counting_(stores()),
       faulty_(counting_, faults_),
       tracing_(faulty_,
                [this](const store::TraceRecord& record) {

@@ -19,7 +19,6 @@
 #include "platform/desktop/plaininifiles.h"
 #include "platform/desktop/processfolders.h"
 #include "store/fault.h"
-#include "store/sqlite/sqlitestore.h"
 #include "store/trace.h"
 #include "support/database.h"
 #include "support/user.h"
@@ -112,7 +111,6 @@ private:
     FixedClock clock_;
     platform::desktop::PlainIniFiles iniFiles_;
     platform::desktop::ProcessFolders folders_;
-    store::sqlite::SqliteStore embedded_;
     std::vector<store::TraceRecord> trace_;
     store::TraceSink watcher_;
     store::FaultPlan faults_;

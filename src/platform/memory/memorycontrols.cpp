@@ -96,7 +96,8 @@ bool MemoryMenu::choosable(const MemoryMenu* top) const {
 
 std::string MemoryFileDialog::fileTitle() const { return path_.substr(path_.find_last_of("/\\") + 1); }
 
-bool MemoryFileDialog::ask(bool save) {
+bool MemoryFileDialog::ask(Purpose purpose) {
+    const bool save = purpose == Purpose::saving;
     for (;;) {
         const std::string chosen = toolkit().driver().onFileDialog(save, filter_);
         if (chosen.empty()) return false;

@@ -131,13 +131,15 @@ class MemoryFileDialog final : public MemoryControl<FileDialog> {
 public:
     using MemoryControl::MemoryControl;
     void setFilter(const std::string& filter) override { filter_ = filter; }
-    bool showOpen() override { return ask(false); }
-    bool showSave() override { return ask(true); }
+    bool showOpen() override { return ask(Purpose::opening); }
+    bool showSave() override { return ask(Purpose::saving); }
     std::string fileName() const override { return path_; }
     std::string fileTitle() const override;
 
 private:
-    bool ask(bool save);
+    enum class Purpose { opening, saving };
+
+    bool ask(Purpose purpose);
 
     std::string filter_;
     std::string path_;

@@ -115,7 +115,6 @@ void ItemCellEditor::openList() {
     if (!entry.isValid()) return;
     auto* shown = qobject_cast<QAbstractProxyModel*>(completer()->completionModel());
     completer()->popup()->setCurrentIndex(shown->mapFromSource(entry));
-    if (!typed_) selectAll();  // the mark in the list has written its text: the next letter takes its place
 }
 
 // The completer shuts its list after the letter that empties the field.

@@ -44,7 +44,7 @@ void QtListGrid::bind(std::shared_ptr<const RowSource> source) {
     const QScopedValueRollback<bool> writing(view_->writing, true);
     items_.reset([this, &source] { model_.bind(std::move(source)); });
     dressColumns();
-    showCurrent(true);
+    showCurrent(Selection::currentOnly);
     view_->scrollToTop();
 }
 
@@ -68,7 +68,7 @@ void QtListGrid::removeRow(int row) {
     const QScopedValueRollback<bool> writing(view_->writing, true);
     model_.value(row, 0);  // a row that isn't fails here, before the view hears of it
     items_.removeRow(row);
-    showCurrent(false);
+    showCurrent(Selection::kept);
 }
 
 void QtListGrid::setText(int row, int column, std::string_view text) {
@@ -108,7 +108,7 @@ void QtListGrid::setColumnWidth(int column, int twips) {
 void QtListGrid::setCurrentRow(int row) {
     const QScopedValueRollback<bool> writing(view_->writing, true);
     model_.setCurrentRow(row);
-    showCurrent(true);
+    showCurrent(Selection::currentOnly);
 }
 
 void QtListGrid::setSelected(int row, bool selected) {
@@ -133,13 +133,12 @@ void QtListGrid::dressColumns() {
     }
 }
 
-// Brings the view to the model's current row; `select` makes it the only selected one there too. Without it the
-// selection stays but for that row, whose own state is the model's.
-void QtListGrid::showCurrent(bool select) {
+// Brings the view to the model's current row.
+void QtListGrid::showCurrent(Selection wanted) {
     QItemSelectionModel* selection = view_->selectionModel();
     const int row = model_.currentRow();
     if (row == 0) {
-        if (select) selection->clear();
+        if (wanted == Selection::currentOnly) selection->clear();
         selection->clearCurrentIndex();
         return;
     }
@@ -147,7 +146,7 @@ void QtListGrid::showCurrent(bool select) {
     while (column + 1 < model_.columnCount() && model_.column(column).hidden)
         ++column;
     const QItemSelectionModel::SelectionFlags whole = QItemSelectionModel::Rows;
-    if (select)
+    if (wanted == Selection::currentOnly)
         selection->setCurrentIndex(items_.index(row - 1, column), QItemSelectionModel::ClearAndSelect | whole);
     else if (model_.isSelected(row))
         selection->setCurrentIndex(items_.index(row - 1, column), QItemSelectionModel::Select | whole);
@@ -162,7 +161,7 @@ void QtListGrid::showSelection() {
             view_->selectionModel()->select(items_.index(row - 1, 0),
                                             QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
-    showCurrent(false);
+    showCurrent(Selection::kept);
 }
 
 void QtListGrid::mirror(const QItemSelection& selected, const QItemSelection& deselected) {

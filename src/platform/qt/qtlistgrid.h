@@ -45,9 +45,14 @@ public:
     void setRowColour(int row, const Colour* colour) override;
 
 private:
+    enum class Selection {
+        currentOnly,  ///< the current row becomes the only selected one in the view too
+        kept          ///< it stays but for the current row, whose own state is the model's
+    };
+
     void listen();
     void dressColumns();
-    void showCurrent(bool select);
+    void showCurrent(Selection wanted);
     void showSelection();
     void mirror(const QItemSelection& selected, const QItemSelection& deselected);
     void repaint();

@@ -46,12 +46,12 @@ TemplateLine::TemplateLine(int number, std::string_view text) : number_(number) 
         if (isBlank(text[at])) {
             ++at;
         } else if (text[at] == '"') {
-            words_.push_back({readQuoted(number, text, at), true});
+            words_.push_back({.text = readQuoted(number, text, at), .quoted = true});
         } else {
             std::string word;
             while (at < text.size() && !isBlank(text[at]) && text[at] != '"')
                 word += text[at++];
-            words_.push_back({word, false});
+            words_.push_back({.text = word, .quoted = false});
         }
     }
 }

@@ -15,9 +15,20 @@ constexpr std::size_t kLongestSheetName = 31;
 constexpr unsigned kCellFlags = 0x0001;
 constexpr unsigned kStyleFlags = 0xFFF5;
 
-void addFont(std::string& stream, bool bold) {
+enum class Weight : unsigned { normal = 400, bold = 700 };
+
+void addFont(std::string& stream, Weight weight) {
     Payload font;
-    font.u16(200).u16(0).u16(0x7FFF).u16(bold ? 700 : 400).u16(0).u8(0).u8(0).u8(134).u8(0).shortText(u"宋体");
+    font.u16(200)
+        .u16(0)
+        .u16(0x7FFF)
+        .u16(static_cast<unsigned>(weight))
+        .u16(0)
+        .u8(0)
+        .u8(0)
+        .u8(134)
+        .u8(0)
+        .shortText(u"宋体");
     addRecord(stream, Biff::font, font);
 }
 
@@ -64,8 +75,8 @@ std::string globalsHead(const SheetLayout& layout) {
     addRecord(stream, Biff::window1, window);
     addRecord(stream, Biff::dateMode, Payload().u16(0));
     for (int i = 0; i < 4; ++i)
-        addFont(stream, false);
-    addFont(stream, true);
+        addFont(stream, Weight::normal);
+    addFont(stream, Weight::bold);
     for (std::size_t i = 0; i < layout.columns.size(); ++i) {
         const unsigned number = formatNumber(layout.columns[i], i);
         if (number < kFirstOwnFormat) continue;

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "store/bracketed.h"
 #include "store/copy/definitiontexts.h"
 #include "store/copy/rowsum.h"
 #include "store/transaction.h"
+#include "store/tsql/objectname.h"
 
 namespace orvenmod::store {
 
@@ -130,7 +130,7 @@ private:
     }
 
     static std::int64_t countOf(Connection& connection, const TableOutline& table) {
-        const Recordset rows = connection.open("select count(*) as n from " + bracketed(table.name));
+        const Recordset rows = connection.open("select count(*) as n from " + tsql::bracketed(table.name));
         return std::stoll(rows.text("n", "0"));
     }
 

@@ -1,6 +1,5 @@
 #include "store/copy/definitiontexts.h"
-
-#include "store/bracketed.h"
+#include "store/tsql/objectname.h"
 
 namespace orvenmod::store {
 
@@ -16,16 +15,18 @@ std::string listed(const Items& items, Text text) {
 }
 
 std::string constraintName(const std::string& name) {
-    return name.empty() ? std::string() : "constraint " + bracketed(name) + " ";
+    return name.empty() ? std::string() : "constraint " + tsql::bracketed(name) + " ";
 }
 
 std::string keyParts(const std::vector<KeyPart>& parts) {
-    const auto text = [](const KeyPart& part) { return bracketed(part.column) + (part.descending ? " desc" : ""); };
+    const auto text = [](const KeyPart& part) {
+        return tsql::bracketed(part.column) + (part.descending ? " desc" : "");
+    };
     return "(" + listed(parts, text) + ")";
 }
 
 std::string columnText(const TableOutline& table, const ColumnOutline& column) {
-    std::string text = bracketed(column.name) + " " + column.type;
+    std::string text = tsql::bracketed(column.name) + " " + column.type;
     if (column.identity) text += " identity(" + std::to_string(table.nextIdentity) + ",1)";
     text += column.nullable && !column.identity ? " null" : " not null";
     return column.defaultValue ? text + " default " + *column.defaultValue : text;
@@ -40,19 +41,19 @@ std::string createTableText(const TableOutline& table) {
     }
     for (const CheckOutline& check : table.checks)
         text += "," + constraintName(check.name) + "check(" + check.condition + ")";
-    return "create table " + bracketed(table.name) + "(" + text + ")";
+    return "create table " + tsql::bracketed(table.name) + "(" + text + ")";
 }
 
 std::string createIndexText(const TableOutline& table, const IndexOutline& index) {
-    std::string text = std::string("create ") + (index.unique ? "unique " : "") + "index " + bracketed(index.name) +
-                       " on " + bracketed(table.name) + keyParts(index.columns);
-    if (!index.included.empty()) text += " include(" + listed(index.included, bracketed) + ")";
+    std::string text = std::string("create ") + (index.unique ? "unique " : "") + "index " +
+                       tsql::bracketed(index.name) + " on " + tsql::bracketed(table.name) + keyParts(index.columns);
+    if (!index.included.empty()) text += " include(" + listed(index.included, tsql::bracketed) + ")";
     return text;
 }
 
 std::string selectText(const TableOutline& table) {
-    const auto name = [](const ColumnOutline& column) { return bracketed(column.name); };
-    return "select " + listed(table.columns, name) + " from " + bracketed(table.name);
+    const auto name = [](const ColumnOutline& column) { return tsql::bracketed(column.name); };
+    return "select " + listed(table.columns, name) + " from " + tsql::bracketed(table.name);
 }
 
 }  // namespace orvenmod::store

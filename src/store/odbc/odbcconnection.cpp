@@ -1,85 +1,238 @@
 #include "store/odbc/odbcconnection.h"
 
+#include <optional>
 #include <utility>
 
-#include "store/connectionstring.h"
+#include "store/odbc/lostsession.h"
 #include "store/odbc/odbcfetch.h"
 #include "store/odbc/odbcoutline.h"
 #include "store/odbc/odbctableloader.h"
 #include "store/odbc/odbctablewriter.h"
-#include "store/odbc/serverstring.h"
-#include "store/tsql/utf8.h"
+#include "store/odbc/sessionpool.h"
 
 namespace orvenmod::store::odbc {
 
-OdbcConnection::OdbcConnection(const std::string& connectionString) : environment_(SQL_HANDLE_ENV, SQL_NULL_HANDLE) {
-    const std::string language = tsql::lowerText(ConnectionString(connectionString).get("Language"));
-    if (language == "us_english" || language == "english") language_ = tsql::Language::english;
-    SQLSetEnvAttr(environment_.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-    connection_ = OdbcHandle(SQL_HANDLE_DBC, environment_.get());
-    const std::string text = serverString(connectionString);
-    const SQLRETURN result =
-        SQLDriverConnect(connection_.get(), nullptr, sqlText(text.c_str()), static_cast<SQLSMALLINT>(text.size()),
-                         nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
-    if (!SQL_SUCCEEDED(result)) {
-        const Failure reported = connection_.failure();
-        throw Failure(FailureKind::connection, reported.number(), reported.text());
+namespace {
+
+constexpr std::string_view kBegin = "begin transaction";
+constexpr std::string_view kCommit = "commit transaction";
+constexpr std::string_view kRollback = "rollback transaction";
+constexpr std::string_view kAskTransaction = "select @@trancount";
+
+class Text : public OdbcWork {
+public:
+    Text(OdbcHandle statement, std::string_view sql) : OdbcWork(std::move(statement)), sql_(sql) {}
+
+protected:
+    void send() {
+        const SQLRETURN result = await([this] {
+            return SQLExecDirect(statement().get(), sqlText(sql_.c_str()), static_cast<SQLINTEGER>(sql_.size()));
+        });
+        // A change that touches no row answers that there is no data.
+        if (result != SQL_NO_DATA) statement().check(result);
     }
-    open_ = true;
-}
+
+    SQLSMALLINT columns() {
+        SQLSMALLINT count = 0;
+        check([&] { return SQLNumResultCols(statement().get(), &count); });
+        return count;
+    }
+
+    /// False where there is no further result. A later result can hold the failure of a trigger.
+    bool next() {
+        const SQLRETURN more = await([this] { return SQLMoreResults(statement().get()); });
+        if (more == SQL_NO_DATA) return false;
+        statement().check(more);
+        return true;
+    }
+
+private:
+    std::string sql_;
+};
+
+class Change : public Text {
+public:
+    using Text::Text;
+
+    void run() override {
+        send();
+        if (columns() == 0) SQLRowCount(statement().get(), &touched_);
+        while (next()) {
+        }
+    }
+
+    std::int64_t touched() const { return touched_ < 0 ? 0 : touched_; }
+
+private:
+    SQLLEN touched_ = 0;
+};
+
+class Query : public Text {
+public:
+    Query(OdbcHandle statement, std::string_view sql, OdbcFetch::Until until = OdbcFetch::Until::end)
+        : Text(std::move(statement), sql), until_(until) {}
+
+    /// Run again, it goes on where it stopped.
+    void run() override {
+        if (!fetch_) begin();
+        if (!fetch_) return;
+        rows_ = fetch_->next(until_);
+        if (fetch_->atEnd()) finish();
+    }
+
+    bool hasRows() const { return fetch_.has_value(); }
+    bool atEnd() const { return !fetch_ || fetch_->atEnd(); }
+    Recordset& rows() { return rows_; }
+
+private:
+    void begin() {
+        send();
+        bool result = true;
+        SQLSMALLINT count = columns();
+        // A procedure tells how many rows it touched before it gives any.
+        for (; count == 0 && result; count = result ? columns() : count)
+            result = next();
+        if (count > 0) fetch_.emplace(*this, count);
+    }
+
+    void finish() {
+        while (next()) {
+        }
+    }
+
+    OdbcFetch::Until until_;
+    std::optional<OdbcFetch> fetch_;
+    Recordset rows_;
+};
+
+}  // namespace
+
+OdbcConnection::OdbcConnection(const std::string& connectionString)
+    : connectionString_(connectionString),
+      session_(takeSession(connectionString)),
+      language_(session_->language()),
+      server_(session_->server()) {}
 
 OdbcConnection::~OdbcConnection() { close(); }
 
-Failure OdbcConnection::failure(int number, const std::vector<std::string>& arguments) const {
-    return tsql::worded(language_, number, arguments);
+void OdbcConnection::requireUsable() const {
+    if (transaction_ == Transaction::lost) throw failure(tsql::kTransactionLost);
+    if (!session_) throw failure(tsql::kClosed);
 }
 
 OdbcHandle OdbcConnection::statement() {
-    if (!open_) throw failure(tsql::kClosed);
-    return {SQL_HANDLE_STMT, connection_.get()};
+    requireUsable();
+    return {SQL_HANDLE_STMT, session_->connection().get()};
 }
 
-void OdbcConnection::run(const OdbcHandle& statement, std::string_view sql) {
-    const std::string text(sql);
-    const SQLRETURN result =
-        SQLExecDirect(statement.get(), sqlText(text.c_str()), static_cast<SQLINTEGER>(text.size()));
-    // A change that touches no row answers that there is no data.
-    if (result != SQL_NO_DATA) statement.check(result);
+void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work) {
+    try {
+        session_->waiter().run(work, progress_);
+    } catch (const Failure& reported) {
+        const bool lost = !session_->waiter().gaveUp() &&
+                          (isLost() || endsSession(reported.number()) || reported.kind() == FailureKind::connection);
+        if (lost) session_->spoil();
+        settle(work);
+        if (!lost) throw;
+        throw lostSession(server_, reported, language_);
+    } catch (...) {
+        settle(work);
+        throw;
+    }
+}
+
+bool OdbcConnection::isLost() const {
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    SQLGetConnectAttr(session_->connection().get(), SQL_ATTR_CONNECTION_DEAD, &dead, sizeof dead, nullptr);
+    return dead == SQL_CD_TRUE;
+}
+
+// What a failure has left of session and transaction.
+void OdbcConnection::settle(const std::shared_ptr<OdbcWork>& work) noexcept {
+    if (session_->waiter().gaveUp()) {
+        session_->spoil();
+        work->keep(std::shared_ptr<OdbcSession>(std::move(session_)));
+        if (transaction_ == Transaction::open) transaction_ = Transaction::lost;
+    } else if (transaction_ == Transaction::open && !hasTransaction()) {
+        transaction_ = Transaction::lost;
+    }
+}
+
+bool OdbcConnection::hasTransaction() noexcept {
+    if (session_->spoilt()) return false;
+    try {
+        Query question(OdbcHandle(SQL_HANDLE_STMT, session_->connection().get()), kAskTransaction);
+        question.run();
+        return question.rows().eof() || question.rows().cell(0, 0) != "0";
+    } catch (const Failure&) {
+        // A server that doesn't know the question leaves its transactions open.
+        return !isLost();
+    }
+}
+
+void OdbcConnection::look(std::string_view sql) {
+    try {
+        text_.scan(sql);
+    } catch (const tsql::Error& error) {
+        throw tsql::worded(language_, error);
+    }
+}
+
+// What must be seen to before the text goes out.
+void OdbcConnection::prepare() {
+    requireUsable();
+    for (const std::string_view text : text_.wideTexts())
+        checkCharacters(text);
+    if (text_.touchesSession()) session_->spoil();
+}
+
+std::int64_t OdbcConnection::change(std::string_view sql) {
+    const auto work = std::make_shared<Change>(statement(), sql);
+    run(work);
+    return work->touched();
 }
 
 std::int64_t OdbcConnection::execute(std::string_view sql) {
-    const OdbcHandle handle = statement();
-    run(handle, sql);
-    SQLLEN touched = 0;
-    SQLSMALLINT columns = 0;
-    SQLNumResultCols(handle.get(), &columns);
-    if (columns == 0) SQLRowCount(handle.get(), &touched);
-    // Later results can hold the failure of a trigger.
-    for (;;) {
-        const SQLRETURN more = SQLMoreResults(handle.get());
-        if (more == SQL_NO_DATA) break;
-        handle.check(more);
+    look(sql);
+    switch (text_.control()) {
+        case tsql::OneStatement::Control::begin:
+            beginTrans();
+            return 0;
+        case tsql::OneStatement::Control::commit:
+            commitTrans();
+            return 0;
+        case tsql::OneStatement::Control::rollback:
+            rollbackTrans();
+            return 0;
+        case tsql::OneStatement::Control::none:
+            break;
     }
-    return touched < 0 ? 0 : touched;
+    prepare();
+    return change(sql);
 }
 
-/// The count of its columns.
-SQLSMALLINT OdbcConnection::runQuery(const OdbcHandle& statement, std::string_view sql) {
-    run(statement, sql);
-    SQLSMALLINT columns = 0;
-    statement.check(SQLNumResultCols(statement.get(), &columns));
-    if (columns == 0) throw failure(tsql::kNoRows);
-    return columns;
+void OdbcConnection::prepareQuery(std::string_view sql) {
+    look(sql);
+    prepare();
+    if (!text_.mayGiveRows()) throw failure(tsql::kNoRows);
 }
 
 Recordset OdbcConnection::open(std::string_view sql) {
-    const OdbcHandle handle = statement();
-    return fetchRows(handle, runQuery(handle, sql), progress_);
+    prepareQuery(sql);
+    const auto work = std::make_shared<Query>(statement(), sql);
+    run(work);
+    if (!work->hasRows()) throw failure(tsql::kNoRows);
+    return std::move(work->rows());
 }
 
 void OdbcConnection::read(std::string_view sql, const Part& part) {
-    const OdbcHandle handle = statement();
-    fetchParts(handle, runQuery(handle, sql), progress_, part);
+    prepareQuery(sql);
+    const auto work = std::make_shared<Query>(statement(), sql, OdbcFetch::Until::part);
+    do {
+        run(work);
+        if (!work->hasRows()) throw failure(tsql::kNoRows);
+        if (work->rows().rowCount() > 0) part(work->rows());
+    } while (!work->atEnd());
 }
 
 Outline OdbcConnection::outline() { return outlineOf(*this); }
@@ -93,38 +246,75 @@ std::unique_ptr<TableWriter> OdbcConnection::openTable(std::string_view table) {
     return std::make_unique<OdbcTableWriter>(*this, table);
 }
 
-void OdbcConnection::setAutocommit(SQLULEN mode) {
-    connection_.check(
-        SQLSetConnectAttr(connection_.get(), SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(mode), SQL_IS_UINTEGER));
+void OdbcConnection::checkText(std::string_view text, bool wide) {
+    try {
+        tsql::requireText(text);
+    } catch (const tsql::Error& error) {
+        throw tsql::worded(language_, error);
+    }
+    if (!wide) checkCharacters(text);
+}
+
+void OdbcConnection::checkCharacters(std::string_view text) {
+    KnownCharacters& known = session_->characters();
+    const std::string asked = known.unknown(text);
+    if (asked.empty()) return;
+    const auto work = std::make_shared<Query>(statement(), "select '" + asked + "'");
+    run(work);
+    // A driver without an answer knows no code page.
+    const bool answered = work->hasRows() && !work->rows().eof();
+    const std::string refused = known.learn(asked, answered ? work->rows().cell(0, 0).value_or("") : asked);
+    if (!refused.empty()) throw failure(tsql::kBeyondCodePage, {refused});
 }
 
 void OdbcConnection::beginTrans() {
-    if (!open_) throw failure(tsql::kClosed);
-    if (inTransaction_) throw failure(tsql::kTransactionOpen);
-    setAutocommit(SQL_AUTOCOMMIT_OFF);
-    inTransaction_ = true;
+    if (transaction_ == Transaction::open) throw failure(tsql::kTransactionOpen);
+    change(kBegin);
+    transaction_ = Transaction::open;
 }
 
-void OdbcConnection::endTransaction(SQLSMALLINT completion, int number) {
-    if (!open_) throw failure(tsql::kClosed);
-    if (!inTransaction_) throw failure(number);
-    connection_.check(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), completion));
-    inTransaction_ = false;
-    setAutocommit(SQL_AUTOCOMMIT_ON);
+void OdbcConnection::commitTrans() {
+    if (transaction_ == Transaction::none) throw failure(session_ ? tsql::kCommitWithoutBegin : tsql::kClosed);
+    try {
+        change(kCommit);
+    } catch (const Failure& reported) {
+        if (reported.number() != tsql::kConnectionLost) throw;
+        throw failure(tsql::kCommitUnknown, {server_});
+    }
+    transaction_ = Transaction::none;
 }
 
-void OdbcConnection::commitTrans() { endTransaction(SQL_COMMIT, tsql::kCommitWithoutBegin); }
-void OdbcConnection::rollbackTrans() { endTransaction(SQL_ROLLBACK, tsql::kRollbackWithoutBegin); }
+void OdbcConnection::rollbackTrans() {
+    if (transaction_ == Transaction::none) throw failure(session_ ? tsql::kRollbackWithoutBegin : tsql::kClosed);
+    try {
+        if (transaction_ == Transaction::open) change(kRollback);
+    } catch (...) {
+        // What the server has ended meanwhile needs no end.
+        if (transaction_ == Transaction::open) throw;
+    }
+    transaction_ = Transaction::none;
+}
 
 void OdbcConnection::setProgress(std::function<void()> progress) {
-    if (!open_) throw failure(tsql::kClosed);
-    progress_ = std::move(progress);
+    if (!session_) throw failure(tsql::kClosed);
+    progress_.set(std::move(progress));
+}
+
+// Nothing of it may wait in the pool.
+void OdbcConnection::undo() noexcept {
+    if (std::exchange(transaction_, Transaction::none) != Transaction::open) return;
+    try {
+        change(kRollback);
+    } catch (...) {
+        if (session_) session_->spoil();
+    }
 }
 
 void OdbcConnection::close() noexcept {
-    if (!std::exchange(open_, false)) return;
-    if (std::exchange(inTransaction_, false)) SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_ROLLBACK);
-    SQLDisconnect(connection_.get());
+    if (!session_) return;
+    progress_.set({});
+    undo();
+    if (session_) giveSessionBack(connectionString_, std::move(session_));
 }
 
 }  // namespace orvenmod::store::odbc

@@ -1,19 +1,23 @@
-// A connection to a server. A transaction is ODBC's manual commit mode, switched on by beginTrans and off at its end.
+// A connection to a server. A transaction is the server's own, begun and ended by its statements. The server may end
+// one by itself, as a deadlock's victim or after a failure; that is asked for after every failure within one.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "store/connection.h"
-#include "store/odbc/odbchandle.h"
-#include "store/tsql/messages.h"
+#include "store/odbc/odbcsession.h"
+#include "store/odbc/odbcwork.h"
+#include "store/server/progress.h"
+#include "store/tsql/onestatement.h"
 
 namespace orvenmod::store::odbc {
 
 class OdbcConnection : public Connection {
 public:
-    /// Throws Failure of kind connection.
+    /// Uses an idle session of the string or a new one. Throws Failure of kind connection.
     explicit OdbcConnection(const std::string& connectionString);
     ~OdbcConnection() override;
 
@@ -26,28 +30,47 @@ public:
     void beginTrans() override;
     void commitTrans() override;
     void rollbackTrans() override;
-    bool inTransaction() const override { return inTransaction_; }
-    /// Reported between rows; ODBC tells nothing while the server works.
+    bool inTransaction() const override { return transaction_ != Transaction::none; }
     void setProgress(std::function<void()> progress) override;
     void close() noexcept override;
 
-    /// A new statement. Throws Failure where the connection is closed.
+    // For the table writer.
+
+    /// A new statement. Throws Failure where the connection is closed or its transaction is lost.
     OdbcHandle statement();
+    /// Runs work of such a statement. Throws Failure.
+    void run(const std::shared_ptr<OdbcWork>& work);
+    /// Throws Failure for a text that a column can't hold: no text at all, or, unless the column is one of wide
+    /// characters, with some that the database's code page doesn't have.
+    void checkText(std::string_view text, bool wide);
     /// A failure of this component's own, in the language of the connection string.
-    Failure failure(int number, const std::vector<std::string>& arguments = {}) const;
+    Failure failure(int number, const std::vector<std::string>& arguments = {}) const {
+        return tsql::worded(language_, number, arguments);
+    }
 
 private:
-    void run(const OdbcHandle& statement, std::string_view sql);
-    SQLSMALLINT runQuery(const OdbcHandle& statement, std::string_view sql);
-    void endTransaction(SQLSMALLINT completion, int number);
-    void setAutocommit(SQLULEN mode);
+    /// `lost`: the server ended it by itself; it only can be rolled back.
+    enum class Transaction { none, open, lost };
 
-    tsql::Language language_ = tsql::Language::chinese;
-    OdbcHandle environment_;
-    OdbcHandle connection_;
-    bool open_ = false;
-    bool inTransaction_ = false;
-    std::function<void()> progress_;
+    void requireUsable() const;
+    /// Throws Failure where the text is not one statement.
+    void look(std::string_view sql);
+    void prepare();
+    void prepareQuery(std::string_view sql);
+    void checkCharacters(std::string_view text);
+    std::int64_t change(std::string_view sql);
+    void settle(const std::shared_ptr<OdbcWork>& work) noexcept;
+    bool isLost() const;
+    bool hasTransaction() noexcept;
+    void undo() noexcept;
+
+    std::string connectionString_;
+    std::unique_ptr<OdbcSession> session_;  // none once closed, or given up
+    tsql::Language language_;
+    std::string server_;
+    tsql::OneStatement text_;
+    Transaction transaction_ = Transaction::none;
+    server::Progress progress_;
 };
 
 }  // namespace orvenmod::store::odbc

@@ -1,5 +1,6 @@
 #include "store/odbc/odbchandle.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "store/tsql/messages.h"
@@ -7,6 +8,8 @@
 namespace orvenmod::store::odbc {
 
 namespace {
+
+constexpr int kStatementTerminated = 3621;
 
 // "[unixODBC][FreeTDS][SQL Server]text" without the layers.
 std::string withoutLayers(const std::string& text) {
@@ -28,7 +31,8 @@ FailureKind kindOf(int number, const std::string& state) {
     if (state == "HYT00" || state == "HYT01" || state == "40001") return FailureKind::busy;
     if (state == "42S02" || state == "42S22") return FailureKind::noSuchObject;
     if (state == "42S01" || state == "42S21") return FailureKind::duplicate;
-    if (state == "42000" || state == "37000") return FailureKind::syntax;
+    // A server gives this state to most of its failures; what it means by one, its number tells.
+    if ((state == "42000" || state == "37000") && number == 0) return FailureKind::syntax;
     if (state == "22001") return FailureKind::truncation;
     if (state == "22003") return FailureKind::overflow;
     if (state == "22012") return FailureKind::divide;
@@ -61,25 +65,36 @@ void OdbcHandle::check(SQLRETURN result) const {
     if (!SQL_SUCCEEDED(result)) throw failure();
 }
 
-Failure OdbcHandle::failure() const {
-    std::string text;
-    std::string firstState;
-    int number = 0;
+std::vector<Diagnostic> OdbcHandle::diagnostics() const {
+    std::vector<Diagnostic> records;
     for (SQLSMALLINT record = 1;; ++record) {
         SQLCHAR state[6] = {};
         SQLCHAR buffer[2048] = {};
         SQLINTEGER native = 0;
         SQLSMALLINT length = 0;
         if (!SQL_SUCCEEDED(SQLGetDiagRec(type_, handle_, record, state, &native, buffer, sizeof buffer, &length)))
-            break;
-        // The first record is the cause; "the statement has been terminated" and the like follow.
-        if (record > 1) continue;
-        firstState = reinterpret_cast<const char*>(state);
-        number = native;
-        text = withoutLayers(reinterpret_cast<const char*>(buffer));
+            return records;
+        records.push_back(
+            {reinterpret_cast<const char*>(state), native, withoutLayers(reinterpret_cast<const char*>(buffer))});
     }
-    if (text.empty()) text = "ODBC 驱动程序没有说明原因。";
-    return {kindOf(number, firstState), number, text};
+}
+
+Failure OdbcHandle::failure() const {
+    std::vector<Diagnostic> records = diagnostics();
+    // Hints come along with failures, in front of them or behind: "the statement has been terminated" and the like.
+    const auto isHint = [](const Diagnostic& record) {
+        return record.number == kStatementTerminated || (record.state.starts_with("01") && record.state != "01000");
+    };
+    const auto isCause = [](const Diagnostic& record) { return tsql::kindOf(record.number) != FailureKind::other; };
+    if (!std::all_of(records.begin(), records.end(), isHint)) std::erase_if(records, isHint);
+    if (records.empty()) return {FailureKind::other, 0, "ODBC 驱动程序没有说明原因。"};
+    const auto known = std::find_if(records.begin(), records.end(), isCause);
+    const Diagnostic& cause = known == records.end() ? records.front() : *known;
+    std::string text = cause.text;
+    for (const Diagnostic& record : records) {
+        if (text.find(record.text) == std::string::npos) text += "\n" + record.text;
+    }
+    return {kindOf(cause.number, cause.state), cause.number, text};
 }
 
 }  // namespace orvenmod::store::odbc

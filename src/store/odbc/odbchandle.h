@@ -5,10 +5,18 @@
 #include <sqlext.h>
 
 #include <string>
+#include <vector>
 
 #include "store/failure.h"
 
 namespace orvenmod::store::odbc {
+
+/// A diagnostic record of the driver: its text without the names of the layers.
+struct Diagnostic {
+    std::string state;
+    int number = 0;
+    std::string text;
+};
 
 class OdbcHandle {
 public:
@@ -24,6 +32,8 @@ public:
 
     /// Throws the handle's failure unless the result is a success.
     void check(SQLRETURN result) const;
+    /// All records of the last call, the driver manager's included.
+    std::vector<Diagnostic> diagnostics() const;
     /// The failure that the handle reports: its text without the names of the layers, its native number.
     Failure failure() const;
 

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <map>
 
-#include "store/bracketed.h"
 #include "store/tsql/type.h"
 
 namespace orvenmod::store::odbc {

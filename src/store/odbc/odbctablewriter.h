@@ -15,7 +15,7 @@ class OdbcConnection;
 
 class OdbcTableWriter : public TableWriter {
 public:
-    /// Throws Failure 208 for a table that does not exist.
+    /// `table` as a statement names it: name, owner.name, [name]. Throws Failure 208 for one that does not exist.
     OdbcTableWriter(OdbcConnection& connection, std::string_view table);
 
     void addNew() override;
@@ -24,29 +24,27 @@ public:
     void setBinary(std::string_view field, std::span<const std::byte> bytes) override;
     void update() override;
 
-private:
     struct Column {
         std::string name;
         SQLSMALLINT type = 0;
         SQLULEN size = 0;
     };
     struct Field {
-        std::size_t column = 0;
+        Column column;
         std::optional<std::string> text;
+        std::u16string wide;  ///< the text, where it is more than ASCII
         std::optional<std::span<const std::byte>> bytes;
         SQLLEN indicator = 0;
     };
 
-    void checkTable();
+private:
     void readColumns();
     Field& field(std::string_view name);
     std::string insertText() const;
-    void bind(const OdbcHandle& statement);
-    void bindField(const OdbcHandle& statement, SQLUSMALLINT index, Field& field);
-    void stream(const OdbcHandle& statement);
 
     OdbcConnection& connection_;
-    std::string table_;
+    std::vector<std::string> name_;  // the table's; in front of it the owner and the database where they are told
+    std::string quotedName_;
     std::vector<Column> columns_;
     std::vector<Field> fields_;
     bool begun_ = false;

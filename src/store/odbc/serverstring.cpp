@@ -1,47 +1,134 @@
 #include "store/odbc/serverstring.h"
 
-#include "store/connectionstring.h"
+#include <algorithm>
+#include <iterator>
+
+#include "store/odbc/stringwriter.h"
+#include "store/odbc/wishes.h"
+#include "store/tsql/stringparts.h"
+#include "store/tsql/utf8.h"
 
 namespace orvenmod::store::odbc {
 
 namespace {
 
-std::string first(const ConnectionString& parts, std::initializer_list<const char*> keys) {
-    for (const char* key : keys) {
-        if (parts.has(key)) return parts.get(key);
-    }
-    return {};
+using tsql::Language;
+
+std::string listed(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names)
+        text += (text.empty() ? "" : ", ") + name;
+    return text;
 }
 
-// A value that holds a sign of the string's own stands in braces.
-std::string pair(const std::string& key, const std::string& value) {
-    if (value.empty()) return {};
-    if (value.find_first_of(";{}=") == std::string::npos) return key + "=" + value + ";";
-    std::string braced;
-    for (const char c : value)
-        braced += c == '}' ? std::string("}}") : std::string(1, c);
-    return key + "={" + braced + "};";
+Driver bestDriver(const Drivers& drivers, Language language) {
+    if (const Driver* driver = drivers.best()) return *driver;
+    throw tsql::worded(language, tsql::kNoDriver, {listed(knownDrivers())});
 }
+
+Driver namedDriver(const std::string& name, const Drivers& drivers, Language language) {
+    if (const Driver* driver = drivers.find(name)) return *driver;
+    if (name.find('/') != std::string::npos) return {name, name};
+    if (isForeignName(name)) return bestDriver(drivers, language);
+    throw tsql::worded(language, tsql::kUnknownDriver, {name});
+}
+
+bool has(const Wishes::Pairs& pairs, const std::string& key) {
+    return std::any_of(pairs.begin(), pairs.end(), [&](const auto& pair) { return pair.first == key; });
+}
+
+std::string joined(const Wishes::Pairs& pairs) {
+    std::string text;
+    for (const auto& [key, value] : pairs)
+        text += pairText(key, value);
+    return text;
+}
+
+// The pairs of the string. To the bridge from OLE DB to ODBC the data source is one of ODBC's.
+Wishes::Pairs pairsOf(const std::string& connectionString) {
+    Wishes::Pairs pairs = flattened(connectionString);
+    const std::string provider = tsql::lowerText(ConnectionString(connectionString).get("Provider"));
+    if (!provider.starts_with("msdasql") || has(pairs, "driver") || has(pairs, "dsn")) return pairs;
+    for (auto& [key, value] : pairs) {
+        if (key == "data source") key = "dsn";
+    }
+    return pairs;
+}
+
+class Choice {
+public:
+    Choice(const std::string& connectionString, const Drivers& drivers)
+        : string_(connectionString),
+          pairs_(pairsOf(connectionString)),
+          parts_(joined(pairs_)),
+          language_(tsql::languageOf(parts_)),
+          drivers_(drivers) {
+        driver_ = choose();
+    }
+
+    std::vector<ServerString> run() {
+        const bool ofOdbc = parts_.get("Provider").empty();
+        if (kindOf(driver_) == DriverKind::other && ofOdbc) return {wordForWord()};
+        const Wishes wishes = wishesOf(parts_, kindOf(driver_));
+        std::vector<ServerString> result = {written(wishes, driver_, wishes.server, language_)};
+        // The vendor's driver knows of the partner.
+        const bool alone = wishes.partner.empty() || kindOf(driver_) == DriverKind::vendor;
+        if (!alone) result.push_back(written(wishes, driver_, wishes.partner, language_));
+        return result;
+    }
+
+private:
+    Driver choose() {
+        const std::string driver = parts_.get("Driver");
+        if (!driver.empty()) return namedDriver(driver, drivers_, language_);
+        const std::string source = parts_.get("DSN");
+        if (source.empty()) return bestDriver(drivers_, language_);
+        const auto known = drivers_.sources.find(tsql::lowerText(source));
+        if (known == drivers_.sources.end() || !known->second.contains("driver"))
+            throw tsql::worded(language_, tsql::kUnknownSource, {source});
+        const Driver chosen = namedDriver(known->second.at("driver"), drivers_, language_);
+        if (kindOf(chosen) == DriverKind::freeTds) takeOver(known->second);
+        return chosen;
+    }
+
+    // FreeTDS takes no server beside a data source, and leaves aside what the source names in other words.
+    void takeOver(const std::map<std::string, std::string>& source) {
+        Wishes::Pairs pairs;
+        for (const auto& [key, value] : source) {
+            if (isKnownKey(key, DriverKind::freeTds)) pairs.emplace_back(key, value);
+        }
+        std::copy_if(pairs_.begin(), pairs_.end(), std::back_inserter(pairs),
+                     [](const auto& pair) { return pair.first != "dsn"; });
+        parts_ = ConnectionString(joined(pairs));
+    }
+
+    ServerString wordForWord() const {
+        ServerString result;
+        result.text = string_;
+        result.driver = driver_.name;
+        result.server = parts_.get("Server", parts_.get("DSN"));
+        result.database = parts_.get("Database");
+        result.user = parts_.get("UID");
+        return result;
+    }
+
+    std::string string_;
+    Wishes::Pairs pairs_;
+    ConnectionString parts_;
+    Language language_;
+    const Drivers& drivers_;
+    Driver driver_;
+};
 
 }  // namespace
 
-std::string serverString(const std::string& connectionString) {
-    const ConnectionString parts(connectionString);
-    if (!parts.has("Provider")) return connectionString;
-    std::string server = first(parts, {"Data Source", "Server", "Address", "Addr", "Network Address"});
-    std::string port = parts.get("Port");
-    const std::size_t comma = server.find(',');
-    if (comma != std::string::npos) {
-        port = server.substr(comma + 1);
-        server.resize(comma);
-    }
-    if (server.empty() || server == "." || server == "(local)") server = "localhost";
-    // A named instance is found by its name, so that no port may be given with it.
-    if (port.empty() && server.find('\\') == std::string::npos) port = "1433";
-    return "Driver=FreeTDS;" + pair("Server", server) + pair("Port", port) +
-           pair("Database", first(parts, {"Initial Catalog", "Database"})) +
-           pair("UID", first(parts, {"User ID", "UID"})) + pair("PWD", first(parts, {"Password", "PWD"})) +
-           pair("Language", first(parts, {"Language", "Current Language"})) + "TDS_Version=7.4;ClientCharset=UTF-8;";
+std::vector<ServerString> serverStrings(const std::string& connectionString, const Drivers& drivers) {
+    return Choice(connectionString, drivers).run();
+}
+
+std::vector<ServerString> serverStrings(const std::string& connectionString) {
+    const ConnectionString parts(joined(pairsOf(connectionString)));
+    return serverStrings(connectionString, Drivers::ofThisMachine(parts.get("DSN")));
 }
 
 }  // namespace orvenmod::store::odbc

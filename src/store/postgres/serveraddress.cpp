@@ -17,10 +17,20 @@ struct Key {
     std::string_view ours;
     std::string_view theirs;
 };
-constexpr Key kKeys[] = {{"provider", ""},        {"language", ""},        {"busy timeout", ""},
-                         {"data source", "host"}, {"server", "host"},      {"initial catalog", "dbname"},
-                         {"database", "dbname"},  {"user id", "user"},     {"uid", "user"},
-                         {"pwd", "password"},     {"connect timeout", ""}, {"connection timeout", ""}};
+constexpr Key kKeys[] = {{"provider", ""},
+                         {"language", ""},
+                         {"busy timeout", ""},
+                         {"data source", "host"},
+                         {"server", "host"},
+                         {"initial catalog", "dbname"},
+                         {"database", "dbname"},
+                         {"user id", "user"},
+                         {"uid", "user"},
+                         {"pwd", "password"},
+                         // A schema is made in any database that is there.
+                         {"mode", ""},
+                         {"connect timeout", ""},
+                         {"connection timeout", ""}};
 
 const std::set<std::string>& namesOfTheLibrary() {
     static const std::set<std::string> kNames = [] {

@@ -175,7 +175,7 @@ int Database::onBusy(void* self, int count) {
     auto& database = *static_cast<Database*>(self);
     const auto now = Clock::now();
     if (count == 0) database.waitingSince_ = now;
-    if (now - database.waitingSince_ >= milliseconds(database.file_.busyTimeout)) return 0;
+    if (now - database.waitingSince_ >= database.file_.busyTimeout) return 0;
     // Often at first, since most writers are done soon; then fifty times a second.
     std::this_thread::sleep_for(milliseconds(std::min(count + 1, 20)));
     return database.reportProgress() ? 1 : 0;

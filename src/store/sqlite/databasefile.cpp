@@ -4,10 +4,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 
-#include "store/connectionstring.h"
+#include "store/tsql/stringparts.h"
 #include "store/tsql/utf8.h"
 
 namespace orvenmod::store::sqlite {
@@ -22,35 +21,26 @@ std::string reason(int error, Language language) {
     return std::strerror(error);
 }
 
-[[noreturn]] void refuseString(Language language, const std::string& chinese, const std::string& english) {
-    throw tsql::worded(language, tsql::kBadConnectionString, {language == Language::english ? english : chinese});
-}
-
 }  // namespace
 
 DatabaseFile DatabaseFile::parse(const std::string& connectionString) {
     const ConnectionString parts(connectionString);
     DatabaseFile file;
-    const std::string language = tsql::lowerText(parts.get("Language"));
-    if (language == "us_english" || language == "english") file.language = Language::english;
+    file.language = tsql::languageOf(parts);
     file.path = parts.get("Data Source");
     if (file.path.empty())
-        refuseString(file.language, "缺少 Data Source (数据库文件)", "Data Source (the database file) is missing");
+        throw tsql::refusedString(file.language, "缺少 Data Source (数据库文件)",
+                                  "Data Source (the database file) is missing");
     const std::string mode = tsql::lowerText(parts.get("Mode"));
     if (mode == "create") {
         file.access = Access::create;
     } else if (mode == "readonly" || mode == "read") {
         file.access = Access::readOnly;
     } else if (!mode.empty() && mode != "readwrite") {
-        refuseString(file.language, "Mode=" + mode + " 不是 ReadOnly、ReadWrite 或 Create",
-                     "Mode=" + mode + " is none of ReadOnly, ReadWrite, Create");
+        throw tsql::refusedString(file.language, "Mode=" + mode + " 不是 ReadOnly、ReadWrite 或 Create",
+                                  "Mode=" + mode + " is none of ReadOnly, ReadWrite, Create");
     }
-    const std::string timeout = parts.get("Busy Timeout", "5000");
-    const auto [end, error] = std::from_chars(timeout.data(), timeout.data() + timeout.size(), file.busyTimeout);
-    if (error != std::errc() || end != timeout.data() + timeout.size() || file.busyTimeout < 0) {
-        refuseString(file.language, "Busy Timeout=" + timeout + " 不是毫秒数",
-                     "Busy Timeout=" + timeout + " is no count of milliseconds");
-    }
+    file.busyTimeout = tsql::busyTimeout(parts);
     return file;
 }
 

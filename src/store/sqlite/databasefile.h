@@ -1,6 +1,7 @@
 // The file behind a connection string, and what can be wrong with it before the database is asked.
 #pragma once
 
+#include <chrono>
 #include <string>
 
 #include "store/tsql/messages.h"
@@ -13,7 +14,7 @@ struct DatabaseFile {
     std::string path;
     Access access = Access::readWrite;
     tsql::Language language = tsql::Language::chinese;
-    int busyTimeout = 5000;  ///< milliseconds
+    std::chrono::milliseconds busyTimeout{5000};
 
     /// Reads "Provider=SQLite;Data Source=path[;Language=us_english][;Mode=ReadOnly|Create][;Busy Timeout=ms]".
     /// Throws Failure kBadConnectionString.

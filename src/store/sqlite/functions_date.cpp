@@ -1,3 +1,12 @@
+// Functions of dates, as translated statements call them.
+//
+// SQLite has no dates: they are texts in the form of tsql/dates.h, and its own functions of them know neither the
+// server's parts nor its limits. And a clock that is read anew for each row tells rows of one statement apart:
+// getdate's first moment stays in the Runtime until the next statement begins.
+//
+//   insert into t select getdate() from u            one moment in all rows
+//   ts_dateadd('month', 1, '2026-01-31 00:00:00')    2026-02-28 00:00:00
+//   ts_dateadd('hour', 1, '23:30:00')                00:30:00, a time as before: no dashes in it
 #include <sys/time.h>
 
 #include <ctime>

@@ -1,3 +1,12 @@
+// Functions of numbers, as translated statements call them.
+//
+// SQLite computes in 64-bit integers and floats, and turns one into the other or gives null where a server fails. So
+// each operation whose result depends on a type gets what the binder found out as constants behind its operands (a
+// type's text, a precision and a scale), and checks its result against them.
+//
+//   7/2                            ts_idiv(7, 2)                 3
+//   cast(10 as decimal(9,4))/3     ts_decdiv(.., 3, p, s)        s digits, the rest cut
+//   sqrt(-1)                       ts_sqrt(-1)                   3623, where SQLite gives null
 #include <cmath>
 #include <limits>
 #include <numbers>

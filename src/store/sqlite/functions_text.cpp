@@ -1,3 +1,12 @@
+// Functions of texts, as translated statements call them.
+//
+// What a server does with a text stands in tsql/functions_text.cpp, for any target; here its arguments are unpacked,
+// and two things are decided that belong to the call: whether a null makes the result null, and which arguments may be
+// left out. Most functions are strict and never see a null; an open one does.
+//
+//   ts_left('abc', null)       null, and leftPart isn't asked
+//   ts_concat('a', null, 'b')  ab
+//   ts_isnumeric(null)         0
 #include <cstdio>
 #include <random>
 

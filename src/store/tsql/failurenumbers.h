@@ -195,6 +195,15 @@ enum FailureNumber : int {
     kServerTooOld = 50035,       ///< {server, its version, the least}
     kServerEncoding = 50036,     ///< {database, its encoding}
     kNoText = 50037,             ///< {}: a NUL, or bytes that are no UTF-8
+    kBeyondCodePage = 50038,     ///< {character}
+
+    // What can be wrong with a driver, and with what it makes of a server.
+    kNoDriver = 50051,       ///< {the names of those that would do}
+    kUnknownDriver = 50052,  ///< {driver}
+    kUnknownSource = 50053,  ///< {data source}
+    kNotEncrypted = 50054,   ///< {server, the driver's own words}
+    kLettersLost = 50055,    ///< {driver}
+    kNoChinese = 50056,      ///< {database}
 };
 
 }  // namespace orvenmod::store::tsql

@@ -1,3 +1,12 @@
+// The messages about data: objects, keys, locks, transactions, and what only this store says; messagetable.h tells how
+// one is written.
+//
+// Numbers up to 39999 are the server's, with its sentences. From 40000 on they are our own, for what a server never
+// says (a file that isn't there, a statement that isn't known here), so that none can be taken for one of its.
+// Arguments are numbered, since the two languages want them in different orders.
+//
+//   {kIndexExists, duplicate, "... '%2' ... '%1' ..."} with {"ix", "t"}
+//   1913: 操作失败，因为在表 't' 上已存在名称为 'ix' 的索引或统计信息。
 #include <algorithm>
 
 #include "store/tsql/failurenumbers.h"
@@ -351,6 +360,27 @@ constexpr Message kMessages[] = {
     {kNoText, conversion,
      "文本中有不能存储的字符。",
      "The text holds characters that cannot be stored."},
+    {kBeyondCodePage, conversion,
+     "数据库的字符集中没有字符“%1”，不能存储。请改用其他字符。",
+     "The database's code page has no character '%1', so that it cannot be stored. Use another one."},
+    {kNoDriver, connection,
+     "没有安装可以连接服务器的 ODBC 驱动程序。请安装其中之一: %1。",
+     "No ODBC driver for the server is installed. Install one of these: %1."},
+    {kUnknownDriver, connection,
+     "没有安装 ODBC 驱动程序“%1”。",
+     "The ODBC driver '%1' is not installed."},
+    {kUnknownSource, connection,
+     "没有名为“%1”的 ODBC 数据源。",
+     "There is no ODBC data source named '%1'."},
+    {kNotEncrypted, connection,
+     "无法与服务器“%1”建立加密连接: 服务器不支持加密，或者它的证书不受信任 (可用 CA File 指明证书)。%2",
+     "No encrypted connection to the server '%1' can be made: it does not encrypt, or its certificate is not trusted (CA File names one that is). %2"},
+    {kLettersLost, connection,
+     "ODBC 驱动程序“%1”不能完整传送中文。请让它使用 UTF-8 字符集。",
+     "The ODBC driver '%1' loses Chinese letters. Let it use the character set UTF-8."},
+    {kNoChinese, connection,
+     "数据库“%1”的排序规则不能存储中文。请使用 Chinese_PRC 系列的排序规则。",
+     "The collation of the database '%1' cannot hold Chinese. Use one of Chinese_PRC."},
 };
 // clang-format on
 static_assert(std::ranges::is_sorted(kMessages, {}, &Message::number));

@@ -1,3 +1,9 @@
+// The messages about a statement: its text, names, types and conversions; messagetable.h tells how one is written.
+//
+// They are the server's own sentences and not ours, in both of its languages, because suites show them as they come,
+// and clerks know them. So each stands here as a whole, long as it may be; none is put together from parts.
+//
+//   {kUnknownPrefix, noSuchObject, "列前缀 '%1' ..."} with {"x"}   107: 列前缀 'x' 与查询中所用的表名或别名不匹配。
 #include <algorithm>
 
 #include "store/tsql/failurenumbers.h"

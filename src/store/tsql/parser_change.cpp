@@ -1,4 +1,12 @@
 // insert, update, delete.
+//
+// Words may be left out here (into, from), and a bracket or a second "from" says something else than the first; which
+// form it is shows a word or two further on. So a form is found by looking ahead, never by trying one and going back.
+// What makes no difference later (into, hints, the table before the name of a column that is set) is read over.
+//
+//   insert t(select a from u)                 the rows of a query, no columns named
+//   insert into t(t.a) values(2),(default)    column a, rows {2} and {none}
+//   delete t from t join u on t.a=u.a         target t, joined with u
 #include "store/tsql/error.h"
 #include "store/tsql/parser.h"
 

@@ -1,3 +1,12 @@
+// The words that are no names unless they stand in brackets or quotes.
+//
+// A word belongs to the list because the server reserves it, not because a statement here begins with it: a name that
+// this store let pass would be refused on the server that the data move to. And a word that the server leaves free may
+// be a field of somebody's, so none is added for our convenience.
+//
+//   create table t(user int)     156 near 'user'
+//   create table t([user] int)   a column "user"
+//   create table t(status int)   a column "status"
 #include <algorithm>
 #include <array>
 

@@ -5,21 +5,24 @@
 
 #include "store/tsql/error.h"
 #include "store/tsql/lexer.h"
+#include "store/tsql/objectname.h"
 
 namespace orvenmod::store::tsql {
 
 namespace {
 
-std::string_view withoutOwner(std::string_view table) {
-    constexpr std::string_view kOwner = "dbo.";
-    const bool owned = table.size() > kOwner.size() && sameName(table.substr(0, kOwner.size()), kOwner);
-    return owned ? table.substr(kOwner.size()) : table;
+// The only owner there is is dbo.
+std::string tableOf(std::string_view table) {
+    const std::vector<std::string> parts = objectNameParts(table);
+    const bool foreign =
+        parts.size() > 1 && !parts[parts.size() - 2].empty() && !sameName(parts[parts.size() - 2], "dbo");
+    return parts.empty() || foreign ? std::string() : parts.back();
 }
 
 }  // namespace
 
 const ObjectInfo& tableNamed(const Catalog& catalog, std::string_view name) {
-    const ObjectInfo* object = catalog.find(withoutOwner(name));
+    const ObjectInfo* object = catalog.find(tableOf(name));
     if (object == nullptr || object->kind != ObjectInfo::Kind::table) throw Error(kUnknownObject, {std::string(name)});
     return *object;
 }

@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "store/tsql/conversions.h"
 #include "store/tsql/error.h"
@@ -76,6 +77,15 @@ bool isAboveOne(std::string_view text) {
         default:
             throw Error(kArithmeticOverflow, {"expression", messageName(to)});
     }
+}
+
+// money is a 64-bit number of ten-thousandths and smallmoney one of 32 bits: 214748.3647, but -214748.3648.
+bool isBeyondMoney(const Decimal& value, Kind kind) {
+    std::string digits = value.print(4);
+    std::erase_if(digits, [](char c) { return c == '.' || c == '-'; });
+    const std::uint64_t most =
+        kind == Kind::money ? std::numeric_limits<std::int64_t>::max() : std::numeric_limits<std::int32_t>::max();
+    return std::stoull(digits) > most + (value.isNegative() ? 1 : 0);
 }
 
 }  // namespace
@@ -185,11 +195,10 @@ Datum fittedInteger(std::int64_t value, const Type& from, const Type& to) {
 Datum fittedDecimal(Decimal value, const Type& from, const Type& to) {
     const bool money = to.kind != Kind::decimal;
     const int scale = money ? 4 : to.scale;
-    // money reaches 922337203685477.5807 and smallmoney 214748.3647; counted in digits and then exactly.
+    // The whole digits are counted first, so that what is left of money fits a 64-bit number.
     const int whole = to.kind == Kind::money ? 15 : to.kind == Kind::smallmoney ? 6 : to.precision - to.scale;
     value.round(scale);
-    const double limit = to.kind == Kind::money ? 922337203685477.5807 : 214748.3647;
-    if (value.integerDigits() > whole || (money && std::fabs(value.toDouble()) > limit)) {
+    if (value.integerDigits() > whole || (money && isBeyondMoney(value, to.kind))) {
         throw Error(kArithmeticOverflow,
                     {from.isText() || from.isNumber() ? messageName(from) : "expression", messageName(to)});
     }

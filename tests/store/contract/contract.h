@@ -23,6 +23,14 @@ public:
     virtual std::string binaryType() const = 0;
     /// Whether a statement of the dialect's DDL is undone by a rollback.
     virtual bool hasTransactionalDefinitions() const = 0;
+    /// Whether a failure of that number is the one that the dialect numbers `wanted`.
+    virtual bool isNumber(int number, int wanted) const { return number == wanted; }
+    /// Whether that number stands for failures of several kinds, which the server's text alone tells apart.
+    virtual bool isOwnNumber(int) const { return false; }
+    /// Why the server answers that case of the dialect in its own way; null where it doesn't.
+    virtual const char* answersOtherwise(int) const { return nullptr; }
+    /// Whether a transaction outlives a statement of it that fails.
+    virtual bool keepsTransactions() const { return true; }
 };
 
 /// The store of this binary; null, and a reason, where it can't be reached on this machine.
@@ -43,6 +51,13 @@ protected:
             return failure.number();
         }
     }
+    /// Likewise, for a failure that the dialect gives that number.
+    template <typename Work>
+    ::testing::AssertionResult fails(int wanted, Work work) {
+        const int number = numberOf(work);
+        if (store_->isNumber(number, wanted)) return ::testing::AssertionSuccess();
+        return ::testing::AssertionFailure() << "the number is " << number << ", not " << wanted;
+    }
     std::string value(const std::string& sql) {
         const Recordset rows = connection_->open(sql);
         return rows.eof() ? "no row" : std::string(rows.cell(0, 0).value_or("NULL"));
@@ -54,5 +69,8 @@ protected:
 
 #define NEEDS_THE_DIALECT() \
     if (!store_->speaksTheDialect()) GTEST_SKIP() << "this store's driver does not speak the dialect"
+
+#define NEEDS_KEPT_TRANSACTIONS() \
+    if (!store_->keepsTransactions()) GTEST_SKIP() << "this store's server ends a transaction with a failed statement"
 
 }  // namespace orvenmod::store::test

@@ -12,13 +12,13 @@
 #include <string>
 #include <vector>
 
-#include "designer/dump.h"
 #include "store/connectionwrapper.h"
 #include "store/fault.h"
 #include "store/schema.h"
 #include "store/sqlite/sqlitestore.h"
 #include "store/trace.h"
 #include "support/database.h"
+#include "support/dump.h"
 #include "support/otherprocess.h"
 #include "support/sourcefolder.h"
 

@@ -83,6 +83,15 @@ TEST(TextToMoney, ReadsSignsAndThousands) {
     EXPECT_EQ(refused("999999999999999999", "money"), 236);
 }
 
+TEST(TextToMoney, ReachesTheExtremesOfItsType) {
+    EXPECT_DOUBLE_EQ(toNumber("214748.3647", "smallmoney"), 214748.3647);
+    EXPECT_DOUBLE_EQ(toNumber("-214748.3648", "smallmoney"), -214748.3648);
+    EXPECT_EQ(refused("214748.3648", "smallmoney"), 236);
+    EXPECT_EQ(refused("-214748.3649", "smallmoney"), 236);
+    EXPECT_DOUBLE_EQ(toNumber("-922337203685477.5808", "money"), -922337203685477.5808);
+    EXPECT_EQ(refused("922337203685477.5808", "money"), 236);
+}
+
 TEST(NumberToInteger, CutsADecimalAndAFloat) {
     EXPECT_EQ(converted(real(12.7), "decimal(10,1)", "int").integer, 12);
     EXPECT_EQ(converted(real(-12.7), "decimal(10,1)", "int").integer, -12);

@@ -1,4 +1,4 @@
-#include "designer/dump.h"
+#include "support/dump.h"
 
 #include <sqlite3.h>
 

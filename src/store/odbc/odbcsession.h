@@ -1,0 +1,63 @@
+// A session on a server: the driver's handles, connected by the string, and ready for statements. It can outlive the
+// connection that uses it.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "store/odbc/connecting.h"
+#include "store/odbc/knowncharacters.h"
+#include "store/odbc/odbchandle.h"
+#include "store/odbc/odbcwaiter.h"
+#include "store/odbc/serverstring.h"
+#include "store/tsql/messages.h"
+
+namespace orvenmod::store::odbc {
+
+class OdbcSession {
+public:
+    /// Throws Failure of kind connection, also where Chinese letters would be lost on the way or in the database.
+    explicit OdbcSession(const std::string& connectionString);
+    OdbcSession(const OdbcSession&) = delete;
+    OdbcSession& operator=(const OdbcSession&) = delete;
+
+    const OdbcHandle& connection() const { return handles_->connection; }
+    /// Of the store's own texts, by the connection string.
+    tsql::Language language() const { return language_; }
+    /// The server as the string names it, for texts.
+    const std::string& server() const { return string_.server; }
+    /// Whether it is a server of the dialect, by its driver.
+    bool speaksTheDialect() const { return string_.kind != DriverKind::other; }
+
+    OdbcWaiter& waiter() { return *waiter_; }
+    KnownCharacters& characters() { return characters_; }
+    /// What it has done must not reach its next user, or it is broken: it won't wait for one.
+    void spoil() { spoilt_ = true; }
+    bool spoilt() const { return spoilt_; }
+
+    // For the pool.
+
+    /// Whether the server still answers.
+    bool alive();
+    bool reset() noexcept { return !spoilt_; }
+
+private:
+    void connect(const std::vector<ServerString>& strings, std::chrono::seconds limit);
+    void applySettings() const;
+    void checkLetters();
+    void run(const std::string& sql) const;
+    std::vector<std::string> row(const std::string& sql) const;
+
+    tsql::Language language_;
+    std::optional<std::chrono::milliseconds> busyTimeout_;
+    ServerString string_;
+    std::shared_ptr<ConnectedHandles> handles_;
+    bool spoilt_ = false;
+    std::unique_ptr<OdbcWaiter> waiter_;
+    KnownCharacters characters_;
+};
+
+}  // namespace orvenmod::store::odbc

@@ -1,0 +1,48 @@
+// What a table writer does at the driver.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "store/odbc/odbctablewriter.h"
+#include "store/odbc/odbcwork.h"
+
+namespace orvenmod::store::odbc {
+
+/// Reads a table's columns; none where there is no such table.
+class ColumnsOfTable : public OdbcWork {
+public:
+    /// `name`: the table's, in front of it the owner and the database where they are told.
+    ColumnsOfTable(OdbcHandle statement, std::vector<std::string> name, std::string quotedName);
+
+    void run() override;
+    std::vector<OdbcTableWriter::Column>& columns() { return columns_; }
+
+private:
+    bool isThere();
+
+    std::vector<std::string> name_;
+    std::string select_;
+    std::vector<OdbcTableWriter::Column> columns_;
+};
+
+/// Runs the insert with the fields as its parameters, in their order.
+class InsertOfFields : public OdbcWork {
+public:
+    InsertOfFields(OdbcHandle statement, std::string insert, std::vector<OdbcTableWriter::Field> fields);
+
+    void run() override;
+    // The contents belong to the caller, so that the driver must be done with them.
+    bool mayBeGivenUp() const override { return false; }
+
+private:
+    void bind(SQLUSMALLINT index, OdbcTableWriter::Field& field);
+    void bindBinary(SQLUSMALLINT index, OdbcTableWriter::Field& field);
+    void bindText(SQLUSMALLINT index, OdbcTableWriter::Field& field);
+    void stream();
+
+    std::string insert_;
+    std::vector<OdbcTableWriter::Field> fields_;
+};
+
+}  // namespace orvenmod::store::odbc

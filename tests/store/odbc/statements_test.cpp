@@ -1,0 +1,305 @@
+// Statements, against a driver that the test plays.
+#include <gtest/gtest.h>
+#include <sql.h>
+#include <sqlext.h>
+
+#include <stdexcept>
+
+#include "store/odbc/odbcstore.h"
+#include "store/odbc/sessionpool.h"
+#include "store/tsql/failurenumbers.h"
+#include "support/scripteddriver/installeddrivers.h"
+#include "support/scripteddriver/scriptedserver.h"
+
+namespace orvenmod::store::odbc {
+namespace {
+
+using orvenmod::test::Answer;
+using orvenmod::test::Diagnostic;
+using orvenmod::test::failed;
+using orvenmod::test::oneRow;
+using orvenmod::test::Session;
+
+const std::string kString = "Driver=Scripted;Server=host";
+
+class OdbcStatements : public ::testing::Test {
+protected:
+    OdbcStatements() {
+        dropIdleSessions();
+        orvenmod::test::freshServer();
+    }
+    static void SetUpTestSuite() { static const orvenmod::test::InstalledDrivers installed({"Scripted"}); }
+
+    std::unique_ptr<Connection> connect(const std::string& more = "") { return OdbcStore().connect(kString + more); }
+    const std::vector<std::string>& sent() const { return server_.sessions.back().statements; }
+
+    /// The script: what a statement that begins so is answered.
+    void answer(const std::string& beginning, const Answer& given) {
+        script_.emplace_back(beginning, given);
+        server_.onStatement = [this](Session&, const std::string& sql) {
+            for (const auto& [start, scripted] : script_) {
+                if (sql.starts_with(start)) return scripted;
+            }
+            return Answer{};
+        };
+    }
+
+    template <typename Work>
+    static Failure failureOf(Work work) {
+        try {
+            work();
+        } catch (const Failure& failure) {
+            return failure;
+        }
+        return {FailureKind::other, 0, "no failure"};
+    }
+    Failure failureFor(const std::vector<Diagnostic>& records) {
+        answer("update", failed(records));
+        return failureOf([this] { connect()->execute("update t set a=1"); });
+    }
+
+    orvenmod::test::ScriptedServer& server_ = orvenmod::test::ScriptedServer::get();
+    std::vector<std::pair<std::string, Answer>> script_;
+};
+
+const std::vector<Diagnostic> kVictim = {{"40001", 1205, "[Scripted]chosen as the victim of a deadlock"}};
+
+TEST_F(OdbcStatements, SendNoSecondStatement) {
+    const auto connection = connect();
+    EXPECT_EQ(failureOf([&] { connection->open("select 1; delete from tblItem"); }).number(), tsql::kSyntaxNear);
+    EXPECT_EQ(failureOf([&] { connection->open("select a from t where c='' delete from tblItem"); }).number(),
+              tsql::kSyntaxNearKeyword);
+    EXPECT_EQ(failureOf([&] { connection->execute(""); }).number(), tsql::kSyntaxNear);
+    EXPECT_TRUE(sent().empty());
+    connection->execute(" update  t set\ta='x;' ");
+    EXPECT_EQ(sent().back(), " update  t set\ta='x;' ");
+}
+
+TEST_F(OdbcStatements, ThatChangeAreNotOpened) {
+    const auto connection = connect();
+    EXPECT_EQ(failureOf([&] { connection->open("delete from t"); }).number(), tsql::kNoRows);
+    EXPECT_EQ(failureOf([&] { connection->open("select a into u from t"); }).number(), tsql::kNoRows);
+    EXPECT_TRUE(sent().empty());
+}
+
+TEST_F(OdbcStatements, OfATransactionThatTheServerEndedAreRefused) {
+    Answer victim = failed(kVictim);
+    victim.endsTransaction = true;
+    answer("update", victim);
+    answer("select @@trancount", oneRow({"0"}));
+    const auto connection = connect();
+    connection->beginTrans();
+    EXPECT_EQ(failureOf([&] { connection->execute("update t set a=1"); }).kind(), FailureKind::busy);
+    const std::size_t count = sent().size();
+    EXPECT_EQ(failureOf([&] { connection->execute("insert into t values(1)"); }).number(), tsql::kTransactionLost);
+    EXPECT_EQ(failureOf([&] { connection->open("select a from t"); }).number(), tsql::kTransactionLost);
+    EXPECT_EQ(failureOf([&] { connection->openTable("t"); }).number(), tsql::kTransactionLost);
+    EXPECT_EQ(failureOf([&] { connection->commitTrans(); }).number(), tsql::kTransactionLost);
+    connection->rollbackTrans();
+    EXPECT_EQ(sent().size(), count);
+    EXPECT_FALSE(connection->inTransaction());
+    connection->beginTrans();
+    connection->execute("insert into t values(1)");
+    connection->commitTrans();
+    EXPECT_EQ(sent().back(), "commit transaction");
+}
+
+TEST_F(OdbcStatements, OfATransactionThatOutlivesAFailureGoOn) {
+    answer("update", failed({{"23000", 2627, "[Scripted]doubled"}}));
+    answer("select @@trancount", oneRow({"1"}));
+    const auto connection = connect();
+    connection->beginTrans();
+    EXPECT_EQ(failureOf([&] { connection->execute("update t set a=1"); }).number(), tsql::kDuplicateKey);
+    connection->execute("insert into t values(1)");
+    EXPECT_EQ(sent().back(), "insert into t values(1)");
+    connection->commitTrans();
+}
+
+TEST_F(OdbcStatements, ThatControlTransactionsAreTheConnections) {
+    const auto connection = connect();
+    connection->execute("BEGIN TRAN");
+    EXPECT_TRUE(connection->inTransaction());
+    connection->execute("rollback");
+    EXPECT_FALSE(connection->inTransaction());
+}
+
+TEST_F(OdbcStatements, OnALostConnectionNameTheServer) {
+    Answer lost = failed({{"HY000", 0, "[Scripted]Unknown error"}});
+    lost.dies = true;
+    answer("update", lost);
+    const Failure chinese = failureOf([&] { connect()->execute("update t set a=1"); });
+    EXPECT_EQ(chinese.kind(), FailureKind::connection);
+    EXPECT_EQ(chinese.number(), tsql::kConnectionLost);
+    EXPECT_NE(chinese.text().find("“host”"), std::string::npos) << chinese.text();
+    EXPECT_NE(chinese.text().find("Unknown error"), std::string::npos) << chinese.text();
+    const Failure english = failureOf([&] { connect(";Language=us_english")->execute("update t set a=1"); });
+    EXPECT_NE(english.text().find("'host' was lost"), std::string::npos) << english.text();
+    EXPECT_EQ(idleSessions(), 0U);
+}
+
+TEST_F(OdbcStatements, OfASessionThatEndedTellTheCause) {
+    struct Ended {
+        Diagnostic record;
+        const char* cause;
+    };
+    for (const auto& [record, cause] :
+         {Ended{{"08S01", 20017, "[Scripted]Unexpected EOF from the server"}, "服务器关闭了连接"},
+          Ended{{"08S01", 0, "[Scripted]Communication link failure"}, "网络连接已断开"},
+          Ended{{"HY000", 596, "[Scripted]the session is in the kill state."}, "会话已被管理员终止"},
+          Ended{{"42000", 6005, "[Scripted]SHUTDOWN is in progress."}, "服务器正在关闭"}}) {
+        script_.clear();
+        const Failure lost = failureFor({record});
+        EXPECT_EQ(lost.number(), tsql::kConnectionLost) << record.text;
+        EXPECT_NE(lost.text().find(cause), std::string::npos) << lost.text();
+    }
+}
+
+TEST_F(OdbcStatements, ThatCommitOnALostConnectionLeaveItOpenWhetherTheyDid) {
+    Answer lost = failed({{"08S01", 20004, "[Scripted]Read from the server failed"}});
+    lost.dies = true;
+    answer("commit", lost);
+    const auto connection = connect();
+    connection->beginTrans();
+    EXPECT_EQ(failureOf([&] { connection->commitTrans(); }).number(), tsql::kCommitUnknown);
+    connection->rollbackTrans();
+    EXPECT_FALSE(connection->inTransaction());
+}
+
+TEST_F(OdbcStatements, FailWithTheirCauseAmongAllRecords) {
+    const Failure behindHint =
+        failureFor({{"01003", 8153, "[Scripted]Null was eliminated"}, {"23000", 2627, "[Scripted]doubled"}});
+    EXPECT_EQ(behindHint.number(), 2627);
+    EXPECT_EQ(behindHint.text(), "doubled");
+    script_.clear();
+    const Failure both =
+        failureFor({{"42000", 5074, "[Scripted]depends"}, {"42000", 4922, "[Scripted]failed"}, {"01000", 3621, "end"}});
+    EXPECT_EQ(both.number(), 5074);
+    EXPECT_EQ(both.text(), "depends\nfailed");
+}
+
+TEST_F(OdbcStatements, OfAnUnknownNumberAreNoSyntaxFailures) {
+    EXPECT_EQ(failureFor({{"42000", 50000, "[Scripted]a trigger's own"}}).kind(), FailureKind::other);
+    script_.clear();
+    EXPECT_EQ(failureFor({{"42000", 102, "[Scripted]near"}}).kind(), FailureKind::syntax);
+}
+
+TEST_F(OdbcStatements, LetWindowsPaintWhileTheServerWorks) {
+    Answer waiting = oneRow({"1"});
+    waiting.waits = true;
+    answer("select a", waiting);
+    const auto connection = connect();
+    int calls = 0;
+    connection->setProgress([&] {
+        if (++calls == 3) server_.release();
+    });
+    EXPECT_EQ(connection->open("select a from t").rowCount(), 1U);
+    EXPECT_EQ(calls, 3);
+}
+
+TEST_F(OdbcStatements, OfAnAsynchronousDriverLetWindowsPaintToo) {
+    server_.asynchronous = true;
+    Answer waiting = oneRow({"1"});
+    waiting.polls = 60;
+    answer("select a", waiting);
+    const auto connection = connect();
+    int calls = 0;
+    connection->setProgress([&] { ++calls; });
+    EXPECT_EQ(connection->open("select a from t").rowCount(), 1U);
+    EXPECT_GE(calls, 1);
+}
+
+TEST_F(OdbcStatements, AreCancelledByAProgressThatThrows) {
+    for (const bool asynchronous : {false, true}) {
+        dropIdleSessions();
+        script_.clear();
+        server_.asynchronous = asynchronous;
+        Answer waiting = oneRow({"1"});
+        waiting.waits = !asynchronous;
+        waiting.polls = asynchronous ? 200 : 0;
+        answer("select a", waiting);
+        const int before = server_.cancels;
+        const auto connection = connect();
+        connection->setProgress([] { throw std::runtime_error("stop"); });
+        EXPECT_THROW(connection->open("select a from t"), std::runtime_error);
+        EXPECT_EQ(server_.cancels, before + 1);
+        connection->setProgress({});
+        connection->execute("update t set a=1");
+        EXPECT_EQ(sent().back(), "update t set a=1");
+    }
+}
+
+TEST_F(OdbcStatements, OfAServerThatHearsNoCancelAreGivenUp) {
+    Answer waiting = oneRow({"1"});
+    waiting.waits = true;
+    server_.deaf = true;
+    answer("select a", waiting);
+    auto connection = connect();
+    connection->beginTrans();
+    connection->setProgress([] { throw std::runtime_error("stop"); });
+    EXPECT_THROW(connection->open("select a from t"), std::runtime_error);
+    EXPECT_EQ(failureOf([&] { connection->execute("update t set a=1"); }).number(), tsql::kTransactionLost);
+    connection->rollbackTrans();
+    connection->close();
+    EXPECT_EQ(idleSessions(), 0U);
+    server_.release();
+    server_.awaitClosed();
+}
+
+TEST_F(OdbcStatements, FindASessionThatAnotherUseHasOpened) {
+    connect()->execute("update t set a=1");
+    connect()->execute("update t set a=2");
+    EXPECT_EQ(server_.sessions.size(), 1U);
+    EXPECT_EQ(sent(), (std::vector<std::string>{"update t set a=1", "select 1", "update t set a=2"}));
+    connect(";Database=other");
+    EXPECT_EQ(server_.sessions.size(), 2U);
+}
+
+TEST_F(OdbcStatements, FindNoSessionThatDiedMeanwhile) {
+    connect()->execute("update t set a=1");
+    Answer dead = failed({{"08S01", 0, "[Scripted]Communication link failure"}});
+    dead.dies = true;
+    answer("select 1", dead);
+    connect()->execute("update t set a=2");
+    EXPECT_EQ(server_.sessions.size(), 2U);
+    EXPECT_FALSE(server_.sessions.front().open);
+}
+
+TEST_F(OdbcStatements, LeaveNoTransactionToTheNextUse) {
+    const auto connection = connect();
+    connection->beginTrans();
+    connection->execute("update t set a=1");
+    connection->close();
+    EXPECT_EQ(sent().back(), "rollback transaction");
+    EXPECT_EQ(idleSessions(), 1U);
+    EXPECT_FALSE(connect()->inTransaction());
+}
+
+TEST_F(OdbcStatements, ThatTouchTheSessionEndIt) {
+    for (const char* sql : {"set dateformat dmy", "use master", "create table #t(a int)", "exec sp_x"}) {
+        connect()->execute(sql);
+        EXPECT_EQ(idleSessions(), 0U) << sql;
+    }
+    connect()->execute("create table t(a int)");
+    EXPECT_EQ(idleSessions(), 1U);
+}
+
+TEST_F(OdbcStatements, WithCharactersThatTheDatabaseLacksAreNotSent) {
+    answer("select '²甲'", oneRow({"?甲"}));
+    answer("select '甲'", oneRow({"甲"}));
+    const auto connection = connect();
+    connection->execute("update t set a='甲'");
+    connection->execute("update t set a='甲甲'");
+    EXPECT_EQ(sent(), (std::vector<std::string>{"select '甲'", "update t set a='甲'", "update t set a='甲甲'"}));
+    script_.front().first = "select '²'";
+    script_.front().second = oneRow({"?"});
+    const Failure refused = failureOf([&] { connection->execute("update t set a='²甲'"); });
+    EXPECT_EQ(refused.number(), tsql::kBeyondCodePage);
+    EXPECT_NE(refused.text().find("“²”"), std::string::npos) << refused.text();
+    EXPECT_EQ(sent().back(), "select '²'");
+    connection->execute("update t set a=N'²'");
+    EXPECT_EQ(sent().back(), "update t set a=N'²'");
+    EXPECT_EQ(failureOf([&] { connection->execute("update t set a='\xE4'"); }).number(), tsql::kNoText);
+}
+
+}  // namespace
+}  // namespace orvenmod::store::odbc
