@@ -17,7 +17,7 @@ namespace {
 
 int run(const orvenmod::sample::Options& options) {
     using namespace orvenmod::sample;
-    const Suite suite(options.database);
+    const Suite suite(options.database, options.server);
     if (options.create) {
         suite.create(options.goods);
         return 0;

@@ -8,6 +8,7 @@ namespace orvenmod::sample {
 
 struct Options {
     std::string database;
+    std::string server;  ///< connection string of the server that has the suite's tables; "" for the file itself
     bool create = false;
     bool upgrade = false;
     int goods = 0;

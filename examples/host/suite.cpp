@@ -24,9 +24,9 @@ void save(const std::string& section, const std::string& key, const std::string&
 
 const char* const kNewerDatabase = "数据库由较新的版本建立，不能打开。请先升级本程序。";
 
-Suite::Suite(const std::string& databaseFile)
+Suite::Suite(const std::string& databaseFile, const std::string& server)
     : databaseFile_(std::filesystem::absolute(databaseFile).string()),
-      connectionString_("Provider=SQLite;Data Source=" + databaseFile_) {}
+      connectionString_(server.empty() ? "Provider=SQLite;Data Source=" + databaseFile_ : server) {}
 
 void Suite::create(int goods) const {
     CreateSchema(connectionString_);

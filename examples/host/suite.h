@@ -58,8 +58,9 @@ extern const char* const kNewerDatabase;
 
 class Suite {
 public:
-    /// A database of the embedded store.
-    explicit Suite(const std::string& databaseFile);
+    /// A database of the embedded store, or of the server that the connection string names. The folder of the file is
+    /// the suite's in both cases.
+    explicit Suite(const std::string& databaseFile, const std::string& server = "");
 
     const std::string& databaseFile() const { return databaseFile_; }
 

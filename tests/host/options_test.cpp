@@ -30,6 +30,11 @@ TEST(Options, makesTheUsualNumberOfGoodsWhereNoneIsTold) {
     EXPECT_EQ(readOptions({"--database", "a.db"}).goods, kUsualGoods);
 }
 
+TEST(Options, takesTheTablesFromAServerWhereOneIsNamed) {
+    EXPECT_EQ(readOptions({"--database", "a.db"}).server, "");
+    EXPECT_EQ(readOptions({"--database", "a.db", "--server", "Provider=PostgreSQL"}).server, "Provider=PostgreSQL");
+}
+
 TEST(Options, upgradesOnlyWhereItIsTold) {
     EXPECT_TRUE(readOptions({"--database", "a.db", "--upgrade"}).upgrade);
     EXPECT_FALSE(readOptions({"--database", "a.db"}).upgrade);

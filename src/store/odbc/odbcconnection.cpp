@@ -1,9 +1,12 @@
 #include "store/odbc/odbcconnection.h"
 
+#include <optional>
 #include <utility>
 
 #include "store/odbc/lostsession.h"
 #include "store/odbc/odbcfetch.h"
+#include "store/odbc/odbcoutline.h"
+#include "store/odbc/odbctableloader.h"
 #include "store/odbc/odbctablewriter.h"
 #include "store/odbc/sessionpool.h"
 
@@ -66,27 +69,39 @@ private:
 
 class Query : public Text {
 public:
-    using Text::Text;
+    Query(OdbcHandle statement, std::string_view sql, OdbcFetch::Until until = OdbcFetch::Until::end)
+        : Text(std::move(statement), sql), until_(until) {}
 
+    /// Run again, it goes on where it stopped.
     void run() override {
+        if (!fetch_) begin();
+        if (!fetch_) return;
+        rows_ = fetch_->next(until_);
+        if (fetch_->atEnd()) finish();
+    }
+
+    bool hasRows() const { return fetch_.has_value(); }
+    bool atEnd() const { return !fetch_ || fetch_->atEnd(); }
+    Recordset& rows() { return rows_; }
+
+private:
+    void begin() {
         send();
         bool result = true;
         SQLSMALLINT count = columns();
         // A procedure tells how many rows it touched before it gives any.
         for (; count == 0 && result; count = result ? columns() : count)
             result = next();
-        if (count == 0) return;
-        hasRows_ = true;
-        rows_ = fetchRows(*this, count);
+        if (count > 0) fetch_.emplace(*this, count);
+    }
+
+    void finish() {
         while (next()) {
         }
     }
 
-    bool hasRows() const { return hasRows_; }
-    Recordset& rows() { return rows_; }
-
-private:
-    bool hasRows_ = false;
+    OdbcFetch::Until until_;
+    std::optional<OdbcFetch> fetch_;
     Recordset rows_;
 };
 
@@ -177,13 +192,6 @@ std::int64_t OdbcConnection::change(std::string_view sql) {
     return work->touched();
 }
 
-Recordset OdbcConnection::query(std::string_view sql) {
-    const auto work = std::make_shared<Query>(statement(), sql);
-    run(work);
-    if (!work->hasRows()) throw failure(tsql::kNoRows);
-    return std::move(work->rows());
-}
-
 std::int64_t OdbcConnection::execute(std::string_view sql) {
     look(sql);
     switch (text_.control()) {
@@ -203,11 +211,35 @@ std::int64_t OdbcConnection::execute(std::string_view sql) {
     return change(sql);
 }
 
-Recordset OdbcConnection::open(std::string_view sql) {
+void OdbcConnection::prepareQuery(std::string_view sql) {
     look(sql);
     prepare();
     if (!text_.mayGiveRows()) throw failure(tsql::kNoRows);
-    return query(sql);
+}
+
+Recordset OdbcConnection::open(std::string_view sql) {
+    prepareQuery(sql);
+    const auto work = std::make_shared<Query>(statement(), sql);
+    run(work);
+    if (!work->hasRows()) throw failure(tsql::kNoRows);
+    return std::move(work->rows());
+}
+
+void OdbcConnection::read(std::string_view sql, const Part& part) {
+    prepareQuery(sql);
+    const auto work = std::make_shared<Query>(statement(), sql, OdbcFetch::Until::part);
+    do {
+        run(work);
+        if (!work->hasRows()) throw failure(tsql::kNoRows);
+        if (work->rows().rowCount() > 0) part(work->rows());
+    } while (!work->atEnd());
+}
+
+Outline OdbcConnection::outline() { return outlineOf(*this); }
+
+std::unique_ptr<TableLoader> OdbcConnection::openLoader(std::string_view table,
+                                                        const std::vector<std::string>& fields) {
+    return std::make_unique<OdbcTableLoader>(*this, table, fields);
 }
 
 std::unique_ptr<TableWriter> OdbcConnection::openTable(std::string_view table) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "store/connection.h"
 #include "store/odbc/odbcsession.h"
@@ -22,6 +23,9 @@ public:
 
     std::int64_t execute(std::string_view sql) override;
     Recordset open(std::string_view sql) override;
+    void read(std::string_view sql, const Part& part) override;
+    Outline outline() override;
+    std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override;
     std::unique_ptr<TableWriter> openTable(std::string_view table) override;
     void beginTrans() override;
     void commitTrans() override;
@@ -52,8 +56,8 @@ private:
     /// Throws Failure where the text is not one statement.
     void look(std::string_view sql);
     void prepare();
+    void prepareQuery(std::string_view sql);
     void checkCharacters(std::string_view text);
-    Recordset query(std::string_view sql);
     std::int64_t change(std::string_view sql);
     void settle(const std::shared_ptr<OdbcWork>& work) noexcept;
     bool isLost() const;

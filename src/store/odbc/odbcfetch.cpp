@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "store/connection.h"
+
 namespace orvenmod::store::odbc {
 
 namespace {
@@ -57,32 +59,6 @@ ColumnType columnType(SQLSMALLINT type) {
     }
 }
 
-// In which form the driver gives a value, and the bytes of one.
-struct Form {
-    SQLSMALLINT type;
-    std::size_t bytes;  // 0: of any size
-};
-
-Form formOf(SQLSMALLINT type, SQLULEN size) {
-    switch (columnType(type)) {
-        case ColumnType::integer:
-            return {SQL_C_SBIGINT, sizeof(std::int64_t)};
-        case ColumnType::real:
-            // By the column's own precision: a real as a double shows digits that it doesn't have.
-            return type == SQL_REAL ? Form{SQL_C_FLOAT, sizeof(float)} : Form{SQL_C_DOUBLE, sizeof(double)};
-        case ColumnType::date:
-            if (type != SQL_TYPE_DATE && type != SQL_TYPE_TIMESTAMP) return {SQL_C_CHAR, 32};
-            return {SQL_C_TYPE_TIMESTAMP, sizeof(SQL_TIMESTAMP_STRUCT)};
-        case ColumnType::decimal:
-            return {SQL_C_CHAR, 64};
-        case ColumnType::binary:
-            return {SQL_C_BINARY, size > kLongest ? 0 : size};
-        case ColumnType::text:
-            break;
-    }
-    return {SQL_C_CHAR, size == 0 || size > kLongest ? 0 : size * kCharacterBytes + 1};
-}
-
 std::string_view printed(char (&buffer)[400], const std::to_chars_result& result) {
     return {buffer, static_cast<std::size_t>(result.ptr - buffer)};
 }
@@ -109,182 +85,196 @@ std::string_view date(char (&buffer)[400], const char* value) {
     return {buffer, static_cast<std::size_t>(size)};
 }
 
-class Fetch {
-public:
-    Fetch(const OdbcWork& work, SQLSMALLINT count) : work_(work), statement_(work.statement().get()) {
-        std::vector<Column> columns;
-        for (SQLSMALLINT i = 1; i <= count; ++i)
-            columns.push_back(describe(static_cast<SQLUSMALLINT>(i)));
-        rows_ = Recordset(std::move(columns));
-    }
-
-    Recordset run() {
-        const bool blocks = std::all_of(cells_.begin(), cells_.end(), [](const Cell& c) { return c.form.bytes > 0; });
-        if (blocks) {
-            fetchBlocks();
-        } else {
-            fetchCells();
-        }
-        return std::move(rows_);
-    }
-
-private:
-    // A column's values of a block.
-    struct Cell {
-        ColumnType type = ColumnType::text;
-        Form form{};
-        std::unique_ptr<char[]> values;
-        std::unique_ptr<SQLLEN[]> lengths;
-    };
-
-    Column describe(SQLUSMALLINT index) {
-        SQLCHAR name[512] = {};
-        SQLSMALLINT length = 0;
-        SQLSMALLINT type = 0;
-        SQLULEN size = 0;
-        SQLSMALLINT digits = 0;
-        SQLSMALLINT nullable = 0;
-        work_.check([&] {
-            return SQLDescribeCol(statement_, index, name, sizeof name, &length, &type, &size, &digits, &nullable);
-        });
-        Cell& cell = cells_.emplace_back();
-        cell.type = columnType(type);
-        cell.form = formOf(type, size);
-        return {reinterpret_cast<const char*>(name), cell.type};
-    }
-
-    void fetchBlocks() {
-        std::size_t rowBytes = 0;
-        for (const Cell& cell : cells_)
-            rowBytes += cell.form.bytes + sizeof(SQLLEN);
-        const std::size_t most = std::clamp<std::size_t>(kBlockBytes / rowBytes, 1, kMostRows);
-        const auto status = std::make_unique_for_overwrite<SQLUSMALLINT[]>(most);
-        SQLULEN count = 0;
-        setAttribute(SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(most));
-        setAttribute(SQL_ATTR_ROWS_FETCHED_PTR, &count);
-        setAttribute(SQL_ATTR_ROW_STATUS_PTR, status.get());
-        bind(most);
-        for (;;) {
-            const SQLRETURN result = work_.await([&] { return SQLFetch(statement_); });
-            if (result == SQL_NO_DATA) break;
-            work_.statement().check(result);
-            // A row that failed makes the whole block no failure by itself.
-            if (std::find(status.get(), status.get() + count, SQL_ROW_ERROR) != status.get() + count)
-                throw work_.statement().failure();
-            for (std::size_t row = 0; row < count; ++row)
-                addRow(row);
-        }
-        // What they point to goes; the statement may have further results.
-        SQLFreeStmt(statement_, SQL_UNBIND);
-        setAttribute(SQL_ATTR_ROWS_FETCHED_PTR, nullptr);
-        setAttribute(SQL_ATTR_ROW_STATUS_PTR, nullptr);
-    }
-
-    void setAttribute(SQLINTEGER attribute, SQLPOINTER value) {
-        work_.statement().check(SQLSetStmtAttr(statement_, attribute, value, 0));
-    }
-
-    void bind(std::size_t rows) {
-        SQLUSMALLINT index = 0;
-        for (Cell& cell : cells_) {
-            cell.values = std::make_unique_for_overwrite<char[]>(cell.form.bytes * rows);
-            cell.lengths = std::make_unique_for_overwrite<SQLLEN[]>(rows);
-            work_.statement().check(SQLBindCol(statement_, ++index, cell.form.type, cell.values.get(),
-                                               static_cast<SQLLEN>(cell.form.bytes), cell.lengths.get()));
-        }
-    }
-
-    void addRow(std::size_t row) {
-        for (const Cell& cell : cells_) {
-            const SQLLEN length = cell.lengths[row];
-            if (length == SQL_NULL_DATA) {
-                rows_.addNull();
-                continue;
-            }
-            const std::size_t ending = cell.form.type == SQL_C_CHAR ? 1 : 0;
-            if (length < 0 || static_cast<std::size_t>(length) + ending > cell.form.bytes) {
-                throw Failure(FailureKind::truncation, 0, "驱动程序给出的值比它说明的列长: " + std::to_string(length));
-            }
-            addValue(cell, {cell.values.get() + row * cell.form.bytes, static_cast<std::size_t>(length)});
-        }
-        rows_.endRow();
-    }
-
-    void addValue(const Cell& cell, std::string_view value) {
-        char buffer[400];
-        switch (cell.form.type) {
-            case SQL_C_SBIGINT:
-                return rows_.addText(number<std::int64_t>(buffer, value.data()));
-            case SQL_C_FLOAT:
-                return rows_.addText(number<float>(buffer, value.data()));
-            case SQL_C_DOUBLE:
-                return rows_.addText(number<double>(buffer, value.data()));
-            case SQL_C_TYPE_TIMESTAMP:
-                return rows_.addText(date(buffer, value.data()));
-            default:
-                return rows_.addText(cell.type == ColumnType::decimal ? plainDecimal(value, room_) : value);
-        }
-    }
-
-    void fetchCells() {
-        for (;;) {
-            const SQLRETURN result = work_.await([&] { return SQLFetch(statement_); });
-            if (result == SQL_NO_DATA) return;
-            work_.statement().check(result);
-            SQLUSMALLINT index = 0;
-            for (const Cell& cell : cells_) {
-                if (const auto value = readCell(++index, cell.form.type)) {
-                    addValue(cell, *value);
-                } else {
-                    rows_.addNull();
-                }
-            }
-            rows_.endRow();
-        }
-    }
-
-    // A value of any length; none for null.
-    std::optional<std::string_view> readCell(SQLUSMALLINT column, SQLSMALLINT type) {
-        const std::size_t ending = type == SQL_C_CHAR ? 1 : 0;
-        std::size_t used = 0;
-        for (;;) {
-            SQLLEN length = 0;
-            const std::size_t room = pieceBytes_ - used;
-            const SQLRETURN result = work_.await([&] {
-                return SQLGetData(statement_, column, type, piece_.get() + used, static_cast<SQLLEN>(room), &length);
-            });
-            if (result == SQL_NO_DATA) break;
-            work_.statement().check(result);
-            if (length == SQL_NULL_DATA) return std::nullopt;
-            const bool whole = length != SQL_NO_TOTAL && static_cast<std::size_t>(length) + ending <= room;
-            if (whole) {
-                used += static_cast<std::size_t>(length);
-                break;
-            }
-            used += room - ending;
-            // Where the driver tells the rest, one more call reads all of it.
-            enlarge(used, length == SQL_NO_TOTAL ? pieceBytes_ : static_cast<std::size_t>(length) - room + ending);
-        }
-        return std::string_view(piece_.get(), used);
-    }
-
-    void enlarge(std::size_t used, std::size_t more) {
-        pieceBytes_ = used + more + 2;
-        auto larger = std::make_unique_for_overwrite<char[]>(pieceBytes_);
-        std::copy_n(piece_.get(), used, larger.get());
-        piece_ = std::move(larger);
-    }
-
-    const OdbcWork& work_;
-    SQLHANDLE statement_;
-    std::vector<Cell> cells_;
-    Recordset rows_;
-    std::string room_;
-    std::size_t pieceBytes_ = kFirstPiece;
-    std::unique_ptr<char[]> piece_ = std::make_unique_for_overwrite<char[]>(kFirstPiece);
-};
-
 }  // namespace
+
+OdbcFetch::Form OdbcFetch::formOf(SQLSMALLINT type, SQLULEN size) {
+    switch (columnType(type)) {
+        case ColumnType::integer:
+            return {SQL_C_SBIGINT, sizeof(std::int64_t)};
+        case ColumnType::real:
+            // By the column's own precision: a real as a double shows digits that it doesn't have.
+            return type == SQL_REAL ? Form{SQL_C_FLOAT, sizeof(float)} : Form{SQL_C_DOUBLE, sizeof(double)};
+        case ColumnType::date:
+            if (type != SQL_TYPE_DATE && type != SQL_TYPE_TIMESTAMP) return {SQL_C_CHAR, 32};
+            return {SQL_C_TYPE_TIMESTAMP, sizeof(SQL_TIMESTAMP_STRUCT)};
+        case ColumnType::decimal:
+            return {SQL_C_CHAR, 64};
+        case ColumnType::binary:
+            return {SQL_C_BINARY, size > kLongest ? 0 : size};
+        case ColumnType::text:
+            break;
+    }
+    return {SQL_C_CHAR, size == 0 || size > kLongest ? 0 : size * kCharacterBytes + 1};
+}
+
+OdbcFetch::OdbcFetch(const OdbcWork& work, SQLSMALLINT columns) : work_(work), statement_(work.statement().get()) {
+    for (SQLSMALLINT i = 1; i <= columns; ++i)
+        columns_.push_back(describe(static_cast<SQLUSMALLINT>(i)));
+    if (std::all_of(cells_.begin(), cells_.end(), [](const Cell& c) { return c.form.bytes > 0; })) {
+        bind();
+    } else {
+        enlarge(0, kFirstPiece);
+    }
+}
+
+Column OdbcFetch::describe(SQLUSMALLINT index) {
+    SQLCHAR name[512] = {};
+    SQLSMALLINT length = 0;
+    SQLSMALLINT type = 0;
+    SQLULEN size = 0;
+    SQLSMALLINT digits = 0;
+    SQLSMALLINT nullable = 0;
+    work_.check([&] {
+        return SQLDescribeCol(statement_, index, name, sizeof name, &length, &type, &size, &digits, &nullable);
+    });
+    Cell& cell = cells_.emplace_back();
+    cell.type = columnType(type);
+    cell.form = formOf(type, size);
+    return {reinterpret_cast<const char*>(name), cell.type};
+}
+
+Recordset OdbcFetch::next(Until until) {
+    rows_ = Recordset(columns_);
+    const std::size_t step = std::max<std::size_t>(blockRows_, 1);
+    while (!atEnd_ && (until == Until::end || !isFull(step))) {
+        if (blockRows_ > 0) {
+            fetchBlock();
+        } else {
+            fetchRow();
+        }
+    }
+    return std::move(rows_);
+}
+
+bool OdbcFetch::isFull(std::size_t more) const {
+    return rows_.rowCount() > 0 && (rows_.rowCount() + more > kRowsPerPart || rows_.memory() >= kBytesPerPart);
+}
+
+void OdbcFetch::bind() {
+    std::size_t rowBytes = 0;
+    for (const Cell& cell : cells_)
+        rowBytes += cell.form.bytes + sizeof(SQLLEN);
+    blockRows_ = std::clamp<std::size_t>(kBlockBytes / rowBytes, 1, kMostRows);
+    status_ = std::make_unique_for_overwrite<SQLUSMALLINT[]>(blockRows_);
+    setAttribute(SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(blockRows_));
+    setAttribute(SQL_ATTR_ROWS_FETCHED_PTR, &count_);
+    setAttribute(SQL_ATTR_ROW_STATUS_PTR, status_.get());
+    SQLUSMALLINT index = 0;
+    for (Cell& cell : cells_) {
+        cell.values = std::make_unique_for_overwrite<char[]>(cell.form.bytes * blockRows_);
+        cell.lengths = std::make_unique_for_overwrite<SQLLEN[]>(blockRows_);
+        work_.statement().check(SQLBindCol(statement_, ++index, cell.form.type, cell.values.get(),
+                                           static_cast<SQLLEN>(cell.form.bytes), cell.lengths.get()));
+    }
+}
+
+// What is bound goes; the statement may have further results.
+void OdbcFetch::unbind() {
+    SQLFreeStmt(statement_, SQL_UNBIND);
+    setAttribute(SQL_ATTR_ROWS_FETCHED_PTR, nullptr);
+    setAttribute(SQL_ATTR_ROW_STATUS_PTR, nullptr);
+}
+
+void OdbcFetch::setAttribute(SQLINTEGER attribute, SQLPOINTER value) {
+    work_.statement().check(SQLSetStmtAttr(statement_, attribute, value, 0));
+}
+
+void OdbcFetch::fetchBlock() {
+    const SQLRETURN result = work_.await([&] { return SQLFetch(statement_); });
+    if (result == SQL_NO_DATA) {
+        atEnd_ = true;
+        unbind();
+        return;
+    }
+    work_.statement().check(result);
+    // A row that failed makes the whole block no failure by itself.
+    if (std::find(status_.get(), status_.get() + count_, SQL_ROW_ERROR) != status_.get() + count_)
+        throw work_.statement().failure();
+    for (std::size_t row = 0; row < count_; ++row)
+        addRow(row);
+}
+
+void OdbcFetch::addRow(std::size_t row) {
+    for (const Cell& cell : cells_) {
+        const SQLLEN length = cell.lengths[row];
+        if (length == SQL_NULL_DATA) {
+            rows_.addNull();
+            continue;
+        }
+        const std::size_t ending = cell.form.type == SQL_C_CHAR ? 1 : 0;
+        if (length < 0 || static_cast<std::size_t>(length) + ending > cell.form.bytes) {
+            throw Failure(FailureKind::truncation, 0, "驱动程序给出的值比它说明的列长: " + std::to_string(length));
+        }
+        addValue(cell, {cell.values.get() + row * cell.form.bytes, static_cast<std::size_t>(length)});
+    }
+    rows_.endRow();
+}
+
+void OdbcFetch::addValue(const Cell& cell, std::string_view value) {
+    char buffer[400];
+    switch (cell.form.type) {
+        case SQL_C_SBIGINT:
+            return rows_.addText(number<std::int64_t>(buffer, value.data()));
+        case SQL_C_FLOAT:
+            return rows_.addText(number<float>(buffer, value.data()));
+        case SQL_C_DOUBLE:
+            return rows_.addText(number<double>(buffer, value.data()));
+        case SQL_C_TYPE_TIMESTAMP:
+            return rows_.addText(date(buffer, value.data()));
+        default:
+            return rows_.addText(cell.type == ColumnType::decimal ? plainDecimal(value, room_) : value);
+    }
+}
+
+void OdbcFetch::fetchRow() {
+    const SQLRETURN result = work_.await([&] { return SQLFetch(statement_); });
+    if (result == SQL_NO_DATA) {
+        atEnd_ = true;
+        return;
+    }
+    work_.statement().check(result);
+    SQLUSMALLINT index = 0;
+    for (const Cell& cell : cells_) {
+        if (const auto value = readCell(++index, cell.form.type)) {
+            addValue(cell, *value);
+        } else {
+            rows_.addNull();
+        }
+    }
+    rows_.endRow();
+}
+
+// A value of any length; none for null.
+std::optional<std::string_view> OdbcFetch::readCell(SQLUSMALLINT column, SQLSMALLINT type) {
+    const std::size_t ending = type == SQL_C_CHAR ? 1 : 0;
+    std::size_t used = 0;
+    for (;;) {
+        SQLLEN length = 0;
+        const std::size_t room = pieceBytes_ - used;
+        const SQLRETURN result = work_.await([&] {
+            return SQLGetData(statement_, column, type, piece_.get() + used, static_cast<SQLLEN>(room), &length);
+        });
+        if (result == SQL_NO_DATA) break;
+        work_.statement().check(result);
+        if (length == SQL_NULL_DATA) return std::nullopt;
+        const bool whole = length != SQL_NO_TOTAL && static_cast<std::size_t>(length) + ending <= room;
+        if (whole) {
+            used += static_cast<std::size_t>(length);
+            break;
+        }
+        used += room - ending;
+        // Where the driver tells the rest, one more call reads all of it.
+        enlarge(used, length == SQL_NO_TOTAL ? pieceBytes_ : static_cast<std::size_t>(length) - room + ending);
+    }
+    return std::string_view(piece_.get(), used);
+}
+
+void OdbcFetch::enlarge(std::size_t used, std::size_t more) {
+    pieceBytes_ = used + more + 2;
+    auto larger = std::make_unique_for_overwrite<char[]>(pieceBytes_);
+    std::copy_n(piece_.get(), used, larger.get());
+    piece_ = std::move(larger);
+}
 
 std::string_view plainDecimal(std::string_view text, std::string& room) {
     const std::size_t point = text.find('.');
@@ -299,7 +289,5 @@ std::string_view plainDecimal(std::string_view text, std::string& room) {
     room.assign(negative ? "-0" : "0").append(digits);
     return room;
 }
-
-Recordset fetchRows(const OdbcWork& work, SQLSMALLINT columns) { return Fetch(work, columns).run(); }
 
 }  // namespace orvenmod::store::odbc
