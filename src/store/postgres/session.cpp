@@ -114,6 +114,9 @@ void Session::checkServer() const {
                        {PQdb(connection_.get()), encoding == nullptr ? "?" : encoding});
 }
 
+// plan_cache_mode is left automatic: with 100 thousand goods a plan made for each value takes the windows' short
+// statements 0.12 ms instead of 0.07, and the lists gain nothing from it.
+//
 // Settings of the session, and the statements that every session needs.
 void Session::setUp() {
     PQenterPipelineMode(connection_.get());
