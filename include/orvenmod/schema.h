@@ -18,9 +18,9 @@ int SchemaVersion(const std::string& connectionString);
 int NewestSchemaVersion();
 
 /// Brings a database that an earlier version made to the newest one: adds what later versions added, in one
-/// transaction; nothing where it is the newest. Of two callers at once one does it and the other waits. Throws
-/// std::runtime_error, and leaves the database as it was, where it is newer than this component, can't be written or
-/// isn't the suite's.
+/// transaction; nothing where it is the newest. Of two callers at once one does it and the other waits, no longer than
+/// Busy Timeout in its connection string says. Throws std::runtime_error, and leaves the database as it was, where that
+/// time has passed or the database is newer than this component, can't be written or isn't the suite's.
 void UpgradeSchema(const std::string& connectionString);
 
 }  // namespace orvenmod

@@ -4,27 +4,21 @@
 #include "store/upgrade.h"
 
 namespace orvenmod::store {
-namespace {
-
-constexpr int kTableExists = 2714;
-constexpr int kNoSuchIndex = 3701;
-
-}  // namespace
 
 const std::vector<UpgradeStep>& upgradeSteps() {
     static const std::vector<UpgradeStep> kSteps = {
-        {1, {{"create table tblOrvenmodVersion(fVersion int not null)", kTableExists}}},
+        {1, {{.sql = "create table tblOrvenmodVersion(fVersion int not null)", .madeTable = kVersionTable}}},
         // The tree needs no codes and names; a smaller index serves a million items better.
         {2,
-         {{"drop index tblItem.ix_tblItem_5", kNoSuchIndex},
+         {{"drop index tblItem.ix_tblItem_5", StepFailure::tellsNothing},
           {"create index ix_tblItem_5 on tblItem(fItemClassId,fIsDetail,fDepth)"}}},
         // The test of an item's name read all items of its class.
         {3,
-         {{"drop index tblItem.ix_tblItem_2", kNoSuchIndex},
+         {{"drop index tblItem.ix_tblItem_2", StepFailure::tellsNothing},
           {"create index ix_tblItem_2 on tblItem(fItemClassId,fName,fIsDetail)"}}},
         // The next short code read a row for each item of its category.
         {4,
-         {{"drop index tblItem.ix_tblItem_4", kNoSuchIndex},
+         {{"drop index tblItem.ix_tblItem_4", StepFailure::tellsNothing},
           {"create index ix_tblItem_4 on tblItem(fItemClassId,fParentId) include (fShortNumber)"}}},
     };
     return kSteps;

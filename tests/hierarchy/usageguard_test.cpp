@@ -239,8 +239,7 @@ TEST_F(UsageGuardFailure, aFieldWhoseNameHoldsAQuoteFails) {
     // Of two fields of one bill either may come first.
     database().execute("delete from tblBillInfo where fTypeId=71");
     addField("tblBillInfo", 71, "f''Id");
-    expectFailure(
-        "字符串 'Id=101 union all select top 1 finterid from tblFPEntry where fItemId=101' 后的引号不完整。");
+    expectFailure("字符串 'Id=101 union all select top 1 finterid from tblFPEntry where fItemId=101' 后的引号不完整。");
 }
 
 TEST_F(UsageGuardFailure, aFieldThatTheBillHasNotFails) {

@@ -165,10 +165,11 @@ PostgresServer::PostgresServer(const Settings& settings) {
         runShell(home_, kInitialize + settings.encoding + " --pgdata=data");
     }
     writeSettings(settings);
+    if (!settings.environment.empty()) environment_ = settings.environment + " ";
     if (settings.fillable) {
         // The server's user may not reach the folder that it was built in.
         fs::copy_file(ORVEN_FULL_DISK, home_ + "/fulldisk.so");
-        environment_ = "LD_PRELOAD=" + shellQuoted(home_ + "/fulldisk.so") + " ";
+        environment_ += "LD_PRELOAD=" + shellQuoted(home_ + "/fulldisk.so") + " ";
     }
     start();
     addOwner();

@@ -25,6 +25,7 @@ public:
         std::string encoding = "UTF8";
         std::string access;              ///< lines of pg_hba.conf; empty lets everybody in
         std::vector<std::string> lines;  ///< of postgresql.conf
+        std::string environment;         ///< of the server, as a shell has it: "LANGUAGE=de"
         bool fillable = false;           ///< its disk can be full
     };
 

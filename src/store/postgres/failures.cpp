@@ -47,12 +47,19 @@ struct Code {
     std::vector<std::string> arguments;
 };
 
-// "integer out of range"
-std::string typeOutOfRange(const std::string& message) {
-    if (message.starts_with("integer")) return "int";
-    if (message.starts_with("smallint")) return "smallint";
-    if (message.starts_with("bigint")) return "bigint";
-    return message.starts_with("numeric") ? "numeric" : "float";
+// The type that a value is too large for. Its words are in the server's language, the name of its function isn't:
+//
+//   int4pl int24mul int8inc       the widest of its operands
+//   int82 int84 i4toi2 dtoi4 numeric_int8     that into which it converts
+std::string typeOutOfRange(std::string_view function) {
+    if (function.starts_with("float")) return "float";
+    if (function == "pg_strtoint32") return "int";
+    if (function == "int82" || function == "i4toi2") return "smallint";
+    if (function == "int84") return "int";
+    if (function.find("int") == function.npos && function.find("toi") == function.npos) return "numeric";
+    const auto names = [&function](char size) { return function.find(size) != function.npos; };
+    if (names('8')) return "bigint";
+    return names('4') ? "int" : "smallint";
 }
 
 // "Process 12 waits for ShareLock on transaction 34; ..." tells first of the one that was ended.
@@ -79,7 +86,7 @@ Failure reported(const PGresult* failure, const ServerAddress& address) {
     const std::string words = field(failure, PG_DIAG_MESSAGE_PRIMARY);
     const Code codes[] = {
         {"22012", tsql::kDivisionByZero, {}},
-        {"22003", tsql::kArithmeticOverflow, {"expression", typeOutOfRange(words)}},
+        {"22003", tsql::kArithmeticOverflow, {"expression", typeOutOfRange(field(failure, PG_DIAG_SOURCE_FUNCTION))}},
         {"22001", tsql::kTruncated, {}},
         {"21000", tsql::kSubqueryRows, {}},
         {"22021", tsql::kNoText, {}},

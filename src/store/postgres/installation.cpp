@@ -1,5 +1,5 @@
 // The version of what is installed stands in the comment of its schema, so that a look costs one short query. Two that
-// install at once are kept apart by a lock of their transaction; the second does the same again.
+// install at once are kept apart by a lock of their transaction; what the first has made need not be made again.
 #include "store/postgres/installation.h"
 
 #include <string>
@@ -27,16 +27,23 @@ Result run(PGconn* connection, const std::string& text, const ServerAddress& add
         : reported(result.get(), address);
 }
 
+bool isOutdated(PGconn* connection, const ServerAddress& address) {
+    const Result known = run(connection, kRuntimeVersionQuery, address);
+    return runtimeNumber(textOf(known.get(), 0, 0)) < runtimeNumber(runtimeVersion());
+}
+
 }  // namespace
 
 void install(PGconn* connection, const ServerAddress& address) {
-    const Result known = run(connection, kRuntimeVersionQuery, address);
-    if (textOf(known.get(), 0, 0) == runtimeVersion()) return;
-    // One text is one transaction.
-    run(connection,
-        "SET client_min_messages = warning; SET check_function_bodies = off;" + runtimeSql() + kSchemaVersion +
-            "RESET ALL",
-        address);
+    if (!isOutdated(connection, address)) return;
+    run(connection, std::string("BEGIN;") + kRuntimeLock, address);
+    if (isOutdated(connection, address)) {
+        run(connection,
+            "SET LOCAL client_min_messages = warning; SET LOCAL check_function_bodies = off;" + runtimeSql() +
+                kSchemaVersion,
+            address);
+    }
+    run(connection, "COMMIT", address);
 }
 
 }  // namespace orvenmod::store::postgres

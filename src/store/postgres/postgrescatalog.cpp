@@ -1,5 +1,6 @@
 #include "store/postgres/postgrescatalog.h"
 
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
@@ -37,9 +38,15 @@ enum ColumnField {
 };
 
 constexpr const char* kIndexes =
-    "SELECT t.relname, i.relname, obj_description(i.oid, 'pg_class') FROM pg_index x "
+    "SELECT t.relname, i.relname, obj_description(i.oid, 'pg_class'), x.indisprimary, x.indisunique, "
+    "CASE WHEN x.indpred IS NULL AND x.indexprs IS NULL THEN (SELECT string_agg(a.attname, chr(31) ORDER BY k.place) "
+    "FROM unnest(x.indkey) WITH ORDINALITY k(number, place) JOIN pg_attribute a ON a.attrelid = x.indrelid "
+    "AND a.attnum = k.number WHERE k.place <= x.indnkeyatts) END FROM pg_index x "
     "JOIN pg_class t ON t.oid = x.indrelid JOIN pg_class i ON i.oid = x.indexrelid "
-    "WHERE t.relnamespace = to_regnamespace(current_schema()) AND ($1::text IS NULL OR t.relname = $1)";
+    "WHERE t.relnamespace = to_regnamespace(current_schema()) AND ($1::text IS NULL OR t.relname = $1) "
+    "ORDER BY x.indisprimary DESC, i.oid";
+enum IndexField { tableName, indexName, indexComment, isPrimary, isUnique, indexedColumns };
+constexpr char kBetweenNames = '\x1f';
 
 std::string folded(std::string_view name) {
     std::string result(name);
@@ -126,6 +133,25 @@ std::string keptIndex(const std::string& table, std::string_view native, std::st
     return std::string(native);
 }
 
+// The columns of an index, where the order of an index is that of their values: of texts it isn't. Rows whose columns
+// are equal keep the order in which they lie.
+std::vector<std::string> orderOf(const PGresult* rows, int row, const tsql::ObjectInfo& table) {
+    std::vector<std::string> order;
+    const std::string_view names = textOf(rows, row, indexedColumns);
+    for (std::size_t at = 0; at < names.size();) {
+        const std::size_t end = std::min(names.find(kBetweenNames, at), names.size());
+        order.emplace_back(names.substr(at, end - at));
+        at = end + 1;
+    }
+    for (const tsql::ColumnInfo& column : table.columns) {
+        const std::string native = column.nativeName.empty() ? tsql::nativeName(column.name) : column.nativeName;
+        const bool indexed = std::find(order.begin(), order.end(), native) != order.end();
+        if (indexed && column.type.isText()) return {};
+    }
+    if (!order.empty() && !isTrue(rows, row, isUnique)) order.emplace_back("ctid");
+    return order;
+}
+
 bool isViewText(std::string_view comment) {
     const std::string start = folded(comment.substr(0, 7));
     return start == "create " || start.starts_with("alter ");
@@ -146,23 +172,17 @@ void PostgresCatalog::forget(const std::string& object) {
 }
 
 bool PostgresCatalog::refreshed() {
-    if (known_ && forgotten_.empty()) return false;
-    const bool all = !known_;
-    refresh();
-    return all;
-}
-
-void PostgresCatalog::refresh() const {
-    if (!known_) {
-        readAll();
-    } else if (!forgotten_.empty()) {
-        readForgotten();
-    }
+    if (known_) return false;
+    readAll();
+    return true;
 }
 
 const tsql::ObjectInfo* PostgresCatalog::find(std::string_view name) const {
-    refresh();
-    const auto found = objects_.find(tsql::nativeName(name));
+    if (!known_) readAll();
+    const std::string native = tsql::nativeName(name);
+    // Only when it is asked for: the statements behind a definition mostly concern others.
+    if (std::find(forgotten_.begin(), forgotten_.end(), native) != forgotten_.end()) readForgotten();
+    const auto found = objects_.find(native);
     if (found == objects_.end()) return nullptr;
     Object& object = *found->second;
     if (!object.bound) {
@@ -221,16 +241,22 @@ void PostgresCatalog::addColumns(const PGresult* rows) const {
             if (view && isViewText(comment)) object->viewText = comment;
             object->bound = object->viewText.empty();
         }
-        if (PQgetisnull(rows, row, columnName) == 0) object->info.columns.push_back(columnOf(rows, row));
+        if (PQgetisnull(rows, row, columnName) != 0) continue;
+        object->info.columns.push_back(columnOf(rows, row));
+        if (object->info.columns.back().identity) object->info.rowOrder = {std::string(textOf(rows, row, columnName))};
     }
 }
 
 void PostgresCatalog::addIndexes(const PGresult* rows) const {
     for (int row = 0; row < PQntuples(rows); ++row) {
-        const auto found = objects_.find(tsql::nativeName(textOf(rows, row, 0)));
+        const auto found = objects_.find(tsql::nativeName(textOf(rows, row, tableName)));
         if (found == objects_.end()) continue;
         tsql::ObjectInfo& table = found->second->info;
-        table.indexes.push_back(keptIndex(table.name, textOf(rows, row, 1), textOf(rows, row, 2)));
+        table.indexes.push_back(keptIndex(table.name, textOf(rows, row, indexName), textOf(rows, row, indexComment)));
+        if (table.rowOrder.empty() || isTrue(rows, row, isPrimary)) {
+            std::vector<std::string> order = orderOf(rows, row, table);
+            if (!order.empty()) table.rowOrder = std::move(order);
+        }
     }
 }
 

@@ -63,7 +63,7 @@ ServerAddress ServerAddress::parse(const std::string& connectionString) {
     address.busyTimeout = tsql::busyTimeout(parts);
     for (const auto& [key, value] : parts.parts()) {
         const auto known =
-            std::find_if(std::begin(kKeys), std::end(kKeys), [&](const Key& k) { return k.ours == key; });
+            std::find_if(std::begin(kKeys), std::end(kKeys), [&key = key](const Key& k) { return k.ours == key; });
         const std::string name(known == std::end(kKeys) ? std::string_view(key) : known->theirs);
         if (name.empty()) continue;
         if (namesOfTheLibrary().count(name) == 0)

@@ -131,7 +131,9 @@ void Session::setUp() {
             "set_config('extra_float_digits', '1', false), set_config('bytea_output', 'hex', false), "
             "set_config('standard_conforming_strings', 'on', false), set_config('transform_null_equals', 'off', "
             "false), "
-            "set_config('jit', 'off', false)",
+            "set_config('jit', 'off', false), "
+            // "$user" of a role named orven would be where the run-time functions are.
+            "CASE current_schema() WHEN 'orven' THEN set_config('search_path', 'public', false) END",
             settings);
         for (const FixedText& fixed : kFixed) {
             PQsendPrepare(connection_.get(), fixed.name, fixed.text, 0, nullptr);
@@ -167,7 +169,9 @@ void Session::queueText(const std::string& text, const Parameters& parameters) {
 }
 
 std::size_t Session::queueRun(Prepared& statement, const std::string& text, const Parameters& parameters) {
-    if (!statement.known()) {
+    // One flight may hold a statement several times.
+    const auto asks = [&statement](const Queued& each) { return each.preparing == &statement; };
+    if (!statement.known() && std::none_of(queued_.begin(), queued_.end(), asks)) {
         PQsendPrepare(connection_.get(), statement.name().c_str(), text.c_str(), 0, nullptr);
         queued_.push_back({&statement});
     }
@@ -264,15 +268,7 @@ Prepared Session::newStatement() { return {ownName_ + std::to_string(++names_), 
 CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape) {
     if (CachedStatement* known = cache_.find(shape)) return *known;
     CachedStatement entry;
-    const bool fresh = catalog_.refreshed();
-    try {
-        entry.translation = tsql::translateForPostgres(sql, catalog_);
-    } catch (const tsql::Error&) {
-        // What is missed may have been made meanwhile by somebody else.
-        if (fresh) throw;
-        catalog_.clear();
-        entry.translation = tsql::translateForPostgres(sql, catalog_);
-    }
+    entry.translation = byCatalog([&] { return tsql::translateForPostgres(sql, catalog_); });
     const bool native =
         entry.translation.kind == tsql::StatementKind::query || entry.translation.kind == tsql::StatementKind::change;
     if (native) entry.statement = newStatement();

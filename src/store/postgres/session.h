@@ -21,6 +21,7 @@
 #include "store/postgres/postgrescatalog.h"
 #include "store/postgres/serveraddress.h"
 #include "store/server/progress.h"
+#include "store/tsql/error.h"
 #include "store/tsql/statementcache.h"
 
 namespace orvenmod::store::postgres {
@@ -79,6 +80,19 @@ public:
     const ServerAddress& address() const { return address_; }
     server::Progress& progress() { return progress_; }
     PostgresCatalog& catalog() { return catalog_; }
+    /// Does what needs the catalog. What it misses may have been made meanwhile by somebody else, so that it is done
+    /// again with the schema as it is now. Throws tsql::Error, LostConnection.
+    template <typename Work>
+    auto byCatalog(Work work) {
+        const bool fresh = catalog_.refreshed();
+        try {
+            return work();
+        } catch (const tsql::Error&) {
+            if (fresh) throw;
+            catalog_.clear();
+            return work();
+        }
+    }
     StatementCache& cache() { return cache_; }
     PGconn* native() const { return connection_.get(); }
 

@@ -26,8 +26,9 @@ struct ObjectInfo {
     Kind kind = Kind::table;
     std::string name;  ///< as declared, without an owner
     std::vector<ColumnInfo> columns;
-    std::vector<std::string> indexes;  ///< tables: the names of its indexes as the store keeps them
-    std::string nativeName = {};       ///< as the target has it, where that doesn't follow from the name
+    std::vector<std::string> indexes;        ///< tables: the names of its indexes as the store keeps them
+    std::vector<std::string> rowOrder = {};  ///< tables: native columns by which rows come where no order is asked for
+    std::string nativeName = {};             ///< as the target has it, where that doesn't follow from the name
 };
 
 class Catalog {

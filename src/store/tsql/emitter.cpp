@@ -54,7 +54,7 @@ void Emitter::emitStatement(const QueryStatement& statement) {
     for (std::size_t i = 0; i < top.columns.size(); ++i) {
         translation_->columns.push_back({resultName(first.items[i]), top.columns[i].type});
     }
-    translation_->statements.push_back(query(top));
+    translation_->statements.push_back(deliveredRows(top));
 }
 
 void Emitter::emitStatement(const TransactionStatement& statement) {

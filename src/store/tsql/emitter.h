@@ -67,6 +67,8 @@ protected:
     virtual std::string conversion(const Expression& expression) = 0;
     virtual std::string like(const Expression& expression) = 0;
     virtual std::string function(const Expression& call) = 0;
+    /// A query whose rows are read or stored one after the other, so that their order shows.
+    virtual std::string deliveredRows(const Query& query) { return this->query(query); }
     virtual void emitJoinedUpdate(const UpdateStatement& statement) = 0;
     virtual void emitJoinedDelete(const DeleteStatement& statement) = 0;
     virtual void emitStatement(const CreateTableStatement& statement) = 0;

@@ -28,7 +28,7 @@ void Emitter::emitStatement(const InsertStatement& statement) {
     }
     text += "(" + columns + ") ";
     if (statement.query) {
-        text += query(*statement.query);
+        text += deliveredRows(*statement.query);
     } else {
         text += "VALUES ";
         for (std::size_t i = 0; i < statement.rows.size(); ++i) {

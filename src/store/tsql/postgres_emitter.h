@@ -77,6 +77,9 @@ private:
     std::string derived(const std::string& query) const override { return "(" + query + ") AS \"orven.rows\""; }
     std::string direction(const OrderItem& order, const Expression* key) const override;
     std::string select(const Query& query, const Names* names) override;
+    std::string deliveredRows(const Query& query) override { return deliveredRows(query, nullptr); }
+    std::string deliveredRows(const Query& query, const Names* names);
+    std::string unaskedOrder(const Query& query);
     std::string clauses(const Select& select) override;
     std::string distinctSelect(const Query& query, const Names* names) override;
     std::string madeDistinct(const std::string& rows, const Query& query, const Names& names) const override;
@@ -117,6 +120,7 @@ private:
     std::string argument(const Expression& operand, char kind);
     std::string argumentsOf(const Expression& call);
 
+    const Query* delivered_ = nullptr;
     Groups groups_;             ///< by which the rows are grouped that the expression is of
     std::set<int> outerSides_;  ///< sources whose columns may be null by an outer join
 };

@@ -277,7 +277,7 @@ void PostgresEmitter::emitSelectInto(const Query& top) {
     for (const ColumnInfo& column : columns) {
         addColumnComment(top.select->into, column);
     }
-    add("INSERT INTO " + table + " " + query(top, &names));
+    add("INSERT INTO " + table + " " + deliveredRows(top, &names));
     add(kMendViews);
 }
 

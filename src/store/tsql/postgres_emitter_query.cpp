@@ -1,5 +1,7 @@
 // PostgreSQL orders nulls last, the dialect first. An index of ours has them first too; a column that can't be null is
 // ordered without a word about them, as the index of a primary key is.
+#include <algorithm>
+
 #include "store/tsql/postgres_emitter.h"
 
 namespace orvenmod::store::tsql {
@@ -58,6 +60,38 @@ std::string PostgresEmitter::clauses(const Select& select) {
     return text;
 }
 
+std::string PostgresEmitter::deliveredRows(const Query& query, const Names* names) {
+    delivered_ = &query;
+    return this->query(query, names);
+}
+
+/// The rows of a table as other targets give them, where an update moves none: by its key. The first rows under a
+/// condition are sought by an index of their own, which another order would make of no use.
+std::string PostgresEmitter::unaskedOrder(const Query& query) {
+    const Select& select = *query.select;
+    const bool shows = select.top ? !select.where : &query == delivered_;
+    if (!shows || !query.orderBy.empty() || select.distinct || !select.groupBy.empty() || select.aggregates ||
+        select.having || select.from.size() != 1) {
+        return "";
+    }
+    const Source* driving = select.from[0].get();
+    while (driving->kind == Source::Kind::join && driving->join != JoinKind::right && driving->join != JoinKind::full) {
+        driving = driving->left.get();
+    }
+    if (driving->kind != Source::Kind::table) {
+        return "";
+    }
+    std::vector<std::string> parts;
+    for (const std::string& name : driving->object->rowOrder) {
+        const auto& columns = driving->object->columns;
+        const bool nullable = std::any_of(columns.begin(), columns.end(), [&](const ColumnInfo& column) {
+            return column.nullable && columnName(column) == quoteName(name);
+        });
+        parts.push_back(quoteName(aliasOf(*driving)) + "." + quoteName(name) + (nullable ? " NULLS FIRST" : ""));
+    }
+    return parts.empty() ? "" : " ORDER BY " + joined(parts);
+}
+
 std::string PostgresEmitter::select(const Query& query, const Names* names) {
     const Select& select = *query.select;
     for (const SourcePtr& source : select.from) {
@@ -66,9 +100,10 @@ std::string PostgresEmitter::select(const Query& query, const Names* names) {
     const Groups outer = groups_;
     groups_ = groupedBy(select);
     std::string text = std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + items(select, names);
-    const std::string order = orderBy(query, ItemNaming::byNumber);
+    std::string order = orderBy(query, ItemNaming::byNumber);
     groups_ = outer;
-    text += clauses(select) + order;
+    text += clauses(select);
+    text += order.empty() ? unaskedOrder(query) : order;
     return select.top ? text + " LIMIT " + value(*select.top) : text;
 }
 

@@ -268,5 +268,28 @@ TEST_F(Agreement, IsThereForWhatIsLong) {
     both(sql + " order by a0.id");
 }
 
+TEST_F(Agreement, IsThereForTheOrderOfRowsThatNobodyOrdered) {
+    both("create table e(ftypeid int, fentryid int, n int)");
+    both("create index ix_e on e(ftypeid,fentryid)");
+    both("create table a(id int identity(1,1), n int)");
+    for (int i = 1; i <= 4; ++i) {
+        both("insert into e values(7," + std::to_string(i) + ",0)");
+        both("insert into a(n) values(" + std::to_string(i * 10) + ")");
+    }
+    both("update t set n=5 where id=1");
+    both("update e set n=5 where fentryid<=2");
+    both("update a set n=11 where n=10");
+    for (const char* sql :
+         {"select id from t", "select top 2 id from t", "select id from t where n<100 or n is null",
+          "select * from e where ftypeid=7", "select n from a", "select top 1 n from a",
+          "select x.id,u.c from t x left join u on u.id=x.id", "select y.n from e y inner join t x on x.id=y.fentryid"})
+        both(sql);
+    both("create table copied(fno int identity(1,1), fid int)");
+    both("insert into copied(fid) select id from t");
+    both("select fid,fno from copied order by fno");
+    both("select fentryid into taken from e where ftypeid=7");
+    both("select * from taken");
+}
+
 }  // namespace
 }  // namespace orvenmod::store::postgres::test

@@ -3,10 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
+#include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
+#include "store/connectionwrapper.h"
 #include "store/fault.h"
 #include "store/schema.h"
+#include "store/trace.h"
 #include "store/tsql/failurenumbers.h"
 #include "suiteserver.h"
 
@@ -49,7 +55,8 @@ protected:
                 if (statement.sql.starts_with("drop index")) connection->execute(std::string(statement.sql));
             }
         }
-        connection->execute("create index ix_tblItem_2 on tblItem(fDepth,fNumber)");
+        for (const std::string name : {"ix_tblItem_2", "ix_tblItem_4", "ix_tblItem_5"})
+            connection->execute("create index " + name + " on tblItem(fDepth,fNumber)");
         connection->execute("drop table tblOrvenmodVersion");
     }
 
@@ -62,6 +69,7 @@ TEST_F(UpgradeOnTheServer, GivesAnEarlierDatabaseTheShapeOfANewOne) {
     undoSteps();
     EXPECT_EQ(version(), 0);
     EXPECT_NE(shape(), wanted);
+    connect()->execute("drop index tblItem.ix_tblItem_5");
     upgradeSchema(*connect());
     EXPECT_EQ(version(), newestSchemaVersion());
     EXPECT_EQ(shape(), wanted);
@@ -110,6 +118,53 @@ TEST_F(UpgradeOnTheServer, IsRefusedWhereAnotherHoldsTheDatabaseForTooLong) {
     writer->rollbackTrans();
     upgradeSchema(*connect());
     EXPECT_EQ(version(), newestSchemaVersion());
+}
+
+/// An upgrade that does all but commit, and commits when it is let.
+class HeldCommit : public ConnectionWrapper {
+public:
+    HeldCommit(std::unique_ptr<Connection> target, std::promise<void> reached, std::future<void> let)
+        : ConnectionWrapper(std::move(target)), reached_(std::move(reached)), let_(std::move(let)) {}
+
+    void commitTrans() override {
+        reached_.set_value();
+        let_.get();
+        target().commitTrans();
+    }
+
+private:
+    std::promise<void> reached_;
+    std::future<void> let_;
+};
+
+TEST_F(UpgradeOnTheServer, WaitsForAnotherSessionAndFindsItDone) {
+    undoSteps();
+    std::vector<std::string> statements;
+    PostgresStore store;
+    TracingStore tracing(store, [&](const TraceRecord& record) { statements.push_back(record.sql); });
+    // Its session knows the schema as it was.
+    const auto second = tracing.connect(database_.connectionString() + ";Busy Timeout=20000");
+    second->open("select fItemId from tblItem");
+    statements.clear();
+
+    std::promise<void> reached;
+    auto ready = reached.get_future();
+    auto let = std::make_unique<std::promise<void>>();
+    HeldCommit held(connect(), std::move(reached), let->get_future());
+    auto first = std::async(std::launch::async, [&held] { upgradeSchema(held); });
+    ready.wait();
+    int waits = 0;
+    second->setProgress([&] {
+        if (++waits == 1) let->set_value();
+    });
+    upgradeSchema(*second);
+    EXPECT_GE(waits, 1);
+    let.reset();
+    first.get();
+    for (const std::string& statement : statements)
+        EXPECT_FALSE(statement.starts_with("drop") || statement.starts_with("create")) << statement;
+    EXPECT_EQ(version(), newestSchemaVersion());
+    EXPECT_EQ(connect()->open("select fVersion from tblOrvenmodVersion").rowCount(), 1U);
 }
 
 }  // namespace

@@ -50,6 +50,29 @@ TEST(PostgresEmitter, SaysNothingOfNullsWhereThereAreNone) {
               std::string::npos);
 }
 
+TEST(PostgresEmitter, OrdersTheRowsOfATableThatNobodyOrderedByItsKey) {
+    FakeCatalog catalog;
+    ObjectInfo table = tableOf("k(id int, n int)");
+    table.columns[0].nullable = false;
+    table.rowOrder = {"id", "n"};
+    catalog.add(table);
+    const auto orderOf = [&](const std::string& sql) {
+        const std::string text = translateForPostgres(sql, catalog).statements.at(0);
+        return text.substr(std::min(text.find(" ORDER BY"), text.size()));
+    };
+    const std::string byKey = R"( ORDER BY "k"."id", "k"."n" NULLS FIRST)";
+    EXPECT_EQ(orderOf("select * from k where n=3"), byKey);
+    EXPECT_EQ(orderOf("select top 2 n from k"), byKey + " LIMIT $1::integer");
+    EXPECT_EQ(orderOf("insert into t(id) select n from k"), byKey);
+    EXPECT_EQ(orderOf("select t.id from t where t.id in (select top 1 id from k)"), byKey + " LIMIT $1::integer))");
+    for (const char* sql :
+         {"select top 1 n from k where n=3", "select count(*) from k", "select n from k group by n",
+          "select distinct n from k", "select id from t where exists (select id from k)",
+          "select id from t union all select id from k", "select x.id from (select id from k) x", "select id from t"})
+        EXPECT_EQ(orderOf(sql), "") << sql;
+    EXPECT_EQ(orderOf("select n from k order by n"), R"( ORDER BY 1 NULLS FIRST)");
+}
+
 TEST(PostgresEmitter, BoundsAPatternThatHasAPlainBeginning) {
     const Translation query = native("select id from u where c like '.12.%'");
     EXPECT_EQ(query.statements.at(0),

@@ -48,7 +48,8 @@ CREATE OR REPLACE FUNCTION orven.fitted_number(v numeric, "to" text, number inte
                                                VARIADIC arguments text[] DEFAULT '{}')
 RETURNS numeric LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN orven.within(round(v, orven.type_scale("to")),
-                    CASE "to" WHEN 'money' THEN 922337203685477.5807 WHEN 'smallmoney' THEN 214748.3647
+                    CASE "to" WHEN 'money' THEN 922337203685477.5807 + CASE WHEN v < 0 THEN 0.0001 ELSE 0 END
+                              WHEN 'smallmoney' THEN 214748.3647 + CASE WHEN v < 0 THEN 0.0001 ELSE 0 END
                               ELSE orven.greatest_decimal(orven.type_precision("to"), orven.type_scale("to")) END,
                     number, VARIADIC arguments);
 

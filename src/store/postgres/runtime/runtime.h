@@ -1,8 +1,10 @@
 // The functions that emitted statements call, as the text that makes them in a database; see tsql/runtime.h.
 //
-// A connection asks kRuntimeVersionQuery; where the answer isn't runtimeVersion(), it sends runtimeSql() as one simple
-// query, which is one transaction and holds a lock, so that two that install don't meet. Functions are replaced in
-// place: views and indexes that call them stay.
+// A connection asks kRuntimeVersionQuery; where the number in the answer is lower than that of runtimeVersion(), it
+// takes kRuntimeLock, so that two that install don't meet, asks again and sends runtimeSql(), all in one transaction.
+// Functions are replaced in place: views and indexes that call them stay. Older programs use the same database, so that
+// functions are only added: none is dropped, and none changes its arguments or what it gives. A change of their text
+// raises the number in CMakeLists.txt.
 //
 // Names, arguments and failures are those of tsql/runtime.h, in the schema orven and on the types that PostgreSQL has
 // for them: integers as smallint, integer or bigint, decimals and money as numeric, floats as double precision, dates
@@ -31,8 +33,14 @@ namespace orvenmod::store::postgres {
 /// schema's owner where another version is there.
 std::string runtimeSql();
 
-/// Another for any other text of the functions.
+/// "2_5e1f...": the number, and another ending for any other text of the functions.
 std::string_view runtimeVersion();
+
+/// The number in a version; 0 where there is none.
+int runtimeNumber(std::string_view version);
+
+/// Held until the transaction ends by whoever makes the functions.
+inline constexpr const char* kRuntimeLock = "SELECT pg_advisory_xact_lock(hashtextextended('orven.runtime', 0));\n";
 
 /// One row with the version that a database has, null where it has none.
 inline constexpr const char* kRuntimeVersionQuery = "SELECT obj_description(to_regnamespace('orven'), 'pg_namespace')";

@@ -7,7 +7,5 @@
 --
 -- what remains in a plan is the check of the length of fitemid::text. All of ours is called by its schema, so that no
 -- session's search path changes what is meant.
-SELECT pg_advisory_xact_lock(hashtextextended('orven.runtime', 0));
-
 CREATE SCHEMA IF NOT EXISTS orven;
 GRANT USAGE ON SCHEMA orven TO PUBLIC;
