@@ -93,6 +93,12 @@ int lockSharedFolder(const std::string& folder) {
     }
 }
 
+// A lock let go of also where the server can't be started: the next test must fail likewise, not wait.
+struct Held {
+    int file;
+    ~Held() { ::close(file); }
+};
+
 using Session = std::unique_ptr<PGconn, decltype(&PQfinish)>;
 
 Session connectTo(const std::string& host, const std::string& database) {
@@ -122,7 +128,7 @@ PostgresServer& PostgresServer::shared() {
 }
 
 PostgresServer::PostgresServer(SharedByAll) : home_(sharedFolder()) {
-    const int start = lockSharedFolder(home_);
+    const Held start{lockSharedFolder(home_)};
     users_ = openLock(home_ + "/users");
     ::flock(users_, LOCK_SH);
     // Of a machine that went down, everything may be there but the server.
@@ -138,7 +144,6 @@ PostgresServer::PostgresServer(SharedByAll) : home_(sharedFolder()) {
                           "exec 7>watcher; flock -n 7 || exit 0; while flock users true; do sleep 5; "
                           "exec 8<start 9<users; flock 8; if flock -n 9; then " +
                               kStop + "; rm -rf " + shellQuoted(home_) + "; exit; fi; exec 8<&- 9<&-; done");
-    ::close(start);
 }
 
 void PostgresServer::makeFolder() {
