@@ -39,13 +39,15 @@ std::string fieldName(int field) {
     return field <= 3 ? kBase[field - 1] : "f" + std::to_string(field);
 }
 
-void addItem(store::Connection& connection, int id, int itemClass, const std::string& parent, int depth, bool detail,
+enum class Row { category, item };
+
+void addItem(store::Connection& connection, int id, int itemClass, const std::string& parent, int depth, Row row,
              const std::string& code) {
     connection.execute(
         "insert into tblItem(fItemId,fNumber,fName,fItemClassId,fParentId,fIsDetail,fDepth,fIsLock,fNBNumber,"
         "fShortNumber) values(" +
         std::to_string(id) + ",'" + code + "','名称" + code + "'," + std::to_string(itemClass) + "," + parent + "," +
-        (detail ? "1" : "0") + "," + std::to_string(depth) + ",0,'." + std::to_string(id) + ".','001')");
+        (row == Row::item ? "1" : "0") + "," + std::to_string(depth) + ",0,'." + std::to_string(id) + ".','001')");
 }
 
 void addFields(store::Connection& connection) {
@@ -86,16 +88,16 @@ void fill(store::Connection& connection) {
     for (int id = 1; id <= kCategories; ++id) {
         const int depth = id <= 10 ? 1 : id <= 500 ? 2 : 3;
         const int parent = depth == 1 ? 0 : depth == 2 ? id % 10 + 1 : 11 + id % 490;
-        addItem(connection, id, kClass, std::to_string(parent), depth, false, std::to_string(10000 + id));
+        addItem(connection, id, kClass, std::to_string(parent), depth, Row::category, std::to_string(10000 + id));
     }
     for (int lookup = 0; lookup < kLookups; ++lookup) {
         for (int entry = 0; entry < kEntries; ++entry) {
-            addItem(connection, 10000 + lookup * kEntries + entry, kFirstLookup + lookup, "0", 1, true,
+            addItem(connection, 10000 + lookup * kEntries + entry, kFirstLookup + lookup, "0", 1, Row::item,
                     std::to_string(100000 + entry));
         }
     }
     addTableAndView(connection);
-    addItem(connection, kItem, kClass, std::to_string(kCategory), 3, true, "10200.001");
+    addItem(connection, kItem, kClass, std::to_string(kCategory), 3, Row::item, "10200.001");
     connection.execute("insert into tblWide(fitemid,fnumber,fname,f60,f51) values(" + std::to_string(kItem) +
                        ",'10200.001','名称',15000,109999)");
 }

@@ -35,15 +35,17 @@ struct Subtree {
     std::string shortCode;
 };
 
+enum class Row { category, item };
+
 void addRow(store::Connection& connection, int id, const std::string& code, int parent, int depth,
-            const std::string& path, bool detail) {
+            const std::string& path, Row row) {
     const std::string key = std::to_string(id);
     connection.execute(
         "insert into tblItem(fItemId,fNumber,fName,fItemClassId,fParentId,fIsDetail,fDepth,fIsLock,fNBNumber,"
         "fShortNumber) values(" +
-        key + ",'" + code + "','移动" + key + "',3," + std::to_string(parent) + "," + (detail ? "1" : "0") + "," +
-        std::to_string(depth) + ",0,'" + path + key + ".','" + code.substr(code.rfind('.') + 1) + "')");
-    if (!detail) return;
+        key + ",'" + code + "','移动" + key + "',3," + std::to_string(parent) + "," + (row == Row::item ? "1" : "0") +
+        "," + std::to_string(depth) + ",0,'" + path + key + ".','" + code.substr(code.rfind('.') + 1) + "')");
+    if (row == Row::category) return;
     connection.execute("insert into ICItem(fItemId,fNumber,fName) values(" + key + ",'" + code + "','移动" + key +
                        "')");
 }
@@ -51,7 +53,7 @@ void addRow(store::Connection& connection, int id, const std::string& code, int 
 /// A category at the top, others below it, and items below those.
 void addSubtree(store::Connection& connection, const Subtree& subtree) {
     const std::string top = "." + std::to_string(subtree.id) + ".";
-    addRow(connection, subtree.id, subtree.shortCode, 0, 1, ".", false);
+    addRow(connection, subtree.id, subtree.shortCode, 0, 1, ".", Row::category);
     int category = 0;
     std::string path;
     std::string code;
@@ -62,9 +64,9 @@ void addSubtree(store::Connection& connection, const Subtree& subtree) {
             category = id;
             path = top + std::to_string(id) + ".";
             code = subtree.shortCode + "." + std::to_string(row);
-            addRow(connection, id, code, subtree.id, 2, top, false);
+            addRow(connection, id, code, subtree.id, 2, top, Row::category);
         } else {
-            addRow(connection, id, code + "." + std::to_string(row), category, 3, path, true);
+            addRow(connection, id, code + "." + std::to_string(row), category, 3, path, Row::item);
         }
     }
 }
@@ -127,7 +129,7 @@ public:
         state.gItemTable = "ICItem";
         const auto connection = componentStore().connect(targetOf(file_));
         connection->beginTrans();
-        addRow(*connection, kTarget, "80", 0, 1, ".", false);
+        addRow(*connection, kTarget, "80", 0, 1, ".", Row::category);
         for (const Subtree& subtree : subtrees)
             addSubtree(*connection, subtree);
         connection->commitTrans();

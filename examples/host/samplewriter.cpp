@@ -27,24 +27,25 @@ void SampleWriter::insert(std::string_view table, std::string_view columns, std:
 }
 
 Node SampleWriter::addRow(int itemClass, const Node& parent, const std::string& shortNumber, const std::string& name,
-                          bool item) {
+                          Row row) {
     Node node;
     node.id = ++lastItem_;
     node.number = parent.id == 0 ? shortNumber : parent.number + "." + shortNumber;
     node.path = (parent.id == 0 ? "." : parent.path) + std::to_string(node.id) + ".";
     node.depth = parent.depth + 1;
     insert("tblItem", "fItemId,fNumber,fName,fItemClassId,fParentId,fIsDetail,fDepth,fIsLock,fNBNumber,fShortNumber",
-           {node.id, node.number, name, itemClass, parent.id, item ? 1 : 0, node.depth, 0, node.path, shortNumber});
+           {node.id, node.number, name, itemClass, parent.id, row == Row::item ? 1 : 0, node.depth, 0, node.path,
+            shortNumber});
     return node;
 }
 
 Node SampleWriter::addCategory(int itemClass, const Node& parent, const std::string& shortNumber,
                                const std::string& name) {
-    return addRow(itemClass, parent, shortNumber, name, false);
+    return addRow(itemClass, parent, shortNumber, name, Row::category);
 }
 
 Node SampleWriter::addItem(int itemClass, const Node& parent, const std::string& shortNumber, const std::string& name) {
-    return addRow(itemClass, parent, shortNumber, name, true);
+    return addRow(itemClass, parent, shortNumber, name, Row::item);
 }
 
 int SampleWriter::addDictionaryEntry(int dictionary, const std::string& number, const std::string& name) {

@@ -54,7 +54,9 @@ public:
     int random(int bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
 
 private:
-    Node addRow(int itemClass, const Node& parent, const std::string& shortNumber, const std::string& name, bool item);
+    enum class Row { category, item };
+
+    Node addRow(int itemClass, const Node& parent, const std::string& shortNumber, const std::string& name, Row row);
 
     store::Connection& connection_;
     std::mt19937 random_{20240607};

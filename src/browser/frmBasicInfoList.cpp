@@ -74,10 +74,7 @@ frmBasicInfoList& frmBasicInfoList::instance() {
     return window;
 }
 
-frmBasicInfoList::Shown& frmBasicInfoList::shown() {
-    if (!shown_) throw std::logic_error("frmBasicInfoList isn't shown");
-    return *shown_;
-}
+frmBasicInfoList::Shown& frmBasicInfoList::shown() { return whileShown(shown_, "frmBasicInfoList"); }
 
 void frmBasicInfoList::show() {
     const auto make = [] { return std::make_unique<Shown>(services().toolkit.createWindow(basicInfoListDesign())); };

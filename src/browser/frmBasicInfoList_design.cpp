@@ -33,11 +33,30 @@ constexpr float kFieldDrop = 15;
 constexpr float kFieldHeight = 315;
 constexpr float kLabelDrop = 45;
 constexpr float kLabelHeight = 240;
-// What is sought is typed or, in the same place, picked as a date.
-constexpr float kSoughtLeft = 4920;
+// The bar from left to right. What is sought is typed or, in the same place, picked as a date.
+constexpr float kBarGap = 60;
+constexpr float kLabelLeft = 90;
+constexpr float kLabelWidth = 1140;
+constexpr float kFieldLeft = 1260;
+constexpr float kFieldWidth = 2040;
+constexpr float kComparisonLeft = kFieldLeft + kFieldWidth + kBarGap;
+constexpr float kComparisonWidth = 1500;
+constexpr float kSoughtLeft = kComparisonLeft + kComparisonWidth + kBarGap;
 constexpr float kSoughtWidth = 2340;
+constexpr float kFindLeft = 7350;
+constexpr float kFindWidth = 1200;
+constexpr float kClearLeft = kFindLeft + kFindWidth + kBarGap;
+constexpr float kClearWidth = 1620;
+constexpr float kAddLeft = 10500;
+constexpr float kItemButtonWidth = 2200;
+constexpr float kUpdateLeft = kAddLeft + kItemButtonWidth + kBarGap;
 constexpr float kBillBarTop = 300;
 constexpr float kBillInset = 150;
+constexpr float kAddToBillWidth = 1800;
+constexpr float kRemoveLeft = 2040;
+constexpr float kRemoveWidth = 1200;
+constexpr float kBillGridTop = 720;
+constexpr float kBillGridHeight = 1980;
 constexpr float kTreeWidth = 4380;
 constexpr float kFrame2Left = 4620;
 constexpr float kFrame2Width = kWidth - kFrame2Left - kInset;
@@ -96,13 +115,13 @@ ControlDesign inBar(ControlKind kind, std::string_view name, std::string_view ca
 }
 
 std::vector<ControlDesign> searchBar() {
-    ControlDesign label = inBar(ControlKind::label, "Label1", "查询条件：", 90, 1140);
+    ControlDesign label = inBar(ControlKind::label, "Label1", "查询条件：", kLabelLeft, kLabelWidth);
     label.top = kBarTop + kLabelDrop;
     label.height = kLabelHeight;
-    ControlDesign field = inBar(ControlKind::combo, "PC", "", 1260, 2040);
+    ControlDesign field = inBar(ControlKind::combo, "PC", "", kFieldLeft, kFieldWidth);
     field.index = 0;
     field.accessibleName = "查询字段";
-    ControlDesign comparison = inBar(ControlKind::combo, "PC", "", 3360, 1500);
+    ControlDesign comparison = inBar(ControlKind::combo, "PC", "", kComparisonLeft, kComparisonWidth);
     comparison.index = 1;
     comparison.accessibleName = "比较方式";
     ControlDesign value = inBar(ControlKind::edit, "txtSearch", "", kSoughtLeft, kSoughtWidth);
@@ -115,10 +134,10 @@ std::vector<ControlDesign> searchBar() {
             comparison,
             value,
             date,
-            inBar(ControlKind::button, "cmdFind", "搜索(&F)", 7350, 1200),
-            inBar(ControlKind::button, "cmdClear", "清空条件(&C)", 8610, 1620),
-            inBar(ControlKind::button, "cmdAddDetail", "增加物料", 10500, 2200),
-            inBar(ControlKind::button, "cmdUpdateDetail", "修改明细", 12760, 2200)};
+            inBar(ControlKind::button, "cmdFind", "搜索(&F)", kFindLeft, kFindWidth),
+            inBar(ControlKind::button, "cmdClear", "清空条件(&C)", kClearLeft, kClearWidth),
+            inBar(ControlKind::button, "cmdAddDetail", "增加物料", kAddLeft, kItemButtonWidth),
+            inBar(ControlKind::button, "cmdUpdateDetail", "修改明细", kUpdateLeft, kItemButtonWidth)};
 }
 
 std::vector<ControlDesign> list() {
@@ -141,9 +160,9 @@ std::vector<ControlDesign> billArea() {
     ControlDesign bill{.kind = ControlKind::entryGrid,
                        .name = "fps1",
                        .left = kBillInset,
-                       .top = 720,
+                       .top = kBillGridTop,
                        .width = kFrame2Width - kBesideBill,
-                       .height = 1980,
+                       .height = kBillGridHeight,
                        .parent = "Frame3",
                        .accessibleName = "单据选定的物料"};
     // All of them in sight at the smallest window: whoever types a quantity sees of which item.
@@ -172,15 +191,15 @@ std::vector<ControlDesign> billArea() {
          .caption = "添加到单据(&A)",
          .left = kBillInset,
          .top = kBillBarTop,
-         .width = 1800,
+         .width = kAddToBillWidth,
          .height = kButtonHeight,
          .parent = "Frame3"},
         {.kind = ControlKind::button,
          .name = "cmdRemoveItem",
          .caption = "移除(&R)",
-         .left = 2040,
+         .left = kRemoveLeft,
          .top = kBillBarTop,
-         .width = 1200,
+         .width = kRemoveWidth,
          .height = kButtonHeight,
          .parent = "Frame3"},
         bill,

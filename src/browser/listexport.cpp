@@ -7,7 +7,7 @@
 
 #include "browser/numbercolumn.h"
 #include "frame/appstate.h"
-#include "frame/conversion.h"
+#include "platform/asciitext.h"
 #include "platform/sheet/sheetwriter.h"
 
 namespace orvenmod {
@@ -72,7 +72,7 @@ public:
           columns_(exportedColumns(list, holdsNumbers)),
           rows_(list.rowCount() - 1),
           progress_(toolkit.createProgress("正在导出，请稍候…", appState().gMsgTitle, rows_)) {
-        const bool modern = lowerCase(path).ends_with(".xlsx");
+        const bool modern = platform::lowerCase(path).ends_with(".xlsx");
         sheet_ = modern ? platform::newXlsxWriter(path, layoutOf(list, columns_))
                         : platform::newXlsWriter(path, layoutOf(list, columns_));
     }

@@ -19,11 +19,11 @@ constexpr int kRowsBetweenBreaths = 5000;
 
 }  // namespace
 
-ListReport::ListReport(std::unique_ptr<platform::Report> report, const platform::ListGrid& grid,
+ListReport::ListReport(std::unique_ptr<platform::Report> report, const platform::ListGrid& vsf1,
                        std::function<void()> breathe)
-    : Report(std::move(report)), vsf1(grid), breathe_(std::move(breathe)) {
-    Report->initialize = [this] { Report_Initialize(); };
-    Report->fetchRecord = [this] { Report_FetchRecord(); };
+    : report_(std::move(report)), vsf1_(vsf1), breathe_(std::move(breathe)) {
+    report_->initialize = [this] { Report_Initialize(); };
+    report_->fetchRecord = [this] { Report_FetchRecord(); };
 }
 
 // Loading the template starts an empty detail grid, so that nothing else is left to prepare.
@@ -31,41 +31,41 @@ void ListReport::Report_Initialize() { DefineDetailGrid(); }
 
 void ListReport::DefineDetailGrid() {
     const AppState& state = appState();
-    Report->loadFromFile(state.gAppPath + "\\Report3.grf");
-    Report->setTitle(state.gItemName + "打印");
-    Report->setHeaderText(1, "fTitle", state.gItemName);
-    Report->setHeaderText(1, "fbiller", "打印人：" + state.gLoginUserName);
-    for (int column = 0; column < vsf1.columnCount(); ++column)
+    report_->loadFromFile(state.gAppPath + "\\Report3.grf");
+    report_->setTitle(state.gItemName + "打印");
+    report_->setHeaderText(1, "fTitle", state.gItemName);
+    report_->setHeaderText(1, "fbiller", "打印人：" + state.gLoginUserName);
+    for (int column = 0; column < vsf1_.columnCount(); ++column)
         defineColumn(column);
 }
 
 void ListReport::defineColumn(int column) {
-    const std::string title = vsf1.text(0, column);
+    const std::string title = vsf1_.text(0, column);
     const int field = column + 1;
-    if (const auto format = numberFormat(vsf1.columnFormat(column))) {
-        Report->addField(title, ReportFieldType::number);
-        Report->setFieldFormat(field, *format);
+    if (const auto format = numberFormat(vsf1_.columnFormat(column))) {
+        report_->addField(title, ReportFieldType::number);
+        report_->setFieldFormat(field, *format);
     } else {
-        Report->addField(title, ReportFieldType::text);
+        report_->addField(title, ReportFieldType::text);
     }
     // Bound by number: two columns of one title each show their own field.
-    Report->addColumn(title, title, field, vsf1.columnWidth(column) / kGridUnitsPerCentimetre);
-    Report->setTitleAlignment(column, ReportAlignment::centre);
-    const int alignment = vsf1.columnAlignment(column);
+    report_->addColumn(title, title, field, vsf1_.columnWidth(column) / kGridUnitsPerCentimetre);
+    report_->setTitleAlignment(column, ReportAlignment::centre);
+    const int alignment = vsf1_.columnAlignment(column);
     if (alignment == static_cast<int>(Alignment::centre)) {
-        Report->setContentAlignment(column, ReportAlignment::centre);
+        report_->setContentAlignment(column, ReportAlignment::centre);
     } else if (alignment == static_cast<int>(Alignment::right)) {
-        Report->setContentAlignment(column, ReportAlignment::right);
+        report_->setContentAlignment(column, ReportAlignment::right);
     }
-    if (vsf1.columnHidden(column)) Report->hideColumn(column);
+    if (vsf1_.columnHidden(column)) report_->hideColumn(column);
 }
 
 void ListReport::Report_FetchRecord() {
-    for (int row = 1; row < vsf1.rowCount(); ++row) {
-        Report->appendRecord();
-        for (int column = 0; column < vsf1.columnCount(); ++column)
-            Report->setFieldText(column + 1, vsf1.text(row, column));
-        Report->postRecord();
+    for (int row = 1; row < vsf1_.rowCount(); ++row) {
+        report_->appendRecord();
+        for (int column = 0; column < vsf1_.columnCount(); ++column)
+            report_->setFieldText(column + 1, vsf1_.text(row, column));
+        report_->postRecord();
         if (row % kRowsBetweenBreaths == 0) breathe_();
     }
 }

@@ -17,8 +17,8 @@ public:
 
     /// Both print the list as it stands in the grid. A template that is missing, broken or without one of the two
     /// controls that the list fills throws std::runtime_error.
-    void printPreview() { Report->printPreview(); }
-    void print() { Report->print(); }
+    void printPreview() { report_->printPreview(); }
+    void print() { report_->print(); }
 
 private:
     void Report_Initialize();
@@ -26,8 +26,8 @@ private:
     void DefineDetailGrid();
     void defineColumn(int column);
 
-    std::unique_ptr<platform::Report> Report;
-    const platform::ListGrid& vsf1;
+    std::unique_ptr<platform::Report> report_;
+    const platform::ListGrid& vsf1_;
     std::function<void()> breathe_;
 };
 

@@ -36,19 +36,6 @@ constexpr std::string_view kCodeDescription =
 constexpr std::string_view kNameDescription =
     "insert into tblViewDesc(fTypeId,fFieldName,fFieldDesc,fFieldtype) values({t},'{f}Name','{cap}名称',0)";
 
-std::string_view amountCaption(std::int16_t itemClass) {
-    switch (itemClass) {
-        case 1:
-            return "应收款";
-        case 2:
-            return "应付款";
-        case 11:
-            return "账号余额";
-        default:
-            return "";
-    }
-}
-
 struct Field {
     std::string caption;
     std::string name;
@@ -56,11 +43,6 @@ struct Field {
     std::string lookupKind;
 
     bool isLookup() const { return !lookupKind.empty(); }
-    /// How the search bar treats its values.
-    std::string_view numType() const {
-        if (type == store::kDateField) return store::kSeekDate;
-        return type == store::kNumberField ? store::kSeekNumber : store::kSeekText;
-    }
 };
 
 class Generator {
@@ -97,10 +79,10 @@ private:
     }
 
     void addClassColumn() {
-        const std::string_view amount = amountCaption(itemClass_);
-        if (!amount.empty()) {
+        const std::string_view balance = store::balanceCaption(itemClass_);
+        if (!balance.empty()) {
             view_.addAmount();
-            if (mode_ == ClassViewMode::setup) flight_.execute(filled(kAmount, {{"t", type_}, {"word", amount}}));
+            if (mode_ == ClassViewMode::setup) flight_.execute(filled(kAmount, {{"t", type_}, {"word", balance}}));
         } else if (itemClass_ == store::kGoods) {
             view_.addStock();
             if (mode_ == ClassViewMode::setup) flight_.execute(filled(kStock, {{"t", type_}}));
@@ -156,7 +138,7 @@ private:
             {{"values", filled(values, {{"t", type_},
                                         {"f", field.name},
                                         {"cap", field.caption},
-                                        {"numtype", field.numType()},
+                                        {"numtype", store::seekKind(field.type)},
                                         {"e", std::to_string(entry_++)}})}}));
     }
 

@@ -1,7 +1,5 @@
 #include "designer/dialog.h"
 
-#include <stdexcept>
-
 #include "frame/services.h"
 #include "frame/showing.h"
 
@@ -15,10 +13,7 @@ void Dialog::showModal(const platform::WindowDesign& design) {
     });
 }
 
-platform::Window& Dialog::window() const {
-    if (!window_) throw std::logic_error("the window isn't shown");
-    return *window_;
-}
+platform::Window& Dialog::window() const { return whileShown(window_, "the window"); }
 
 std::string Dialog::editText(const char* name, int index) const {
     return window().get<platform::Edit>(name, index).text();

@@ -11,9 +11,6 @@
 
 namespace orvenmod {
 
-/// The background of cells that the user can't write, as in the editor.
-inline constexpr platform::Colour kLockedColour{244, 244, 217};
-
 class Dialog {
 public:
     virtual ~Dialog() = default;

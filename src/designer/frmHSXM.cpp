@@ -88,14 +88,14 @@ void frmHSXM::Form_Load() {
 void frmHSXM::Form_Resize() { SetNewPos(window(), positions_); }
 
 void frmHSXM::getListInfo() {
-    if (!openDB()) return;
+    openDB();
     auto rows = openRows("select  * from tblItemclass where fitemtype='0' order by fItemclassid");
     fillClassTree(window().get<Tree>("tv1"), "核算项目", rows);
     closeDB();
 }
 
 bool frmHSXM::findInfo(const std::string& strParam, std::int16_t /*intType*/) {
-    if (!openDB()) return false;
+    openDB();
     return trapped([&] {
         fillGrid(strParam);
         return true;

@@ -8,6 +8,7 @@
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/idcounter.h"
+#include "frame/lockedcolour.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
 #include "store/itemclass.h"
@@ -101,7 +102,7 @@ void frmHSXMDetailNew::layOutRows() {
 
 bool frmHSXMDetailNew::loadFieldForm() {
     return trapped([this] {
-        if (!openDB()) return false;
+        openDB();
         fillLookups();
         fps1().setText(kValue, Row::field, proposedFieldName());
         return true;
@@ -110,7 +111,7 @@ bool frmHSXMDetailNew::loadFieldForm() {
 
 bool frmHSXMDetailNew::proposeFieldName() {
     return trapped([this] {
-        if (!openDB()) return false;
+        openDB();
         fps1().setText(kValue, Row::field, proposedFieldName());
         return true;
     });
@@ -189,7 +190,7 @@ NewField frmHSXMDetailNew::typedField() const {
 
 bool frmHSXMDetailNew::insert() {
     if (!checkInput()) return false;
-    if (!openDB()) return false;
+    openDB();
     return saved([this] { addField(); });
 }
 

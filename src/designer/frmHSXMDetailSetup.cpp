@@ -7,6 +7,7 @@
 #include "designer/stockview.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/lockedcolour.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
 #include "store/itemclass.h"
@@ -53,7 +54,7 @@ void frmHSXMDetailSetup::Form_Load() {
 void frmHSXMDetailSetup::Form_Unload() { frmItem::instance().unload(); }
 
 bool frmHSXMDetailSetup::loadFieldList() {
-    if (!openDB()) return false;
+    openDB();
     return trapped([&] {
         platform::EntryGrid& grid = fps1();
         grid.setRowCount(0);
@@ -71,7 +72,7 @@ bool frmHSXMDetailSetup::loadFieldList() {
 
 bool frmHSXMDetailSetup::saveFieldSetup() {
     const std::string itemClass = frmItem::instance().txtFItemClassId;
-    if (!openDB()) return false;
+    openDB();
     appState().gItemClassId = toInt16(itemClass);
     return saved([&] {
         store::Connection& connection = *appState().gConn;

@@ -42,7 +42,7 @@ void frmHSXMNew::Form_Load() { proposeTableName(); }
 
 void frmHSXMNew::proposeTableName() {
     const auto propose = [this] {
-        if (!openDB()) return false;
+        openDB();
         window().get<Edit>("txt", 1).setText(proposedTableName());
         return true;
     };
@@ -67,7 +67,7 @@ bool frmHSXMNew::checkInput() {
 // The query for duplicates stands before the trap: a quote in the name fails it, and the failure goes up.
 bool frmHSXMNew::insert() {
     const NewClass made{trim(editText("txtType")), trim(editText("txt", 0)), trim(editText("txt", 1))};
-    if (!openDB()) return false;
+    openDB();
     store::Connection& connection = *appState().gConn;
     if (!connection.open(duplicateQuery(made)).eof()) {
         showCritical("输入选项有重名！请核对");

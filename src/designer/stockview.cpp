@@ -132,9 +132,9 @@ private:
         flight_.execute(store::stockDescriptionRow({field, caption}));
     }
 
-    void describeLookup(const std::string& field, const std::string& caption) {
-        describe(field + "Number", caption + "编码");
-        describe(field + "Name", caption + "名称");
+    void describe(const store::StockField& field, std::string_view caption) {
+        for (const std::string& row : store::stockFieldRows(field, caption))
+            connection_.execute(row);
     }
 
     void add(std::string_view fragment) { text_ += fragment; }
@@ -159,11 +159,7 @@ private:
             const store::StockField* dimension = store::stockDimension(settings_.names[i]);
             if (dimension == nullptr) continue;
             addLine(dimension->columns);
-            if (dimension->kind == store::StockFieldKind::plain) {
-                describe(settings_.names[i], caption);
-            } else {
-                describeLookup(settings_.names[i], caption);
-            }
+            describe(*dimension, caption);
         }
     }
 
@@ -175,16 +171,11 @@ private:
             "fFieldName='fG' or fFieldName='fG' or fFieldName='fH') and fisvisible=1 ) as a left outer join "
             "tblitemclass as b on a.fValueItemId=b.fitemclassid "));
         for (; !rows.eof(); rows.moveNext()) {
-            const std::string name = rows.text("fFieldName");
-            const store::StockField* field = store::goodsField(name);
+            const store::StockField* field = store::goodsField(rows.text("fFieldName"));
             if (field == nullptr) continue;
             add(field->columns);
-            if (field->kind == store::StockFieldKind::plain) {
-                describe(name, rows.text("fname"));
-                continue;
-            }
-            describeLookup(name, rows.text("fname"));
-            goodsTable_ = rows.text("fitemtable");
+            describe(*field, rows.text("fname"));
+            if (field->kind == store::StockFieldKind::lookup) goodsTable_ = rows.text("fitemtable");
         }
     }
 

@@ -14,6 +14,7 @@
 #include "frame/openrows.h"
 #include "frame/scaling.h"
 #include "frame/services.h"
+#include "frame/showing.h"
 #include "frame/treenodes.h"
 #include "store/classrights.h"
 
@@ -46,10 +47,7 @@ frmJCBasicInfo& frmJCBasicInfo::instance() {
     return window;
 }
 
-frmJCBasicInfo::Loaded& frmJCBasicInfo::form() {
-    if (!form_) throw std::logic_error("frmJCBasicInfo isn't loaded");
-    return *form_;
-}
+frmJCBasicInfo::Loaded& frmJCBasicInfo::form() { return whileShown(form_, "frmJCBasicInfo"); }
 
 void frmJCBasicInfo::unload() { form_.reset(); }
 

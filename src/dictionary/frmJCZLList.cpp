@@ -12,6 +12,7 @@
 #include "frame/openrows.h"
 #include "frame/selectedrows.h"
 #include "frame/services.h"
+#include "frame/showing.h"
 #include "platform/controls.h"
 #include "platform/window.h"
 #include "store/classrights.h"
@@ -44,10 +45,7 @@ frmJCZLList& frmJCZLList::instance() {
     return window;
 }
 
-frmJCZLList::Loaded& frmJCZLList::form() {
-    if (!form_) throw std::logic_error("frmJCZLList isn't loaded");
-    return *form_;
-}
+frmJCZLList::Loaded& frmJCZLList::form() { return whileShown(form_, "frmJCZLList"); }
 
 void frmJCZLList::unload() { form_.reset(); }
 

@@ -15,8 +15,6 @@ using platform::CellType;
 
 namespace {
 
-constexpr int kNumberType = 13;
-
 std::string classId() { return std::to_string(appState().gItemClassId); }
 
 // A limit that was left empty is stored as 0: no number but 0 would keep two of them, and none at all one on the wrong
@@ -57,9 +55,10 @@ void FieldGrid::addField(const store::Recordset& field) {
     fps1_.setText(kCaption, row, field.text("fname"));
     fps1_.setText(kFieldName, row, field.text("fFieldName"));
     fps1_.setText(kFieldType, row, type);
-    fps1_.setCellType(kValue, row, static_cast<CellType>(toInt16(type)));
+    const auto cellType = static_cast<CellType>(toInt16(type));
+    fps1_.setCellType(kValue, row, cellType);
     if (field.text("fislock", "0") == "1") fps1_.setLocked(kValue, row, true);
-    if (toInt16(type) == kNumberType) fps1_.setNumberRule(kValue, row, numberRule(field));
+    if (cellType == CellType::number) fps1_.setNumberRule(kValue, row, numberRule(field));
     fps1_.setText(kSourceClass, row, field.text("FValueItemID"));
     fps1_.setText(kIsNull, row, field.text("fisNull"));
     fps1_.setRequired(kCaption, row, isRequired(row));

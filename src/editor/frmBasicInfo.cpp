@@ -1,6 +1,5 @@
 #include "editor/frmBasicInfo.h"
 
-#include <stdexcept>
 #include <vector>
 
 #include "editor/attachments.h"
@@ -10,6 +9,7 @@
 #include "editor/itemstore.h"
 #include "editor/photo.h"
 #include "frame/appstate.h"
+#include "frame/lockedcolour.h"
 #include "frame/mdlMain.h"
 #include "frame/scaling.h"
 #include "frame/services.h"
@@ -27,7 +27,6 @@ namespace {
 constexpr int kFieldsTab = 0;
 constexpr int kAttachmentsTab = 1;
 constexpr int kPhotoTab = 2;
-constexpr platform::Colour kLockedColour{244, 244, 217};
 
 void forgetPhoto() {
     appState().gPhotoPath = "";
@@ -62,10 +61,7 @@ frmBasicInfo& frmBasicInfo::instance() {
     return window;
 }
 
-frmBasicInfo::Shown& frmBasicInfo::shown() {
-    if (!shown_) throw std::logic_error("frmBasicInfo isn't shown");
-    return *shown_;
-}
+frmBasicInfo::Shown& frmBasicInfo::shown() { return whileShown(shown_, "frmBasicInfo"); }
 
 void frmBasicInfo::show(ListHost* host) {
     const auto make = [this, host] {

@@ -1,6 +1,6 @@
 #include "editor/itemstore.h"
 
-#include <exception>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,19 +27,14 @@ bool isLocked(std::int32_t itemId) {
     return !rows.eof() && rows.text("fislock1", "0") == "1";
 }
 
-template <class Work>
-bool trappedSave(Work work) {
-    try {
-        const bool stored = work();
-        closeDB();
-        return stored;
-    } catch (const std::exception& failure) {
-        showCritical(failure.what());
-    }
-    // Refused where no transaction is open; that failure goes up to the event loop.
-    rollbackTrans();
-    closeDB();
-    return false;
+// Not trappedTransaction: where the store can't be opened the rollback is tried as well, and its own failure goes up to
+// the event loop, as it does where no transaction is open.
+bool trappedSave(const std::function<bool()>& work) {
+    const auto showAndUndo = [](const std::string& failure) {
+        showCritical(failure);
+        rollbackTrans();
+    };
+    return trapped(work, showAndUndo);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/idcounter.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
 
@@ -25,7 +26,7 @@ int greatestLength(std::int32_t parentId) {
 // The comparison is of numbers, so a code that is none fails here.
 std::string successor(const std::string& highest) {
     if (toDouble(highest) == 0) return kFirst;
-    const std::string next = isNumeric(highest) ? std::to_string(toInt32(toInt32(highest) + 1.0)) : kFirst;
+    const std::string next = isNumeric(highest) ? std::to_string(idAfter(toInt32(highest))) : kFirst;
     return next.size() < highest.size() ? std::string(highest.size() - next.size(), '0') + next : next;
 }
 

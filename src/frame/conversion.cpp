@@ -79,12 +79,4 @@ std::string trim(std::string_view text) {
     return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
 }
 
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& letter : lower) {
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    }
-    return lower;
-}
-
 }  // namespace orvenmod

@@ -46,7 +46,4 @@ bool isNumeric(std::string_view text);
 /// The text without outer blanks.
 std::string trim(std::string_view text);
 
-/// The text in lower case, ASCII letters only.
-std::string lowerCase(std::string_view text);
-
 }  // namespace orvenmod

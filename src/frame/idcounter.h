@@ -16,7 +16,7 @@ struct IdCounter {
 /// follows fails. Throws what the store throws, and a ConversionFailure for a null and beyond 32 bits.
 std::int32_t takeId(const IdCounter& counter);
 
-/// The id behind the last one. Throws a ConversionFailure beyond 32 bits.
+/// The id, or the code of an item, behind the last one. Throws a ConversionFailure beyond 32 bits.
 std::int32_t idAfter(std::int32_t last);
 
 }  // namespace orvenmod

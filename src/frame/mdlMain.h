@@ -12,7 +12,8 @@ namespace orvenmod {
 /// The application name of the settings that the component shares with the suite.
 inline constexpr const char* kSettingsApplication = "Orvencom";
 
-/// Reuses gConn as it stands, else opens one by gConnStr. True, or a failure of the store.
+/// Reuses gConn as it stands, else opens one by gConnStr. Never false: a store that can't be opened is a failure, so no
+/// caller tests it.
 bool openDB();
 
 /// Closes and drops gConn if there is one.

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace orvenmod {
@@ -28,6 +29,13 @@ void showOnce(std::unique_ptr<Parts>& parts, Make make, Show show) {
     parts = make();
     const AtEnd atEnd([&parts] { parts.reset(); });
     show();
+}
+
+/// The parts of a window that is shown. Throws std::logic_error where it isn't.
+template <class Parts>
+Parts& whileShown(const std::unique_ptr<Parts>& parts, const char* window) {
+    if (!parts) throw std::logic_error(std::string(window) + " isn't shown");
+    return *parts;
 }
 
 }  // namespace orvenmod

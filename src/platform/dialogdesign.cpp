@@ -8,7 +8,7 @@ constexpr float kLineStep = 510;
 constexpr float kFieldHeight = 315;
 constexpr float kLabelDrop = 45;  // puts a caption's text on the line of its field's
 constexpr float kLabelHeight = 240;
-constexpr float kButtonWidth = 1350;
+constexpr float kBesideLabel = 30;
 constexpr float kButtonHeight = 375;
 constexpr float kButtonGap = 120;
 constexpr float kBelowButtons = 135;
@@ -30,7 +30,7 @@ void DialogDesign::line(ControlDesign label, ControlDesign field) {
     const float right = measures_.width - (contained ? 2 * measures_.margin : 0) - inset;
     label.left = inset;
     label.top = nextLine_ + kLabelDrop;
-    label.width = measures_.fieldLeft - inset - 30;
+    label.width = measures_.fieldLeft - inset - kBesideLabel;
     label.height = kLabelHeight;
     field.left = measures_.fieldLeft;
     field.top = nextLine_;
@@ -44,13 +44,13 @@ void DialogDesign::line(ControlDesign label, ControlDesign field) {
 
 void DialogDesign::buttons(std::vector<ControlDesign> buttons) {
     float left = measures_.width - measures_.margin + kButtonGap -
-                 static_cast<float>(buttons.size()) * (kButtonWidth + kButtonGap);
+                 static_cast<float>(buttons.size()) * (measures_.buttonWidth + kButtonGap);
     for (ControlDesign& button : buttons) {
         button.left = left;
         button.top = measures_.height - kButtonHeight - kBelowButtons;
-        button.width = kButtonWidth;
+        button.width = measures_.buttonWidth;
         button.height = kButtonHeight;
-        left += kButtonWidth + kButtonGap;
+        left += measures_.buttonWidth + kButtonGap;
         add(button);
     }
 }

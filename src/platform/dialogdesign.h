@@ -14,7 +14,8 @@ struct DialogMeasures {
     float width = 0, height = 0;
     float fieldLeft = 0;
     float margin = 300;
-    float firstLine = 300;            ///< top of the first field
+    float firstLine = 300;  ///< top of the first field
+    float buttonWidth = 1350;
     std::string_view container = "";  ///< the tabs control that the lines lie in
 };
 

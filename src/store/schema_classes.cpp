@@ -56,12 +56,19 @@ std::vector<FixedField> accountFields() {
 
 const std::vector<FixedClass>& fixedClasses() {
     static const std::vector<FixedClass> kClasses = {
-        {1, "客户", "tblCustomer", "fAmount", "应收款", 3, customerFields()},
-        {kSupplierClass, "供应商", "tblSupplier", "fAmount", "应付款", 3, partnerFields()},
+        {1, "客户", "tblCustomer", kBalanceField, "应收款", 3, customerFields()},
+        {kSupplierClass, "供应商", "tblSupplier", kBalanceField, "应付款", 3, partnerFields()},
         {kGoods, "货品", "ICItem", "fTimeQty", "库存数", 5, goodsFields()},
-        {11, "账户", "tblAccount", "fAmount", "账号余额", 3, accountFields()},
+        {11, "账户", "tblAccount", kBalanceField, "账号余额", 3, accountFields()},
     };
     return kClasses;
+}
+
+std::string_view balanceCaption(std::int32_t itemClass) {
+    for (const FixedClass& fixed : fixedClasses()) {
+        if (fixed.id == itemClass && fixed.amountField == kBalanceField) return fixed.amountCaption;
+    }
+    return "";
 }
 
 SchemaTable fixedClassTable(const FixedClass& fixed) {
@@ -73,8 +80,8 @@ SchemaTable fixedClassTable(const FixedClass& fixed) {
     for (const FixedField& field : fixed.fields) {
         table.columns.push_back({field.name, field.column});
     }
-    if (fixed.amountField == "fAmount") {
-        table.columns.push_back({"fAmount", "decimal(18,2)"});
+    if (fixed.amountField == kBalanceField) {
+        table.columns.push_back({kBalanceField, "decimal(18,2)"});
     }
     return table;
 }

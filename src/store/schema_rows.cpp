@@ -119,10 +119,7 @@ private:
                 addSeek(++entry, std::string(field.name) + "Name", std::string(field.caption) + "名称", kSeekText,
                         listId(fixed_), SeekIn::name);
             } else {
-                const std::string_view kind = field.type == kNumberField ? kSeekNumber
-                                              : field.type == kDateField ? kSeekDate
-                                                                         : kSeekText;
-                addSeek(++entry, field.name, field.caption, kind, listId(fixed_));
+                addSeek(++entry, field.name, field.caption, seekKind(field.type), listId(fixed_));
             }
         }
     }
@@ -133,7 +130,7 @@ private:
     }
 
     void addDescriptions() {
-        addDescription(fixed_.amountField == "fAmount" ? "famount" : fixed_.amountField, fixed_.amountCaption,
+        addDescription(fixed_.amountField == kBalanceField ? "famount" : fixed_.amountField, fixed_.amountCaption,
                        kNumberField);
         addDescription(kCode.name, kCode.caption);
         addDescription(kName.name, kName.caption);

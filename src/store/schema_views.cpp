@@ -9,7 +9,7 @@
 namespace orvenmod::store {
 std::string fixedClassView(const FixedClass& fixed) {
     ClassViewText view("v" + std::string(fixed.table), fixed.table, ViewWording::setup);
-    if (fixed.amountField == "fAmount") {
+    if (fixed.amountField == kBalanceField) {
         view.addAmount();
     } else {
         view.addStock();
@@ -37,19 +37,12 @@ std::vector<std::string> stockViewRows() {
     std::vector<std::string> rows;
     for (const StockDescription& description : stockDescriptions())
         rows.push_back(stockDescriptionRow(description));
-    const auto describe = [&rows](const std::string& name, const std::string& caption) {
-        rows.push_back(stockDescriptionRow({name, caption}));
-    };
     for (const FixedClass& fixed : fixedClasses()) {
         for (const FixedField& field : fixed.fields) {
-            const std::string name(field.name);
-            const std::string caption(field.caption);
-            if (name == "fH") {
-                describe(name + "Number", caption + "编码");
-                describe(name + "Name", caption + "名称");
-            } else if (name.size() == 2 && name[1] >= 'A' && name[1] <= 'G') {
-                describe(name, caption);
-            }
+            const StockField* shown = goodsField(field.name);
+            if (shown == nullptr) continue;
+            for (const std::string& row : stockFieldRows(*shown, field.caption))
+                rows.push_back(row);
         }
     }
     return rows;

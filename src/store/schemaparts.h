@@ -25,12 +25,15 @@ struct FixedField {
     bool required = false;
 };
 
+/// The column in which a class keeps its balance.
+inline constexpr std::string_view kBalanceField = "fAmount";
+
 /// Customers, suppliers, goods and accounts: the classes whose ids the system knows.
 struct FixedClass {
     int id;
     std::string_view name;
     std::string_view table;
-    std::string_view amountField;  ///< "fAmount", or "fTimeQty" for goods
+    std::string_view amountField;  ///< kBalanceField, or "fTimeQty" for goods
     std::string_view amountCaption;
     int amountEntry;                 ///< its place in the list
     std::vector<FixedField> fields;  ///< behind short code, code and name

@@ -50,4 +50,12 @@ std::string stockDescriptionRow(const StockDescription& description) {
            ")";
 }
 
+std::vector<std::string> stockFieldRows(const StockField& field, std::string_view caption) {
+    if (field.kind == StockFieldKind::plain) return {stockDescriptionRow({field.name, caption})};
+    const std::string name(field.name);
+    const std::string shown(caption);
+    return {stockDescriptionRow({name + "Number", shown + "编码"}),
+            stockDescriptionRow({name + "Name", shown + "名称"})};
+}
+
 }  // namespace orvenmod::store

@@ -6,6 +6,9 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "store/stockfields.h"
 
 namespace orvenmod::store {
 
@@ -27,5 +30,7 @@ struct StockDescription {
 /// Of the columns that are always there.
 std::span<const StockDescription> stockDescriptions();
 std::string stockDescriptionRow(const StockDescription& description);
+/// Of an optional column: a row, or for a lookup one each for its code and its name.
+std::vector<std::string> stockFieldRows(const StockField& field, std::string_view caption);
 
 }  // namespace orvenmod::store

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <regex>
 #include <string>
+#include <vector>
 
 #include "architecture/sourcetree.h"
 #include "support/sourcefolder.h"
@@ -53,17 +54,56 @@ TEST(Style, everyTestFileIsInATarget) {
     }
 }
 
-TEST(Style, everyFileThatTheDocumentsNameIsThere) {
+constexpr const char* kDocuments[] = {
+    "README.md",       "README.zh.md",         "CONTRIBUTING.md",        "docs/architecture.md",
+    "docs/servers.md", "docs/dependencies.md", "docs/report-template.md"};
+constexpr const char* kFolders[] = {"src", "include", "tests", "bench", "examples", "scripts", "docs", "cmake"};
+
+std::vector<std::string> found(const std::string& document, const std::regex& pattern) {
+    std::ifstream stream(test::sourceFile(document));
+    const std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    std::vector<std::string> names;
+    for (std::sregex_iterator each(text.begin(), text.end(), pattern); each != std::sregex_iterator(); ++each)
+        names.push_back((*each)[1]);
+    return names;
+}
+
+TEST(Style, everyPathThatTheDocumentsNameIsThere) {
     namespace fs = std::filesystem;
     const std::regex path("`((?:src|include|tests|bench|examples|scripts|docs)/[^` *{]*)`");
-    int named = 0;
-    for (const char* document : {"docs/architecture.md", "CONTRIBUTING.md"}) {
-        std::ifstream stream(test::sourceFile(document));
-        const std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-        for (std::sregex_iterator each(text.begin(), text.end(), path); each != std::sregex_iterator(); ++each, ++named)
-            EXPECT_TRUE(fs::exists(test::sourceFile((*each)[1]))) << document << " names " << (*each)[1];
+    const std::regex link(R"(\]\((?!https?:|#)([^)#]+)[^)]*\))");
+    std::size_t named = 0;
+    for (const std::string document : kDocuments) {
+        for (const std::string& name : found(document, path)) {
+            EXPECT_TRUE(fs::exists(test::sourceFile(name))) << document << " names " << name;
+            ++named;
+        }
+        const fs::path folder = fs::path(test::sourceFile(document)).parent_path();
+        for (const std::string& target : found(document, link))
+            EXPECT_TRUE(fs::exists(folder / target)) << document << " links to " << target;
     }
-    EXPECT_GT(named, 20);
+    EXPECT_GT(named, 20U);
+}
+
+// A file named without its folder, or from somewhere below the root: `emitter.h`, `model/cellinput.h`.
+TEST(Style, everyBareFileNameOfTheDocumentsIsThatOfAFile) {
+    namespace fs = std::filesystem;
+    std::vector<std::string> files;
+    for (const char* folder : kFolders) {
+        for (const auto& entry : fs::recursive_directory_iterator(test::sourceFile(folder)))
+            files.push_back("/" + fs::relative(entry.path(), test::sourceFile("")).generic_string());
+    }
+    const std::regex name(R"(`<?((?:\w+/)*[\w-]+\.(?:h|cpp|inc|md|svg|txt|sql|cmake))>?`)");
+    std::size_t named = 0;
+    for (const std::string document : kDocuments) {
+        for (const std::string& wanted : found(document, name)) {
+            const bool there = std::any_of(files.begin(), files.end(),
+                                           [&](const std::string& file) { return file.ends_with("/" + wanted); });
+            EXPECT_TRUE(there) << document << " names " << wanted;
+            ++named;
+        }
+    }
+    EXPECT_GT(named, 20U);
 }
 
 }  // namespace

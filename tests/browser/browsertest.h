@@ -5,9 +5,7 @@
 
 #include <orvenmod/clsBasicInfo.h>
 
-#include <functional>
 #include <string>
-#include <vector>
 
 #include "frame/appstate.h"
 #include "platform/controls.h"
@@ -15,13 +13,9 @@
 #include "platform/listgrid.h"
 #include "platform/tree.h"
 #include "support/stage.h"
+#include "support/windowtest.h"
 
 namespace orvenmod::test {
-
-using platform::Answer;
-using platform::MessageKind;
-using Steps = std::function<void(User&)>;
-using Texts = std::vector<std::string>;
 
 /// The arguments of an entry.
 struct Call {

@@ -8,8 +8,6 @@
 namespace orvenmod::test {
 namespace {
 
-const std::string kFault = "注入的故障";
-
 class Faults : public BrowserTest {
 protected:
     /// Plays `command` in a window of its own: once to count its operations, then with each of them failing. `check`

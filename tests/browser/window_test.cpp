@@ -14,8 +14,6 @@ using platform::ListGrid;
 using platform::Menu;
 using platform::Tree;
 
-const std::string kRefusal = "您无此权限，请与系统管理员联系！";
-
 class BrowserWindow : public BrowserTest {
 protected:
     void beUserWith(const std::vector<std::string>& rights) {

@@ -231,7 +231,7 @@ TEST_F(ClassBrowserTest, aFailureWhileTheTreeIsFilledGoesToTheHost) {
             manage.mainInterface();
             ADD_FAILURE() << "the host hears nothing";
         } catch (const std::runtime_error& failure) {
-            EXPECT_STREQ(failure.what(), kFault);
+            EXPECT_EQ(failure.what(), kFault);
         }
     }
     stage.faults() = {};

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,17 +14,12 @@
 #include "platform/listgrid.h"
 #include "platform/tree.h"
 #include "support/stage.h"
+#include "support/windowtest.h"
 
 namespace orvenmod::test {
 
-using platform::Answer;
-using platform::MessageKind;
-using Steps = std::function<void(User&)>;
-using Texts = std::vector<std::string>;
-
 inline constexpr const char* kClassSaved = "数据保存成功！";
 inline constexpr const char* kFieldSaved = "数据保存成功!";
-inline constexpr const char* kFault = "注入的故障";
 inline constexpr const char* kNoTransaction = "ROLLBACK TRANSACTION 请求没有对应的 BEGIN TRANSACTION。";
 
 /// A new class as typed; an empty table keeps the proposal.

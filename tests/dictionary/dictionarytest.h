@@ -7,29 +7,20 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
-#include <vector>
 
 #include "platform/controls.h"
 #include "platform/listgrid.h"
 #include "platform/tree.h"
 #include "support/stage.h"
+#include "support/windowtest.h"
 
 namespace orvenmod::test {
 
-using platform::Answer;
-using platform::MessageKind;
-using Steps = std::function<void(User&)>;
-using Texts = std::vector<std::string>;
-
-inline const std::string kTitle = "测试套件";
 inline const std::string kSaved = "数据保存成功！";
 inline const std::string kChanged = "数据修改成功！";
 inline const std::string kDeleted = "数据删除成功！";
 inline const std::string kAskDelete = "确定要删除吗？";
-inline const std::string kRefusal = "您无此权限，请与系统管理员联系！";
-inline const std::string kFault = "注入的故障";
 
 /// User 7, an administrator.
 class DictionaryStage : public Stage {

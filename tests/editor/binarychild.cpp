@@ -8,9 +8,10 @@
 #include <iostream>
 #include <string>
 
-#include "editor/child.h"
 #include "editor/countedmemory.h"
+#include "editor/editortest.h"
 #include "editor/frmBasicInfo.h"
+#include "support/childclerk.h"
 
 namespace orvenmod::test {
 namespace {
@@ -75,7 +76,10 @@ void play(Clerk& clerk, const std::string& folder) {
 
 int run(const std::string& connectionString, const std::string& file, const std::string& folder) {
     Clerk clerk(file, folder);
-    return runChild(clerk, connectionString, [&] { play(clerk, folder); });
+    return runChild(clerk, stores(), [&] {
+        chooseGoods(connectionString);
+        play(clerk, folder);
+    });
 }
 
 }  // namespace

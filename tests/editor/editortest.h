@@ -7,9 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
-#include <vector>
 
 #include "editor/fieldrow.h"
 #include "editor/listhost.h"
@@ -17,14 +15,11 @@
 #include "platform/controls.h"
 #include "platform/entrygrid.h"
 #include "support/stage.h"
+#include "support/windowtest.h"
 
 namespace orvenmod::test {
 
-using platform::Answer;
 using platform::EntryGrid;
-using platform::MessageKind;
-using Steps = std::function<void(User&)>;
-using Texts = std::vector<std::string>;
 
 inline constexpr int kModelRow = 4;
 inline constexpr int kMinQtyRow = 5;
@@ -87,7 +82,5 @@ protected:
 
     EditorStage stage;
 };
-
-inline const std::string kTitle = "测试套件";
 
 }  // namespace orvenmod::test

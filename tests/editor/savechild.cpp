@@ -13,8 +13,9 @@
 #include <iostream>
 #include <string>
 
-#include "editor/child.h"
+#include "editor/editortest.h"
 #include "editor/frmBasicInfo.h"
+#include "support/childclerk.h"
 
 namespace orvenmod::test {
 namespace {
@@ -93,7 +94,8 @@ private:
 
 int run(const std::string& connectionString, const Task& task) {
     Clerk clerk(task);
-    return runChild(clerk, connectionString, [] {
+    return runChild(clerk, stores(), [&connectionString] {
+        chooseGoods(connectionString);
         appState().gCurParentId = 13;
         frmBasicInfo::instance().show(nullptr);
     });

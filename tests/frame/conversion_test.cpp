@@ -75,7 +75,5 @@ TEST(Conversion, trimTakesOuterBlanksOnly) {
     EXPECT_EQ(trim("   "), "");
 }
 
-TEST(Conversion, lowerCaseLeavesOtherLettersAlone) { EXPECT_EQ(lowerCase("FSelfA客"), "fselfa客"); }
-
 }  // namespace
 }  // namespace orvenmod::test

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,17 +14,11 @@
 #include "platform/listgrid.h"
 #include "platform/tree.h"
 #include "support/stage.h"
+#include "support/windowtest.h"
 
 namespace orvenmod::test {
 
-using platform::Answer;
-using platform::MessageKind;
-using Steps = std::function<void(User&)>;
-using Texts = std::vector<std::string>;
-
-inline const std::string kTitle = "测试套件";
 inline const std::string kSaved = "数据保存成功！";
-inline const std::string kFault = "注入的故障";
 
 /// A window "frmPlainList" with the tree tv1, the list vsf1 and a button for each command, named as its menu.
 class PlainList : public ListWindow {

@@ -13,7 +13,6 @@ using platform::Tree;
 const std::string kAskDelete = "确定要删除吗？";
 const std::string kAskLock = "确定要禁用吗？";
 const std::string kAskUnLock = "确定要反禁用吗？";
-const std::string kRefusal = "您无此权限，请与系统管理员联系！";
 
 const platform::Colour* colour(User& user, int row) {
     return dynamic_cast<platform::memory::MemoryListGrid&>(user.control<ListGrid>("vsf1")).model().rowColour(row);

@@ -1,64 +1,49 @@
 // Moves a category of the database named by its argument and writes one byte to its output for each statement, so that
 // a test can end it at any moment.
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdlib>
 
-#include "entry/storefactory.h"
 #include "frame/appstate.h"
-#include "frame/services.h"
 #include "hierarchy/categorysave.h"
-#include "platform/memory/memorydriver.h"
-#include "platform/memory/memorytoolkit.h"
 #include "store/trace.h"
+#include "support/childclerk.h"
+#include "support/site.h"
 
+namespace orvenmod::test {
 namespace {
 
-using namespace orvenmod;
-
-class Nobody : public platform::memory::MemoryDriver {
+/// No window opens; a box tells that the move was refused.
+class Mover : public ChildClerk {
 public:
-    void onModal(platform::memory::MemoryWindow&) override {}
     platform::Answer onMessage(platform::MessageKind, const std::string&, const std::string&) override {
-        std::_Exit(2);  // the move was refused
+        std::_Exit(2);
     }
-    std::string onFileDialog(bool, const std::string&) override { return {}; }
-    void onPopUp(platform::memory::MemoryMenu&) override {}
-    void onDocument(const std::string&) override {}
+
+private:
+    void work(User&) override {}
 };
 
-class Machine : public platform::Settings, public platform::IniFiles, public platform::Folders, public platform::Clock {
-public:
-    std::string get(const std::string&, const std::string&, const std::string&, const std::string& fallback) override {
-        return fallback;
-    }
-    void save(const std::string&, const std::string&, const std::string&, const std::string&) override {}
-    void remove(const std::string&, const std::string&, const std::string&) override {}
-    std::string read(const std::string&, const std::string&, const std::string&) override { return {}; }
-    bool write(const std::string&, const std::string&, const std::string&, const std::string&) override {
-        return false;
-    }
-    std::string temporary() override { return {}; }
-    std::string attachments() override { return {}; }
-    platform::Date today() override { return {}; }
-};
-
-}  // namespace
-
-int main(int, char** arguments) {
-    Nobody nobody;
-    platform::memory::MemoryToolkit toolkit(nobody);
-    Machine machine;
-    StoreFactory stores;
-    store::TracingStore store(stores, [](const store::TraceRecord&) {
+int move(const std::string& connectionString) {
+    Mover mover;
+    store::TracingStore store(stores(), [](const store::TraceRecord&) {
         if (::write(STDOUT_FILENO, ".", 1) != 1) std::_Exit(3);
     });
-    Services services{store, toolkit, machine, machine, machine, machine};
-    useServices(&services);
-    AppState& state = appState();
-    state.gConnStr = arguments[1];
-    state.gItemClassId = 3;
-    state.gItemTable = "ICItem";
-    state.gCurItemId = 200;
-    return moveCategory({"大类", "90", "02.90", "14"}) ? 0 : 1;
+    return runChild(mover, store, [&connectionString] {
+        AppState& state = appState();
+        state.gConnStr = connectionString;
+        state.gItemClassId = 3;
+        state.gItemTable = "ICItem";
+        state.gCurItemId = 200;
+        EXPECT_TRUE(moveCategory({"大类", "90", "02.90", "14"}));
+    });
+}
+
+}  // namespace
+}  // namespace orvenmod::test
+
+int main(int count, char** arguments) {
+    ::testing::InitGoogleTest(&count, arguments);
+    return count == 2 ? orvenmod::test::move(arguments[1]) : 2;
 }

@@ -62,7 +62,7 @@ void MemoryUser::press(const std::string& shortcut) {
     if (pressInGrid(shortcut) || !leaveCell()) return;
     if (turnPage(shortcut) || pressMnemonic(shortcut)) return;
     if (shortcut == "Tab" || shortcut == "Shift+Tab") {
-        window_.moveFocus(shortcut != "Tab");
+        window_.moveFocus(shortcut == "Tab" ? FocusWay::on : FocusWay::back);
     } else if (ControlCore* focus = window_.focused()) {
         pressOn(*focus, shortcut);
     }

@@ -12,22 +12,13 @@ namespace {
 using namespace platform;
 using namespace platform::memory;
 
-class MemoryScript final : public Script, private MemoryDriver {
+class MemoryScript final : public BookedScript, private MemoryDriver {
 public:
     MemoryScript() {
         toolkit_.setProgressObserver([this](const std::string&, int done, int) { return !book_.takeCancel(done); });
     }
 
     Toolkit& toolkit() override { return toolkit_; }
-    void onWindow(const std::string& name, std::function<void(User&)> steps) override {
-        book_.addWindow(name, std::move(steps));
-    }
-    void answer(MessageKind kind, const std::string& text, Answer answer) override {
-        book_.addAnswer(kind, text, answer);
-    }
-    const std::vector<ShownMessage>& messages() const override { return book_.messages(); }
-    const std::vector<std::string>& documents() const override { return book_.documents(); }
-    void finish() override { book_.finish(); }
 
 private:
     void onModal(MemoryWindow& window) override {
@@ -62,7 +53,6 @@ private:
     }
     void onDocument(const std::string& path) override { book_.addDocument(path); }
 
-    ScriptBook book_;
     PopUpChoice popUp_;
     MemoryToolkit toolkit_{*this};
 };

@@ -170,7 +170,7 @@ private:
     ScriptBook& book_;
 };
 
-class QtScript final : public Script {
+class QtScript final : public BookedScript {
 public:
     QtScript() {
         // The toolkit has taken the environment's locale by now; the host's own comes after it.
@@ -182,15 +182,6 @@ public:
     }
 
     Toolkit& toolkit() override { return toolkit_; }
-    void onWindow(const std::string& name, std::function<void(User&)> steps) override {
-        book_.addWindow(name, std::move(steps));
-    }
-    void answer(MessageKind kind, const std::string& text, Answer answer) override {
-        book_.addAnswer(kind, text, answer);
-    }
-    const std::vector<ShownMessage>& messages() const override { return book_.messages(); }
-    const std::vector<std::string>& documents() const override { return book_.documents(); }
-    void finish() override { book_.finish(); }
 
 private:
     void run(Window& window) {
@@ -209,7 +200,6 @@ private:
         if (window.shown()) window.close();  // a cell refuses to be left
     }
 
-    ScriptBook book_;
     qt::QtToolkit toolkit_;
     Watcher watcher_{book_};
 };

@@ -57,6 +57,23 @@ private:
     std::vector<std::string> documents_;
 };
 
+/// A script whose steps, answers and notes stand in the book.
+class BookedScript : public Script {
+public:
+    void onWindow(const std::string& name, ScriptBook::Steps steps) override {
+        book_.addWindow(name, std::move(steps));
+    }
+    void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) override {
+        book_.addAnswer(kind, text, answer);
+    }
+    const std::vector<ShownMessage>& messages() const override { return book_.messages(); }
+    const std::vector<std::string>& documents() const override { return book_.documents(); }
+    void finish() override { book_.finish(); }
+
+protected:
+    ScriptBook book_;
+};
+
 /// "question box: text".
 std::string describeBox(platform::MessageKind kind, const std::string& text);
 

@@ -15,6 +15,7 @@
 #define SI_NO_CONVERSION
 #include <SimpleIni.h>
 
+#include "platform/asciitext.h"
 #include "platform/desktop/files.h"
 
 namespace orvenmod::platform::desktop {
@@ -159,10 +160,7 @@ void IniSettings::remove(const std::string& application, const std::string& sect
 }
 
 std::string IniSettings::fileOf(const std::string& application) const {
-    std::string name = encoded(application, "%/\\:*?\"<>|");
-    for (char& c : name) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
+    const std::string name = lowerCase(encoded(application, "%/\\:*?\"<>|"));
     return folder_ + "/" + (name.empty() || name.front() == '.' ? "%" + name : name) + ".ini";
 }
 

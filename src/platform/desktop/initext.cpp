@@ -2,27 +2,15 @@
 
 #include <algorithm>
 
+#include "platform/asciitext.h"
+
 namespace orvenmod::platform::desktop {
 
 namespace {
 
 constexpr std::string_view kUtf8Mark = "\xef\xbb\xbf";
 
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
-
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-bool sameName(std::string_view left, std::string_view right) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [&](char a, char b) { return lower(a) == lower(b); });
-}
+bool sameName(std::string_view left, std::string_view right) { return lowerCase(left) == lowerCase(right); }
 
 bool isQuoted(std::string_view text) {
     return text.size() >= 2 && (text.front() == '"' || text.front() == '\'') && text.front() == text.back();
@@ -30,20 +18,20 @@ bool isQuoted(std::string_view text) {
 
 /// The name of a section line; nothing for other lines.
 std::optional<std::string_view> sectionName(std::string_view line) {
-    line = trimmed(line);
+    line = withoutBlanks(line);
     // The last bracket: another encoding's letter may hold the byte of one.
     const std::size_t end = line.rfind(']');
     if (line.empty() || line.front() != '[' || end == std::string_view::npos) return std::nullopt;
-    return trimmed(line.substr(1, end - 1));
+    return withoutBlanks(line.substr(1, end - 1));
 }
 
 bool isComment(std::string_view line) {
-    line = trimmed(line);
+    line = withoutBlanks(line);
     return line.empty() || line.front() == ';' || line.front() == '#';
 }
 
 bool fitsName(std::string_view name, std::string_view forbidden) {
-    return !name.empty() && name == trimmed(name) && name.find_first_of(forbidden) == std::string_view::npos;
+    return !name.empty() && name == withoutBlanks(name) && name.find_first_of(forbidden) == std::string_view::npos;
 }
 
 }  // namespace
@@ -52,7 +40,7 @@ std::optional<std::string> IniText::value(std::string_view section, std::string_
     const Place place = find(section, key);
     if (!place.found) return std::nullopt;
     std::string_view text =
-        trimmed(std::string_view(text_).substr(place.valueStart, place.valueEnd - place.valueStart));
+        withoutBlanks(std::string_view(text_).substr(place.valueStart, place.valueEnd - place.valueStart));
     if (isQuoted(text)) text = text.substr(1, text.size() - 2);
     return std::string(text);
 }
@@ -66,7 +54,7 @@ bool IniText::setValue(std::string_view section, std::string_view key, std::stri
     }
     if (this->value(section, key) == value) return true;
     std::string written(value);
-    if (written != trimmed(written) || isQuoted(written)) written = '"' + written + '"';
+    if (written != withoutBlanks(written) || isQuoted(written)) written = '"' + written + '"';
     const Place place = find(section, key);
     const std::string line = std::string(key) + "=" + written + lineEnd();
     if (place.found) {
@@ -98,7 +86,7 @@ IniText::Place IniText::find(std::string_view section, std::string_view key) con
             if (grows) place.insertAt = next;
         } else if (inside && !isComment(line) && equals != std::string_view::npos) {
             if (grows) place.insertAt = next;
-            if (sameName(trimmed(line.substr(0, equals)), key)) {
+            if (sameName(withoutBlanks(line.substr(0, equals)), key)) {
                 place.valueStart = at + equals + 1;
                 place.valueEnd = end;
                 place.found = true;

@@ -1,3 +1,6 @@
+// A cell's text and what it takes stand in the shared model. What a screen adds to it, a list that hangs open and a
+// text that is marked, stands here, since keys mean other things by it: Return in an open list picks, in a field it
+// leaves.
 #include "platform/memory/memoryentrygrid.h"
 
 #include <numeric>

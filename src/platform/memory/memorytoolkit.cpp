@@ -44,7 +44,7 @@ Answer MemoryToolkit::message(MessageKind kind, const std::string& text, const s
 }
 
 void MemoryToolkit::sendTab() {
-    if (MemoryWindow* window = front()) window->moveFocus(false);
+    if (MemoryWindow* window = front()) window->moveFocus(FocusWay::on);
 }
 
 void MemoryToolkit::openDocument(const std::string& path) {

@@ -1,3 +1,5 @@
+// The focus is settled when it is asked for: code may hide or switch off the control that has it, and no event tells.
+// It goes on then to the next control that can have it.
 #include "platform/memory/memorywindow.h"
 
 #include <algorithm>
@@ -66,7 +68,7 @@ ControlCore* MemoryWindow::findCore(const std::string& name, int index) const {
 }
 
 ControlCore* MemoryWindow::focused() const {
-    if (!focused_ || !focused_->tabStop()) focused_ = nextStop(focused_, false);
+    if (!focused_ || !focused_->tabStop()) focused_ = nextStop(focused_, FocusWay::on);
     return focused_;
 }
 
@@ -75,7 +77,7 @@ void MemoryWindow::setFocused(ControlCore* core) {
     focused_ = core;
 }
 
-void MemoryWindow::moveFocus(bool back) { setFocused(nextStop(focused(), back)); }
+void MemoryWindow::moveFocus(FocusWay way) { setFocused(nextStop(focused(), way)); }
 
 bool MemoryWindow::takeOver() {
     return std::all_of(controls_.begin(), controls_.end(), [](Control* each) {
@@ -162,7 +164,8 @@ std::unique_ptr<ControlCore> MemoryWindow::make(const ControlDesign& design) {
     throw std::logic_error("menus are drawn apart from the controls: " + std::string(design.name));
 }
 
-ControlCore* MemoryWindow::nextStop(const ControlCore* from, bool back) const {
+ControlCore* MemoryWindow::nextStop(const ControlCore* from, FocusWay way) const {
+    const bool back = way == FocusWay::back;
     const std::size_t count = cores_.size();
     std::size_t at = back ? 0 : count - 1;
     for (std::size_t each = 0; from && each < count; ++each) {

@@ -14,6 +14,8 @@ namespace orvenmod::platform::memory {
 class MemoryMenu;
 class MemoryToolkit;
 
+enum class FocusWay { on, back };
+
 class MemoryWindow final : public Window {
 public:
     /// Throws std::logic_error for a design with a doubled name or a container that isn't.
@@ -45,7 +47,7 @@ public:
     void mark() { marked_ = true; }
     void unmark() { marked_ = false; }
     /// Moves the focus on in the order of the design, or back, around the ends.
-    void moveFocus(bool back);
+    void moveFocus(FocusWay way);
     /// A command, or the mouse on another control: leaves the cell that is open in a grid. False where it refuses.
     bool takeOver();
 
@@ -55,7 +57,7 @@ private:
     void resolveParents();
     void add(std::unique_ptr<ControlCore> core);
     std::unique_ptr<ControlCore> make(const ControlDesign& design);
-    ControlCore* nextStop(const ControlCore* from, bool back) const;
+    ControlCore* nextStop(const ControlCore* from, FocusWay way) const;
 
     MemoryToolkit& toolkit_;
     WindowDesign design_;

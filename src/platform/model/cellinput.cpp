@@ -2,25 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/asciitext.h"
+
 namespace orvenmod::platform::model {
 
 namespace {
-
-constexpr std::string_view kBlanks = " \t";
-
-std::string_view withoutBlanks(std::string_view text) {
-    const std::size_t start = text.find_first_not_of(kBlanks);
-    if (start == std::string_view::npos) return {};
-    return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
-}
-
-std::string lowered(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
-}
 
 template <class Test>
 std::vector<int> placesOf(const std::vector<std::string>& items, Test fits) {
@@ -81,8 +67,9 @@ std::string onOneLine(std::string_view text) {
 }
 
 std::vector<int> itemsWith(std::string_view text, const std::vector<std::string>& items) {
-    const std::string part = lowered(withoutBlanks(text));
-    return placesOf(items, [&part](const std::string& item) { return lowered(item).find(part) != std::string::npos; });
+    const std::string part = lowerCase(withoutBlanks(text));
+    return placesOf(items,
+                    [&part](const std::string& item) { return lowerCase(item).find(part) != std::string::npos; });
 }
 
 ItemInput readItem(std::string_view typed, const std::vector<std::string>& items) {

@@ -1,3 +1,6 @@
+// The field in a cell tells what is done in it, and decides nothing: texts go to the model, ways out to the view. A
+// field that loses the keyboard to a box, a menu or another program stays as it is, since the keyboard comes back; one
+// that loses it to another control takes over, and gets the keyboard back where the cell refuses.
 #include "platform/qt/entrydelegate.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,11 @@
+// A cell is left before anything else happens, and it may refuse. Qt's views do it the other way round: a field that
+// loses the keyboard is committed and closed, and the click that took the keyboard goes on. So the view never commits
+// by itself. What is typed goes to the shared model letter by letter, and every way out asks it first:
+//
+//   a key that leaves, a command, the window's end   takeOver(): closed, or it stays open with the hint beside it
+//   a press of the mouse elsewhere in the window     LeavingWatch takes over before the press reaches its widget; where
+//                                                    the cell refuses, the whole click is swallowed
+//   Escape, a view that is taken away                closeEditor() alone, which gives up what was typed
 #include "platform/qt/entrygridview.h"
 
 #include <QApplication>

@@ -1,3 +1,6 @@
+// The logic hears of a node once a user's press, key or menu has come to it, never of what it did to the tree itself.
+// Qt tells of every change of the current item in one way, whoever caused it; the flags that stand while code writes,
+// the mouse presses and the keyboard arrives tell them apart.
 #include "platform/qt/qttree.h"
 
 #include <QContextMenuEvent>

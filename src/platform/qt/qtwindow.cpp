@@ -1,3 +1,9 @@
+// A showing of a window has the steps of the system's own desktop, and code that works over the window relies on them:
+// it is on the screen before its load begins, it is told its size once the load is done, whatever size the screen
+// allowed, and it is told its end in every case but a load that failed.
+//
+//   open    shown, painted once, hourglass       load   a failure hides it and goes to whoever shows it
+//   resize  the first, never during the load     loop   until close()          unload
 #include "platform/qt/qtwindow.h"
 
 #include <QApplication>

@@ -1,3 +1,6 @@
+// A design names its controls in the order of the focus, and a container may stand behind what lies in it: it is made
+// when the first of its contents asks for it. Everything that counts places (names for readers, order of the focus)
+// waits until all are made.
 #include "platform/qt/windowbuilder.h"
 
 #include <QLabel>

@@ -1,14 +1,13 @@
 #include "platform/desktop/inisettings.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <vector>
+#include <list>
 
+#include "support/otherprocess.h"
 #include "support/temporary.h"
 
 namespace orvenmod::platform::desktop {
@@ -120,23 +119,16 @@ TEST_F(UserSettings, standWhereAnotherHandLeftAPercentSign) {
 
 TEST_F(UserSettings, loseNothingOfAnotherProcess) {
     constexpr int kProcesses = 4, kKeys = 25;
-    std::vector<pid_t> children;
+    std::list<test::OtherProcess> children;
     for (int process = 0; process < kProcesses; ++process) {
-        const pid_t child = ::fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            for (int key = 0; key < kKeys; ++key) {
+        children.emplace_back([this, process](test::OtherProcess&) {
+            for (int key = 0; key < kKeys; ++key)
                 settings.save("Orvencom", "P" + std::to_string(process), "K" + std::to_string(key), "v");
-            }
-            ::_exit(0);
-        }
-        children.push_back(child);
+            return 0;
+        });
     }
-    for (const pid_t child : children) {
-        int status = 1;
-        ASSERT_EQ(::waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0);
-    }
+    for (test::OtherProcess& child : children)
+        EXPECT_EQ(child.result(), 0);
     for (int process = 0; process < kProcesses; ++process) {
         for (int key = 0; key < kKeys; ++key) {
             EXPECT_EQ(settings.get("Orvencom", "P" + std::to_string(process), "K" + std::to_string(key), "lost"), "v");

@@ -1,6 +1,10 @@
-#include "editor/child.h"
+#include "support/childclerk.h"
+
+#include <gtest/gtest.h>
 
 #include "frame/services.h"
+#include "platform/memory/memorytoolkit.h"
+#include "support/stage.h"
 
 namespace orvenmod::test {
 
@@ -12,15 +16,14 @@ void ChildClerk::onModal(platform::memory::MemoryWindow& window) {
     }
 }
 
-int runChild(ChildClerk& clerk, const std::string& connectionString, const std::function<void()>& play) {
+int runChild(ChildClerk& clerk, store::Store& store, const std::function<void()>& play) {
     platform::memory::MemoryToolkit toolkit(clerk);
     MapSettings settings;
     FixedClock clock;
     platform::desktop::PlainIniFiles iniFiles;
     platform::desktop::ProcessFolders folders;
-    Services services{stores(), toolkit, settings, iniFiles, folders, clock};
+    Services services{store, toolkit, settings, iniFiles, folders, clock};
     useServices(&services);
-    chooseGoods(connectionString);
     play();
     useServices(nullptr);
     return ::testing::UnitTest::GetInstance()->Failed() ? 1 : 0;
