@@ -68,8 +68,7 @@ inline constexpr const char* kTreeStatement =
 inline constexpr const char* kUserStatements[] = {
     "select fuserid from tblUserPrivillenge  where fuserid=2  and fNumber='Y304'",
     "select isnull(fsql,'') as fsql from tblFindSeek where fuserid=2 and ftypeid=6003",
-    "select fFieldName,ftype from tblUserVisible where fUserid=2 and fType in (1) and "
-    "fbilltypeid=6003",
+    "select fFieldName,ftype from tblUserVisible where fUserid=2 and fType in (1) and fbilltypeid=6003",
     "delete from tblItemInput where fuserid=2"};
 
 /// Whether a bill or a balance names an item.
