@@ -98,7 +98,8 @@ public:
     /// What the database holds. Throws Failure where it can't be read whole.
     virtual Outline outline() = 0;
 
-    /// Opens a table for loading. An identity column that is named takes the values given. Throws Failure 208, 207.
+    /// Opens a table for loading, named as in a statement. An identity column among the fields takes the values given.
+    /// Throws Failure 208, 207.
     virtual std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) = 0;
 
     /// Opens a table for adding. Throws Failure 208 where there is none.

@@ -152,7 +152,7 @@ private:
         for (const ColumnOutline& column : table.columns)
             fields.push_back(column.name);
         placed({.table = table.name}, [&] {
-            const auto loader = target_.openLoader(table.name, fields);
+            const auto loader = target_.openLoader(tsql::bracketed(table.name), fields);
             source_.read(selectText(table), [&](const Recordset& rows) {
                 load(table, *loader, rows);
                 sum.add(rows);

@@ -1,7 +1,6 @@
 #include "store/odbc/odbctableloader.h"
 
 #include "store/odbc/odbcoutline.h"
-#include "store/tsql/objectname.h"
 
 namespace orvenmod::store::odbc {
 
@@ -34,10 +33,10 @@ void OdbcTableLoader::addRow(const Recordset& rows, std::size_t row) {
 
 void OdbcTableLoader::add(const Recordset& rows) {
     // A server keeps one table at a time open for given numbers.
-    if (identity_) connection_.execute("set identity_insert " + tsql::bracketed(table_) + " on");
+    if (identity_) connection_.execute("set identity_insert " + table_ + " on");
     for (std::size_t row = 0; row < rows.rowCount(); ++row)
         addRow(rows, row);
-    if (identity_) connection_.execute("set identity_insert " + tsql::bracketed(table_) + " off");
+    if (identity_) connection_.execute("set identity_insert " + table_ + " off");
 }
 
 }  // namespace orvenmod::store::odbc

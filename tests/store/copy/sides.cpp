@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "store/odbc/odbcstore.h"
+#include "store/odbc/sessionpool.h"
 #include "store/postgres/postgresstore.h"
 #include "store/sqlite/sqlitestore.h"
 #include "store/tsql/lexer.h"
@@ -51,6 +52,7 @@ public:
         odbc::OdbcStore().connect(server_)->execute("create database " + name_);
     }
     ~TdsSide() override {
+        odbc::dropIdleSessions();
         try {
             odbc::OdbcStore().connect(server_)->execute("drop database " + name_);
         } catch (const Failure& failure) {
