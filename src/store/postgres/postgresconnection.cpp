@@ -26,13 +26,6 @@ bool isDrop(std::string_view sql) {
     return tsql::lowerText(sql.substr(first, 4)) == "drop";
 }
 
-std::int64_t touched(PGresult* result) {
-    const std::string_view text = PQcmdTuples(result);
-    std::int64_t count = 0;
-    std::from_chars(text.data(), text.data() + text.size(), count);
-    return count;
-}
-
 }  // namespace
 
 PostgresConnection::PostgresConnection(std::string connectionString, std::unique_ptr<Session> session)
@@ -53,17 +46,6 @@ Session& PostgresConnection::session() {
     return *session_;
 }
 
-template <typename Work>
-auto PostgresConnection::worded(Work work) {
-    try {
-        return work();
-    } catch (const tsql::Error& error) {
-        throw tsql::worded(language_, error);
-    } catch (const LostConnection& lost) {
-        failForLoss(lost, false);
-    }
-}
-
 void PostgresConnection::failForLoss(const LostConnection&, bool mayBeStored) {
     session_.reset();
     if (transaction_ != Transaction::none) transaction_ = Transaction::lost;
@@ -78,6 +60,23 @@ std::optional<std::size_t> PostgresConnection::startUnit(Look look) {
     if (look == Look::none || (transaction_ != Transaction::none && looked_)) return std::nullopt;
     session_->queueExpectedSchema();
     return session_->queued() - 1;
+}
+
+CachedStatement& PostgresConnection::prepared(std::string_view sql) {
+    if (!isText(sql)) throw tsql::Error(tsql::kNoText);
+    shape_.scan(sql);
+    return session_->prepare(sql, shape_);
+}
+
+// The place of its answer, of a definition's first where it consists of several.
+std::size_t PostgresConnection::queueStatement(CachedStatement& entry, const Parameters& parameters) {
+    const tsql::Translation& translation = entry.translation;
+    if (translation.kind != StatementKind::ddl)
+        return session_->queueRun(entry.statement, translation.statements.front(), parameters);
+    const std::size_t at = session_->queued();
+    for (const std::string& text : translation.statements)
+        session_->queueText(text);
+    return at;
 }
 
 void PostgresConnection::endUnit() {
@@ -125,7 +124,7 @@ Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry) {
     for (int attempt = 1;;) {
         const Parameters parameters(entry->translation, shape_);
         const auto lookAt = startUnit(Look::atTheSchema);
-        const std::size_t at = session_->queueRun(entry->statement, entry->translation.statements.front(), parameters);
+        const std::size_t at = queueStatement(*entry, parameters);
         endUnit();
         const bool changes = entry->translation.kind == StatementKind::change;
         Answer answer = sendUnit(changes ? Effect::changes : Effect::reads);
@@ -133,13 +132,19 @@ Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry) {
             looked_ = true;
             return std::move(answer.results[at]);
         }
-        if (!isOvertaken(answer, lookAt, attempt)) {
-            failChange(sql, answer.failure(),
-                       [&](const std::string& column) { return tsql::newValue(entry->translation, shape_, column); });
-        }
+        if (!isOvertaken(answer, lookAt, attempt)) failStatement(sql, *entry, answer.failure());
         session_->forgetSchema();
         entry = &session_->prepare(sql, shape_);
     }
+}
+
+void PostgresConnection::failStatement(std::string_view sql, const CachedStatement& entry, const PGresult* failure) {
+    // The constraint may be one that a definition was about to make.
+    if (entry.translation.kind == StatementKind::ddl)
+        failChange("insert", failure, [](const std::string&) { return std::string("?"); });
+    shape_.scan(sql);
+    failChange(sql, failure,
+               [&](const std::string& column) { return tsql::newValue(entry.translation, shape_, column); });
 }
 
 void PostgresConnection::failChange(std::string_view sql, const PGresult* failure, const Values& values) {
@@ -147,12 +152,17 @@ void PostgresConnection::failChange(std::string_view sql, const PGresult* failur
     throw reported(failure, session_->address());
 }
 
+std::int64_t PostgresConnection::touched(PGresult* result) {
+    const std::string_view text = PQcmdTuples(result);
+    std::int64_t count = 0;
+    std::from_chars(text.data(), text.data() + text.size(), count);
+    return count;
+}
+
 std::int64_t PostgresConnection::execute(std::string_view sql) {
     return worded([&]() -> std::int64_t {
         session();
-        if (!isText(sql)) throw tsql::Error(tsql::kNoText);
-        shape_.scan(sql);
-        CachedStatement* entry = &session_->prepare(sql, shape_);
+        CachedStatement* entry = &prepared(sql);
         switch (entry->translation.kind) {
             case StatementKind::query:
                 run(sql, entry);
@@ -179,9 +189,7 @@ std::int64_t PostgresConnection::execute(std::string_view sql) {
 Recordset PostgresConnection::open(std::string_view sql) {
     return worded([&] {
         session();
-        if (!isText(sql)) throw tsql::Error(tsql::kNoText);
-        shape_.scan(sql);
-        CachedStatement* entry = &session_->prepare(sql, shape_);
+        CachedStatement* entry = &prepared(sql);
         if (entry->translation.kind != StatementKind::query) throw tsql::Error(tsql::kNoRows);
         const Result result = run(sql, entry);
         // The entry may have been translated again under another address.
@@ -192,8 +200,7 @@ Recordset PostgresConnection::open(std::string_view sql) {
 void PostgresConnection::runDefinition(std::string_view sql, CachedStatement* entry) {
     for (int attempt = 1;;) {
         const auto lookAt = startUnit(Look::atTheSchema);
-        for (const std::string& text : entry->translation.statements)
-            session_->queueText(text);
+        queueStatement(*entry, {});
         const std::size_t changedAt = session_->queued();
         if (transaction_ == Transaction::none) session_->queue(Fixed::schemaChanged);
         endUnit();
@@ -202,9 +209,7 @@ void PostgresConnection::runDefinition(std::string_view sql, CachedStatement* en
             definitionMade(sql, entry->translation.table, answer.results[changedAt].get());
             return;
         }
-        // The constraint may be one that the definition was about to make.
-        if (!isOvertaken(answer, lookAt, attempt))
-            failChange("insert", answer.failure(), [](const std::string&) { return std::string("?"); });
+        if (!isOvertaken(answer, lookAt, attempt)) failStatement(sql, *entry, answer.failure());
         session_->forgetSchema();
         entry = &session_->prepare(sql, shape_);
     }

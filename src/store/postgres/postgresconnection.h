@@ -8,6 +8,7 @@
 //   execute   BEGIN, SAVEPOINT, the statement, RELEASE      one round trip
 //   execute   SAVEPOINT, the statement, RELEASE             one
 //   execute   SAVEPOINT, the statement: fails               one, and one more for ROLLBACK TO, RELEASE
+//   executeAll   SAVEPOINT, statement, RELEASE, SAVEPOINT, statement, RELEASE, ...   one
 //   commitTrans   COMMIT                                    one
 #pragma once
 
@@ -17,6 +18,7 @@
 
 #include "store/connection.h"
 #include "store/postgres/session.h"
+#include "store/tsql/error.h"
 #include "store/tsql/messages.h"
 #include "store/tsql/shape.h"
 
@@ -28,6 +30,8 @@ public:
     ~PostgresConnection() override;
 
     std::int64_t execute(std::string_view sql) override;
+    using Connection::executeAll;
+    void executeAll(std::span<const std::string> statements, const Done& done) override;
     Recordset open(std::string_view sql) override;
     std::unique_ptr<TableWriter> openTable(std::string_view table) override;
     void beginTrans() override;
@@ -56,15 +60,20 @@ private:
     enum class Transaction { none, begun, open, lost };
     enum class Effect { reads, changes };
     enum class Look { atTheSchema, none };
+    class Flight;
 
+    CachedStatement& prepared(std::string_view sql);
     Result run(std::string_view sql, CachedStatement*& entry);
     void runDefinition(std::string_view sql, CachedStatement* entry);
     void definitionMade(std::string_view sql, const std::string& object, const PGresult* before);
     std::optional<std::size_t> startUnit(Look look);
+    std::size_t queueStatement(CachedStatement& entry, const Parameters& parameters);
     void endUnit();
     Answer sendUnit(Effect effect);
     void undoUnit();
     bool isOvertaken(const Answer& answer, std::optional<std::size_t> lookAt, int& attempt) const;
+    static std::int64_t touched(PGresult* result);
+    [[noreturn]] void failStatement(std::string_view sql, const CachedStatement& entry, const PGresult* failure);
     [[noreturn]] void failChange(std::string_view sql, const PGresult* failure, const Values& values);
     [[noreturn]] void failForLoss(const LostConnection& lost, bool mayBeStored);
 
@@ -79,5 +88,16 @@ private:
     std::function<void()> progress_;
     tsql::Shape shape_;
 };
+
+template <typename Work>
+auto PostgresConnection::worded(Work work) {
+    try {
+        return work();
+    } catch (const tsql::Error& error) {
+        throw tsql::worded(language_, error);
+    } catch (const LostConnection& lost) {
+        failForLoss(lost, false);
+    }
+}
 
 }  // namespace orvenmod::store::postgres

@@ -2,6 +2,7 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <ctime>
@@ -153,7 +154,9 @@ void Session::queueText(const std::string& text, const Parameters& parameters) {
 }
 
 std::size_t Session::queueRun(Prepared& statement, const std::string& text, const Parameters& parameters) {
-    if (!statement.known()) {
+    // One flight may hold a statement several times.
+    const auto asks = [&statement](const Queued& each) { return each.preparing == &statement; };
+    if (!statement.known() && std::none_of(queued_.begin(), queued_.end(), asks)) {
         PQsendPrepare(connection_.get(), statement.name().c_str(), text.c_str(), 0, nullptr);
         queued_.push_back({&statement});
     }

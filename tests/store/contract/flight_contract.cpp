@@ -60,6 +60,35 @@ TEST_F(StoreContract, DefinesAndUsesWithinOneFlight) {
     EXPECT_EQ(numberOf([&] { connection_->open("select a from shown"); }), 208);
 }
 
+TEST_F(StoreContract, KeepsWhatAFlightWithoutATransactionDidBeforeTheStatementThatFails) {
+    NEEDS_THE_DIALECT();
+    int done = 0;
+    EXPECT_EQ(numberOf([&] {
+                  connection_->executeAll(Statements{"update t set c='x' where id=1", "update t set id='word'",
+                                                     "update t set c='y' where id=2"},
+                                          [&](std::int64_t) { ++done; });
+              }),
+              245);
+    EXPECT_EQ(done, 1);
+    EXPECT_FALSE(connection_->inTransaction());
+    connection_->close();
+    connection_ = store_->again();
+    EXPECT_EQ(value("select c from t where id=1"), "x");
+    EXPECT_NE(value("select c from t where id=2"), "y");
+}
+
+TEST_F(StoreContract, KeepsWhatAFlightDidBeforeADefinitionThatFails) {
+    NEEDS_THE_DIALECT();
+    connection_->beginTrans();
+    EXPECT_EQ(numberOf([&] {
+                  connection_->executeAll(Statements{"update t set c='x' where id=1", "create table t(a int)",
+                                                     "update t set c='y' where id=1"});
+              }),
+              2714);
+    connection_->commitTrans();
+    EXPECT_EQ(value("select c from t where id=1"), "x");
+}
+
 TEST_F(StoreContract, TakesAnEmptyFlightAndOneOfManyStatements) {
     connection_->executeAll({});
     Statements many;
