@@ -26,7 +26,7 @@ constexpr std::string_view kOwnInfix = ".orven.";
 class Rows {
 public:
     Rows(Database& database, const char* sql, const std::string& argument = {})
-        : database_(database), statement_(database.prepareNative(sql)), argument_(argument) {
+        : database_(database), statement_(database.prepareLasting(sql)), argument_(argument) {
         if (sqlite3_bind_parameter_count(statement_.get()) > 0)
             sqlite3_bind_text(statement_.get(), 1, argument_.data(), static_cast<int>(argument_.size()), SQLITE_STATIC);
     }

@@ -41,7 +41,7 @@ SqliteTableLoader::SqliteTableLoader(SqliteConnection& connection, std::string_v
     std::vector<std::string> names;
     for (const std::string& field : fields)
         names.push_back(columns_.emplace_back(tsql::columnNamed(table_, field)).name);
-    statement_ = connection.database().prepareNative(insertText(table_.name, names));
+    statement_ = connection.database().prepareLasting(insertText(table_.name, names));
 }
 
 void SqliteTableLoader::bind(int index, const tsql::ColumnInfo& column, std::string_view value) {
