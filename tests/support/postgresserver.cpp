@@ -156,6 +156,11 @@ PostgresServer::PostgresServer(const Settings& settings) {
         runShell(home_, kInitialize + settings.encoding + " --pgdata=data");
     }
     writeSettings(settings);
+    if (settings.fillable) {
+        // The server's user may not reach the folder that it was built in.
+        fs::copy_file(ORVEN_FULL_DISK, home_ + "/fulldisk.so");
+        environment_ = "LD_PRELOAD=" + shellQuoted(home_ + "/fulldisk.so") + " ";
+    }
     start();
     addOwner();
 }
@@ -182,7 +187,7 @@ void PostgresServer::addOwner() const {
 }
 
 void PostgresServer::stop() { runShell(home_, kStop); }
-void PostgresServer::start() { runShell(home_, kStart); }
+void PostgresServer::start() { runShell(home_, environment_ + kStart); }
 void PostgresServer::command(const std::string& text) const { runShell(home_, text); }
 
 std::string PostgresServer::run(const std::string& database, const std::string& sql) const {
@@ -230,7 +235,6 @@ std::string PostgresServer::log() const {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-ServerDatabase::ServerDatabase() : name_(PostgresServer::shared().makeDatabase()) {}
 ServerDatabase::~ServerDatabase() { PostgresServer::shared().dropDatabase(name_); }
 
 std::string ServerDatabase::connectionString() const { return connectionStringFor(PostgresServer::shared(), name_); }

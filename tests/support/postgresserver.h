@@ -25,6 +25,7 @@ public:
         std::string encoding = "UTF8";
         std::string access;              ///< lines of pg_hba.conf; empty lets everybody in
         std::vector<std::string> lines;  ///< of postgresql.conf
+        bool fillable = false;           ///< its disk can be full
     };
 
     /// The one that all tests share. It must not be stopped.
@@ -53,6 +54,9 @@ public:
     /// Ends the server at once, as a loss of power would.
     void stop();
     void start();
+    /// From now on no table grows, until there is space again.
+    void fillDisk() const { command("touch data/full"); }
+    void clearDisk() const { command("rm data/full"); }
     std::string log() const;
     /// Runs a shell command as the server's user, in its folder. Throws std::runtime_error where it fails.
     void command(const std::string& text) const;
@@ -68,6 +72,7 @@ private:
     void writeSettings(const Settings& settings) const;
 
     std::string home_;
+    std::string environment_;  // of the server, as a shell has it
     int users_ = -1;
     pid_t watcher_ = -1;
 };
@@ -75,7 +80,10 @@ private:
 /// A database of a test's own on the shared server, dropped at its end.
 class ServerDatabase {
 public:
-    ServerDatabase();
+    ServerDatabase() : ServerDatabase("", {}) {}
+    /// A copy, see makeDatabaseLike().
+    ServerDatabase(const std::string& key, const std::function<void(const std::string& database)>& make)
+        : name_(PostgresServer::shared().makeDatabaseLike(key, make)) {}
     ~ServerDatabase();
     ServerDatabase(const ServerDatabase&) = delete;
     ServerDatabase& operator=(const ServerDatabase&) = delete;

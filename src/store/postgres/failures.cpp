@@ -89,11 +89,14 @@ Failure reported(const PGresult* failure, const ServerAddress& address) {
 }
 
 bool isSchemaChange(const PGresult* failure) {
+    constexpr std::string_view kStates[] = {
+        "42P01", "42703", "42883", "42704",  // a table, column, function or other object that isn't there
+        "42P07", "42701", "42710",           // or is there already
+        "0A000", "42804",                    // a plan whose columns have changed
+        "26000",                             // a statement that somebody between us and the server has forgotten
+    };
     const std::string state = field(failure, PG_DIAG_SQLSTATE);
-    // A table, column or function that isn't there, a plan whose columns have changed, a statement that somebody
-    // between us and the server has forgotten.
-    return state == "42P01" || state == "42703" || state == "42883" || state == "26000" || state == "0A000" ||
-           state == "42804";
+    return std::find(std::begin(kStates), std::end(kStates), state) != std::end(kStates);
 }
 
 bool isConstraint(const PGresult* failure) { return field(failure, PG_DIAG_SQLSTATE).starts_with("23"); }

@@ -1,10 +1,12 @@
 #include "store/postgres/postgrescatalog.h"
 
 #include <charconv>
+#include <utility>
 
 #include "store/postgres/failures.h"
 #include "store/postgres/session.h"
 #include "store/tsql/postgresnames.h"
+#include "store/tsql/runtime.h"
 #include "store/tsql/translator.h"
 #include "store/tsql/utf8.h"
 
@@ -21,7 +23,7 @@ constexpr const char* kColumns =
     "FROM pg_class c LEFT JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped "
     "LEFT JOIN pg_description d ON d.objoid = c.oid AND d.classoid = 'pg_class'::regclass AND d.objsubid = a.attnum "
     "WHERE c.relnamespace = to_regnamespace(current_schema()) AND c.relkind IN ('r', 'p', 'f', 'v', 'm') "
-    "ORDER BY c.relname, a.attnum";
+    "AND ($1::text IS NULL OR c.relname = $1) ORDER BY c.relname, a.attnum";
 enum ColumnField {
     objectName,
     isView,
@@ -35,8 +37,9 @@ enum ColumnField {
 };
 
 constexpr const char* kIndexes =
-    "SELECT t.relname, i.relname FROM pg_index x JOIN pg_class t ON t.oid = x.indrelid "
-    "JOIN pg_class i ON i.oid = x.indexrelid WHERE t.relnamespace = to_regnamespace(current_schema())";
+    "SELECT t.relname, i.relname, obj_description(i.oid, 'pg_class') FROM pg_index x "
+    "JOIN pg_class t ON t.oid = x.indrelid JOIN pg_class i ON i.oid = x.indexrelid "
+    "WHERE t.relnamespace = to_regnamespace(current_schema()) AND ($1::text IS NULL OR t.relname = $1)";
 
 std::string folded(std::string_view name) {
     std::string result(name);
@@ -81,13 +84,12 @@ tsql::Type nativeColumnType(std::string_view native) {
 // "fNumber varchar(30)" of a column fnumber. A name may hold blanks, so that the first split with a type behind it
 // counts.
 bool readDeclaration(std::string_view comment, std::string_view native, tsql::ColumnInfo& column) {
-    constexpr std::size_t kLongestName = 63;
     comment = comment.substr(0, comment.find(tsql::kCommentBreak));
     for (auto blank = comment.find(' '); blank != std::string_view::npos; blank = comment.find(' ', blank + 1)) {
         const std::string_view name = comment.substr(0, blank);
         const std::string_view declared = comment.substr(blank + 1);
         const auto type = tsql::parseType(declared);
-        if (!type || (native.size() < kLongestName && folded(name) != native)) continue;
+        if (!type || tsql::nativeName(name) != native) continue;
         column.name = name;
         column.type = *type;
         column.declaredType = declared;
@@ -101,6 +103,7 @@ tsql::ColumnInfo columnOf(const PGresult* rows, int row) {
     const std::string_view native = textOf(rows, row, columnName);
     if (!readDeclaration(textOf(rows, row, columnComment), native, column)) {
         column.name = native;
+        if (tsql::nativeName(native) != native) column.nativeName = native;
         column.type = nativeColumnType(textOf(rows, row, nativeType));
         column.declaredType = tsql::printType(column.type);
     }
@@ -112,11 +115,20 @@ tsql::ColumnInfo columnOf(const PGresult* rows, int row) {
 
 // The name out of a table's comment; a comment that somebody wrote is none.
 std::string declaredName(std::string_view comment, std::string_view native) {
-    return std::string(folded(comment) == native ? comment : native);
+    return std::string(tsql::nativeName(comment) == native ? comment : native);
+}
+
+// An index as the dialect's tables keep it: of t.constraint.pk.pk_t, whose comment is PK_t, T.constraint.pk.PK_t.
+std::string keptIndex(const std::string& table, std::string_view native, std::string_view comment) {
+    for (const std::string_view infix : {tsql::kPrimaryKeyInfix, tsql::kUniqueInfix, std::string_view(".")}) {
+        std::string kept = table + std::string(infix) + std::string(comment);
+        if (tsql::nativeName(kept) == native) return kept;
+    }
+    return std::string(native);
 }
 
 bool isViewText(std::string_view comment) {
-    const std::string start = folded(comment.substr(0, 7));
+    const std::string start = folded(tsql::trimmed(comment).substr(0, 7));
     return start == "create " || start.starts_with("alter ");
 }
 
@@ -124,35 +136,54 @@ bool isViewText(std::string_view comment) {
 
 void PostgresCatalog::clear() {
     known_ = false;
+    forgotten_.clear();
     objects_.clear();
 }
 
+void PostgresCatalog::forget(const std::string& object) {
+    forgotten_.push_back(tsql::nativeName(object));
+    for (auto& [name, known] : objects_)
+        known->bound = known->viewText.empty();
+}
+
 bool PostgresCatalog::refreshed() {
-    if (known_) return false;
-    read();
-    return true;
+    if (known_ && forgotten_.empty()) return false;
+    const bool all = !known_;
+    refresh();
+    return all;
+}
+
+void PostgresCatalog::refresh() const {
+    if (!known_) {
+        readAll();
+    } else if (!forgotten_.empty()) {
+        readForgotten();
+    }
 }
 
 const tsql::ObjectInfo* PostgresCatalog::find(std::string_view name) const {
-    if (!known_) read();
-    const auto found = objects_.find(folded(name));
+    refresh();
+    const auto found = objects_.find(tsql::nativeName(name));
     if (found == objects_.end()) return nullptr;
     Object& object = *found->second;
-    if (!object.viewText.empty()) {
+    if (!object.bound) {
         // Only now, since a view may stand on others, and many are never asked for.
         object.info.columns = tsql::viewColumns(object.viewText, *this);
-        object.viewText.clear();
+        object.bound = true;
     }
     return &object.info;
 }
 
-void PostgresCatalog::read() const {
+void PostgresCatalog::readAll() const {
+    Parameters everything;
+    everything.addNull();
     session_.queueText(kVersion);
-    session_.queueText(kColumns);
-    session_.queueText(kIndexes);
+    session_.queueText(kColumns, everything);
+    session_.queueText(kIndexes, everything);
     const Answer answer = session_.send();
     if (const PGresult* failure = answer.failure()) throw reported(failure, session_.address());
     objects_.clear();
+    forgotten_.clear();
     const std::string_view number = textOf(answer.results[0].get(), 0, 0);
     std::from_chars(number.data(), number.data() + number.size(), version_);
     addColumns(answer.results[1].get());
@@ -160,16 +191,36 @@ void PostgresCatalog::read() const {
     known_ = true;
 }
 
+void PostgresCatalog::readForgotten() const {
+    const std::vector<std::string> names = std::exchange(forgotten_, {});
+    for (const std::string& name : names) {
+        objects_.erase(name);
+        Parameters one;
+        one.addText(name);
+        session_.queueText(kColumns, one);
+        session_.queueText(kIndexes, one);
+    }
+    const Answer answer = session_.send();
+    if (const PGresult* failure = answer.failure()) throw reported(failure, session_.address());
+    for (std::size_t i = 0; i < answer.results.size(); i += 2) {
+        addColumns(answer.results[i].get());
+        addIndexes(answer.results[i + 1].get());
+    }
+}
+
 void PostgresCatalog::addColumns(const PGresult* rows) const {
     for (int row = 0; row < PQntuples(rows); ++row) {
-        std::unique_ptr<Object>& object = objects_[std::string(textOf(rows, row, objectName))];
+        const std::string_view native = textOf(rows, row, objectName);
+        std::unique_ptr<Object>& object = objects_[tsql::nativeName(native)];
         if (!object) {
             object = std::make_unique<Object>();
             const bool view = isTrue(rows, row, isView);
             const std::string_view comment = textOf(rows, row, objectComment);
             object->info.kind = view ? tsql::ObjectInfo::Kind::view : tsql::ObjectInfo::Kind::table;
-            object->info.name = declaredName(comment, textOf(rows, row, objectName));
+            object->info.name = declaredName(comment, native);
+            if (tsql::nativeName(object->info.name) != native) object->info.nativeName = native;
             if (view && isViewText(comment)) object->viewText = comment;
+            object->bound = object->viewText.empty();
         }
         if (PQgetisnull(rows, row, columnName) == 0) object->info.columns.push_back(columnOf(rows, row));
     }
@@ -177,21 +228,23 @@ void PostgresCatalog::addColumns(const PGresult* rows) const {
 
 void PostgresCatalog::addIndexes(const PGresult* rows) const {
     for (int row = 0; row < PQntuples(rows); ++row) {
-        const auto table = objects_.find(std::string(textOf(rows, row, 0)));
-        if (table != objects_.end()) table->second->info.indexes.emplace_back(textOf(rows, row, 1));
+        const auto found = objects_.find(tsql::nativeName(textOf(rows, row, 0)));
+        if (found == objects_.end()) continue;
+        tsql::ObjectInfo& table = found->second->info;
+        table.indexes.push_back(keptIndex(table.name, textOf(rows, row, 1), textOf(rows, row, 2)));
     }
 }
 
 std::string PostgresCatalog::declaredTable(const std::string& native) const {
-    const auto found = objects_.find(native);
+    const auto found = objects_.find(tsql::nativeName(native));
     return found == objects_.end() ? native : found->second->info.name;
 }
 
 std::string PostgresCatalog::declaredColumn(const std::string& table, const std::string& native) const {
-    const auto found = objects_.find(table);
+    const auto found = objects_.find(tsql::nativeName(table));
     if (found == objects_.end()) return native;
     for (const tsql::ColumnInfo& column : found->second->info.columns) {
-        if (folded(column.name) == native) return column.name;
+        if (tsql::nativeName(column.name) == native) return column.name;
     }
     return native;
 }

@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "store/postgres/native.h"
 #include "store/tsql/catalog.h"
@@ -29,10 +30,13 @@ public:
     const tsql::ObjectInfo* find(std::string_view name) const override;
 
     void clear();
+    /// A definition of this session's own has changed the table or view; all else is as it was.
+    void forget(const std::string& object);
     /// Reads the schema where it isn't known. Whether it was read just now.
     bool refreshed();
     /// The schema's number when it was read.
     std::int64_t version() const { return version_; }
+    void setVersion(std::int64_t version) { version_ = version; }
 
     /// A table's name as declared; as it stands where the catalog doesn't know it.
     std::string declaredTable(const std::string& native) const;
@@ -41,15 +45,19 @@ public:
 private:
     struct Object {
         tsql::ObjectInfo info;
-        std::string viewText;  ///< of a view whose columns have not been asked for
+        std::string viewText;
+        bool bound = true;  ///< a view's columns are of its text
     };
 
-    void read() const;
+    void refresh() const;
+    void readAll() const;
+    void readForgotten() const;
     void addColumns(const PGresult* rows) const;
     void addIndexes(const PGresult* rows) const;
 
     Session& session_;
     mutable bool known_ = false;
+    mutable std::vector<std::string> forgotten_;  // native names
     mutable std::int64_t version_ = -1;
     mutable std::unordered_map<std::string, std::unique_ptr<Object>> objects_;  // by the native name
 };

@@ -14,6 +14,7 @@
 #include "store/tsql/error.h"
 #include "store/tsql/literals.h"
 #include "store/tsql/resultcolumns.h"
+#include "store/tsql/utf8.h"
 
 namespace orvenmod::store::postgres {
 
@@ -23,6 +24,11 @@ using tsql::StatementKind;
 
 // More changes of the schema than that while one statement starts are no accident.
 constexpr int kMostTranslations = 10;
+
+bool isDrop(std::string_view sql) {
+    const std::size_t first = std::min(sql.find_first_not_of(" \t\r\n"), sql.size());
+    return tsql::lowerText(sql.substr(first, 4)) == "drop";
+}
 
 std::int64_t touched(PGresult* result) {
     const std::string_view text = PQcmdTuples(result);
@@ -77,11 +83,14 @@ void PostgresConnection::failForLoss(const LostConnection&, bool mayBeStored) {
     throw tsql::worded(language_, mayBeStored ? tsql::kCommitUnknown : tsql::kConnectionLost, {server_});
 }
 
-void PostgresConnection::startUnit() {
+// The place of the look at the schema among what is queued. What a transaction has read keeps its shape, so that one
+// look is enough for it.
+std::optional<std::size_t> PostgresConnection::startUnit(Look look) {
     if (transaction_ == Transaction::begun) session_->queue(Fixed::begin);
     if (transaction_ != Transaction::none) session_->queue(Fixed::savepoint);
-    // What a transaction has read keeps its shape, so that one look is enough.
-    if (transaction_ != Transaction::open) session_->queueExpectedSchema();
+    if (look == Look::none || (transaction_ != Transaction::none && looked_)) return std::nullopt;
+    session_->queueExpectedSchema();
+    return session_->queued() - 1;
 }
 
 void PostgresConnection::endUnit() {
@@ -114,30 +123,37 @@ void PostgresConnection::undoUnit() {
     if (answer.failure() != nullptr) transaction_ = Transaction::lost;
 }
 
+// Whether the statement is to be translated again. A failure that stays after the schema has been read again is one of
+// the statement.
+bool PostgresConnection::isOvertaken(const Answer& answer, std::optional<std::size_t> lookAt, int& attempt) const {
+    if (++attempt > kMostTranslations) return false;
+    if (lookAt && answer.failedAt() == *lookAt) return true;
+    if (!isSchemaChange(answer.failure())) return false;
+    attempt = kMostTranslations;
+    return true;
+}
+
 // Runs a statement, and again from its translation on when the schema has overtaken it.
 Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry,
                                const std::function<void(const PGresult* row)>& row) {
-    for (int attempt = 1;; ++attempt) {
+    for (int attempt = 1;;) {
         const Parameters parameters(entry->translation, shape_);
-        const bool look = transaction_ != Transaction::open;
-        startUnit();
-        const std::size_t lookAt = session_->queued() - 1;
+        const auto lookAt = startUnit(Look::atTheSchema);
         const std::size_t at = session_->queueRun(entry->statement, entry->translation.statements.front(), parameters);
         endUnit();
         const bool changes = entry->translation.kind == StatementKind::change;
         const Session::Stream stream{at, row};
         Answer answer = sendUnit(changes ? Effect::changes : Effect::reads, row ? &stream : nullptr);
-        const PGresult* failure = answer.failure();
-        if (failure == nullptr) return std::move(answer.results[at]);
-        const bool overtaken = (look && answer.failedAt() == lookAt) || isSchemaChange(failure);
-        if (!overtaken || attempt == kMostTranslations) {
-            failChange(sql, failure,
+        if (answer.failure() == nullptr) {
+            looked_ = true;
+            return std::move(answer.results[at]);
+        }
+        if (!isOvertaken(answer, lookAt, attempt)) {
+            failChange(sql, answer.failure(),
                        [&](const std::string& column) { return tsql::newValue(entry->translation, shape_, column); });
         }
         session_->forgetSchema();
         entry = &session_->prepare(sql, shape_);
-        // A failure that stays after the schema has been read again is one of the statement.
-        if (answer.failedAt() != lookAt) attempt = std::max(attempt, kMostTranslations - 1);
     }
 }
 
@@ -159,7 +175,7 @@ std::int64_t PostgresConnection::execute(std::string_view sql) {
             case StatementKind::change:
                 return touched(run(sql, entry).get());
             case StatementKind::ddl:
-                runDefinition(entry->translation);
+                runDefinition(sql, entry);
                 return 0;
             case StatementKind::beginTransaction:
                 beginTrans();
@@ -225,23 +241,40 @@ std::unique_ptr<TableLoader> PostgresConnection::openLoader(std::string_view tab
     });
 }
 
-void PostgresConnection::runDefinition(const tsql::Translation& translation) {
-    startUnit();
-    for (const std::string& text : translation.statements)
-        session_->queueText(text);
-    if (transaction_ == Transaction::none) session_->queue(Fixed::schemaChanged);
-    endUnit();
-    // The translation goes with all that the session knows of the schema.
-    const Answer answer = sendUnit(Effect::changes);
-    const PGresult* failure = answer.failure();
-    if (failure != nullptr) failChange("insert", failure, [](const std::string&) { return std::string("?"); });
+void PostgresConnection::runDefinition(std::string_view sql, CachedStatement* entry) {
+    for (int attempt = 1;;) {
+        const auto lookAt = startUnit(Look::atTheSchema);
+        for (const std::string& text : entry->translation.statements)
+            session_->queueText(text);
+        const std::size_t changedAt = session_->queued();
+        if (transaction_ == Transaction::none) session_->queue(Fixed::schemaChanged);
+        endUnit();
+        const Answer answer = sendUnit(Effect::changes);
+        if (answer.failure() == nullptr) {
+            definitionMade(sql, entry->translation.table, answer.results[changedAt].get());
+            return;
+        }
+        // The constraint may be one that the definition was about to make.
+        if (!isOvertaken(answer, lookAt, attempt))
+            failChange("insert", answer.failure(), [](const std::string&) { return std::string("?"); });
+        session_->forgetSchema();
+        entry = &session_->prepare(sql, shape_);
+    }
+}
+
+void PostgresConnection::definitionMade(std::string_view sql, const std::string& object, const PGresult* before) {
+    looked_ = true;
     defined_ = transaction_ != Transaction::none;
-    session_->forgetSchema();
+    // One drop may name several.
+    if (isDrop(sql) || object.empty()) return session_->forgetSchema();
+    if (!defined_) session_->schemaChanged(before);
+    session_->forgetDefinition(std::string(object));
 }
 
 void PostgresConnection::storeRow(Prepared& statement, const std::string& text, const Parameters& parameters,
                                   const Values& values) {
-    startUnit();
+    // The columns are those of the time when the table was opened.
+    startUnit(Look::none);
     session_->queueRun(statement, text, parameters);
     endUnit();
     const Answer answer = sendUnit(Effect::changes);
@@ -252,7 +285,7 @@ void PostgresConnection::loadRows(const std::string& command, std::string_view r
                                   const std::function<Loaded(std::size_t row, const std::string& column)>& loaded) {
     worded([&] {
         session();
-        startUnit();
+        startUnit(Look::none);
         if (const Answer answer = sendUnit(Effect::reads); answer.failure() != nullptr)
             throw reported(answer.failure(), session_->address());
         const Result result = [&] {
@@ -311,7 +344,7 @@ void PostgresConnection::beginTrans() {
         session();
         if (transaction_ != Transaction::none) throw tsql::Error(tsql::kTransactionOpen);
         transaction_ = Transaction::begun;
-        defined_ = false;
+        looked_ = defined_ = false;
     });
 }
 
@@ -329,6 +362,7 @@ void PostgresConnection::commitTrans() {
                 session_->forgetSchema();
                 throw reported(failure, session_->address());
             }
+            if (defined_) session_->schemaChanged(answer.results.front().get());
         } catch (const LostConnection& lost) {
             failForLoss(lost, true);
         }

@@ -12,6 +12,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "store/connection.h"
@@ -65,16 +66,18 @@ private:
     /// `begun`: nothing of it has gone out. `lost`: the server has gone; it only can be rolled back.
     enum class Transaction { none, begun, open, lost };
     enum class Effect { reads, changes };
+    enum class Look { atTheSchema, none };
 
     CachedStatement* prepareQuery(std::string_view sql);
     Result run(std::string_view sql, CachedStatement*& entry,
                const std::function<void(const PGresult* row)>& stream = nullptr);
-    void runDefinition(const tsql::Translation& translation);
-    void startUnit();
+    void runDefinition(std::string_view sql, CachedStatement* entry);
+    void definitionMade(std::string_view sql, const std::string& object, const PGresult* before);
+    std::optional<std::size_t> startUnit(Look look);
     void endUnit();
     Answer sendUnit(Effect effect, const Session::Stream* stream = nullptr);
     void undoUnit();
-    Answer sendControl(Fixed statement);
+    bool isOvertaken(const Answer& answer, std::optional<std::size_t> lookAt, int& attempt) const;
     [[noreturn]] void failChange(std::string_view sql, const PGresult* failure, const Values& values);
     [[noreturn]] void failLoad(const PGresult* failure,
                                const std::function<Loaded(std::size_t row, const std::string& column)>& loaded);
@@ -86,7 +89,8 @@ private:
     std::unique_ptr<Session> session_;
     bool open_ = true;
     Transaction transaction_ = Transaction::none;
-    bool defined_ = false;  // the open transaction has changed the schema
+    bool looked_ = false;   // the open transaction has found the schema as expected
+    bool defined_ = false;  // and it has changed it
     std::function<void()> progress_;
     tsql::Shape shape_;
 };

@@ -10,6 +10,7 @@
 #include <map>
 
 #include "store/postgres/failures.h"
+#include "store/tsql/error.h"
 #include "store/tsql/lexer.h"
 #include "store/tsql/postgresnames.h"
 #include "store/tsql/runtime.h"
@@ -205,17 +206,28 @@ private:
     }
 
     void readViews(const PGresult* rows) {
-        constexpr std::string_view kAlter = "alter ";
-        constexpr std::string_view kCreate = "create ";
         for (int row = 0; row < PQntuples(rows); ++row) {
-            std::string own = text(rows, row, 1);
-            const auto begins = [&own](std::string_view word) {
-                return tsql::sameName(std::string_view(own).substr(0, word.size()), word);
-            };
-            if (begins(kAlter)) own.replace(0, kAlter.size(), kCreate);
             const std::string native = text(rows, row, 0);
-            if (!begins(kCreate)) own = "create view " + native + " as " + text(rows, row, 2);
-            outline_.views.push_back({session_.catalog().declaredTable(native), own});
+            ViewOutline view = viewOf(text(rows, row, 1));
+            if (view.text.empty()) view.text = "create view " + native + " as " + text(rows, row, 2);
+            if (tsql::nativeName(view.name) != native) view.name = native;
+            outline_.views.push_back(std::move(view));
+        }
+    }
+
+    /// Out of the dialect's own text, which creates it or altered it; nothing for a comment that is none.
+    static ViewOutline viewOf(const std::string& own) {
+        const std::size_t verb = own.find_first_not_of(" \t\r\n");
+        if (verb == std::string::npos) return {};
+        tsql::Lexer words(std::string_view(own).substr(verb));
+        try {
+            const bool alters = words.next().isWord("alter");
+            if (!words.next().isWord("view")) return {};
+            ViewOutline view{words.next().name(), own};
+            if (alters) view.text.replace(verb, std::string_view("alter").size(), "create");
+            return view;
+        } catch (const tsql::Error&) {
+            return {};
         }
     }
 

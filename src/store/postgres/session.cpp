@@ -32,7 +32,7 @@ constexpr std::array<FixedText, 8> kFixed = {{
     {"rollbackto", "ROLLBACK TO statement"},
     // A division by zero is how a statement without a function fails.
     {"expectschema", "SELECT 1 / (number = $1)::integer FROM orven.schema_version"},
-    {"schemachanged", "UPDATE orven.schema_version SET number = number + 1"},
+    {"schemachanged", "UPDATE orven.schema_version SET number = number + 1 RETURNING number - 1"},
 }};
 
 // Seconds east of Greenwich on this machine, now.
@@ -165,6 +165,7 @@ std::size_t Session::queueRun(Prepared& statement, const std::string& text, cons
 }
 
 Answer Session::send(const Stream* stream) {
+    const std::size_t asked = queued_.size();
     for (const std::string& name : std::exchange(*gone_, {})) {
         PQsendQueryParams(connection_.get(), ("DEALLOCATE " + name).c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0);
         queued_.emplace_back();
@@ -173,7 +174,9 @@ Answer Session::send(const Stream* stream) {
     unsent_ = true;
     progress_.start();
     try {
-        return receive(stream);
+        Answer answer = receive(stream);
+        if (answer.results.size() > asked) answer.results.resize(asked);
+        return answer;
     } catch (const LostConnection&) {
         queued_.clear();
         throw;
@@ -355,6 +358,19 @@ CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape
 void Session::forgetSchema() {
     catalog_.clear();
     cache_.clear();
+}
+
+void Session::forgetDefinition(const std::string& object) {
+    catalog_.forget(object);
+    cache_.clear();
+}
+
+void Session::schemaChanged(const PGresult* before) {
+    if (textOf(before, 0, 0) == std::to_string(catalog_.version())) {
+        catalog_.setVersion(catalog_.version() + 1);
+    } else {
+        forgetSchema();
+    }
 }
 
 bool Session::alive() {

@@ -115,6 +115,11 @@ public:
     bool has(const Prepared& statement) const { return statement.isOf(gone_); }
     /// Forgets everything that a change of the schema may have overtaken.
     void forgetSchema();
+    /// A definition of this session has changed the table or view, no other.
+    void forgetDefinition(const std::string& object);
+    /// This session has changed the schema, which had the number before. What it knows still holds unless somebody else
+    /// has changed it meanwhile.
+    void schemaChanged(const PGresult* before);
 
     // For the pool.
 

@@ -42,7 +42,10 @@ void Binder::coercePair(ExpressionPtr& left, ExpressionPtr& right, const char* o
     const auto large = [](const Type& type) {
         return type.kind == Kind::text || type.kind == Kind::ntext || type.kind == Kind::image;
     };
-    if (large(left->type) || large(right->type)) {
+    // A time of a day and a date have nothing to compare.
+    const bool timeAndDate = left->type.isDate() && right->type.isDate() &&
+                             (left->type.kind == Kind::time) != (right->type.kind == Kind::time);
+    if (large(left->type) || large(right->type) || timeAndDate) {
         throw Error(kOperandTypes,
                     {std::string(typeName(left->type.kind)), std::string(typeName(right->type.kind)), op});
     }

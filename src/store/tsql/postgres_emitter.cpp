@@ -1,11 +1,13 @@
 #include "store/tsql/postgres_emitter.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "store/tsql/decimal.h"
 #include "store/tsql/like.h"
 #include "store/tsql/postgresnames.h"
 #include "store/tsql/sameexpression.h"
+#include "store/tsql/typerules.h"
 #include "store/tsql/utf8.h"
 
 namespace orvenmod::store::tsql {
@@ -18,6 +20,15 @@ std::string numberText(const Datum& datum) {
     char digits[40];
     const auto [end, error] = std::to_chars(digits, digits + sizeof digits, datum.real);
     return {digits, end};
+}
+
+/// Whether it is the same for every row.
+bool isConstantExpression(const Expression& expression) {
+    if (expression.kind == ExpressionKind::column || expression.query) {
+        return false;
+    }
+    return std::all_of(expression.operands.begin(), expression.operands.end(),
+                       [](const ExpressionPtr& operand) { return !operand || isConstantExpression(*operand); });
 }
 
 /// A whole number with a point, so that it is no integer.
@@ -93,9 +104,16 @@ std::string PostgresEmitter::value(const Expression& expression) {
     return Emitter::value(expression);
 }
 
+// The planner calculates constants in advance, also in a branch that is never taken; a query of its own waits. A check
+// and a default have no room for one.
+std::string PostgresEmitter::waiting(const Expression& expression, const std::string& text) const {
+    return conditional_ > 0 && !bareColumns_ && isConstantExpression(expression) ? "(SELECT " + text + ")" : text;
+}
+
 // PostgreSQL's integers fail beyond their range, but those narrower than int are kept as smallint.
 std::string PostgresEmitter::integerArithmetic(const Expression& expression, const std::string& left,
-                                               const std::string& right) {
+                                               const std::string& operand) {
+    const std::string right = waiting(expression, operand);
     const char* sign = expression.op == Operator::bitXor ? "#" : spelling(expression.op);
     const bool narrow = expression.type.kind < Kind::integer;
     const bool bits =
@@ -108,7 +126,8 @@ std::string PostgresEmitter::integerArithmetic(const Expression& expression, con
 }
 
 std::string PostgresEmitter::decimalArithmetic(const Expression& expression, const std::string& left,
-                                               const std::string& right) {
+                                               const std::string& operand) {
+    const std::string right = waiting(expression, operand);
     const std::string plain = "(" + left + " " + spelling(expression.op) + " " + right + ")";
     const std::string size =
         std::to_string(expression.type.precision) + ", " + std::to_string(expression.type.scale) + ")";
@@ -123,8 +142,11 @@ std::string PostgresEmitter::decimalArithmetic(const Expression& expression, con
 }
 
 std::string PostgresEmitter::floatArithmetic(const Expression& expression, const std::string& left,
-                                             const std::string& right) {
-    return "(" + left + " " + spelling(expression.op) + " " + right + ")";
+                                             const std::string& operand) {
+    const std::string right = waiting(expression, operand);
+    const std::string plain = left + " " + spelling(expression.op) + " " + right;
+    // Beside any other number PostgreSQL takes a real for a float.
+    return expression.type.kind == Kind::real ? castTo(plain, "real") : "(" + plain + ")";
 }
 
 /// A date and whole days go through dateadd, anything else through the days since 1900 as a float.
@@ -142,6 +164,7 @@ std::string PostgresEmitter::dateArithmetic(const Expression& expression) {
         return dateAdd(value(left), right);
     }
     const auto days = [this](const Expression& side) {
+        checkExplicit(side.type, typeOf(Kind::floating));
         return "orven.ts_float(" + widened(value(side), side.type) + ", " + quoteText(printType(side.type)) +
                ", 'float')";
     };

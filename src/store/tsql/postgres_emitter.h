@@ -89,6 +89,7 @@ private:
 
     // Expressions.
     std::string value(const Expression& expression) override;
+    std::string waiting(const Expression& expression, const std::string& text) const;
     std::string integerArithmetic(const Expression& expression, const std::string& left,
                                   const std::string& right) override;
     std::string decimalArithmetic(const Expression& expression, const std::string& left,

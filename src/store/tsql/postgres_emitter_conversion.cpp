@@ -154,8 +154,7 @@ std::string PostgresEmitter::conversion(const Expression& expression) {
     if (!plain.empty()) {
         return plain;
     }
-    const bool waits = isLiteral && !inline_;
-    return converted(waits ? "(SELECT " + value(inner) + ")" : value(inner), inner.type, expression);
+    return converted(waiting(inner, value(inner)), inner.type, expression);
 }
 
 }  // namespace orvenmod::store::tsql

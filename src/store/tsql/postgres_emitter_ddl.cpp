@@ -15,7 +15,8 @@
 //
 // PostgreSQL refuses to drop what a view reads, the dialect lets the view fail when it is read. So such definitions go
 // through orven.define, which drops the views before and makes them again behind; a view that can't be made is kept as
-// one that fails, and orven.mend_views makes it when what it reads is there again.
+// one that fails, and orven.mend_views makes it when what it reads is there again. A column that an index or a
+// constraint reads is refused by the dialect; PostgreSQL would drop both.
 #include <algorithm>
 
 #include "store/tsql/error.h"
@@ -183,8 +184,9 @@ void PostgresEmitter::emitStatement(const AlterTableStatement& statement) {
         addKey(object.name, key, columns);
     }
     for (const std::string& name : statement.dropColumns) {
-        define(object.name,
-               {"ALTER TABLE " + tableName(object) + " DROP COLUMN " + columnName(*findColumn(columns, name))});
+        const std::string column = columnName(*findColumn(columns, name));
+        add("SELECT orven.refuse_use(" + quoteText(nativeName(object.name)) + ", " + quoteText(nativeName(name)) + ")");
+        define(object.name, {"ALTER TABLE " + tableName(object) + " DROP COLUMN " + column});
     }
     for (const std::string& name : statement.dropConstraints) {
         dropConstraint(statement, name);

@@ -16,6 +16,10 @@ namespace orvenmod::store::tsql {
 std::string PostgresEmitter::argument(const Expression& operand, char kind) {
     const std::string text = value(operand);
     const Type& type = operand.type;
+    // Days, months and years of a time are those of 1900-01-01.
+    if (kind == 'D' && type.kind == Kind::time) {
+        return "orven.ts_datetime(" + text + ", 'time', 'datetime')";
+    }
     const bool bare = operand.kind == ExpressionKind::literal || operand.kind == ExpressionKind::column;
     switch (kind) {
         case 'f':
@@ -35,7 +39,9 @@ std::string PostgresEmitter::argumentsOf(const Expression& call) {
     std::vector<std::string> texts;
     for (std::size_t i = 0; i < call.operands.size(); ++i) {
         const std::string_view kinds = function->arguments;
-        texts.push_back(argument(*call.operands[i], kinds[std::min(i, kinds.size() - 1)]));
+        const char kind = kinds[std::min(i, kinds.size() - 1)];
+        const std::string text = argument(*call.operands[i], call.name == "eomonth" && kind == 'd' ? 'D' : kind);
+        texts.push_back(i == 0 ? waiting(call, text) : text);
     }
     return joined(texts);
 }
@@ -94,7 +100,7 @@ std::string PostgresEmitter::builtin(const Expression& call) {
         return "btrim(" + arguments(call) + ")";
     }
     if (name == "year" || name == "month" || name == "day") {
-        return castTo("extract(" + name + " FROM " + argument(*call.operands[0], 'd') + ")", "integer");
+        return castTo("extract(" + name + " FROM " + argument(*call.operands[0], 'D') + ")", "integer");
     }
     if (name == "square") {
         const std::string operand = argument(*call.operands[0], 'f');
@@ -133,16 +139,21 @@ std::string PostgresEmitter::aggregate(const Expression& call) {
         return "count(" + (call.distinct ? distinct + key : operand) + ")";
     }
     if (call.name == "min" || call.name == "max") {
+        if (call.type.isBinary()) {
+            return "decode(" + call.name + "(encode(" + operand + ", 'hex') COLLATE \"C\"), 'hex')";
+        }
         return (call.type.isText() ? "orven.ts_" : "") + call.name + "(" + operand + ")";
     }
-    const std::string sum = "sum(" + distinct + operand + ")";
+    const Type& type = call.operands[0]->type;
+    const std::string summand = type.kind == Kind::real ? castTo(operand, "double precision") : operand;
+    const std::string sum = "sum(" + distinct + summand + ")";
     const std::string count = "count(" + distinct + operand + ")";
     if (call.name == "sum") {
-        return call.type.isFloat() ? castTo(sum, nativeType(call.type)) : castTo(sum, nativeColumnType(call.type));
+        return call.type.isFloat() ? sum : castTo(sum, nativeColumnType(call.type));
     }
     if (call.name == "avg") {
         if (call.type.isFloat()) {
-            return castTo("avg(" + distinct + operand + ")", nativeType(call.type));
+            return "avg(" + distinct + summand + ")";
         }
         return call.type.isInteger()
                    ? castTo("div(" + sum + ", " + count + ")", nativeType(call.type))

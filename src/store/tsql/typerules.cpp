@@ -114,6 +114,9 @@ Type numberResult(Operator op, const Type& left, const Type& right) {
         }
         return decimalResult(op, asDecimal(left), asDecimal(right));
     }
+    if ((higher == Kind::money || higher == Kind::smallmoney) && bits) {
+        throw Error(kOperandTypes, {name(left), name(right), operatorWord(op)});
+    }
     if (higher == Kind::bit && !bits) {
         throw Error(kOperandTypes, {"bit", "bit", operatorWord(op)});
     }

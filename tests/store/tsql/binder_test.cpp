@@ -100,6 +100,11 @@ TEST(Binder, RefusesWhatTypesDoNotAllow) {
     EXPECT_EQ(failureOf("select dateadd(nosuch,1,d) from t"), 155);
 }
 
+TEST(Binder, RefusesOperandsThatHaveNothingInCommon) {
+    EXPECT_EQ(failureOf("select n&$2.5 from t"), 402);
+    EXPECT_EQ(failureOf("select id from t where d=convert(time,'03:04')"), 402);
+}
+
 TEST(Binder, ChecksWhatADefinitionNeeds) {
     EXPECT_EQ(failureOf("create table T(a int)"), 2714);
     EXPECT_EQ(failureOf("create table x(a int, A int)"), 2705);

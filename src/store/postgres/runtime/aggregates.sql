@@ -29,12 +29,16 @@ CREATE OR REPLACE AGGREGATE orven.ts_varp(double precision)
 
 -- The least and the greatest text by ts_order; of two that are equal the first.
 CREATE OR REPLACE FUNCTION orven.lesser_text(a text, b text) RETURNS text
-LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE
-RETURN CASE WHEN orven.ts_order(b) < orven.ts_order(a) THEN b ELSE a END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN orven.ts_order(b) < orven.ts_order(a) THEN b ELSE a END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.greater_text(a text, b text) RETURNS text
-LANGUAGE sql IMMUTABLE STRICT PARALLEL SAFE
-RETURN CASE WHEN orven.ts_order(b) > orven.ts_order(a) THEN b ELSE a END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN orven.ts_order(b) > orven.ts_order(a) THEN b ELSE a END;
+END $$;
 
 CREATE OR REPLACE AGGREGATE orven.ts_min(text)
     (SFUNC = orven.lesser_text, STYPE = text, COMBINEFUNC = orven.lesser_text, PARALLEL = SAFE);

@@ -24,17 +24,17 @@ LANGUAGE sql STABLE PARALLEL SAFE
 RETURN CASE
     -- The day and the hour have a blank in front where they have one digit.
     WHEN style IN (0, 100) THEN
-        to_char(v, 'Mon ') || lpad(to_char(v, 'FMDD'), 2) || to_char(v, ' YYYY ') || lpad(to_char(v, 'FMHH12'), 2)
-        || to_char(v, ':MIAM')
+        replace(to_char(v, 'Mon DD'), ' 0', '  ') || to_char(v, ' YYYY')
+        || replace(to_char(v, '" "HH12:MIAM'), ' 0', '  ')
     WHEN style IN (9, 109) THEN
-        to_char(v, 'Mon ') || lpad(to_char(v, 'FMDD'), 2) || to_char(v, ' YYYY ') || lpad(to_char(v, 'FMHH12'), 2)
-        || to_char(v, ':MI:SS:MSAM')
+        replace(to_char(v, 'Mon DD'), ' 0', '  ') || to_char(v, ' YYYY')
+        || replace(to_char(v, '" "HH12:MI:SS:MSAM'), ' 0', '  ')
     WHEN style IN (8, 24, 108) THEN to_char(v, 'HH24:MI:SS')
     WHEN style IN (13, 113) THEN to_char(v, 'DD Mon YYYY HH24:MI:SS:MS')
     WHEN style IN (14, 114) THEN to_char(v, 'HH24:MI:SS:MS')
     WHEN style IN (20, 120) THEN to_char(v, 'YYYY-MM-DD HH24:MI:SS')
     WHEN style IN (21, 25, 121) THEN to_char(v, 'YYYY-MM-DD HH24:MI:SS.MS')
-    WHEN style = 22 THEN to_char(v, 'MM/DD/YY ') || lpad(to_char(v, 'FMHH12'), 2) || to_char(v, ':MI:SS AM')
+    WHEN style = 22 THEN to_char(v, 'MM/DD/YY') || replace(to_char(v, '" "HH12:MI:SS AM'), ' 0', '  ')
     WHEN style IN (126, 127) THEN
         CASE WHEN date_trunc('second', v) = v THEN to_char(v, 'YYYY-MM-DD"T"HH24:MI:SS')
              ELSE to_char(v, 'YYYY-MM-DD"T"HH24:MI:SS.MS') END
@@ -50,12 +50,18 @@ RETURN CASE
          OR style BETWEEN 110 AND 112 THEN orven.day_text(v, style)
     ELSE orven.moment_text(v, style) END;
 
+-- A text of ASCII cut and padded, with one use of it, so that the planner puts it in its place.
+CREATE OR REPLACE FUNCTION orven.fitted_ascii(t text, type text) RETURNS text
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN left(t || repeat(' ', CASE WHEN orven.type_is_padded(type) THEN orven.type_length(type) ELSE 0 END),
+            CASE WHEN orven.type_length(type) > 0 THEN orven.type_length(type) ELSE 8000 END);
+
 CREATE OR REPLACE FUNCTION orven.ts_text(v timestamp, "from" text, "to" text, style integer DEFAULT 0) RETURNS text
-LANGUAGE sql STABLE PARALLEL SAFE RETURN orven.fitted_text(orven.date_text(v, "from", style), "to");
+LANGUAGE sql STABLE PARALLEL SAFE RETURN orven.fitted_ascii(orven.date_text(v, "from", style), "to");
 
 CREATE OR REPLACE FUNCTION orven.ts_store_text(v timestamp, "from" text, "to" text, "table" text, "column" text)
 RETURNS text LANGUAGE sql STABLE PARALLEL SAFE
-RETURN orven.stored_text(CASE WHEN "from" = 'date' THEN orven.fitted_text(orven.date_text(v, "from", 0), "to")
+RETURN orven.stored_text(CASE WHEN "from" = 'date' THEN orven.fitted_ascii(orven.date_text(v, "from", 0), "to")
                               ELSE orven.date_text(v, "from", 0) END, "to", "table", "column");
 
 CREATE OR REPLACE FUNCTION orven.days_of(v timestamp) RETURNS double precision
@@ -95,7 +101,7 @@ LANGUAGE sql STABLE PARALLEL SAFE RETURN orven.ts_text(orven.moment_of(v), 'time
 
 CREATE OR REPLACE FUNCTION orven.ts_store_text(v time, "from" text, "to" text, "table" text, "column" text)
 RETURNS text LANGUAGE sql STABLE PARALLEL SAFE
-RETURN orven.fitted_text(orven.date_text(orven.moment_of(v), 'time', 0), "to");
+RETURN orven.fitted_ascii(orven.date_text(orven.moment_of(v), 'time', 0), "to");
 
 CREATE OR REPLACE FUNCTION orven.ts_datetime(v time, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS timestamp LANGUAGE sql IMMUTABLE PARALLEL SAFE

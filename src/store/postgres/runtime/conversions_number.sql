@@ -6,12 +6,12 @@
 --   1e10 to varchar(20)                1e+010              $1234.567, style 1      1,234.57
 CREATE OR REPLACE FUNCTION orven.type_least(type text) RETURNS bigint
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE type WHEN 'tinyint' THEN 0 WHEN 'smallint' THEN -32768 WHEN 'int' THEN -2147483648
+RETURN CASE type WHEN 'bit' THEN 0 WHEN 'tinyint' THEN 0 WHEN 'smallint' THEN -32768 WHEN 'int' THEN -2147483648
                  ELSE -9223372036854775808 END::bigint;
 
 CREATE OR REPLACE FUNCTION orven.type_greatest(type text) RETURNS bigint
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE type WHEN 'tinyint' THEN 255 WHEN 'smallint' THEN 32767 WHEN 'int' THEN 2147483647
+RETURN CASE type WHEN 'bit' THEN 1 WHEN 'tinyint' THEN 255 WHEN 'smallint' THEN 32767 WHEN 'int' THEN 2147483647
                  ELSE 9223372036854775807 END::bigint;
 
 -- From integers.
@@ -19,13 +19,22 @@ RETURN CASE type WHEN 'tinyint' THEN 255 WHEN 'smallint' THEN 32767 WHEN 'int' T
 CREATE OR REPLACE FUNCTION orven.ts_text(v bigint, "from" text, "to" text, style integer DEFAULT 0) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.number_text(v::text, "from", "to");
 
+CREATE OR REPLACE FUNCTION orven.within_integer(v bigint, low bigint, high bigint, type text) RETURNS bigint
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    IF v BETWEEN low AND high THEN
+        RETURN v;
+    ELSIF type = 'bit' THEN
+        RETURN 1;
+    ELSIF type IN ('tinyint', 'smallint') THEN
+        RETURN orven.refuse(v, v, 220, type, v::text);
+    END IF;
+    RETURN orven.refuse(v, v, 8115, 'expression', type);
+END $$;
+
 CREATE OR REPLACE FUNCTION orven.ts_bigint(v bigint, "from" text, "to" text, style integer DEFAULT 0) RETURNS bigint
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN "to" = 'bit' THEN (v <> 0)::integer
-            WHEN v < orven.type_least("to") OR v > orven.type_greatest("to") THEN
-                CASE WHEN "to" IN ('tinyint', 'smallint') THEN orven.refuse(v, v, 220, "to", v::text)
-                     ELSE orven.refuse(v, v, 8115, 'expression', "to") END
-            ELSE v END;
+RETURN orven.within_integer(v, orven.type_least("to"), orven.type_greatest("to"), "to");
 
 CREATE OR REPLACE FUNCTION orven.ts_numeric(v bigint, "from" text, "to" text, style integer DEFAULT 0) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
@@ -71,10 +80,12 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN orven.fitted_number(v, "to", 8115, orven.type_message("from"), orven.type_message("to"));
 
 CREATE OR REPLACE FUNCTION orven.fitted_float(v double precision, "to" text) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN "to" <> 'real' THEN v
-            -- Closer to zero than any real.
-            WHEN abs(v) <= 7.006492321624085e-46 THEN 0 ELSE v::real END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN "to" <> 'real' THEN v
+                -- Closer to zero than any real.
+                WHEN abs(v) <= 7.006492321624085e-46 THEN 0 * v ELSE v::real END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_float(v numeric, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS double precision LANGUAGE sql IMMUTABLE PARALLEL SAFE
@@ -85,23 +96,31 @@ RETURN orven.fitted_float(v::double precision, "to");
 CREATE OR REPLACE FUNCTION orven.decimal_of(v double precision) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN v::text::numeric;
 
+-- Six digits, or by the style seven and more with an exponent, to which the server gives three digits.
 CREATE OR REPLACE FUNCTION orven.float_text(v double precision, "from" text, style integer) RETURNS text
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 DECLARE
+    shortest constant text := v::text;
     decimals constant integer := CASE style WHEN 1 THEN 7 WHEN 2 THEN 15
                                             WHEN 3 THEN CASE "from" WHEN 'real' THEN 8 ELSE 16 END ELSE 5 END;
-    parts text[] := regexp_match(to_char(v, '9.' || repeat('9', decimals) || 'EEEE'),
-                                 '(-?)([0-9.]+)e([-+])([0-9]+)');
-    exponent integer := (parts[3] || parts[4])::integer;
+    written text;
+    digits text;
+    exponent integer;
 BEGIN
-    IF style NOT IN (1, 2, 3) THEN
-        IF exponent BETWEEN -5 AND 5 AND (exponent > -5) THEN
-            RETURN parts[1] || trim_scale((parts[2] || 'e' || exponent)::numeric)::text;
-        END IF;
-        parts[2] := regexp_replace(parts[2], '[.]?0*$', '');
+    -- Up to six digits are the shortest text.
+    IF decimals = 5 AND octet_length(shortest) < 8 AND (abs(v) BETWEEN 0.0001 AND 999999 OR v = 0) THEN
+        RETURN shortest;
     END IF;
-    -- The server gives an exponent three digits.
-    RETURN parts[1] || parts[2] || 'e' || parts[3] || lpad(abs(exponent)::text, 3, '0');
+    written := ltrim(to_char(v, '9.' || repeat('9', decimals) || 'EEEE'));
+    digits := split_part(written, 'e', 1);
+    exponent := split_part(written, 'e', 2)::integer;
+    IF decimals = 5 THEN
+        IF exponent BETWEEN -4 AND 5 THEN
+            RETURN trim_scale(written::numeric)::text;
+        END IF;
+        digits := rtrim(rtrim(digits, '0'), '.');
+    END IF;
+    RETURN digits || 'e' || CASE WHEN exponent < 0 THEN '-' ELSE '+' END || lpad(abs(exponent)::text, 3, '0');
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_text(v double precision, "from" text, "to" text, style integer DEFAULT 0)

@@ -44,14 +44,13 @@ BEGIN
 END $$;
 
 -- The number in a decimal or money type, or the failure with these arguments.
-CREATE OR REPLACE FUNCTION orven.fitted_number(v numeric, "to" text, number integer, VARIADIC arguments text[] DEFAULT '{}')
+CREATE OR REPLACE FUNCTION orven.fitted_number(v numeric, "to" text, number integer,
+                                               VARIADIC arguments text[] DEFAULT '{}')
 RETURNS numeric LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN abs(round(v, orven.type_scale("to"))) > CASE "to" WHEN 'money' THEN 922337203685477.5807
-                     WHEN 'smallmoney' THEN 214748.3647
-                     ELSE orven.power_of_ten(orven.type_precision("to") - orven.type_scale("to"))
-                          - orven.power_of_ten(-orven.type_scale("to")) END
-            THEN orven.refuse(v, v, number, VARIADIC arguments)
-            ELSE round(v, orven.type_scale("to")) END;
+RETURN orven.within(round(v, orven.type_scale("to")),
+                    CASE "to" WHEN 'money' THEN 922337203685477.5807 WHEN 'smallmoney' THEN 214748.3647
+                              ELSE orven.greatest_decimal(orven.type_precision("to"), orven.type_scale("to")) END,
+                    number, VARIADIC arguments);
 
 CREATE OR REPLACE FUNCTION orven.ts_numeric(v text, "from" text, "to" text, style integer DEFAULT 0) RETURNS numeric
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
@@ -89,6 +88,10 @@ DECLARE
 BEGIN
     IF digits = '' THEN
         RETURN 0;
+    END IF;
+    -- What has no exponent and isn't long is no matter of size.
+    IF octet_length(digits) < 38 AND digits ~ '^[-+]?([0-9]+[.]?[0-9]*|[.][0-9]+)$' THEN
+        RETURN orven.fitted_float(digits::double precision, "to");
     END IF;
     parts := regexp_match(digits, '^([-+]?)(?:([0-9]+)[.]?([0-9]*)|[.]([0-9]+))(?:[eE]([-+]?[0-9]+))?$');
     IF parts IS NULL THEN

@@ -32,14 +32,16 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN date_trunc('minute', v + interval '3
 
 -- A date brought into its type; "from" is the name in the message.
 CREATE OR REPLACE FUNCTION orven.fitted_date(v timestamp, kind text, "from" text) RETURNS timestamp
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE kind
-    WHEN 'date' THEN date_trunc('day', v)
-    WHEN 'smalldatetime' THEN
-        CASE WHEN orven.minuted(v) < timestamp '1900-01-01' OR orven.minuted(v) >= timestamp '2079-06-07'
-             THEN orven.refuse(v, v, 242, "from", kind) ELSE orven.minuted(v) END
-    ELSE CASE WHEN v < timestamp '1753-01-01' OR orven.ticked(v) >= timestamp '10000-01-01'
-              THEN orven.refuse(v, v, 242, "from", 'datetime') ELSE orven.ticked(v) END END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE kind
+        WHEN 'date' THEN date_trunc('day', v)
+        WHEN 'smalldatetime' THEN
+            CASE WHEN orven.minuted(v) < timestamp '1900-01-01' OR orven.minuted(v) >= timestamp '2079-06-07'
+                 THEN orven.refuse(v, v, 242, "from", kind) ELSE orven.minuted(v) END
+        ELSE CASE WHEN v < timestamp '1753-01-01' OR orven.ticked(v) >= timestamp '10000-01-01'
+                  THEN orven.refuse(v, v, 242, "from", 'datetime') ELSE orven.ticked(v) END END;
+END $$;
 
 -- One moment for the whole of a statement, in the session's zone.
 CREATE OR REPLACE FUNCTION orven.ts_getdate() RETURNS timestamp
@@ -58,18 +60,18 @@ RETURN CASE part WHEN 'week' THEN 604800000 WHEN 'day' THEN 86400000 WHEN 'dayof
                  WHEN 'second' THEN 1000 WHEN 'millisecond' THEN 1 END::bigint;
 
 CREATE OR REPLACE FUNCTION orven.moved_date(part text, n bigint, v timestamp) RETURNS timestamp
-LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE COST 1 AS $$
 DECLARE
     months constant bigint := CASE part WHEN 'year' THEN 12 WHEN 'quarter' THEN 3 WHEN 'month' THEN 1 END;
     -- Nothing lies further apart than the first and the last day.
-    most constant bigint := 10000 * 366 * 86400000::bigint;
+    most constant bigint := coalesce(120000 / months, 10000 * 366 * 86400000::bigint / orven.part_length(part));
     result timestamp;
 BEGIN
     -- The server takes the count as an int.
     IF n > 2147483647 OR n < -2147483648 THEN
         RETURN orven.refuse(v, v, 8115, 'expression', 'int');
     END IF;
-    IF abs(n * coalesce(months * 28 * 86400000, orven.part_length(part))) > most THEN
+    IF abs(n) > most THEN
         RETURN orven.refuse(v, v, 517, 'datetime');
     END IF;
     IF months IS NOT NULL THEN
@@ -83,36 +85,61 @@ BEGIN
     RETURN result;
 END $$;
 
-CREATE OR REPLACE FUNCTION orven.ts_dateadd(part text, n bigint, v timestamp) RETURNS timestamp
+CREATE OR REPLACE FUNCTION orven.part_interval(part text) RETURNS interval
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.fitted_date(orven.moved_date(part, n, v), 'datetime', 'datetime');
+RETURN CASE part WHEN 'year' THEN interval '1 year' WHEN 'quarter' THEN interval '3 months'
+                 WHEN 'month' THEN interval '1 month' WHEN 'week' THEN interval '7 days'
+                 WHEN 'hour' THEN interval '1 hour' WHEN 'minute' THEN interval '1 minute'
+                 WHEN 'second' THEN interval '1 second' WHEN 'day' THEN interval '1 day'
+                 WHEN 'dayofyear' THEN interval '1 day' WHEN 'weekday' THEN interval '1 day' END;
+
+-- How many of a part lie within 4000 years, so that adding them stays among the timestamps that there are.
+CREATE OR REPLACE FUNCTION orven.part_count(part text) RETURNS bigint
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN CASE part WHEN 'year' THEN 4000 WHEN 'quarter' THEN 16000 WHEN 'month' THEN 48000 WHEN 'millisecond' THEN -1
+                 ELSE least(4000 * 365 * 86400000::bigint / orven.part_length(part), 2147483647) END;
+
+-- The usual case is a sum; what it leaves, and each failure, is for the careful way.
+CREATE OR REPLACE FUNCTION orven.ts_dateadd(part text, n bigint, v timestamp) RETURNS timestamp
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN n BETWEEN -orven.part_count(part) AND orven.part_count(part)
+                     AND v + n * orven.part_interval(part) >= timestamp '1753-01-01'
+                     AND v + n * orven.part_interval(part) < timestamp '10000-01-01'
+                THEN v + n * orven.part_interval(part)
+                ELSE orven.fitted_date(orven.moved_date(part, n, v), 'datetime', 'datetime') END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_dateadd(part text, n bigint, v time) RETURNS time
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.moved_date(part, n, orven.moment_of(v))::time;
 
 CREATE OR REPLACE FUNCTION orven.date_distance(part text, "from" timestamp, "to" timestamp) RETURNS bigint
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE part
-    WHEN 'year' THEN date_part('year', "to") - date_part('year', "from")
-    WHEN 'quarter' THEN date_part('year', "to") * 4 + date_part('quarter', "to")
-                        - date_part('year', "from") * 4 - date_part('quarter', "from")
-    WHEN 'month' THEN date_part('year', "to") * 12 + date_part('month', "to")
-                      - date_part('year', "from") * 12 - date_part('month', "from")
-    -- Weeks begin on Sunday, as 1752-12-31 was one; every day is behind it by a whole number after the shift.
-    WHEN 'week' THEN ("to"::date - date '0001-01-01' + 1) / 7 - ("from"::date - date '0001-01-01' + 1) / 7
-    WHEN 'day' THEN "to"::date - "from"::date
-    WHEN 'dayofyear' THEN "to"::date - "from"::date
-    WHEN 'weekday' THEN "to"::date - "from"::date
-    WHEN 'hour' THEN date_part('epoch', date_trunc('hour', "to") - date_trunc('hour', "from")) / 3600
-    WHEN 'minute' THEN date_part('epoch', date_trunc('minute', "to") - date_trunc('minute', "from")) / 60
-    WHEN 'second' THEN date_part('epoch', date_trunc('second', "to") - date_trunc('second', "from"))
-    WHEN 'millisecond' THEN orven.milliseconds("to") - orven.milliseconds("from") END::bigint;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE part
+        WHEN 'year' THEN date_part('year', "to") - date_part('year', "from")
+        WHEN 'quarter' THEN date_part('year', "to") * 4 + date_part('quarter', "to")
+                            - date_part('year', "from") * 4 - date_part('quarter', "from")
+        WHEN 'month' THEN date_part('year', "to") * 12 + date_part('month', "to")
+                          - date_part('year', "from") * 12 - date_part('month', "from")
+        -- Weeks begin on Sunday; 0001-01-01 was a Monday.
+        WHEN 'week' THEN ("to"::date - date '0001-01-01' + 1) / 7 - ("from"::date - date '0001-01-01' + 1) / 7
+        WHEN 'day' THEN "to"::date - "from"::date
+        WHEN 'dayofyear' THEN "to"::date - "from"::date
+        WHEN 'weekday' THEN "to"::date - "from"::date
+        WHEN 'hour' THEN date_part('epoch', date_trunc('hour', "to") - date_trunc('hour', "from")) / 3600
+        WHEN 'minute' THEN date_part('epoch', date_trunc('minute', "to") - date_trunc('minute', "from")) / 60
+        WHEN 'second' THEN date_part('epoch', date_trunc('second', "to") - date_trunc('second', "from"))
+        WHEN 'millisecond' THEN orven.milliseconds("to") - orven.milliseconds("from") END::bigint;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_datediff(part text, "from" timestamp, "to" timestamp) RETURNS integer
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN orven.date_distance(part, "from", "to") NOT BETWEEN -2147483648 AND 2147483647
-            THEN orven.refuse(0, orven.date_distance(part, "from", "to"), 535)
-            ELSE orven.date_distance(part, "from", "to")::integer END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN orven.date_distance(part, "from", "to") NOT BETWEEN -2147483648 AND 2147483647
+                THEN orven.refuse(0, orven.date_distance(part, "from", "to"), 535)
+                ELSE orven.date_distance(part, "from", "to")::integer END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_datediff(part text, "from" time, "to" time) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.ts_datediff(part, orven.moment_of("from"), orven.moment_of("to"));
@@ -124,27 +151,31 @@ CREATE OR REPLACE FUNCTION orven.ts_datediff(part text, "from" timestamp, "to" t
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.ts_datediff(part, "from", orven.moment_of("to"));
 
 CREATE OR REPLACE FUNCTION orven.ts_datepart(part text, v timestamp) RETURNS integer
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE part
-    WHEN 'dayofyear' THEN date_part('doy', v)
-    -- The week of the first of January is the first, and ends with its Saturday.
-    WHEN 'week' THEN floor((date_part('doy', v) - 1 + date_part('dow', date_trunc('year', v))) / 7) + 1
-    WHEN 'weekday' THEN date_part('dow', v) + 1
-    WHEN 'second' THEN floor(date_part('second', v))
-    WHEN 'millisecond' THEN floor(date_part('milliseconds', v))::integer % 1000
-    ELSE date_part(part, v) END::integer;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE part
+        WHEN 'dayofyear' THEN date_part('doy', v)
+        -- The week of the first of January is the first, and ends with its Saturday.
+        WHEN 'week' THEN floor((date_part('doy', v) - 1 + date_part('dow', date_trunc('year', v))) / 7) + 1
+        WHEN 'weekday' THEN date_part('dow', v) + 1
+        WHEN 'second' THEN floor(date_part('second', v))
+        WHEN 'millisecond' THEN floor(date_part('milliseconds', v))::integer % 1000
+        ELSE date_part(part, v) END::integer;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_datepart(part text, v time) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.ts_datepart(part, orven.moment_of(v));
 
 CREATE OR REPLACE FUNCTION orven.ts_datename(part text, v timestamp) RETURNS text
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE part
-    WHEN 'month' THEN (ARRAY['January', 'February', 'March', 'April', 'May', 'June', 'July', 'August', 'September',
-                             'October', 'November', 'December'])[orven.ts_datepart('month', v)]
-    WHEN 'weekday' THEN (ARRAY['Sunday', 'Monday', 'Tuesday', 'Wednesday', 'Thursday', 'Friday',
-                               'Saturday'])[orven.ts_datepart('weekday', v)]
-    ELSE orven.ts_datepart(part, v)::text END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE part
+        WHEN 'month' THEN (ARRAY['January', 'February', 'March', 'April', 'May', 'June', 'July', 'August', 'September',
+                                 'October', 'November', 'December'])[orven.ts_datepart('month', v)]
+        WHEN 'weekday' THEN (ARRAY['Sunday', 'Monday', 'Tuesday', 'Wednesday', 'Thursday', 'Friday',
+                                   'Saturday'])[orven.ts_datepart('weekday', v)]
+        ELSE orven.ts_datepart(part, v)::text END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_datename(part text, v time) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.ts_datename(part, orven.moment_of(v));

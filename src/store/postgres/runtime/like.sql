@@ -4,8 +4,7 @@
 --   'abc  ' like '%c'                   true
 --   'a%c'   like 'a!%c' escape '!'      true
 --
--- A pattern without sets that ends in % is one of PostgreSQL's own; any other becomes a regular expression, once where it
--- is a constant. Case is folded for ASCII letters only.
+-- A pattern becomes a regular expression, once where it is a constant. Case is folded for ASCII letters only.
 
 -- The pattern as a regular expression over folded texts, without its anchors. A set that is not closed matches nothing.
 CREATE OR REPLACE FUNCTION orven.like_body(pattern text, escape text) RETURNS text
@@ -63,8 +62,8 @@ BEGIN
                 RETURN result || '(?!)';
             END IF;
             at := at + 1;
-            result := result || CASE WHEN ranges <> '' THEN '[' || CASE WHEN negated THEN '^' ELSE '' END || ranges || ']'
-                                     WHEN negated THEN '.' ELSE '(?!)' END;
+            result := result || CASE WHEN ranges = '' THEN CASE WHEN negated THEN '.' ELSE '(?!)' END
+                                     WHEN negated THEN '[^' || ranges || ']' ELSE '[' || ranges || ']' END;
         END IF;
     END LOOP;
     RETURN result;
@@ -80,21 +79,26 @@ RETURN CASE WHEN c ~ '^[]\\[^-]$' THEN '\' || c ELSE lower(c COLLATE "C") END;
 
 CREATE OR REPLACE FUNCTION orven.like_expression(pattern text, escape text) RETURNS text
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
+DECLARE
+    result text;
 BEGIN
     IF length(escape) <> 1 THEN
         RETURN orven.ts_fail(506, escape);
     END IF;
-    RETURN CASE WHEN pattern IS NOT NULL THEN '^' || orven.like_body(pattern, escape) || ' *$' END;
+    IF pattern IS NULL THEN
+        RETURN NULL;
+    END IF;
+    -- A % at an end is no end at all.
+    result := '^' || orven.like_body(pattern, escape) || ' *$';
+    RETURN regexp_replace(regexp_replace(result, '^\^[.][*]', ''), '[.][*] [*][$]$', '');
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_like(v text, pattern text) RETURNS boolean
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN pattern ~ '^[^[]*%$' THEN lower(v COLLATE "C") LIKE lower(pattern COLLATE "C") ESCAPE ''
-            ELSE lower(v COLLATE "C") ~ orven.like_expression(pattern, NULL) END;
+LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN lower(v COLLATE "C") ~ orven.like_expression(pattern, NULL);
 
 CREATE OR REPLACE FUNCTION orven.ts_like(v text, pattern text, escape text) RETURNS boolean
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN escape IS NOT NULL THEN lower(v COLLATE "C") ~ orven.like_expression(pattern, escape) END;
+RETURN lower(v COLLATE "C") ~ CASE WHEN escape IS NOT NULL THEN orven.like_expression(pattern, escape) END;
 
 CREATE OR REPLACE FUNCTION orven.ts_patindex(pattern text, t text) RETURNS integer
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$

@@ -1,5 +1,5 @@
--- Arithmetic whose results the server tells otherwise than PostgreSQL. Decimals are exact: a quotient is cut to its scale,
--- not rounded, and nothing is lost on the way.
+-- Arithmetic whose results the server tells otherwise than PostgreSQL. Decimals are exact: a quotient is cut to its
+-- scale, not rounded, and nothing is lost on the way.
 --
 --   2.0/3      0.666666
 --   0.3/0.1    3
@@ -8,29 +8,31 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.ts_bigint(v, 'bigint', type);
 
 -- For what may lie beyond a bigint.
 CREATE OR REPLACE FUNCTION orven.ts_range(v numeric, type text) RETURNS bigint
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN v < -9223372036854775808 OR v > 9223372036854775807
-            THEN orven.refuse(0::bigint, v, 8115, 'expression', 'bigint')
-            ELSE orven.ts_bigint(v::bigint, 'bigint', type) END;
-
-CREATE OR REPLACE FUNCTION orven.within_precision(v numeric, p integer, s integer) RETURNS numeric
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN abs(v) >= orven.power_of_ten(p - s) THEN orven.refuse(v, v, 8115, 'expression', 'numeric')
-            ELSE v END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN v < -9223372036854775808 OR v > 9223372036854775807
+                THEN orven.refuse(0::bigint, v, 8115, 'expression', 'bigint')
+                ELSE orven.ts_bigint(v::bigint, 'bigint', type) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_decimal(v numeric, p integer, s integer) RETURNS numeric
-LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.within_precision(round(v, s), p, s);
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN orven.within(round(v, s), orven.greatest_decimal(p, s), 8115, 'expression', 'numeric');
 
 CREATE OR REPLACE FUNCTION orven.ts_idiv(a bigint, b bigint) RETURNS bigint
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE b WHEN 0 THEN orven.refuse(a, b, 8134)
-              WHEN -1 THEN CASE WHEN a = -9223372036854775808
-                                THEN orven.refuse(a, a, 8115, 'expression', 'bigint') ELSE -a END
-              ELSE a / b END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE b WHEN 0 THEN orven.refuse(a, b, 8134)
+                  WHEN -1 THEN CASE WHEN a = -9223372036854775808
+                                    THEN orven.refuse(a, a, 8115, 'expression', 'bigint') ELSE -a END
+                  ELSE a / b END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_imod(a bigint, b bigint) RETURNS bigint
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE b WHEN 0 THEN orven.refuse(a, b, 8134) WHEN -1 THEN 0 * a ELSE a % b END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE b WHEN 0 THEN orven.refuse(a, b, 8134) WHEN -1 THEN 0 * a ELSE a % b END;
+END $$;
 
 -- Results too small for a float are zero, as the processor has them; PostgreSQL refuses them.
 CREATE OR REPLACE FUNCTION orven.ts_div(a double precision, b double precision) RETURNS double precision
@@ -38,10 +40,7 @@ LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     IF b = 0 THEN
         RETURN orven.refuse(a, b, 8134);
-    ELSIF a = 0 THEN
-        RETURN 0;
-    END IF;
-    IF log(abs(a)) - log(abs(b)) > 308.2 OR log(abs(a)) - log(abs(b)) < -307.6 THEN
+    ELSIF a <> 0 AND abs(log(abs(a)) - log(abs(b))) > 307.6 THEN
         RETURN orven.float_of(orven.decimal_of(a) / orven.decimal_of(b));
     END IF;
     RETURN a / b;
@@ -49,51 +48,68 @@ END $$;
 
 -- A number in a float: 8115 beyond it, zero below it.
 CREATE OR REPLACE FUNCTION orven.float_of(v numeric) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN abs(v) >= 1.797693134862315807e308
-            THEN orven.refuse(0::double precision, v, 8115, 'expression', 'float')
-            WHEN abs(v) < 2.4703282292062328e-324 THEN 0 ELSE v::double precision END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN abs(v) >= 1.797693134862315807e308
+                THEN orven.refuse(0::double precision, v, 8115, 'expression', 'float')
+                WHEN abs(v) < 2.4703282292062328e-324 THEN 0 ELSE v::double precision END;
+END $$;
 
-CREATE OR REPLACE FUNCTION orven.decimal_quotient(a numeric, b numeric, s integer) RETURNS numeric
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN div(a * orven.power_of_ten(s), b) * orven.power_of_ten(-s);
+CREATE OR REPLACE FUNCTION orven.cut_quotient(a numeric, b numeric, up numeric, down numeric) RETURNS numeric
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    IF b = 0 THEN
+        RETURN orven.refuse(a, b, 8134);
+    END IF;
+    RETURN div(a * up, b) * down;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_decdiv(a numeric, b numeric, p integer, s integer) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN b = 0 THEN orven.refuse(a, b, 8134)
-            WHEN abs(orven.decimal_quotient(a, b, s)) >= orven.power_of_ten(p - s)
-            THEN orven.refuse(a, a / b, 8115, 'expression', 'numeric')
-            ELSE orven.decimal_quotient(a, b, s) END;
+RETURN orven.within(orven.cut_quotient(a, b, orven.power_of_ten(s), orven.power_of_ten(-s)),
+                    orven.greatest_decimal(p, s), 8115, 'expression', 'numeric');
 
 CREATE OR REPLACE FUNCTION orven.ts_decmod(a numeric, b numeric) RETURNS numeric
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN b = 0 THEN orven.refuse(a, b, 8134) ELSE a % b END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN b = 0 THEN orven.refuse(a, b, 8134) ELSE a % b END;
+END $$;
 
 -- Functions of floats. Outside its domain the server refuses.
 
 CREATE OR REPLACE FUNCTION orven.ts_sqrt(x double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN x < 0 THEN orven.refuse(x, x, 3623) ELSE sqrt(x) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN x < 0 THEN orven.refuse(x, x, 3623) ELSE sqrt(x) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_exp(x double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN x > 709.782712893384 THEN orven.refuse(x, x, 8115, 'expression', 'float')
-            WHEN x < -708.4 THEN CASE WHEN x < -745.14 THEN 0 ELSE exp(x / 2) * exp(x / 2) END
-            ELSE exp(x) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN x > 709.782712893384 THEN orven.refuse(x, x, 8115, 'expression', 'float')
+                WHEN x < -708.4 THEN CASE WHEN x < -745.14 THEN 0 ELSE exp(x / 2) * exp(x / 2) END
+                ELSE exp(x) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_log(x double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x, 3623) ELSE ln(x) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x, 3623) ELSE ln(x) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_log(x double precision, base double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x + base, 3623)
-            WHEN base <= 0 OR base = 1 THEN orven.refuse(x, base + x, 3623)
-            ELSE ln(x) / ln(base) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x + base, 3623)
+                WHEN base <= 0 OR base = 1 THEN orven.refuse(x, base + x, 3623)
+                ELSE ln(x) / ln(base) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_log10(x double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x, 3623) ELSE log(x) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x, 3623) ELSE log(x) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_sin(x double precision) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN sin(x);
@@ -105,16 +121,22 @@ CREATE OR REPLACE FUNCTION orven.ts_tan(x double precision) RETURNS double preci
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN tan(x);
 
 CREATE OR REPLACE FUNCTION orven.ts_cot(x double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN x = 0 THEN orven.refuse(x, x, 3623) ELSE 1 / tan(x) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN x = 0 THEN orven.refuse(x, x, 3623) ELSE 1 / tan(x) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_asin(x double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN abs(x) > 1 THEN orven.refuse(x, x, 3623) ELSE asin(x) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN abs(x) > 1 THEN orven.refuse(x, x, 3623) ELSE asin(x) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_acos(x double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN abs(x) > 1 THEN orven.refuse(x, x, 3623) ELSE acos(x) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN abs(x) > 1 THEN orven.refuse(x, x, 3623) ELSE acos(x) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_atan(x double precision) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN atan(x);
@@ -123,12 +145,16 @@ CREATE OR REPLACE FUNCTION orven.ts_atn2(y double precision, x double precision)
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN atan2(y, x);
 
 CREATE OR REPLACE FUNCTION orven.ts_degrees(x double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN abs(x) > 1e306 THEN orven.refuse(x, x, 8115, 'expression', 'float') ELSE x * 180 / pi() END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN abs(x) > 1e306 THEN orven.refuse(x, x, 8115, 'expression', 'float') ELSE x * 180 / pi() END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_radians(x double precision) RETURNS double precision
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN abs(x) > 5.7e307 THEN orven.refuse(x, x, 8115, 'expression', 'float') ELSE x * pi() / 180 END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN abs(x) > 5.7e307 THEN orven.refuse(x, x, 8115, 'expression', 'float') ELSE x * pi() / 180 END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_pi() RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN pi();
@@ -159,15 +185,20 @@ CREATE OR REPLACE FUNCTION orven.ts_ceiling(v double precision) RETURNS double p
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN ceil(v);
 
 CREATE OR REPLACE FUNCTION orven.ts_sign(v bigint) RETURNS bigint
-LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN CASE WHEN v > 0 THEN 1 WHEN v < 0 THEN -1 ELSE 0 * v END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN v > 0 THEN 1 WHEN v < 0 THEN -1 ELSE 0 * v END;
+END $$;
 CREATE OR REPLACE FUNCTION orven.ts_sign(v numeric) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN sign(v);
 CREATE OR REPLACE FUNCTION orven.ts_sign(v double precision) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN sign(v);
 
 CREATE OR REPLACE FUNCTION orven.ts_abs(v bigint) RETURNS bigint
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN v = -9223372036854775808 THEN orven.refuse(v, v, 8115, 'expression', 'bigint') ELSE abs(v) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN v = -9223372036854775808 THEN orven.refuse(v, v, 8115, 'expression', 'bigint') ELSE abs(v) END;
+END $$;
 CREATE OR REPLACE FUNCTION orven.ts_abs(v numeric) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN abs(v);
 CREATE OR REPLACE FUNCTION orven.ts_abs(v double precision) RETURNS double precision
@@ -176,15 +207,15 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN abs(v);
 -- No number has digits further from the point than 400 places.
 CREATE OR REPLACE FUNCTION orven.ts_round(v numeric, n bigint, cut bigint DEFAULT 0) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE cut WHEN 0 THEN round(v, greatest(least(n, 400), -400)::integer)
-                ELSE trunc(v, greatest(least(n, 400), -400)::integer) END;
+RETURN CASE WHEN cut = 0 THEN round(v, orven.bounded(n, -400, 400))
+            WHEN cut <> 0 THEN trunc(v, orven.bounded(n, -400, 400)) END;
 
 CREATE OR REPLACE FUNCTION orven.ts_round(v double precision, n bigint, cut bigint DEFAULT 0) RETURNS double precision
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.ts_round(orven.decimal_of(v), n, cut)::double precision;
 
 CREATE OR REPLACE FUNCTION orven.ts_round(v bigint, n bigint, cut bigint DEFAULT 0) RETURNS bigint
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN n >= 0 THEN v
+RETURN CASE WHEN n >= 0 AND cut IS NOT NULL THEN v
             WHEN abs(orven.ts_round(v::numeric, n, cut)) > 9223372036854775807
             THEN orven.refuse(v, v + n, 8115, 'expression', 'bigint')
             ELSE orven.ts_round(v::numeric, n, cut)::bigint END;

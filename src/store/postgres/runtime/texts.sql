@@ -6,34 +6,44 @@
 --   right('abc', 5)           abc
 --   quotename('a]b')          [a]]b]
 CREATE OR REPLACE FUNCTION orven.as_count(n bigint) RETURNS integer
-LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN greatest(least(n, 1000000000), -1000000000)::integer;
+LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.bounded(n, -1000000000, 1000000000);
 
 CREATE OR REPLACE FUNCTION orven.folded(t text) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN lower(t COLLATE "C");
 
 CREATE OR REPLACE FUNCTION orven.ts_left(t text, n bigint) RETURNS text
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN n < 0 THEN orven.refuse(t, n::text || t, 536, 'left') ELSE left(t, orven.as_count(n)) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN n < 0 THEN orven.refuse(t, n::text || t, 536, 'left') ELSE left(t, orven.as_count(n)) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_right(t text, n bigint) RETURNS text
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN n < 0 THEN orven.refuse(t, n::text || t, 536, 'right') ELSE right(t, orven.as_count(n)) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN n < 0 THEN orven.refuse(t, n::text || t, 536, 'right') ELSE right(t, orven.as_count(n)) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_substring(t text, start bigint, n bigint) RETURNS text
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN n < 0 THEN orven.refuse(t, start::text || n::text || t, 537, 'substring')
-            ELSE substr(t, orven.as_count(start), orven.as_count(n)) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN n < 0 THEN orven.refuse(t, start::text || n::text || t, 537, 'substring')
+                ELSE substr(t, orven.as_count(start), orven.as_count(n)) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_replace(t text, old text, new text) RETURNS text
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN old = '' THEN t || left(new, 0)
-            WHEN lower(old COLLATE "C") = upper(old COLLATE "C") THEN replace(t, old, new)
-            ELSE regexp_replace(t COLLATE "C", '***=' || old, replace(new, '\', '\\'), 'gi') END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN old = '' THEN t || left(new, 0)
+                WHEN lower(old COLLATE "C") = upper(old COLLATE "C") THEN replace(t, old, new)
+                ELSE regexp_replace(t COLLATE "C", '***=' || old, replace(new, '\', '\\'), 'gi') END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_charindex(find text, t text) RETURNS integer
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN find = '' THEN CASE WHEN t IS NOT NULL THEN 0 END
-            ELSE strpos(lower(t COLLATE "C"), lower(find COLLATE "C")) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN find = '' THEN CASE WHEN t IS NOT NULL THEN 0 END
+                ELSE strpos(lower(t COLLATE "C"), lower(find COLLATE "C")) END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_charindex(find text, t text, start bigint) RETURNS integer
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
@@ -63,10 +73,12 @@ CREATE OR REPLACE FUNCTION orven.ts_space(n bigint) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN CASE WHEN n >= 0 THEN repeat(' ', least(n, 8000)::integer) END;
 
 CREATE OR REPLACE FUNCTION orven.ts_stuff(t text, start bigint, n bigint, new text) RETURNS text
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN start >= 1 AND n >= 0 AND start <= length(t)
-            THEN left(t, orven.as_count(start - 1)) || coalesce(new, '')
-                 || substr(t, orven.as_count(start) + orven.as_count(n)) END;
+LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN start >= 1 AND n >= 0 AND start <= length(t)
+                THEN left(t, orven.as_count(start - 1)) || coalesce(new, '')
+                     || substr(t, orven.as_count(start) + orven.as_count(n)) END;
+END $$;
 
 -- Decimals give way first: str(12345.6, 6, 1) is " 12346", and only str(12345.6, 4, 1) is "****".
 CREATE OR REPLACE FUNCTION orven.ts_str(v double precision, length bigint DEFAULT 10, decimals bigint DEFAULT 0)
@@ -92,30 +104,51 @@ BEGIN
     RETURN repeat('*', width);
 END $$;
 
--- Beyond ASCII those letters of Latin, Greek, Cyrillic and the wide forms that have both cases.
-CREATE OR REPLACE FUNCTION orven.ts_lower(t text) RETURNS text
+-- Beyond ASCII those letters of Latin, Greek, Cyrillic and the wide forms that have both cases, in one order.
+CREATE OR REPLACE FUNCTION orven.capital_letters() RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN t COLLATE "C" !~ '[À-ÖØ-ÞΑ-ΡΣ-ΩЀ-ЯＡ-Ｚ]' THEN lower(t COLLATE "C")
-            ELSE translate(lower(t COLLATE "C"),
-                'ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩЀЁЂЃЄЅІЇЈЉЊЋЌЍЎЏАБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯＡＢＣＤＥＦＧＨＩＪＫＬＭＮＯＰＱＲＳＴＵＶＷＸＹＺ',
-                'àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþαβγδεζηθικλμνξοπρστυφχψωѐёђѓєѕіїјљњћќѝўџабвгдежзийклмнопрстуфхцчшщъыьэюяａｂｃｄｅｆｇｈｉｊｋｌｍｎｏｐｑｒｓｔｕｖｗｘｙｚ')
-            END;
+RETURN 'ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞ'
+       'ΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩ'
+       'ЀЁЂЃЄЅІЇЈЉЊЋЌЍЎЏАБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯ'
+       'ＡＢＣＤＥＦＧＨＩＪＫＬＭＮＯＰＱＲＳＴＵＶＷＸＹＺ';
+
+CREATE OR REPLACE FUNCTION orven.small_letters() RETURNS text
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN 'àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþ'
+       'αβγδεζηθικλμνξοπρστυφχψω'
+       'ѐёђѓєѕіїјљњћќѝўџабвгдежзийклмнопрстуфхцчшщъыьэюя'
+       'ａｂｃｄｅｆｇｈｉｊｋｌｍｎｏｐｑｒｓｔｕｖｗｘｙｚ';
+
+CREATE OR REPLACE FUNCTION orven.ts_lower(t text) RETURNS text
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    IF t COLLATE "C" !~ '[À-ÖØ-ÞΑ-ΡΣ-ΩЀ-ЯＡ-Ｚ]' THEN
+        RETURN lower(t COLLATE "C");
+    END IF;
+    RETURN translate(lower(t COLLATE "C"), orven.capital_letters(), orven.small_letters());
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_upper(t text) RETURNS text
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN t COLLATE "C" !~ '[à-öø-þα-ρσ-ωа-џａ-ｚ]' THEN upper(t COLLATE "C")
-            ELSE translate(upper(t COLLATE "C"),
-                'àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþαβγδεζηθικλμνξοπρστυφχψωѐёђѓєѕіїјљњћќѝўџабвгдежзийклмнопрстуфхцчшщъыьэюяａｂｃｄｅｆｇｈｉｊｋｌｍｎｏｐｑｒｓｔｕｖｗｘｙｚ',
-                'ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩЀЁЂЃЄЅІЇЈЉЊЋЌЍЎЏАБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯＡＢＣＤＥＦＧＨＩＪＫＬＭＮＯＰＱＲＳＴＵＶＷＸＹＺ')
-            END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    IF t COLLATE "C" !~ '[à-öø-þα-ρσ-ωа-џａ-ｚ]' THEN
+        RETURN upper(t COLLATE "C");
+    END IF;
+    RETURN translate(upper(t COLLATE "C"), orven.small_letters(), orven.capital_letters());
+END $$;
 
 -- Beyond ASCII the code page would decide; '?' is what it gives for a character that it lacks.
 CREATE OR REPLACE FUNCTION orven.ts_ascii(t text) RETURNS integer
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN t <> '' THEN CASE WHEN ascii(t) < 128 THEN ascii(t) ELSE 63 END END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN t <> '' THEN CASE WHEN ascii(t) < 128 THEN ascii(t) ELSE 63 END END;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_unicode(t text) RETURNS integer
-LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN CASE WHEN t <> '' THEN ascii(t) END;
+LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+BEGIN
+    RETURN CASE WHEN t <> '' THEN ascii(t) END;
+END $$;
 
 -- A text here holds no zero and no half of a pair.
 CREATE OR REPLACE FUNCTION orven.character_of(n bigint, most bigint) RETURNS text
@@ -153,9 +186,13 @@ END $$;
 
 -- The server lets every sign alone pass: '-', '.' and '$' are numbers.
 CREATE OR REPLACE FUNCTION orven.ts_isnumeric(t text) RETURNS integer
-LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN coalesce(btrim(t, E' \t\r\n') ~ ('^([-+]?|[-+]?[$¥￥€£]|[$¥￥€£][-+]?)([0-9][0-9,]*)?[.]?[0-9]*$') AND btrim(t, E' \t\r\n') <> ''
-    OR btrim(t, E' \t\r\n') ~ '^[-+]?([0-9][0-9,]*[.]?[0-9]*|[.][0-9]+)[eEdD][-+]?[0-9]+$', false)::integer;
+LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
+BEGIN
+    RETURN coalesce(
+        btrim(t, E' \t\r\n') <> ''
+            AND btrim(t, E' \t\r\n') ~ '^([-+]?|[-+]?[$¥￥€£]|[$¥￥€£][-+]?)([0-9][0-9,]*)?[.]?[0-9]*$'
+        OR btrim(t, E' \t\r\n') ~ '^[-+]?([0-9][0-9,]*[.]?[0-9]*|[.][0-9]+)[eEdD][-+]?[0-9]+$', false)::integer;
+END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_isdate(t text) RETURNS integer
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$

@@ -37,3 +37,11 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN type IN ('bit', 'tinyint', 'smallint
 -- 10 to that power, exactly.
 CREATE OR REPLACE FUNCTION orven.power_of_ten(exponent integer) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN ('1e' || exponent)::numeric;
+
+-- A count within what the server's own functions take; null for null, which least and greatest would skip.
+CREATE OR REPLACE FUNCTION orven.bounded(n bigint, low integer, high integer) RETURNS integer
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN CASE WHEN n < low THEN low WHEN n > high THEN high ELSE n::integer END;
+
+CREATE OR REPLACE FUNCTION orven.greatest_decimal(p integer, s integer) RETURNS numeric
+LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.power_of_ten(p - s) - orven.power_of_ten(-s);

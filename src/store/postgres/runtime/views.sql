@@ -91,6 +91,33 @@ BEGIN
     END LOOP;
 END $$;
 
+-- A column goes only when no index, key or check of the table reads it; the store's own index goes with it.
+CREATE OR REPLACE FUNCTION orven.refuse_use("table" text, "column" text) RETURNS void
+LANGUAGE plpgsql VOLATILE AS $$
+DECLARE
+    reader record;
+BEGIN
+    FOR reader IN
+        SELECT i.relname AS name, obj_description(i.oid, 'pg_class') AS declared, k.oid IS NOT NULL
+               OR i.relname LIKE '%.constraint.%' AS is_key
+        FROM pg_attribute a JOIN pg_depend d ON d.refobjid = a.attrelid AND d.refobjsubid = a.attnum
+             JOIN pg_class c ON c.oid = a.attrelid
+             LEFT JOIN pg_constraint k ON d.classid = 'pg_constraint'::regclass AND k.oid = d.objid
+             JOIN pg_class i ON i.relkind = 'i'
+                             AND i.oid = CASE WHEN k.oid IS NULL THEN d.objid ELSE k.conindid END
+        WHERE a.attrelid = to_regclass(quote_ident("table")) AND a.attname = "column"
+              AND d.classid IN ('pg_class'::regclass, 'pg_constraint'::regclass)
+              AND i.relname <> c.relname || '.orven.' || a.attname
+        UNION ALL
+        SELECT k.conname, obj_description(k.oid, 'pg_constraint'), true
+        FROM pg_constraint k JOIN pg_attribute a ON a.attrelid = k.conrelid AND a.attnum = ANY (k.conkey)
+        WHERE k.contype = 'c' AND k.conrelid = to_regclass(quote_ident("table")) AND a.attname = "column"
+    LOOP
+        PERFORM orven.ts_fail(5074, CASE WHEN reader.is_key THEN 'constraint' ELSE 'index' END,
+                              coalesce(reader.declared, reader.name), "column");
+    END LOOP;
+END $$;
+
 CREATE OR REPLACE FUNCTION orven.mend_views() RETURNS void
 LANGUAGE plpgsql VOLATILE AS $$
 DECLARE

@@ -1,0 +1,185 @@
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "store/postgres/failures.h"
+#include "store/tsql/failurenumbers.h"
+#include "suiteserver.h"
+
+namespace orvenmod::store::postgres::test {
+namespace {
+
+using orvenmod::test::PostgresServer;
+
+// A host that takes connections and never says a word.
+class SilentHost {
+public:
+    SilentHost() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        ::bind(socket_, reinterpret_cast<sockaddr*>(&address), size);
+        ::listen(socket_, 5);
+        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
+        port_ = ntohs(address.sin_port);
+    }
+    ~SilentHost() { ::close(socket_); }
+    SilentHost(const SilentHost&) = delete;
+    SilentHost& operator=(const SilentHost&) = delete;
+
+    std::string port() const { return std::to_string(port_); }
+
+private:
+    int socket_;
+    int port_ = 0;
+};
+
+Failure connecting(const std::string& connectionString) {
+    return failureOf([&] { PostgresStore().connect(connectionString); });
+}
+
+TEST(BadServers, AHostThatDoesNotAnswerIsToldWithinTheConnectTimeout) {
+    const SilentHost host;
+    const auto start = std::chrono::steady_clock::now();
+    const Failure failure =
+        connecting("Provider=PostgreSQL;Data Source=127.0.0.1;Port=" + host.port() + ";Connect Timeout=2");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_EQ(failure.number(), tsql::kServerSilent);
+    EXPECT_EQ(failure.text(), "服务器“127.0.0.1”在 2 秒内没有应答。请检查服务器地址和网络。");
+}
+
+TEST(BadServers, AHostThatTakesNoConnectionIsTold) {
+    const Failure failure = connecting("Provider=PostgreSQL;Data Source=/nowhere");
+    EXPECT_EQ(failure.number(), tsql::kServerUnreachable);
+    EXPECT_EQ(failure.kind(), FailureKind::connection);
+    EXPECT_NE(failure.text().find("/nowhere"), std::string::npos);
+}
+
+TEST(BadServers, AWrongPasswordIsToldAndNotShown) {
+    PostgresServer::Settings settings;
+    settings.access = "local all tests trust\nlocal all all scram-sha-256\n";
+    PostgresServer server(settings);
+    const std::string text = connectionStringFor(server, server.makeDatabase());
+    server.run("postgres", "ALTER ROLE suite PASSWORD 'right'");
+    const Failure wrong = connecting(text + ";Password=geheim");
+    EXPECT_EQ(wrong.number(), tsql::kLoginFailed);
+    EXPECT_EQ(wrong.text(), "用户 'suite' 登录失败。");
+    EXPECT_EQ(connecting(text).number(), tsql::kLoginFailed);
+    EXPECT_EQ(connecting(text + ";Password=right").number(), 0);
+    PostgresStore::dropIdleSessions();
+}
+
+TEST(BadServers, AnUnknownUserIsTold) {
+    const auto& server = PostgresServer::shared();
+    EXPECT_EQ(
+        connecting("Provider=PostgreSQL;Data Source=" + server.host() + ";Initial Catalog=postgres;User ID=x").number(),
+        tsql::kLoginFailed);
+}
+
+TEST(BadServers, AMissingDatabaseIsTold) {
+    const Failure failure = connecting(connectionStringFor(PostgresServer::shared(), "nosuch"));
+    EXPECT_EQ(failure.number(), tsql::kCannotOpenDatabase);
+    EXPECT_NE(failure.text().find("nosuch"), std::string::npos);
+}
+
+TEST(BadServers, ADatabaseOfAnotherEncodingIsRefused) {
+    auto& server = PostgresServer::shared();
+    const std::string name = server.makeDatabase() + "_ascii";
+    server.run("postgres", "CREATE DATABASE " + name + " OWNER suite ENCODING 'SQL_ASCII' TEMPLATE template0");
+    const Failure failure = connecting(connectionStringFor(server, name));
+    server.dropDatabase(name);
+    EXPECT_EQ(failure.number(), tsql::kServerEncoding);
+    EXPECT_EQ(failure.text(), "数据库“" + name + "”的编码是 SQL_ASCII，需要的是 UTF8。");
+}
+
+TEST(BadServers, AServerThatIsTooOldIsRefused) {
+    ServerAddress address;
+    address.server = "db";
+    EXPECT_EQ(unfitServer(120019, address)->text(), "服务器“db”的版本是 12，至少需要 13。");
+    EXPECT_FALSE(unfitServer(130000, address));
+}
+
+TEST(BadServers, AFullDiskIsToldAndStoresNothing) {
+    PostgresServer::Settings settings;
+    settings.fillable = true;
+    PostgresServer server(settings);
+    const std::string text = connectionStringFor(server, server.makeDatabase());
+    {
+        const auto connection = PostgresStore().connect(text);
+        connection->execute("create table t(id int, c varchar(8000))");
+        connection->execute("insert into t(id,c) values(1,'a')");
+        server.fillDisk();
+        connection->beginTrans();
+        connection->execute("update t set id=2");
+        const std::string sql = "insert into t(id,c) select 3,replicate('x',2000) from t a";
+        Failure failure = failureOf([&] {
+            for (int i = 0; i < 100; ++i)
+                connection->execute(sql);
+        });
+        EXPECT_EQ(failure.number(), tsql::kNoSpace) << failure.text();
+        EXPECT_EQ(failure.kind(), FailureKind::connection);
+        connection->rollbackTrans();
+        EXPECT_EQ(connection->open("select id from t").text("id"), "1");
+        server.clearDisk();
+        EXPECT_EQ(connection->execute(sql), 1);
+    }
+    PostgresStore::dropIdleSessions();
+}
+
+class BadInput : public OnTheServer {
+protected:
+    BadInput() : connection_(connect()) {}
+
+    std::unique_ptr<Connection> connection_;
+};
+
+TEST_F(BadInput, ARoleThatMayNotMakeWhatTheStoreNeedsIsTold) {
+    orvenmod::test::ServerDatabase bare;
+    bare.run("DO $$ BEGIN CREATE ROLE stranger LOGIN; EXCEPTION WHEN duplicate_object THEN NULL; END $$");
+    const Failure failure = connecting(bare.connectionString() + ";User ID=stranger");
+    EXPECT_EQ(failure.number(), tsql::kNoRight);
+    EXPECT_NE(failure.text().find(bare.name()), std::string::npos) << failure.text();
+}
+
+TEST_F(BadInput, ARoleWithoutRightsOnATableIsTold) {
+    database_.run("DO $$ BEGIN CREATE ROLE stranger LOGIN; EXCEPTION WHEN duplicate_object THEN NULL; END $$");
+    const auto stranger = connect(";User ID=stranger");
+    EXPECT_EQ(failureOf([&] { stranger->open("select * from t"); }).number(), tsql::kNoRight);
+    EXPECT_EQ(failureOf([&] { stranger->execute("create table u(a int)"); }).number(), tsql::kNoRight);
+}
+
+TEST_F(BadInput, ADatabaseWithoutTheSuitesTablesAnswersThatTheyAreUnknown) {
+    EXPECT_EQ(failureOf([&] { connection_->open("select * from tblItem"); }).number(), 208);
+}
+
+TEST_F(BadInput, AZeroInAStatementIsRefusedAndStoresNothing) {
+    using namespace std::string_literals;
+    const std::string sql = "insert into t(c) values('a\0b')"s;
+    EXPECT_EQ(failureOf([&] { connection_->execute(sql); }).number(), tsql::kNoText);
+    EXPECT_EQ(failureOf([&] { connection_->open("select * from t where c='a\0b'"s); }).number(), tsql::kNoText);
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "0");
+}
+
+TEST_F(BadInput, BytesThatAreNoTextAreRefusedAndStoreNothing) {
+    for (const char* bytes : {"\xFF", "\xC3", "\xED\xA0\x80", "\xC0\xAF", "\xF4\x90\x80\x80"}) {
+        const std::string sql = "insert into t(c) values('" + std::string(bytes) + "')";
+        EXPECT_EQ(failureOf([&] { connection_->execute(sql); }).number(), tsql::kNoText);
+    }
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "0");
+}
+
+TEST_F(BadInput, TheTableWriterRefusesThemToo) {
+    using namespace std::string_literals;
+    const auto writer = connection_->openTable("t");
+    for (const std::string& text : {"a\0b"s, "\xFF"s}) {
+        writer->addNew();
+        writer->set("c", text);
+        EXPECT_EQ(failureOf([&] { writer->update(); }).number(), tsql::kNoText);
+    }
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "0");
+}
+
+}  // namespace
+}  // namespace orvenmod::store::postgres::test

@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+
+#include <future>
+
+#include "suiteserver.h"
+
+namespace orvenmod::store::postgres::test {
+namespace {
+
+class Locks : public OnTheServer {
+protected:
+    Locks() : first_(connect()), second_(connect(";Busy Timeout=100")) {
+        first_->execute("insert into t(id,n) values(1,0)");
+        first_->execute("insert into t(id,n) values(2,0)");
+    }
+
+    std::unique_ptr<Connection> first_;
+    std::unique_ptr<Connection> second_;
+};
+
+TEST_F(Locks, ThatAreNotHadWithinTheBusyTimeoutAreTold) {
+    first_->beginTrans();
+    first_->execute("update t set n=1 where id=1");
+    const Failure failure = failureOf([&] { second_->execute("update t set n=2 where id=1"); });
+    EXPECT_EQ(failure.number(), 1222);
+    EXPECT_EQ(failure.kind(), FailureKind::busy);
+    EXPECT_EQ(failure.text(), "已超过了锁请求超时时段。");
+    first_->commitTrans();
+    EXPECT_EQ(second_->execute("update t set n=2 where id=1"), 1);
+}
+
+TEST_F(Locks, ThatAreNotHadLeaveATransactionOpen) {
+    first_->beginTrans();
+    first_->execute("update t set n=1 where id=1");
+    second_->beginTrans();
+    second_->execute("update t set n=5 where id=2");
+    EXPECT_EQ(failureOf([&] { second_->execute("update t set n=2 where id=1"); }).number(), 1222);
+    EXPECT_TRUE(second_->inTransaction());
+    second_->commitTrans();
+    first_->rollbackTrans();
+    EXPECT_EQ(value(*first_, "select n from t where id=2"), "5");
+}
+
+TEST_F(Locks, ThatWaitForEachOtherEndOneOfTheTwo) {
+    const auto other = connect();
+    first_->beginTrans();
+    other->beginTrans();
+    first_->execute("update t set n=1 where id=1");
+    other->execute("update t set n=1 where id=2");
+    const auto crossing = [](Connection& connection, const std::string& sql) {
+        const int number = failureOf([&] { connection.execute(sql); }).number();
+        if (number != 0) connection.rollbackTrans();
+        return number;
+    };
+    auto waiting = std::async(std::launch::async, crossing, std::ref(*first_), "update t set n=2 where id=2");
+    const int second = crossing(*other, "update t set n=2 where id=1");
+    const int first = waiting.get();
+    EXPECT_EQ(first + second, 1205);
+    for (Connection* each : {first_.get(), other.get()}) {
+        if (each->inTransaction()) each->commitTrans();
+    }
+    EXPECT_EQ(value(*first_, "select sum(n) from t"), "3");
+}
+
+}  // namespace
+}  // namespace orvenmod::store::postgres::test

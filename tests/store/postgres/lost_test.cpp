@@ -1,0 +1,129 @@
+// A connection that the server or the network ends.
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "store/tsql/failurenumbers.h"
+#include "suiteserver.h"
+
+namespace orvenmod::store::postgres::test {
+namespace {
+
+class LostSession : public OnTheServer {
+protected:
+    LostSession() : connection_(connect()) { connection_->execute("insert into t(id) values(1)"); }
+
+    // Several seconds of work.
+    static constexpr const char* kLong =
+        "select count(*) from t a, t b, t c, t d, t e, t f where a.n+b.n+c.n+d.n+e.n+f.n>5";
+    // Eight hundred thousand rows, the first of which come at once.
+    static constexpr const char* kList = "select a.id,b.c from t a, t b, t c, t d";
+    void fill() { foreignly("INSERT INTO t(id, n) SELECT i, 1 FROM generate_series(1, 30) i"); }
+
+    std::unique_ptr<Connection> connection_;
+};
+
+TEST_F(LostSession, BetweenTwoStatementsIsToldOnceAndReplaced) {
+    terminateSessions();
+    EXPECT_EQ(failureOf([&] { connection_->open("select * from t"); }).number(), tsql::kConnectionLost);
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "1");
+    EXPECT_EQ(connection_->execute("insert into t(id) values(2)"), 1);
+}
+
+TEST_F(LostSession, WithinATransactionLeavesNothingOfIt) {
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(2)");
+    terminateSessions();
+    const Failure failure = failureOf([&] { connection_->execute("insert into t(id) values(3)"); });
+    EXPECT_EQ(failure.number(), tsql::kConnectionLost);
+    EXPECT_EQ(failure.kind(), FailureKind::connection);
+    EXPECT_TRUE(connection_->inTransaction());
+    EXPECT_EQ(failureOf([&] { connection_->execute("insert into t(id) values(4)"); }).number(), tsql::kTransactionLost);
+    EXPECT_EQ(failureOf([&] { connection_->commitTrans(); }).number(), tsql::kTransactionLost);
+    connection_->rollbackTrans();
+    EXPECT_FALSE(connection_->inTransaction());
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "1");
+}
+
+TEST_F(LostSession, BeforeACommitIsTold) {
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(2)");
+    terminateSessions();
+    EXPECT_EQ(failureOf([&] { connection_->commitTrans(); }).number(), tsql::kCommitUnknown);
+    EXPECT_FALSE(connection_->inTransaction());
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "1");
+}
+
+TEST_F(LostSession, BeforeARollbackIsAsGood) {
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(2)");
+    terminateSessions();
+    connection_->rollbackTrans();
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "1");
+}
+
+TEST_F(LostSession, WhileAQueryIsAwaitedIsTold) {
+    fill();
+    connection_->setProgress([this] { terminateSessions(); });
+    EXPECT_EQ(failureOf([&] { connection_->open(kLong); }).number(), tsql::kConnectionLost);
+    connection_->setProgress({});
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "31");
+}
+
+TEST_F(LostSession, WhileAListArrivesIsTold) {
+    fill();
+    connection_->setProgress([this] { terminateSessions(); });
+    EXPECT_EQ(failureOf([&] { connection_->open(kList); }).number(), tsql::kConnectionLost);
+    connection_->setProgress({});
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "31");
+}
+
+TEST_F(LostSession, NamesTheServer) {
+    terminateSessions();
+    const Failure failure = failureOf([&] { connection_->open("select * from t"); });
+    EXPECT_NE(failure.text().find(orvenmod::test::PostgresServer::shared().host()), std::string::npos);
+}
+
+TEST_F(LostSession, IsForgottenWithItsConnection) {
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(2)");
+    terminateSessions();
+    connection_->close();
+    EXPECT_EQ(value(*connect(), "select count(*) from t"), "1");
+}
+
+using Awaiting = LostSession;
+
+TEST_F(Awaiting, LetsWindowsPaint) {
+    fill();
+    int calls = 0;
+    connection_->setProgress([&calls] {
+        if (++calls == 3) throw std::runtime_error("stop");
+    });
+    EXPECT_THROW(connection_->open(kLong), std::runtime_error);
+    EXPECT_EQ(calls, 3);
+    connection_->setProgress({});
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "31");
+}
+
+TEST_F(Awaiting, LetsWindowsPaintWhileAListArrives) {
+    fill();
+    int calls = 0;
+    connection_->setProgress([&calls] { ++calls; });
+    EXPECT_EQ(connection_->open(kList).rowCount(), 31U * 31 * 31 * 31);
+    EXPECT_GE(calls, 2);
+}
+
+TEST_F(Awaiting, IsEndedWithinATransactionThatStaysOpen) {
+    fill();
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(99)");
+    connection_->setProgress([] { throw std::runtime_error("stop"); });
+    EXPECT_THROW(connection_->open(kLong), std::runtime_error);
+    connection_->setProgress({});
+    connection_->commitTrans();
+    EXPECT_EQ(value(*connection_, "select count(*) from t where id=99"), "1");
+}
+
+}  // namespace
+}  // namespace orvenmod::store::postgres::test

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include "suiteserver.h"
+
+namespace orvenmod::store::postgres::test {
+namespace {
+
+// `other` stands for another process: it shares nothing with the first but the database.
+class SchemaChange : public OnTheServer {
+protected:
+    SchemaChange() : connection_(connect()), other_(connect(";application_name=other")) {}
+
+    std::unique_ptr<Connection> connection_;
+    std::unique_ptr<Connection> other_;
+};
+
+TEST_F(SchemaChange, ByTheConnectionItselfIsFollowed) {
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 3);
+    connection_->execute("alter table t add d int");
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 4);
+}
+
+TEST_F(SchemaChange, ByAnotherProcessIsFollowedByAKnownQuery) {
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 3);
+    other_->execute("alter table t add d int");
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 4);
+}
+
+TEST_F(SchemaChange, ByAnotherProcessIsFollowedByAKnownChange) {
+    connection_->execute("insert into t values(1,2,'a')");
+    other_->execute("drop table t");
+    other_->execute("create table t(id int, n varchar(3), c varchar(10))");
+    EXPECT_EQ(connection_->execute("insert into t values(1,2,'a')"), 1);
+    EXPECT_EQ(failureOf([&] { connection_->execute("insert into t values(1,2345,'a')"); }).number(), 0);
+    other_->execute("alter table t add d int");
+    EXPECT_EQ(failureOf([&] { connection_->execute("insert into t values(1,2,'a')"); }).number(), 213);
+}
+
+TEST_F(SchemaChange, ByAnotherProcessIsFollowedAtTheBeginningOfATransaction) {
+    connection_->execute("insert into t values(1,2,'a')");
+    other_->execute("alter table t add d int");
+    connection_->beginTrans();
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 4);
+    connection_->execute("insert into t values(1,2,'a',5)");
+    connection_->commitTrans();
+    EXPECT_EQ(value(*other_, "select count(*) from t"), "2");
+}
+
+TEST_F(SchemaChange, ByAnotherProgramIsSeenByANewStatement) {
+    EXPECT_EQ(failureOf([&] { connection_->open("select * from later"); }).number(), 208);
+    foreignly("CREATE TABLE later(a integer)");
+    EXPECT_EQ(connection_->open("select * from later").columnCount(), 1);
+    foreignly("DROP TABLE later");
+    EXPECT_EQ(failureOf([&] { connection_->open("select * from later"); }).number(), 208);
+}
+
+TEST_F(SchemaChange, ThatTakesAColumnAwayIsSeenHoweverItWasMade) {
+    EXPECT_EQ(connection_->open("select c from t").columnCount(), 1);
+    foreignly("ALTER TABLE t DROP COLUMN c");
+    EXPECT_EQ(failureOf([&] { connection_->open("select c from t"); }).number(), 207);
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 2);
+}
+
+TEST_F(SchemaChange, RolledBackIsForgotten) {
+    connection_->beginTrans();
+    connection_->execute("create table u(a int)");
+    EXPECT_EQ(connection_->open("select * from u").columnCount(), 1);
+    connection_->rollbackTrans();
+    other_->execute("create table u(a int, b int)");
+    EXPECT_EQ(connection_->open("select * from u").columnCount(), 2);
+}
+
+TEST_F(SchemaChange, OfAViewIsFollowed) {
+    connection_->execute("create view v as select id,n from t");
+    EXPECT_EQ(connection_->open("select * from v").columnCount(), 2);
+    other_->execute("drop view v");
+    other_->execute("create view v as select id from t");
+    EXPECT_EQ(connection_->open("select * from v").columnCount(), 1);
+}
+
+TEST_F(SchemaChange, IsFollowedByATableWriter) {
+    const auto writer = connection_->openTable("t");
+    for (int i = 0; i < 2; ++i) {
+        writer->addNew();
+        writer->set("id", std::to_string(i));
+        writer->update();
+        other_->execute("create table x" + std::to_string(i) + "(a int)");
+    }
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "2");
+}
+
+TEST_F(SchemaChange, LeavesATableThatWasMadeByHandReadable) {
+    foreignly("CREATE TABLE hand(a smallint, b numeric(9,2), c text, d timestamp, e double precision, f bytea)");
+    foreignly("INSERT INTO hand VALUES (1, 2.50, 'x', '2026-01-02 03:04:05.5', 1e20, '\\x0aff')");
+    const Recordset rows = connection_->open("select * from hand where c='X '");
+    ASSERT_EQ(rows.rowCount(), 1U);
+    EXPECT_EQ(rows.cell(0, 1), "2.5");
+    EXPECT_EQ(rows.cell(0, 3), "2026-01-02 03:04:05.500");
+    EXPECT_EQ(rows.cell(0, 4), "100000000000000000000");
+    EXPECT_EQ(rows.cell(0, 5), "\x0a\xff");
+}
+
+}  // namespace
+}  // namespace orvenmod::store::postgres::test
