@@ -13,8 +13,10 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "store/failure.h"
+#include "store/outline.h"
 #include "store/recordset.h"
 
 namespace orvenmod::store {
@@ -35,6 +37,38 @@ public:
     virtual void update() = 0;
 };
 
+/// A row that a loader could not store.
+class RowFailure : public Failure {
+public:
+    static constexpr int kUnknown = -1;
+
+    RowFailure(const Failure& failure, std::size_t row, int column = kUnknown)
+        : Failure(failure), row_(row), column_(column) {}
+
+    /// From 0, of the rows that were being added.
+    std::size_t row() const { return row_; }
+    /// From 0; kUnknown where the store can't say.
+    int column() const { return column_; }
+
+private:
+    std::size_t row_;
+    int column_;
+};
+
+/// Adds many rows to one table, as fast as its store can. Lives no longer than its connection stays open.
+class TableLoader {
+public:
+    virtual ~TableLoader() = default;
+
+    /// Stores the rows: each cell in the field that openLoader() named at its place. Throws RowFailure, Failure; what
+    /// of the rows is stored then is open, so that it is called in a transaction, which is to be rolled back.
+    virtual void add(const Recordset& rows) = 0;
+};
+
+/// The most that read() holds in memory at a time: what is reached first. A larger row comes alone.
+inline constexpr std::size_t kRowsPerPart = 4096;
+inline constexpr std::size_t kBytesPerPart = 4UL << 20;
+
 class Connection {
 public:
     virtual ~Connection() = default;
@@ -53,6 +87,18 @@ public:
 
     /// Runs a query and fetches it whole.
     virtual Recordset open(std::string_view sql) = 0;
+
+    /// Takes some rows of a query; at least one row, but for a query that has none.
+    using Part = std::function<void(const Recordset& rows)>;
+    /// Runs a query and hands its rows over part by part, so that a table of any size passes through. `part` must not
+    /// use the connection; what it throws ends the query and goes on to the caller.
+    virtual void read(std::string_view sql, const Part& part) = 0;
+
+    /// What the database holds. Throws Failure where it can't be read whole.
+    virtual Outline outline() = 0;
+
+    /// Opens a table for loading. An identity column that is named takes the values given. Throws Failure 208, 207.
+    virtual std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) = 0;
 
     /// Opens a table for adding. Throws Failure 208 where there is none.
     virtual std::unique_ptr<TableWriter> openTable(std::string_view table) = 0;

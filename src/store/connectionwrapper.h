@@ -14,6 +14,11 @@ public:
 
     std::int64_t execute(std::string_view sql) override { return target_->execute(sql); }
     Recordset open(std::string_view sql) override { return target_->open(sql); }
+    void read(std::string_view sql, const Part& part) override { target_->read(sql, part); }
+    Outline outline() override { return target_->outline(); }
+    std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override {
+        return target_->openLoader(table, fields);
+    }
     std::unique_ptr<TableWriter> openTable(std::string_view table) override { return target_->openTable(table); }
     void beginTrans() override { target_->beginTrans(); }
     void commitTrans() override { target_->commitTrans(); }

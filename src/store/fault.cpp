@@ -38,6 +38,20 @@ private:
     FaultPlan& plan_;
 };
 
+class FaultyLoader : public TableLoader {
+public:
+    FaultyLoader(std::unique_ptr<TableLoader> target, FaultPlan& plan) : target_(std::move(target)), plan_(plan) {}
+
+    void add(const Recordset& rows) override {
+        count(plan_);
+        target_->add(rows);
+    }
+
+private:
+    std::unique_ptr<TableLoader> target_;
+    FaultPlan& plan_;
+};
+
 class FaultyConnection : public ConnectionWrapper {
 public:
     FaultyConnection(std::unique_ptr<Connection> connection, FaultPlan& plan)
@@ -65,6 +79,20 @@ public:
     Recordset open(std::string_view sql) override {
         count(plan_);
         return target().open(sql);
+    }
+    void read(std::string_view sql, const Part& part) override {
+        target().read(sql, [&](const Recordset& rows) {
+            count(plan_);
+            part(rows);
+        });
+    }
+    Outline outline() override {
+        count(plan_);
+        return target().outline();
+    }
+    std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override {
+        count(plan_);
+        return std::make_unique<FaultyLoader>(target().openLoader(table, fields), plan_);
     }
     std::unique_ptr<TableWriter> openTable(std::string_view table) override {
         count(plan_);

@@ -10,7 +10,8 @@
 namespace orvenmod::store {
 
 /// Which operation is to fail, and how many there have been: connect, execute, open, openTable, update of a
-/// table row, begin, commit and rollback each count as one. A failing operation has no effect on the target.
+/// table row, each part of a read, outline, openLoader, each call of a loader, begin, commit and rollback each count as
+/// one. A failing operation has no effect on the target.
 struct FaultPlan {
     int count = 0;
     int failAt = 0;  ///< 1 for the first; 0 for none

@@ -78,6 +78,24 @@ private:
     TraceSink sink_;
 };
 
+class TracingLoader : public TableLoader {
+public:
+    TracingLoader(std::unique_ptr<TableLoader> target, std::string table, const TraceSink& sink)
+        : target_(std::move(target)), table_(std::move(table)), sink_(sink) {}
+
+    void add(const Recordset& rows) override {
+        traced(sink_, "load", table_, [&](TraceRecord& record) {
+            target_->add(rows);
+            record.rows = static_cast<std::int64_t>(rows.rowCount());
+        });
+    }
+
+private:
+    std::unique_ptr<TableLoader> target_;
+    std::string table_;
+    TraceSink sink_;
+};
+
 class TracingConnection : public ConnectionWrapper {
 public:
     TracingConnection(std::unique_ptr<Connection> connection, TraceSink sink)
@@ -115,6 +133,22 @@ public:
             Recordset rows = target().open(sql);
             record.rows = static_cast<std::int64_t>(rows.rowCount());
             return rows;
+        });
+    }
+    void read(std::string_view sql, const Part& part) override {
+        traced(sink_, "read", sql, [&](TraceRecord& record) {
+            target().read(sql, [&](const Recordset& rows) {
+                record.rows += static_cast<std::int64_t>(rows.rowCount());
+                part(rows);
+            });
+        });
+    }
+    Outline outline() override {
+        return traced(sink_, "outline", "", [&](TraceRecord&) { return target().outline(); });
+    }
+    std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override {
+        return traced(sink_, "openLoader", table, [&](TraceRecord&) -> std::unique_ptr<TableLoader> {
+            return std::make_unique<TracingLoader>(target().openLoader(table, fields), std::string(table), sink_);
         });
     }
     std::unique_ptr<TableWriter> openTable(std::string_view table) override {

@@ -12,9 +12,10 @@ namespace orvenmod::store {
 
 /// One operation: what was asked, and how it ended.
 struct TraceRecord {
-    std::string
-        operation;    ///< "connect", "execute", "open", "openTable", "addRow", "begin", "commit", "rollback", "close"
-    std::string sql;  ///< the statement to the blank; the table's name for openTable and addRow
+    /// "connect", "execute", "open", "openTable", "addRow", "read", "outline", "openLoader", "load", "begin", "commit",
+    /// "rollback", "close"
+    std::string operation;
+    std::string sql;        ///< the statement to the blank; the table's name for openTable, addRow, openLoader and load
     std::int64_t rows = 0;  ///< rows fetched or touched
     double milliseconds = 0;
     bool failed = false;

@@ -22,6 +22,7 @@ const std::map<std::string, std::set<std::string>>& arrows() {
         {"src/store/server", {"src/store", "src/store/tsql"}},
         {"src/store/odbc", {"src/store", "src/store/tsql", "src/store/server"}},
         {"src/store/postgres", {"src/store", "src/store/tsql", "src/store/server"}},
+        {"src/store/copy", {"src/store", "src/store/tsql"}},
         {"src/platform", {}},
         {"src/platform/model", {"src/platform"}},
         {"src/platform/report", {"src/platform"}},
@@ -40,7 +41,7 @@ const std::map<std::string, std::set<std::string>>& arrows() {
          {"include/orvenmod", "src/browser", "src/dictionary", "src/designer", "src/frame", "src/store",
           "src/store/tsql", "src/store/sqlite", "src/store/odbc", "src/store/postgres", "src/platform",
           "src/platform/desktop", "src/platform/sheet", "src/platform/qt"}},
-        {"src/tools", {"src/entry", "src/store"}},
+        {"src/tools", {"src/entry", "src/store", "src/store/copy"}},
     };
     return kArrows;
 }

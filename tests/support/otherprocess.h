@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 
 namespace orvenmod::test {
@@ -42,6 +43,11 @@ public:
     void await() {
         char letter = 0;
         EXPECT_EQ(::read(child_ == 0 ? toChild_[0] : toParent_[0], &letter, 1), 1);
+    }
+    /// Ends it as a loss of power would.
+    void kill() {
+        ::kill(child_, SIGKILL);
+        result();
     }
     int result() {
         int status = 0;

@@ -235,7 +235,6 @@ std::string PostgresServer::log() const {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-ServerDatabase::ServerDatabase() : name_(PostgresServer::shared().makeDatabase()) {}
 ServerDatabase::~ServerDatabase() { PostgresServer::shared().dropDatabase(name_); }
 
 std::string ServerDatabase::connectionString() const { return connectionStringFor(PostgresServer::shared(), name_); }

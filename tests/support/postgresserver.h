@@ -80,7 +80,10 @@ private:
 /// A database of a test's own on the shared server, dropped at its end.
 class ServerDatabase {
 public:
-    ServerDatabase();
+    ServerDatabase() : ServerDatabase("", {}) {}
+    /// A copy, see makeDatabaseLike().
+    ServerDatabase(const std::string& key, const std::function<void(const std::string& database)>& make)
+        : name_(PostgresServer::shared().makeDatabaseLike(key, make)) {}
     ~ServerDatabase();
     ServerDatabase(const ServerDatabase&) = delete;
     ServerDatabase& operator=(const ServerDatabase&) = delete;

@@ -4,6 +4,8 @@
 
 #include "store/connectionstring.h"
 #include "store/odbc/odbcfetch.h"
+#include "store/odbc/odbcoutline.h"
+#include "store/odbc/odbctableloader.h"
 #include "store/odbc/odbctablewriter.h"
 #include "store/odbc/serverstring.h"
 #include "store/tsql/utf8.h"
@@ -61,13 +63,30 @@ std::int64_t OdbcConnection::execute(std::string_view sql) {
     return touched < 0 ? 0 : touched;
 }
 
+/// The count of its columns.
+SQLSMALLINT OdbcConnection::runQuery(const OdbcHandle& statement, std::string_view sql) {
+    run(statement, sql);
+    SQLSMALLINT columns = 0;
+    statement.check(SQLNumResultCols(statement.get(), &columns));
+    if (columns == 0) throw failure(tsql::kNoRows);
+    return columns;
+}
+
 Recordset OdbcConnection::open(std::string_view sql) {
     const OdbcHandle handle = statement();
-    run(handle, sql);
-    SQLSMALLINT columns = 0;
-    handle.check(SQLNumResultCols(handle.get(), &columns));
-    if (columns == 0) throw failure(tsql::kNoRows);
-    return fetchRows(handle, columns, progress_);
+    return fetchRows(handle, runQuery(handle, sql), progress_);
+}
+
+void OdbcConnection::read(std::string_view sql, const Part& part) {
+    const OdbcHandle handle = statement();
+    fetchParts(handle, runQuery(handle, sql), progress_, part);
+}
+
+Outline OdbcConnection::outline() { return outlineOf(*this); }
+
+std::unique_ptr<TableLoader> OdbcConnection::openLoader(std::string_view table,
+                                                        const std::vector<std::string>& fields) {
+    return std::make_unique<OdbcTableLoader>(*this, table, fields);
 }
 
 std::unique_ptr<TableWriter> OdbcConnection::openTable(std::string_view table) {

@@ -19,6 +19,9 @@ public:
 
     std::int64_t execute(std::string_view sql) override;
     Recordset open(std::string_view sql) override;
+    void read(std::string_view sql, const Part& part) override;
+    Outline outline() override;
+    std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override;
     std::unique_ptr<TableWriter> openTable(std::string_view table) override;
     void beginTrans() override;
     void commitTrans() override;
@@ -35,6 +38,7 @@ public:
 
 private:
     void run(const OdbcHandle& statement, std::string_view sql);
+    SQLSMALLINT runQuery(const OdbcHandle& statement, std::string_view sql);
     void endTransaction(SQLSMALLINT completion, int number);
     void setAutocommit(SQLULEN mode);
 

@@ -44,7 +44,8 @@ public:
     Fetch(const OdbcHandle& statement, SQLSMALLINT columns)
         : statement_(statement), rows_(describe(statement, columns)) {}
 
-    Recordset run(const std::function<void()>& progress) {
+    /// The rows, but for those that `part`, where there is one, was given.
+    Recordset run(const std::function<void()>& progress, const Connection::Part& part = nullptr) {
         auto last = Clock::now();
         for (;;) {
             const SQLRETURN result = SQLFetch(statement_.get());
@@ -53,6 +54,10 @@ public:
             for (int i = 0; i < rows_.columnCount(); ++i)
                 addCell(static_cast<SQLUSMALLINT>(i + 1), type(i));
             rows_.endRow();
+            if (part && (rows_.rowCount() >= kRowsPerPart || rows_.memory() >= kBytesPerPart)) {
+                part(rows_);
+                rows_ = Recordset(rows_.columns());
+            }
             if (progress && Clock::now() - last >= kProgressEvery) {
                 progress();
                 last = Clock::now();
@@ -161,6 +166,12 @@ std::string plainDecimal(const std::string& text) {
 
 Recordset fetchRows(const OdbcHandle& statement, SQLSMALLINT columns, const std::function<void()>& progress) {
     return Fetch(statement, columns).run(progress);
+}
+
+void fetchParts(const OdbcHandle& statement, SQLSMALLINT columns, const std::function<void()>& progress,
+                const Connection::Part& part) {
+    const Recordset last = Fetch(statement, columns).run(progress, part);
+    if (last.rowCount() > 0) part(last);
 }
 
 }  // namespace orvenmod::store::odbc

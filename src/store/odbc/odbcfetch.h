@@ -3,13 +3,17 @@
 
 #include <functional>
 
+#include "store/connection.h"
 #include "store/odbc/odbchandle.h"
-#include "store/recordset.h"
 
 namespace orvenmod::store::odbc {
 
 /// Throws Failure.
 Recordset fetchRows(const OdbcHandle& statement, SQLSMALLINT columns, const std::function<void()>& progress);
+
+/// Likewise, but hands the rows over part by part.
+void fetchParts(const OdbcHandle& statement, SQLSMALLINT columns, const std::function<void()>& progress,
+                const Connection::Part& part);
 
 /// "12.5000" as "12.5", ".5" as "0.5": a decimal without zeros at its end.
 std::string plainDecimal(const std::string& text);

@@ -27,7 +27,8 @@ constexpr const char* kKey =
 enum KeyField { declaredKey, nativeKey, kindOfKey, keyColumn, keyExpression };
 
 constexpr const char* kCheck =
-    "SELECT coalesce(obj_description(oid, 'pg_constraint'), conname) FROM pg_constraint WHERE conname = $1 AND "
+    "SELECT coalesce(nullif(split_part(obj_description(oid, 'pg_constraint'), E'\\n', 1), ''), conname) FROM "
+    "pg_constraint WHERE conname = $1 AND "
     "conrelid = to_regclass(quote_ident($2))";
 
 struct Key {

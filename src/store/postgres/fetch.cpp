@@ -91,23 +91,30 @@ AddCell adderFor(const Type& type) {
 
 }  // namespace
 
+RowReader::RowReader(const std::vector<tsql::ResultColumn>& columns) {
+    for (const tsql::ResultColumn& column : columns)
+        add_.push_back(adderFor(column.type));
+}
+
+void RowReader::add(Recordset& rows, const PGresult* result, int row) const {
+    for (std::size_t i = 0; i < add_.size(); ++i) {
+        const int column = static_cast<int>(i);
+        if (PQgetisnull(result, row, column) != 0) {
+            rows.addNull();
+        } else {
+            add_[i](rows, textOf(result, row, column));
+        }
+    }
+    rows.endRow();
+}
+
 Recordset fetchRows(const PGresult* result, const std::vector<tsql::ResultColumn>& columns,
                     server::Progress& progress) {
     Recordset rows = tsql::emptyRecordset(columns);
-    std::vector<AddCell> add;
-    for (const tsql::ResultColumn& column : columns)
-        add.push_back(adderFor(column.type));
+    const RowReader reader(columns);
     const int count = PQntuples(result);
-    const int width = static_cast<int>(columns.size());
     for (int row = 0; row < count; ++row) {
-        for (int i = 0; i < width; ++i) {
-            if (PQgetisnull(result, row, i) != 0) {
-                rows.addNull();
-            } else {
-                add[static_cast<std::size_t>(i)](rows, textOf(result, row, i));
-            }
-        }
-        rows.endRow();
+        reader.add(rows, result, row);
         if (row % kRowsPerClockCheck == 0) progress.report();
     }
     return rows;

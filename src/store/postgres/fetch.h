@@ -3,6 +3,7 @@
 
 #include <libpq-fe.h>
 
+#include <string_view>
 #include <vector>
 
 #include "store/recordset.h"
@@ -10,6 +11,19 @@
 #include "store/tsql/translation.h"
 
 namespace orvenmod::store::postgres {
+
+/// Puts the rows of a result into a recordset, one by one.
+class RowReader {
+public:
+    explicit RowReader(const std::vector<tsql::ResultColumn>& columns);
+
+    void add(Recordset& rows, const PGresult* result, int row) const;
+
+private:
+    using AddCell = void (*)(Recordset&, std::string_view);
+
+    std::vector<AddCell> add_;
+};
 
 /// What the progress throws passes on.
 Recordset fetchRows(const PGresult* result, const std::vector<tsql::ResultColumn>& columns, server::Progress& progress);

@@ -84,6 +84,7 @@ tsql::Type nativeColumnType(std::string_view native) {
 // "fNumber varchar(30)" of a column fnumber. A name may hold blanks, so that the first split with a type behind it
 // counts.
 bool readDeclaration(std::string_view comment, std::string_view native, tsql::ColumnInfo& column) {
+    comment = comment.substr(0, comment.find(tsql::kCommentBreak));
     for (auto blank = comment.find(' '); blank != std::string_view::npos; blank = comment.find(' ', blank + 1)) {
         const std::string_view name = comment.substr(0, blank);
         const std::string_view declared = comment.substr(blank + 1);
@@ -127,7 +128,7 @@ std::string keptIndex(const std::string& table, std::string_view native, std::st
 }
 
 bool isViewText(std::string_view comment) {
-    const std::string start = folded(comment.substr(0, 7));
+    const std::string start = folded(tsql::trimmed(comment).substr(0, 7));
     return start == "create " || start.starts_with("alter ");
 }
 

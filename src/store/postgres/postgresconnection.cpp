@@ -1,15 +1,19 @@
 #include "store/postgres/postgresconnection.h"
 
 #include <charconv>
+#include <optional>
 #include <utility>
 
 #include "store/postgres/constraints.h"
 #include "store/postgres/failures.h"
 #include "store/postgres/fetch.h"
 #include "store/postgres/handlepool.h"
+#include "store/postgres/postgresoutline.h"
+#include "store/postgres/postgrestableloader.h"
 #include "store/postgres/postgrestablewriter.h"
 #include "store/tsql/error.h"
 #include "store/tsql/literals.h"
+#include "store/tsql/resultcolumns.h"
 #include "store/tsql/utf8.h"
 
 namespace orvenmod::store::postgres {
@@ -24,6 +28,15 @@ constexpr int kMostTranslations = 10;
 bool isDrop(std::string_view sql) {
     const std::size_t first = std::min(sql.find_first_not_of(" \t\r\n"), sql.size());
     return tsql::lowerText(sql.substr(first, 4)) == "drop";
+}
+
+/// Of "COPY tblitem, line 3, column fnumber: ..." fnumber; empty where it tells none.
+std::string columnOfContext(const std::string& context) {
+    constexpr std::string_view kColumn = ", column ";
+    const std::size_t start = context.find(kColumn);
+    if (start == std::string::npos) return {};
+    const std::size_t name = start + kColumn.size();
+    return context.substr(name, context.find(':', name) - name);
 }
 
 }  // namespace
@@ -84,10 +97,10 @@ void PostgresConnection::endUnit() {
 }
 
 // Sends what has been queued. What fails is undone; the failure comes back with the answer.
-Answer PostgresConnection::sendUnit(Effect effect) {
+Answer PostgresConnection::sendUnit(Effect effect, const Session::Stream* stream) {
     Answer answer;
     try {
-        answer = session_->send();
+        answer = session_->send(stream);
     } catch (const LostConnection& lost) {
         failForLoss(lost, effect == Effect::changes && transaction_ == Transaction::none);
     } catch (...) {
@@ -120,14 +133,16 @@ bool PostgresConnection::isOvertaken(const Answer& answer, std::optional<std::si
 }
 
 // Runs a statement, and again from its translation on when the schema has overtaken it.
-Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry) {
+Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry,
+                               const std::function<void(const PGresult* row)>& row) {
     for (int attempt = 1;;) {
         const Parameters parameters(entry->translation, shape_);
         const auto lookAt = startUnit(Look::atTheSchema);
         const std::size_t at = queueStatement(*entry, parameters);
         endUnit();
         const bool changes = entry->translation.kind == StatementKind::change;
-        Answer answer = sendUnit(changes ? Effect::changes : Effect::reads);
+        const Session::Stream stream{at, row};
+        Answer answer = sendUnit(changes ? Effect::changes : Effect::reads, row ? &stream : nullptr);
         if (answer.failure() == nullptr) {
             looked_ = true;
             return std::move(answer.results[at]);
@@ -186,14 +201,51 @@ std::int64_t PostgresConnection::execute(std::string_view sql) {
     });
 }
 
+CachedStatement* PostgresConnection::preparedQuery(std::string_view sql) {
+    session();
+    CachedStatement& entry = prepared(sql);
+    if (entry.translation.kind != StatementKind::query) throw tsql::Error(tsql::kNoRows);
+    return &entry;
+}
+
 Recordset PostgresConnection::open(std::string_view sql) {
     return worded([&] {
-        session();
-        CachedStatement* entry = &prepared(sql);
-        if (entry->translation.kind != StatementKind::query) throw tsql::Error(tsql::kNoRows);
+        CachedStatement* entry = preparedQuery(sql);
         const Result result = run(sql, entry);
         // The entry may have been translated again under another address.
         return fetchRows(result.get(), session_->prepare(sql, shape_).translation.columns, session_->progress());
+    });
+}
+
+void PostgresConnection::read(std::string_view sql, const Part& part) {
+    worded([&] {
+        CachedStatement* entry = preparedQuery(sql);
+        std::optional<RowReader> reader;
+        Recordset rows;
+        run(sql, entry, [&](const PGresult* row) {
+            const auto& columns = entry->translation.columns;
+            if (!reader) {
+                reader.emplace(columns);
+                rows = tsql::emptyRecordset(columns);
+            }
+            reader->add(rows, row, 0);
+            if (rows.rowCount() < kRowsPerPart && rows.memory() < kBytesPerPart) return;
+            part(rows);
+            rows = tsql::emptyRecordset(columns);
+        });
+        if (rows.rowCount() > 0) part(rows);
+    });
+}
+
+Outline PostgresConnection::outline() {
+    return worded([this] { return outlineOf(session()); });
+}
+
+std::unique_ptr<TableLoader> PostgresConnection::openLoader(std::string_view table,
+                                                            const std::vector<std::string>& fields) {
+    return worded([&]() -> std::unique_ptr<TableLoader> {
+        session();
+        return std::make_unique<PostgresTableLoader>(*this, table, fields);
     });
 }
 
@@ -232,6 +284,56 @@ void PostgresConnection::storeRow(Prepared& statement, const std::string& text, 
     endUnit();
     const Answer answer = sendUnit(Effect::changes);
     if (const PGresult* failure = answer.failure()) failChange("insert", failure, values);
+}
+
+void PostgresConnection::loadRows(const std::string& command, std::string_view rows,
+                                  const std::function<Loaded(std::size_t row, const std::string& column)>& loaded) {
+    worded([&] {
+        session();
+        startUnit(Look::none);
+        if (const Answer answer = sendUnit(Effect::reads); answer.failure() != nullptr)
+            throw reported(answer.failure(), session_->address());
+        const Result result = [&] {
+            try {
+                return session_->copyIn(command, rows);
+            } catch (const LostConnection&) {
+                throw;
+            } catch (...) {
+                undoUnit();
+                throw;
+            }
+        }();
+        if (isFailure(result.get())) {
+            undoUnit();
+            failLoad(result.get(), loaded);
+        }
+        endUnit();
+        sendUnit(Effect::reads);
+    });
+}
+
+// The server tells the line: "COPY tblitem, line 3, column fnumber: ...".
+void PostgresConnection::failLoad(const PGresult* failure,
+                                  const std::function<Loaded(std::size_t row, const std::string& column)>& loaded) {
+    const std::string context = field(failure, PG_DIAG_CONTEXT);
+    constexpr std::string_view kLine = ", line ";
+    const std::size_t at = context.find(kLine);
+    if (at == std::string::npos) throw reported(failure, session_->address());
+    std::size_t line = 1;
+    std::from_chars(context.data() + at + kLine.size(), context.data() + context.size(), line);
+    int column = RowFailure::kUnknown;
+    int asked = 0;
+    const auto valueOf = [&](const std::string& name) {
+        const Loaded cell = loaded(line - 1, name);
+        column = ++asked == 1 ? cell.column : RowFailure::kUnknown;
+        return cell.value;
+    };
+    try {
+        failChange("insert", failure, valueOf);
+    } catch (const Failure& worded) {
+        if (asked == 0) valueOf(columnOfContext(context));
+        throw RowFailure(worded, line - 1, column);
+    }
 }
 
 std::unique_ptr<TableWriter> PostgresConnection::openTable(std::string_view table) {

@@ -33,6 +33,9 @@ public:
     using Connection::executeAll;
     void executeAll(std::span<const std::string> statements, const Done& done) override;
     Recordset open(std::string_view sql) override;
+    void read(std::string_view sql, const Part& part) override;
+    Outline outline() override;
+    std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override;
     std::unique_ptr<TableWriter> openTable(std::string_view table) override;
     void beginTrans() override;
     void commitTrans() override;
@@ -41,7 +44,7 @@ public:
     void setProgress(std::function<void()> progress) override;
     void close() noexcept override;
 
-    // For the table writer.
+    // For the table writer and the loader.
 
     /// The session. Throws Failure where the connection is closed or its transaction is lost; outside a transaction a
     /// session that the server has ended is replaced.
@@ -51,6 +54,14 @@ public:
     using Values = std::function<std::string(const std::string& column)>;
     /// Stores one row. Throws Failure, tsql::Error.
     void storeRow(Prepared& statement, const std::string& text, const Parameters& parameters, const Values& values);
+    struct Loaded {
+        int column = RowFailure::kUnknown;
+        std::string value = "NULL";
+    };
+    /// Copies rows in the server's own form into a table; `loaded` tells of a cell for a message. Throws RowFailure,
+    /// Failure.
+    void loadRows(const std::string& command, std::string_view rows,
+                  const std::function<Loaded(std::size_t row, const std::string& column)>& loaded);
     /// Words what `work` throws.
     template <typename Work>
     auto worded(Work work);
@@ -63,18 +74,22 @@ private:
     class Flight;
 
     CachedStatement& prepared(std::string_view sql);
-    Result run(std::string_view sql, CachedStatement*& entry);
+    CachedStatement* preparedQuery(std::string_view sql);
+    Result run(std::string_view sql, CachedStatement*& entry,
+               const std::function<void(const PGresult* row)>& stream = nullptr);
     void runDefinition(std::string_view sql, CachedStatement* entry);
     void definitionMade(std::string_view sql, const std::string& object, const PGresult* before);
     std::optional<std::size_t> startUnit(Look look);
     std::size_t queueStatement(CachedStatement& entry, const Parameters& parameters);
     void endUnit();
-    Answer sendUnit(Effect effect);
+    Answer sendUnit(Effect effect, const Session::Stream* stream = nullptr);
     void undoUnit();
     bool isOvertaken(const Answer& answer, std::optional<std::size_t> lookAt, int& attempt) const;
     static std::int64_t touched(PGresult* result);
     [[noreturn]] void failStatement(std::string_view sql, const CachedStatement& entry, const PGresult* failure);
     [[noreturn]] void failChange(std::string_view sql, const PGresult* failure, const Values& values);
+    [[noreturn]] void failLoad(const PGresult* failure,
+                               const std::function<Loaded(std::size_t row, const std::string& column)>& loaded);
     [[noreturn]] void failForLoss(const LostConnection& lost, bool mayBeStored);
 
     std::string connectionString_;

@@ -166,7 +166,7 @@ std::size_t Session::queueRun(Prepared& statement, const std::string& text, cons
     return queued_.size() - 1;
 }
 
-Answer Session::send() {
+Answer Session::send(const Stream* stream) {
     const std::size_t asked = queued_.size();
     for (const std::string& name : std::exchange(*gone_, {})) {
         PQsendQueryParams(connection_.get(), ("DEALLOCATE " + name).c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0);
@@ -176,7 +176,7 @@ Answer Session::send() {
     unsent_ = true;
     progress_.start();
     try {
-        Answer answer = receive();
+        Answer answer = receive(stream);
         if (answer.results.size() > asked) answer.results.resize(asked);
         return answer;
     } catch (const LostConnection&) {
@@ -190,18 +190,27 @@ Answer Session::send() {
 
 // Each that was queued gives its result and a null, the end of all a result of its own. What the server didn't come to,
 // behind a failure, is none of the answer.
-Answer Session::receive() {
+Answer Session::receive(const Stream* stream) {
     Answer answer;
     std::size_t at = 0;
+    bool begins = true;
     for (;;) {
+        // The library takes it only before anything of the query has come.
+        if (std::exchange(begins, false) && stream != nullptr && at == stream->at)
+            PQsetSingleRowMode(connection_.get());
         awaitResult();
         Result result(PQgetResult(connection_.get()));
         if (!result) {
             if (PQstatus(connection_.get()) == CONNECTION_BAD) lose();
             ++at;
+            begins = true;
             continue;
         }
         const ExecStatusType status = PQresultStatus(result.get());
+        if (status == PGRES_SINGLE_TUPLE) {
+            if (stream != nullptr) stream->row(result.get());
+            continue;
+        }
         if (status == PGRES_PIPELINE_SYNC) break;
         if (status == PGRES_PIPELINE_ABORTED || answer.failure() != nullptr) continue;
         if (status == PGRES_COMMAND_OK && at < queued_.size() && queued_[at].preparing != nullptr)
@@ -231,6 +240,81 @@ bool Session::flush() {
     return unsent_;
 }
 
+Result Session::copyIn(const std::string& command, std::string_view rows) {
+    progress_.start();
+    PQexitPipelineMode(connection_.get());  // rows don't pass through one
+    try {
+        Result result = sendRows(command, rows);
+        PQenterPipelineMode(connection_.get());
+        return result;
+    } catch (const LostConnection&) {
+        throw;
+    } catch (...) {
+        PQputCopyEnd(connection_.get(), "cancelled");
+        server::Progress silent;
+        std::swap(silent, progress_);
+        unsent_ = true;
+        lastResult();
+        std::swap(silent, progress_);
+        PQenterPipelineMode(connection_.get());
+        throw;
+    }
+}
+
+// Again while the library has no room.
+template <typename Put>
+void Session::put(Put put) {
+    for (;;) {
+        const int taken = put();
+        if (taken < 0) lose();
+        if (taken > 0) return;
+        awaitRoom();
+    }
+}
+
+Result Session::sendRows(const std::string& command, std::string_view rows) {
+    constexpr std::size_t kPiece = 64UL << 10;
+    if (PQsendQuery(connection_.get(), command.c_str()) == 0) lose();
+    unsent_ = true;
+    awaitResult();
+    Result start(PQgetResult(connection_.get()));
+    if (PQresultStatus(start.get()) != PGRES_COPY_IN) {
+        lastResult();
+        return start;
+    }
+    for (; !rows.empty(); rows.remove_prefix(std::min(kPiece, rows.size()))) {
+        const int size = static_cast<int>(std::min(kPiece, rows.size()));
+        put([&] { return PQputCopyData(connection_.get(), rows.data(), size); });
+        awaitRoom();
+    }
+    put([&] { return PQputCopyEnd(connection_.get(), nullptr); });
+    unsent_ = true;
+    return lastResult();
+}
+
+// The result before the end of all; of several the failure.
+Result Session::lastResult() {
+    Result last;
+    for (;;) {
+        awaitResult();
+        Result result(PQgetResult(connection_.get()));
+        if (!result) break;
+        if (!last || !isFailure(last.get())) last = std::move(result);
+    }
+    if (PQstatus(connection_.get()) == CONNECTION_BAD) lose();
+    return last;
+}
+
+// Until the server has taken what the library holds, so that this doesn't grow.
+void Session::awaitRoom() {
+    unsent_ = true;
+    while (flush()) {
+        server::awaitSocket(PQsocket(connection_.get()), server::Awaited::either, progress_);
+        if (PQconsumeInput(connection_.get()) == 0) lose();
+    }
+    progress_.report();
+}
+
 void Session::interrupt() noexcept {
     const std::unique_ptr<PGcancel, decltype(&PQfreeCancel)> cancel(PQgetCancel(connection_.get()), &PQfreeCancel);
     std::array<char, 256> reason{};
@@ -238,7 +322,7 @@ void Session::interrupt() noexcept {
     server::Progress silent;
     std::swap(silent, progress_);
     try {
-        receive();
+        receive(nullptr);
     } catch (const LostConnection&) {
         // What comes next finds that out.
         queued_.clear();

@@ -10,6 +10,7 @@
 //   send()
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -93,8 +94,18 @@ public:
     /// How many have been queued since the last send().
     std::size_t queued() const { return queued_.size(); }
 
-    /// Throws LostConnection, and what the progress throws; the server has then been told to stop.
-    Answer send();
+    /// One of the queued whose rows are handed over while they arrive, one a result, instead of with the answer.
+    struct Stream {
+        std::size_t at = 0;
+        std::function<void(const PGresult* row)> row;
+    };
+
+    /// Throws LostConnection, and what the progress or the stream throws; the server has then been told to stop.
+    Answer send(const Stream* stream = nullptr);
+
+    /// Runs a COPY from the client; the rows are in its text form. Its result, or its failure, which leaves a
+    /// transaction that only can be rolled back. Throws LostConnection, and what the progress throws.
+    Result copyIn(const std::string& command, std::string_view rows);
 
     /// The translation and prepared statement of a shape; from the cache, or made and kept where it can be.
     /// Throws tsql::Error, LostConnection.
@@ -121,8 +132,13 @@ private:
     [[noreturn]] void failToConnect(double seconds) const;
     void checkServer() const;
     void setUp();
-    Answer receive();
+    Answer receive(const Stream* stream);
     void awaitResult();
+    Result sendRows(const std::string& command, std::string_view rows);
+    Result lastResult();
+    template <typename Put>
+    void put(Put put);
+    void awaitRoom();
     void interrupt() noexcept;
     bool flush();
     [[noreturn]] void lose() const;

@@ -118,6 +118,13 @@ Statement Database::prepareNative(const std::string& text) {
     return Statement(statement);
 }
 
+Statement Database::prepareLasting(const std::string& text) {
+    sqlite3_stmt* statement = nullptr;
+    const int code = sqlite3_prepare_v2(handle_, text.c_str(), static_cast<int>(text.size()) + 1, &statement, nullptr);
+    if (code != SQLITE_OK) fail(code);
+    return Statement(statement);
+}
+
 sqlite3_stmt* Database::nativeStatement(const char* text) {
     const auto known = std::find_if(natives_.begin(), natives_.end(), [&](const auto& n) { return n.first == text; });
     if (known != natives_.end()) return known->second.get();

@@ -49,6 +49,9 @@ public:
     /// but fails with SQLITE_SCHEMA, so that it is translated anew. Throws Failure.
     Statement prepareNative(const std::string& text);
 
+    /// Likewise one that follows changes of the schema by itself, since nothing but its own text says what it does.
+    Statement prepareLasting(const std::string& text);
+
     /// Runs a statement without rows and parameters ("BEGIN IMMEDIATE"), prepared once. Throws Failure.
     void run(const char* text);
     /// Likewise, but ignores a failure.

@@ -15,6 +15,7 @@
 #include "store/tsql/dates.h"
 #include "store/tsql/decimal.h"
 #include "store/tsql/error.h"
+#include "store/tsql/resultcolumns.h"
 
 namespace orvenmod::store::sqlite {
 
@@ -100,15 +101,35 @@ void addCell(Recordset& rows, sqlite3_value* value, const Type& type) {
 
 }  // namespace
 
-int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
+namespace {
+
+void addRow(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
     const int count = static_cast<int>(columns.size());
+    for (int i = 0; i < count; ++i) {
+        addCell(rows, sqlite3_column_value(statement, i), columns[static_cast<std::size_t>(i)].type);
+    }
+    rows.endRow();
+}
+
+}  // namespace
+
+int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
+    int code = sqlite3_step(statement);
+    for (; code == SQLITE_ROW; code = sqlite3_step(statement))
+        addRow(statement, columns, rows);
+    return code;
+}
+
+int fetchParts(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, const Connection::Part& part) {
+    Recordset rows = tsql::emptyRecordset(columns);
     int code = sqlite3_step(statement);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
-        for (int i = 0; i < count; ++i) {
-            addCell(rows, sqlite3_column_value(statement, i), columns[static_cast<std::size_t>(i)].type);
-        }
-        rows.endRow();
+        addRow(statement, columns, rows);
+        if (rows.rowCount() < kRowsPerPart && rows.memory() < kBytesPerPart) continue;
+        part(rows);
+        rows = tsql::emptyRecordset(columns);
     }
+    if (code == SQLITE_DONE && rows.rowCount() > 0) part(rows);
     return code;
 }
 

@@ -5,12 +5,15 @@
 
 #include <vector>
 
-#include "store/recordset.h"
+#include "store/connection.h"
 #include "store/tsql/translation.h"
 
 namespace orvenmod::store::sqlite {
 
 /// Steps the statement to its end and adds every row. The last result code: SQLITE_DONE, or what it failed with.
 int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows);
+
+/// Likewise, but hands the rows over part by part; what `part` throws goes on.
+int fetchParts(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, const Connection::Part& part);
 
 }  // namespace orvenmod::store::sqlite

@@ -6,6 +6,8 @@
 #include "store/sqlite/fetch.h"
 #include "store/sqlite/handlepool.h"
 #include "store/sqlite/sqlitefailure.h"
+#include "store/sqlite/sqliteoutline.h"
+#include "store/sqlite/sqlitetableloader.h"
 #include "store/sqlite/sqlitetablewriter.h"
 #include "store/tsql/literals.h"
 #include "store/tsql/resultcolumns.h"
@@ -113,17 +115,43 @@ std::int64_t SqliteConnection::execute(std::string_view sql) {
     });
 }
 
-Recordset SqliteConnection::open(std::string_view sql) {
-    return worded([&] {
+template <typename Step>
+void SqliteConnection::runQuery(std::string_view sql, Step step) {
+    worded([&] {
         shape_.scan(sql);
         CachedStatement& entry = database_->prepare(sql, shape_);
         if (entry.translation.kind != StatementKind::query) throw tsql::Error(tsql::kNoRows);
-        Recordset rows;
-        run(sql, &entry, [&rows](sqlite3_stmt* statement, const tsql::Translation& translation) {
-            rows = tsql::emptyRecordset(translation.columns);
-            return fetchRows(statement, translation.columns, rows);
-        });
-        return rows;
+        run(sql, &entry, step);
+    });
+}
+
+Recordset SqliteConnection::open(std::string_view sql) {
+    Recordset rows;
+    runQuery(sql, [&rows](sqlite3_stmt* statement, const tsql::Translation& translation) {
+        rows = tsql::emptyRecordset(translation.columns);
+        return fetchRows(statement, translation.columns, rows);
+    });
+    return rows;
+}
+
+void SqliteConnection::read(std::string_view sql, const Part& part) {
+    runQuery(sql, [&part](sqlite3_stmt* statement, const tsql::Translation& translation) {
+        return fetchParts(statement, translation.columns, part);
+    });
+}
+
+Outline SqliteConnection::outline() {
+    return worded([this] {
+        database_->catalog().refresh();
+        return outlineOf(*database_);
+    });
+}
+
+std::unique_ptr<TableLoader> SqliteConnection::openLoader(std::string_view table,
+                                                          const std::vector<std::string>& fields) {
+    return worded([&]() -> std::unique_ptr<TableLoader> {
+        database_->catalog().refresh();
+        return std::make_unique<SqliteTableLoader>(*this, table, fields);
     });
 }
 

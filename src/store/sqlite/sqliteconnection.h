@@ -21,6 +21,9 @@ public:
 
     std::int64_t execute(std::string_view sql) override;
     Recordset open(std::string_view sql) override;
+    void read(std::string_view sql, const Part& part) override;
+    Outline outline() override;
+    std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override;
     std::unique_ptr<TableWriter> openTable(std::string_view table) override;
     void beginTrans() override;
     void commitTrans() override;
@@ -29,7 +32,7 @@ public:
     void setProgress(std::function<void()> progress) override;
     void close() noexcept override;
 
-    // For the table writer.
+    // For the table writer and the loader.
 
     /// The open database. Throws Failure where the connection is closed or its transaction is lost.
     Database& database();
@@ -46,6 +49,8 @@ private:
 
     template <typename Work>
     auto worded(Work work);
+    template <typename Step>
+    void runQuery(std::string_view sql, Step step);
     template <typename Step>
     void run(std::string_view sql, CachedStatement* entry, Step step);
     std::int64_t runChange(std::string_view sql, CachedStatement& entry);

@@ -2,8 +2,10 @@
 #include "store/sqlite/sqlitefailure.h"
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "store/sqlite/createtext.h"
 #include "store/sqlite/statement.h"
 #include "store/tsql/error.h"
 #include "store/tsql/runtime.h"
@@ -14,6 +16,7 @@ namespace {
 
 constexpr std::string_view kKeyPrefix = "UNIQUE constraint failed: ";
 constexpr std::string_view kNullPrefix = "NOT NULL constraint failed: ";
+constexpr std::string_view kKeptMark = " /*orven ";
 constexpr std::string_view kCheckPrefix = "CHECK constraint failed: ";
 constexpr std::string_view kJoinLimit = "at most 64 tables in a join";
 constexpr std::string_view kIndexMark = "index '";
@@ -46,46 +49,13 @@ std::string queryText(sqlite3* handle, const char* text, const std::string& firs
     return result == nullptr ? std::string() : result;
 }
 
-bool isNamePart(char c) {
-    return static_cast<unsigned char>(c) >= 0x80 || c == '_' || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
-           (c >= 'A' && c <= 'Z');
-}
-
-// The column names of an index from its text: of "rtrim("a") COLLATE NOCASE, b" a and b.
-std::vector<std::string> indexColumns(const std::string& text) {
-    std::vector<std::string> columns;
-    std::size_t at = text.find('(');
-    bool wanted = true;
-    while (at != std::string::npos && ++at < text.size()) {
-        const char c = text[at];
-        if (c == ',') wanted = true;
-        if (c == '"' || c == '[' || c == '`') {
-            const std::size_t end = text.find(c == '[' ? ']' : c, at + 1);
-            if (end == std::string::npos) break;
-            if (wanted) columns.push_back(text.substr(at + 1, end - at - 1));
-            wanted = false;
-            at = end;
-        } else if (isNamePart(c)) {
-            std::size_t end = at;
-            while (end < text.size() && isNamePart(text[end]))
-                ++end;
-            const std::string word = text.substr(at, end - at);
-            if (wanted && word != "rtrim") {
-                columns.push_back(word);
-                wanted = false;
-            }
-            at = end - 1;
-        }
-    }
-    return columns;
-}
-
 void readIndex(sqlite3* handle, ConstraintReport& report) {
     report.table =
         queryText(handle, "SELECT tbl_name FROM sqlite_master WHERE type = 'index' AND name = ?1", report.index);
     const std::string text =
         queryText(handle, "SELECT sql FROM sqlite_master WHERE type = 'index' AND name = ?1", report.index);
-    report.columns = indexColumns(text.substr(std::min(text.find(" ON "), text.size())));
+    for (IndexPart& part : indexPartsOf(text))
+        report.columns.push_back(std::move(part.key.column));
 }
 
 // The server's name of the constraint or index, and whether it is a constraint.
@@ -142,7 +112,8 @@ ConstraintReport constraintReport(sqlite3* handle, int code) {
         return report;
     }
     if (code == SQLITE_CONSTRAINT_CHECK) {
-        report.constraint = afterPrefix(message, kCheckPrefix);
+        // One without a name is told by its text, without what it keeps for itself.
+        report.constraint = afterPrefix(message.substr(0, message.find(kKeptMark)), kCheckPrefix);
         return report;
     }
     const std::string what = afterPrefix(message, kKeyPrefix);

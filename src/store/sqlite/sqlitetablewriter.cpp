@@ -1,22 +1,12 @@
 #include "store/sqlite/sqlitetablewriter.h"
 
 #include "store/sqlite/binding.h"
+#include "store/sqlite/rowinsert.h"
 #include "store/sqlite/sqliteconnection.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/tsql/error.h"
 
 namespace orvenmod::store::sqlite {
-
-namespace {
-
-std::string quoted(const std::string& name) {
-    std::string result = "\"";
-    for (const char c : name)
-        result += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return result + '"';
-}
-
-}  // namespace
 
 SqliteTableWriter::SqliteTableWriter(SqliteConnection& connection, std::string_view table)
     : RowWriter(connection.database().catalog(), table), connection_(connection) {}
@@ -24,15 +14,11 @@ SqliteTableWriter::SqliteTableWriter(SqliteConnection& connection, std::string_v
 void SqliteTableWriter::checkOpen() { connection_.database(); }
 tsql::Language SqliteTableWriter::language() const { return connection_.database().file().language; }
 
-std::string SqliteTableWriter::insertText() const {
-    if (fields().empty()) return "INSERT INTO " + quoted(table().name) + " DEFAULT VALUES";
-    std::string names;
-    std::string places;
-    for (const Field& field : fields()) {
-        names += (names.empty() ? "" : ",") + quoted(columnOf(field).name);
-        places += places.empty() ? "?" : ",?";
-    }
-    return "INSERT INTO " + quoted(table().name) + "(" + names + ") VALUES(" + places + ")";
+std::vector<std::string> SqliteTableWriter::fieldNames() const {
+    std::vector<std::string> names;
+    for (const Field& field : fields())
+        names.push_back(columnOf(field).name);
+    return names;
 }
 
 void SqliteTableWriter::bind(sqlite3_stmt* statement) const {
@@ -52,7 +38,7 @@ void SqliteTableWriter::bind(sqlite3_stmt* statement) const {
 
 void SqliteTableWriter::storeOnce() {
     Database& database = connection_.database();
-    std::string text = insertText();
+    std::string text = insertText(table().name, fieldNames());
     for (bool again = false;; again = true) {
         if (again || text != preparedText_) {
             statement_ = database.prepareNative(text);

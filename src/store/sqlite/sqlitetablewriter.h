@@ -26,7 +26,7 @@ private:
     void checkOpen() override;
     tsql::Language language() const override;
     void store() override;
-    std::string insertText() const;
+    std::vector<std::string> fieldNames() const;
     void bind(sqlite3_stmt* statement) const;
     void storeOnce();
 

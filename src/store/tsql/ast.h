@@ -220,6 +220,7 @@ struct KeyConstraint {
 struct CheckConstraint {
     std::string name;
     ExpressionPtr condition;
+    std::string text;  ///< of the condition, as written
 };
 
 struct ColumnDefinition {
@@ -230,6 +231,7 @@ struct ColumnDefinition {
     bool identity = false;
     std::string identitySeed = "1";
     ExpressionPtr defaultValue;
+    std::string defaultText;  ///< as written
     bool withValues = false;
 };
 

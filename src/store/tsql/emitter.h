@@ -155,6 +155,7 @@ bool mayFail(const Type& from, const Type& to);
 // What definitions have in common.
 
 const ColumnInfo* findColumn(const std::vector<ColumnInfo>& columns, const std::string& name);
+ColumnInfo infoOf(const ColumnDefinition& definition);
 std::vector<ColumnInfo> infoOf(const std::vector<ColumnDefinition>& definitions);
 bool isPrimary(const std::vector<KeyConstraint>& keys, const std::string& name);
 /// The name of a constraint, made up where it has none.

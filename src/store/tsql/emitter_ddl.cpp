@@ -13,15 +13,18 @@ const ColumnInfo* findColumn(const std::vector<ColumnInfo>& columns, const std::
     return found == columns.end() ? nullptr : &*found;
 }
 
+ColumnInfo infoOf(const ColumnDefinition& definition) {
+    return {.name = definition.name,
+            .type = definition.type,
+            .nullable = !definition.notNull,
+            .identity = definition.identity,
+            .declaredType = definition.declaredType};
+}
+
 std::vector<ColumnInfo> infoOf(const std::vector<ColumnDefinition>& definitions) {
     std::vector<ColumnInfo> columns;
-    for (const ColumnDefinition& definition : definitions) {
-        columns.push_back({.name = definition.name,
-                           .type = definition.type,
-                           .nullable = !definition.notNull,
-                           .identity = definition.identity,
-                           .declaredType = definition.declaredType});
-    }
+    for (const ColumnDefinition& definition : definitions)
+        columns.push_back(infoOf(definition));
     return columns;
 }
 

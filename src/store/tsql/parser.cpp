@@ -106,6 +106,11 @@ const Token& Parser::take() {
     return token;
 }
 
+std::string Parser::textSince(std::size_t start) const {
+    const std::string_view last = tokens_[at_ - 1].text;
+    return {tokens_[start].text.data(), last.data() + last.size()};
+}
+
 bool Parser::takeWord(std::string_view word) {
     if (!peek().isWord(word)) {
         return false;

@@ -34,6 +34,8 @@ private:
     void expectWord(std::string_view word);
     void expectSymbol(std::string_view symbol);
     [[noreturn]] void fail() const;
+    /// What was taken since the token at `start`, as written.
+    std::string textSince(std::size_t start) const;
     bool isName() const;
     std::string takeName();
     std::string takeObjectName();
@@ -94,6 +96,7 @@ private:
     void parseColumnOption(ColumnDefinition& column, std::vector<KeyConstraint>& keys,
                            std::vector<CheckConstraint>& checks);
     void parseTableConstraint(std::vector<KeyConstraint>& keys, std::vector<CheckConstraint>& checks);
+    CheckConstraint parseCheck(const std::string& name);
     bool atTableConstraint() const;
     std::vector<IndexColumn> parseIndexColumns();
     std::vector<IndexColumn> parseIndexOptions();

@@ -95,7 +95,9 @@ void Parser::parseColumnOption(ColumnDefinition& column, std::vector<KeyConstrai
             expectSymbol(")");
         }
     } else if (takeWord("default")) {
+        const std::size_t start = at_;
         column.defaultValue = parseSum();
+        column.defaultText = textSince(start);
         column.withValues = peek().isWord("with") && peek(1).isWord("values");
         at_ += column.withValues ? 2 : 0;
     } else if (peek().isWord("primary") || peek().isWord("unique")) {
@@ -113,9 +115,7 @@ void Parser::parseColumnOption(ColumnDefinition& column, std::vector<KeyConstrai
         parseIndexOptions();
         keys.push_back(std::move(key));
     } else if (takeWord("check")) {
-        expectSymbol("(");
-        checks.push_back({constraint, parseCondition()});
-        expectSymbol(")");
+        checks.push_back(parseCheck(constraint));
     } else if (peek().isWord("collate")) {
         skipCollation();
     } else if (peek().isWord("references") || peek().isWord("foreign")) {
@@ -125,15 +125,24 @@ void Parser::parseColumnOption(ColumnDefinition& column, std::vector<KeyConstrai
     }
 }
 
+CheckConstraint Parser::parseCheck(const std::string& name) {
+    CheckConstraint check;
+    check.name = name;
+    expectSymbol("(");
+    const std::size_t start = at_;
+    check.condition = parseCondition();
+    check.text = textSince(start);
+    expectSymbol(")");
+    return check;
+}
+
 void Parser::parseTableConstraint(std::vector<KeyConstraint>& keys, std::vector<CheckConstraint>& checks) {
     std::string name;
     if (takeWord("constraint")) {
         name = takeName();
     }
     if (takeWord("check")) {
-        expectSymbol("(");
-        checks.push_back({name, parseCondition()});
-        expectSymbol(")");
+        checks.push_back(parseCheck(name));
         return;
     }
     if (peek().isWord("foreign")) {

@@ -61,7 +61,7 @@ private:
                         const std::vector<ColumnInfo>& columns) const;
     void addIndex(const std::string& keptName, const std::string& declared, const std::string& table,
                   const std::string& columns, bool unique);
-    void addColumnComment(const std::string& table, const ColumnInfo& column);
+    void addColumnComment(const std::string& table, const ColumnInfo& column, const std::string& defaultText);
     void dropConstraint(const AlterTableStatement& statement, const std::string& name);
     void define(const std::string& object, const std::vector<std::string>& commands);
 

@@ -6,7 +6,7 @@
 //   CREATE TABLE "t10"("fid" varchar(10) NOT NULL, "fnote" text)
 //   COMMENT ON TABLE "t10" IS 't10'
 //   COMMENT ON COLUMN "t10"."fid" IS 'fid varchar(10)'
-//   COMMENT ON COLUMN "t10"."fnote" IS 'fNote text'
+//   COMMENT ON COLUMN "t10"."fnote" IS 'fNote text'           the own text of a default or a check on a line behind
 //   CREATE UNIQUE INDEX "t10.constraint.pk.pk__t10__fid" ON "t10"(lower(rtrim("fid") COLLATE "C"))
 //   COMMENT ON INDEX "t10.constraint.pk.pk__t10__fid" IS 'PK__t10__fid'
 //
@@ -33,6 +33,12 @@ constexpr const char* kMendViews = "SELECT orven.mend_views()";
 bool hasTextKey(const KeyConstraint& key, const std::vector<ColumnInfo>& columns) {
     return std::any_of(key.columns.begin(), key.columns.end(),
                        [&](const IndexColumn& column) { return findColumn(columns, column.name)->type.isText(); });
+}
+
+/// A check's own name; one that has none gets one, so that its text can be kept.
+std::string checkName(const CreateTableStatement& table, std::size_t check) {
+    const std::string& name = table.checks[check].name;
+    return quoteName(nativeName(name.empty() ? table.name + "_check" + std::to_string(check + 1) : name));
 }
 
 }  // namespace
@@ -79,9 +85,11 @@ std::string PostgresEmitter::columnDefinition(const ColumnDefinition& column, co
     return column.defaultValue ? text + " DEFAULT " + value(*column.defaultValue) : text;
 }
 
-void PostgresEmitter::addColumnComment(const std::string& table, const ColumnInfo& column) {
+void PostgresEmitter::addColumnComment(const std::string& table, const ColumnInfo& column,
+                                       const std::string& defaultText) {
+    const std::string ownDefault = defaultText.empty() ? "" : kCommentBreak + defaultText;
     add("COMMENT ON COLUMN " + quoteName(nativeName(table)) + "." + columnName(column) + " IS " +
-        quoteText(column.name + " " + column.declaredType));
+        quoteText(column.name + " " + column.declaredType + ownDefault));
 }
 
 void PostgresEmitter::addIndex(const std::string& keptName, const std::string& declared, const std::string& table,
@@ -122,20 +130,18 @@ void PostgresEmitter::emitStatement(const CreateTableStatement& statement) {
     for (const ColumnDefinition& column : statement.columns) {
         parts.push_back(columnDefinition(column, statement.keys));
     }
-    for (const CheckConstraint& check : statement.checks) {
-        const std::string name = check.name.empty() ? "" : "CONSTRAINT " + quoteName(nativeName(check.name)) + " ";
-        parts.push_back(name + "CHECK (" + condition(*check.condition) + ")");
+    for (std::size_t i = 0; i < statement.checks.size(); ++i) {
+        parts.push_back("CONSTRAINT " + checkName(statement, i) + " CHECK (" +
+                        condition(*statement.checks[i].condition) + ")");
     }
     add("CREATE TABLE " + table + "(" + joined(parts) + ")");
     add("COMMENT ON TABLE " + table + " IS " + quoteText(statement.name));
-    for (const ColumnInfo& column : columns) {
-        addColumnComment(statement.name, column);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        addColumnComment(statement.name, columns[i], statement.columns[i].defaultText);
     }
-    for (const CheckConstraint& check : statement.checks) {
-        if (!check.name.empty()) {
-            add("COMMENT ON CONSTRAINT " + quoteName(nativeName(check.name)) + " ON " + table + " IS " +
-                quoteText(check.name));
-        }
+    for (std::size_t i = 0; i < statement.checks.size(); ++i) {
+        add("COMMENT ON CONSTRAINT " + checkName(statement, i) + " ON " + table + " IS " +
+            quoteText(statement.checks[i].name + kCommentBreak + statement.checks[i].text));
     }
     for (const KeyConstraint& key : statement.keys) {
         addKey(statement.name, key, columns);
@@ -169,8 +175,9 @@ void PostgresEmitter::emitStatement(const AlterTableStatement& statement) {
     for (const ColumnDefinition& column : statement.columns) {
         addColumn(object.name, column);
     }
-    for (const ColumnInfo& added : infoOf(statement.columns)) {
-        addColumnComment(object.name, added);
+    for (const ColumnDefinition& column : statement.columns) {
+        const ColumnInfo added = infoOf(column);
+        addColumnComment(object.name, added, column.defaultText);
         columns.push_back(added);
     }
     for (const KeyConstraint& key : statement.keys) {
@@ -275,7 +282,7 @@ void PostgresEmitter::emitSelectInto(const Query& top) {
     add("CREATE TABLE " + table + "(" + joined(parts) + ")");
     add("COMMENT ON TABLE " + table + " IS " + quoteText(top.select->into));
     for (const ColumnInfo& column : columns) {
-        addColumnComment(top.select->into, column);
+        addColumnComment(top.select->into, column, "");
     }
     add("INSERT INTO " + table + " " + query(top, &names));
     add(kMendViews);

@@ -12,6 +12,10 @@
 
 namespace orvenmod::store::tsql {
 
+/// Within the comment of a column or a check, what parts its declaration from the dialect's own text of its default or
+/// its condition.
+inline constexpr const char* kCommentBreak = "\n";
+
 /// Without quotes.
 std::string nativeName(std::string_view declared);
 

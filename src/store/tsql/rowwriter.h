@@ -14,6 +14,15 @@
 
 namespace orvenmod::store::tsql {
 
+/// The table of that name, with "dbo." before it or not. Throws Error 208 where there is none.
+const ObjectInfo& tableNamed(const Catalog& catalog, std::string_view name);
+
+/// The table's column of that name. Throws Error 207 where there is none.
+const ColumnInfo& columnNamed(const ObjectInfo& table, std::string_view name);
+
+/// A text as the column stores it. Throws Error where the column doesn't take it.
+Datum storedValue(std::string_view text, const ObjectInfo& table, const ColumnInfo& column);
+
 class RowWriter : public TableWriter {
 public:
     void addNew() override;

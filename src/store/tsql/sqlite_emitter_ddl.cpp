@@ -30,6 +30,13 @@ bool isPlainKey(const KeyConstraint& key, const std::vector<ColumnInfo>& columns
     });
 }
 
+/// A type as SQLite reads it: sizes must be numbers there, but a quoted word may say anything.
+std::string nativeType(const std::string& declared) {
+    const std::size_t size = declared.find('(');
+    const bool max = size != std::string::npos && declared.find_first_of("mM", size) != std::string::npos;
+    return max ? quoteName(declared) : declared;
+}
+
 }  // namespace
 
 std::string SqliteEmitter::indexColumns(const std::vector<IndexColumn>& columns,
@@ -52,7 +59,7 @@ std::string SqliteEmitter::storedDefault(const ColumnDefinition& column) {
         expression.kind == ExpressionKind::literal || expression.kind == ExpressionKind::null ||
         (expression.kind == ExpressionKind::conversion && expression.operands[0]->kind == ExpressionKind::literal);
     const std::string text = value(expression);
-    return constant ? text : "(" + text + ")";
+    return constant ? text : "(" + text + " " + keptViewText(column.defaultText) + ")";
 }
 
 std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column, const std::vector<KeyConstraint>& keys) {
@@ -60,7 +67,7 @@ std::string SqliteEmitter::columnDefinition(const ColumnDefinition& column, cons
     if (column.identity) {
         return quoteName(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
     }
-    std::string text = quoteName(column.name) + " " + column.declaredType +
+    std::string text = quoteName(column.name) + " " + nativeType(column.declaredType) +
                        (column.notNull || isPrimary(keys, column.name) ? " NOT NULL" : "");
     return column.defaultValue ? text + " DEFAULT " + storedDefault(column) : text;
 }
@@ -96,7 +103,7 @@ void SqliteEmitter::emitStatement(const CreateTableStatement& statement) {
     }
     for (const CheckConstraint& check : statement.checks) {
         text += check.name.empty() ? ", " : ", CONSTRAINT " + quoteName(check.name) + " ";
-        text += "CHECK (" + condition(*check.condition) + ")";
+        text += "CHECK (" + condition(*check.condition) + " " + keptViewText(check.text) + ")";
     }
     translation_->statements.push_back("CREATE TABLE " + quoteName(statement.name) + "(" + text + ")");
     for (const KeyConstraint* key : indexed) {
@@ -240,7 +247,7 @@ void SqliteEmitter::emitSelectInto(const Query& top) {
         if (name.empty()) {
             throw Error(kEmptyName);
         }
-        columns += (columns.empty() ? "" : ", ") + quoteName(name) + " " + printType(top.columns[i].type);
+        columns += (columns.empty() ? "" : ", ") + quoteName(name) + " " + nativeType(printType(top.columns[i].type));
         names.push_back(name);
     }
     const std::string table = quoteName(top.select->into);

@@ -1,7 +1,8 @@
 // How a view keeps its dialect text: in a comment of the view itself, so that it is one with the view and its
-// transaction.
+// transaction. A check and a default that is computed keep theirs likewise.
 //
 //   CREATE VIEW "v" AS /*orven create view v as select ...*/ SELECT ...
+//   CHECK (rtrim("c") COLLATE NOCASE <> '' /*orven c<>''*/)
 //
 // Within the comment a backslash is doubled and the end of a comment is written as *\/.
 #pragma once

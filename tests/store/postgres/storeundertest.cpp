@@ -1,6 +1,5 @@
+#include "readydatabase.h"
 #include "store/contract/contract.h"
-#include "store/postgres/postgresstore.h"
-#include "support/postgresserver.h"
 
 namespace orvenmod::store::test {
 namespace {
@@ -18,7 +17,7 @@ public:
     bool hasTransactionalDefinitions() const override { return true; }
 
 private:
-    orvenmod::test::ServerDatabase database_;
+    postgres::test::ReadyDatabase database_;
     postgres::PostgresStore store_;
 };
 

@@ -6,8 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "store/postgres/postgresstore.h"
-#include "support/postgresserver.h"
+#include "readydatabase.h"
 
 namespace orvenmod::store::postgres::test {
 
@@ -28,7 +27,7 @@ protected:
     void foreignly(const std::string& text) const { database_.run("SET ROLE suite; " + text); }
     void terminateSessions() const { orvenmod::test::PostgresServer::shared().terminateSessions(database_.name()); }
 
-    orvenmod::test::ServerDatabase database_;
+    ReadyDatabase database_;
 };
 
 /// The failure that `work` throws; one of number 0 where it throws none.

@@ -53,7 +53,7 @@ protected:
         connection->execute("drop table tblOrvenmodVersion");
     }
 
-    orvenmod::test::ServerDatabase database_;
+    ReadyDatabase database_;
 };
 
 TEST_F(UpgradeOnTheServer, GivesAnEarlierDatabaseTheShapeOfANewOne) {

@@ -28,6 +28,15 @@ private:
     Notes& notes_;
 };
 
+class ScriptedLoader : public TableLoader {
+public:
+    explicit ScriptedLoader(Notes& notes) : notes_(notes) {}
+    void add(const Recordset& rows) override { notes_.push_back("load " + std::to_string(rows.rowCount())); }
+
+private:
+    Notes& notes_;
+};
+
 class ScriptedConnection : public Connection {
 public:
     explicit ScriptedConnection(Notes& notes) : notes_(notes) {}
@@ -44,6 +53,15 @@ public:
             rows.endRow();
         }
         return rows;
+    }
+    void read(std::string_view sql, const Part& part) override { part(open(sql)); }
+    Outline outline() override {
+        notes_.emplace_back("outline");
+        return {};
+    }
+    std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override {
+        notes_.push_back("openLoader " + std::string(table) + " of " + std::to_string(fields.size()));
+        return std::make_unique<ScriptedLoader>(notes_);
     }
     std::unique_ptr<TableWriter> openTable(std::string_view table) override {
         notes_.push_back("openTable " + std::string(table));

@@ -16,6 +16,16 @@ TEST(Definition, KeepsDeclaredTypesAsWritten) {
     EXPECT_FALSE(table.cacheable);
 }
 
+TEST(Definition, QuotesATypeWithoutASizeWhichSqliteWouldNotRead) {
+    EXPECT_EQ(emitted("create table x(a nvarchar(max) not null)"),
+              "CREATE TABLE \"x\"(\"a\" \"nvarchar(max)\" NOT NULL)");
+}
+
+TEST(Definition, KeepsTheOwnTextOfChecksAndOfDefaultsThatAreComputed) {
+    EXPECT_EQ(emitted("create table x(a int default (1 + 2), check(a<>5))"),
+              R"(CREATE TABLE "x"("a" int DEFAULT ((1 + 2) /*orven (1 + 2)*/), CHECK (("a" <> 5) /*orven a<>5*/)))");
+}
+
 TEST(Definition, IndexesTheItemIdOfATableWithoutAKey) {
     const Translation table = translated("create table x(fItemId int, a int)");
     ASSERT_EQ(table.statements.size(), 2U);

@@ -44,7 +44,8 @@ BEGIN
 END $$;
 
 -- The number in a decimal or money type, or the failure with these arguments.
-CREATE OR REPLACE FUNCTION orven.fitted_number(v numeric, "to" text, number integer, VARIADIC arguments text[] DEFAULT '{}')
+CREATE OR REPLACE FUNCTION orven.fitted_number(v numeric, "to" text, number integer,
+                                               VARIADIC arguments text[] DEFAULT '{}')
 RETURNS numeric LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN orven.within(round(v, orven.type_scale("to")),
                     CASE "to" WHEN 'money' THEN 922337203685477.5807 WHEN 'smallmoney' THEN 214748.3647

@@ -1,5 +1,5 @@
--- Reading dates as people write them: piece by piece -- a word, a time, three numbers with a sign between, a bare number --
--- each settling what it can; what is still open is settled, and checked, at the end.
+-- Reading dates as people write them: piece by piece (a word, a time, three numbers with a sign between, a bare
+-- number), each settling what it can; what is still open is settled, and checked, at the end.
 --
 --   26.1.2               2026-01-02 00:00:00    the year first, where nothing tells
 --   1/2/2026             2026-01-02 00:00:00    four digits are the year; then the month first,
@@ -37,7 +37,7 @@ LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 DECLARE
     no_date constant timestamp := '-infinity';
     out_of_range constant timestamp := CASE WHEN kind IN ('date', 'time') THEN '-infinity' ELSE 'infinity' END;
-    rest text := btrim(written, E' \t\r\n') COLLATE "C";
+    rest text COLLATE "C" := btrim(written, E' \t\r\n');
     piece text;
     first text;
     second text;

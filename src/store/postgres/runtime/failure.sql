@@ -36,9 +36,10 @@ BEGIN
 END $$;
 
 -- The number, or the failure where it is greater, by its amount, than the greatest. What uses its argument more than
--- once is such a function of its own: SQL in the place of its call calculates the argument again for each use, and where
--- that is dear the planner doesn't put it there and a call takes ten times as long as one of plpgsql.
-CREATE OR REPLACE FUNCTION orven.within(v numeric, most numeric, number integer, VARIADIC arguments text[] DEFAULT '{}')
+-- once is such a function of its own: SQL in the place of its call calculates the argument again for each use, and
+-- where that is dear the planner doesn't put it there, and a call takes ten times as long as one of plpgsql.
+CREATE OR REPLACE FUNCTION orven.within(v numeric, most numeric, number integer,
+                                        VARIADIC arguments text[] DEFAULT '{}')
 RETURNS numeric LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     IF abs(v) > most THEN

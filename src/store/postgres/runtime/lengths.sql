@@ -1,5 +1,5 @@
--- Texts brought into the length of their type. Lengths of char and varchar count the bytes of the dialect's code page, of
--- which every character beyond ASCII has two, and none is cut in half; nchar and nvarchar count characters.
+-- Texts brought into the length of their type. Lengths of char and varchar count the bytes of the dialect's code page,
+-- of which every character beyond ASCII has two, and none is cut in half; nchar and nvarchar count characters.
 CREATE OR REPLACE FUNCTION orven.code_page_length(t text) RETURNS integer
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE WHEN octet_length(t) = length(t) THEN length(t)
@@ -36,8 +36,8 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN t || repeat(' ', length - CASE WHEN by_characters THEN length(t) ELSE orven.code_page_length(t) END);
 
 -- A text of no more bytes than the limit has no more of anything.
-CREATE OR REPLACE FUNCTION orven.brought_text(t text, length integer, by_characters boolean, padded boolean) RETURNS text
-LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
+CREATE OR REPLACE FUNCTION orven.brought_text(t text, length integer, by_characters boolean, padded boolean)
+RETURNS text LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     IF length <= 0 OR (octet_length(t) <= length AND NOT padded) THEN
         RETURN t;

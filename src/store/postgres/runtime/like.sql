@@ -62,8 +62,8 @@ BEGIN
                 RETURN result || '(?!)';
             END IF;
             at := at + 1;
-            result := result || CASE WHEN ranges <> '' THEN '[' || CASE WHEN negated THEN '^' ELSE '' END || ranges || ']'
-                                     WHEN negated THEN '.' ELSE '(?!)' END;
+            result := result || CASE WHEN ranges = '' THEN CASE WHEN negated THEN '.' ELSE '(?!)' END
+                                     WHEN negated THEN '[^' || ranges || ']' ELSE '[' || ranges || ']' END;
         END IF;
     END LOOP;
     RETURN result;

@@ -1,5 +1,5 @@
--- Arithmetic whose results the server tells otherwise than PostgreSQL. Decimals are exact: a quotient is cut to its scale,
--- not rounded, and nothing is lost on the way.
+-- Arithmetic whose results the server tells otherwise than PostgreSQL. Decimals are exact: a quotient is cut to its
+-- scale, not rounded, and nothing is lost on the way.
 --
 --   2.0/3      0.666666
 --   0.3/0.1    3

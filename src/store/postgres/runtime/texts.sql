@@ -104,25 +104,37 @@ BEGIN
     RETURN repeat('*', width);
 END $$;
 
--- Beyond ASCII those letters of Latin, Greek, Cyrillic and the wide forms that have both cases.
+-- Beyond ASCII those letters of Latin, Greek, Cyrillic and the wide forms that have both cases, in one order.
+CREATE OR REPLACE FUNCTION orven.capital_letters() RETURNS text
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN 'ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞ'
+       'ΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩ'
+       'ЀЁЂЃЄЅІЇЈЉЊЋЌЍЎЏАБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯ'
+       'ＡＢＣＤＥＦＧＨＩＪＫＬＭＮＯＰＱＲＳＴＵＶＷＸＹＺ';
+
+CREATE OR REPLACE FUNCTION orven.small_letters() RETURNS text
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN 'àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþ'
+       'αβγδεζηθικλμνξοπρστυφχψω'
+       'ѐёђѓєѕіїјљњћќѝўџабвгдежзийклмнопрстуфхцчшщъыьэюя'
+       'ａｂｃｄｅｆｇｈｉｊｋｌｍｎｏｐｑｒｓｔｕｖｗｘｙｚ';
+
 CREATE OR REPLACE FUNCTION orven.ts_lower(t text) RETURNS text
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN t COLLATE "C" !~ '[À-ÖØ-ÞΑ-ΡΣ-ΩЀ-ЯＡ-Ｚ]' THEN lower(t COLLATE "C")
-                ELSE translate(lower(t COLLATE "C"),
-                    'ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩЀЁЂЃЄЅІЇЈЉЊЋЌЍЎЏАБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯＡＢＣＤＥＦＧＨＩＪＫＬＭＮＯＰＱＲＳＴＵＶＷＸＹＺ',
-                    'àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþαβγδεζηθικλμνξοπρστυφχψωѐёђѓєѕіїјљњћќѝўџабвгдежзийклмнопрстуфхцчшщъыьэюяａｂｃｄｅｆｇｈｉｊｋｌｍｎｏｐｑｒｓｔｕｖｗｘｙｚ')
-                END;
+    IF t COLLATE "C" !~ '[À-ÖØ-ÞΑ-ΡΣ-ΩЀ-ЯＡ-Ｚ]' THEN
+        RETURN lower(t COLLATE "C");
+    END IF;
+    RETURN translate(lower(t COLLATE "C"), orven.capital_letters(), orven.small_letters());
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_upper(t text) RETURNS text
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN t COLLATE "C" !~ '[à-öø-þα-ρσ-ωа-џａ-ｚ]' THEN upper(t COLLATE "C")
-                ELSE translate(upper(t COLLATE "C"),
-                    'àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþαβγδεζηθικλμνξοπρστυφχψωѐёђѓєѕіїјљњћќѝўџабвгдежзийклмнопрстуфхцчшщъыьэюяａｂｃｄｅｆｇｈｉｊｋｌｍｎｏｐｑｒｓｔｕｖｗｘｙｚ',
-                    'ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩЀЁЂЃЄЅІЇЈЉЊЋЌЍЎЏАБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯＡＢＣＤＥＦＧＨＩＪＫＬＭＮＯＰＱＲＳＴＵＶＷＸＹＺ')
-                END;
+    IF t COLLATE "C" !~ '[à-öø-þα-ρσ-ωа-џａ-ｚ]' THEN
+        RETURN upper(t COLLATE "C");
+    END IF;
+    RETURN translate(upper(t COLLATE "C"), orven.small_letters(), orven.capital_letters());
 END $$;
 
 -- Beyond ASCII the code page would decide; '?' is what it gives for a character that it lacks.
@@ -176,7 +188,9 @@ END $$;
 CREATE OR REPLACE FUNCTION orven.ts_isnumeric(t text) RETURNS integer
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
 BEGIN
-    RETURN coalesce(btrim(t, E' \t\r\n') ~ ('^([-+]?|[-+]?[$¥￥€£]|[$¥￥€£][-+]?)([0-9][0-9,]*)?[.]?[0-9]*$') AND btrim(t, E' \t\r\n') <> ''
+    RETURN coalesce(
+        btrim(t, E' \t\r\n') <> ''
+            AND btrim(t, E' \t\r\n') ~ '^([-+]?|[-+]?[$¥￥€£]|[$¥￥€£][-+]?)([0-9][0-9,]*)?[.]?[0-9]*$'
         OR btrim(t, E' \t\r\n') ~ '^[-+]?([0-9][0-9,]*[.]?[0-9]*|[.][0-9]+)[eEdD][-+]?[0-9]+$', false)::integer;
 END $$;
 

@@ -1,0 +1,39 @@
+// Reads what SQLite keeps of a definition only as its text: constraints by name, checks, the columns of an index over
+// expressions.
+//
+//   CREATE TABLE "t"("a" int NOT NULL, CONSTRAINT "k" PRIMARY KEY("a" DESC), CHECK ("a" > 0))
+//
+//   k   primary   a, descending
+//       check     "a" > 0
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/outline.h"
+
+namespace orvenmod::store::sqlite {
+
+struct ConstraintText {
+    enum class Kind { primary, unique, check, foreign };
+
+    Kind kind = Kind::check;
+    std::string name;              ///< "" for none
+    std::vector<KeyPart> columns;  ///< of a key
+    std::string condition;         ///< of a check
+};
+
+/// The constraints of a "CREATE TABLE" text, those of columns too.
+std::vector<ConstraintText> constraintsOf(std::string_view createTable);
+
+/// A column of an index, and whether it stands there as it is compared: a text that doesn't is only carried along.
+struct IndexPart {
+    KeyPart key;
+    bool compared = false;
+};
+
+/// The columns of a "CREATE INDEX" text, in their order.
+std::vector<IndexPart> indexPartsOf(std::string_view createIndex);
+
+}  // namespace orvenmod::store::sqlite

@@ -1,0 +1,138 @@
+// A whole suite moves: the sample with a class that a user made and tables that somebody else made.
+#include <algorithm>
+#include <iterator>
+#include <map>
+
+#include "sampledata.h"
+#include "store/classviewtext.h"
+#include "store/copy/sides.h"
+#include "store/schema.h"
+#include "store/upgrade.h"
+
+namespace orvenmod::store::test {
+namespace {
+
+INSTANTIATE_TEST_SUITE_P(Stores, CopyRoad, ::testing::ValuesIn(roads()), nameOf);
+
+using Lines = std::vector<std::string>;
+
+Lines without(const Lines& lines, const Lines& others) {
+    Lines rest;
+    std::set_difference(lines.begin(), lines.end(), others.begin(), others.end(), std::back_inserter(rest));
+    return rest;
+}
+
+/// A class with fields as the designer makes them, with two items.
+void addUsersClass(Connection& connection) {
+    connection.execute(
+        "create table tblSelfZ1(fItemId int not null primary key,fHelpCode varchar(50),fNumber varchar(80),fName "
+        "varchar(200),fColour varchar(50) default 'red',fBought datetime,fWeight decimal(18,6))");
+    ClassViewText view("vtblSelfZ1", "tblSelfZ1", ViewWording::setup);
+    view.addField("fColour", "1");
+    view.addField("fBought", "0");
+    view.addField("fWeight", "13");
+    connection.execute(view.text());
+    connection.execute("insert into tblSelfZ1(fItemId,fNumber,fName,fWeight) values(900001,'Z1','车床',1.5)");
+    connection.execute("insert into tblSelfZ1(fItemId,fNumber,fName,fBought) values(900002,'Z2','铣床','2026-01-02')");
+}
+
+void addForeignTable(Connection& connection) {
+    connection.execute(
+        "create table [someone's orders](id int identity(1,1) primary key, [order by] varchar(20) not null default "
+        "'nobody', made datetime default getdate(), amount money check(amount>=0), unique(amount,[order by]))");
+    connection.execute("create index by_date on [someone's orders](made desc) include([order by])");
+    for (int i = 0; i < 3; ++i)
+        connection.execute("insert into [someone's orders](amount) values(" + std::to_string(i) + ".25)");
+    // A view that reads another, and one that was altered after it.
+    connection.execute("create view vOrders as select id,amount from [someone's orders]");
+    connection.execute("create view vAmounts as select sum(amount) as total from vOrders");
+    connection.execute("alter view vOrders as select id,amount,made as fMade from [someone's orders] where amount>0");
+}
+
+TEST_P(CopyRoad, CopiesTheSampleWithAUsersClassAndTheTablesOfOthers) {
+    createSchema(*source_);
+    sample::fillSampleData(*source_, 40);
+    addUsersClass(*source_);
+    addForeignTable(*source_);
+    const CopyReport report = copy();
+    if (GetParam().from != SideKind::server && GetParam().to != SideKind::server) {
+        EXPECT_EQ(without(shapeOf(*source_), shapeOf(*target_)), Lines());
+        EXPECT_EQ(without(shapeOf(*target_), shapeOf(*source_)), Lines());
+    }
+    EXPECT_EQ(report.tables.size(), source_->outline().tables.size());
+    for (const CopiedTable& table : report.tables)
+        EXPECT_EQ(value(*target_, "select count(*) from [" + table.name + "]"), std::to_string(table.rows));
+    expectSame("select * from vtblSelfZ1 order by fItemId");
+    expectSame("select * from vAmounts");
+    expectSame("select * from vOrders order by id");
+    expectSame("select * from tblItem order by fItemId");
+    expectSame("select fItemClassId,fNumber from tblItem where fNumber like '0[12]%' order by fItemClassId,fNumber");
+    for (const SchemaView& view : schemaViews())
+        expectSame("select count(*) from " + std::string(view.name));
+    EXPECT_EQ(schemaVersion(*target_), newestSchemaVersion());
+}
+
+TEST_P(CopyRoad, CountsOnAfterTheCopyWhereTheSourceWould) {
+    addForeignTable(*source_);
+    source_->execute("delete from [someone's orders] where id=3");
+    copy();
+    for (Connection* side : {source_.get(), target_.get()}) {
+        side->execute("insert into [someone's orders](amount) values(9)");
+        EXPECT_EQ(value(*side, "select max(id) from [someone's orders]"), "4");
+        EXPECT_EQ(value(*side, "select [order by] from [someone's orders] where id=4"), "nobody");
+    }
+}
+
+TEST_P(CopyRoad, KeepsWhatConstraintsRefuse) {
+    addForeignTable(*source_);
+    copy();
+    EXPECT_THROW(target_->execute("insert into [someone's orders](amount) values(-1)"), Failure);
+    EXPECT_THROW(target_->execute("insert into [someone's orders](amount) values(1.25)"), Failure);
+    EXPECT_EQ(target_->execute("insert into [someone's orders](amount) values(1.5)"), 1);
+}
+
+TEST_P(CopyRoad, RefusesATargetThatIsNotEmpty) {
+    addForeignTable(*source_);
+    target_->execute("create table mine(a int)");
+    try {
+        copy();
+        ADD_FAILURE() << "it was copied";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number(), kTargetNotEmpty);
+        EXPECT_NE(failure.text().find("mine"), std::string::npos);
+    }
+    EXPECT_EQ(target_->outline().tables.size(), 1U);
+}
+
+TEST_P(CopyRoad, PassesManyRowsThroughAndTellsHowFarItIs) {
+    constexpr std::int64_t kMany = 10000;
+    source_->execute("create table many(id int not null primary key, c varchar(40))");
+    std::vector<std::string> statements;
+    for (std::int64_t i = 0; i < kMany; ++i)
+        statements.push_back("insert into many(id,c) values(" + std::to_string(i) + ",'row " + std::to_string(i) +
+                             "')");
+    source_->beginTrans();
+    source_->executeAll(statements);
+    source_->commitTrans();
+    std::map<CopyProgress::Stage, std::vector<CopyProgress>> told;
+    const CopyReport report =
+        copy({[&](const CopyProgress& progress) { told[progress.stage].push_back(progress); }, nullptr});
+    EXPECT_EQ(report.tables.at(0).rows, kMany);
+    for (const auto stage : {CopyProgress::Stage::copying, CopyProgress::Stage::comparing}) {
+        ASSERT_GE(told[stage].size(), 3U);
+        EXPECT_LT(told[stage].front().rows, kMany);
+        EXPECT_EQ(told[stage].back().rows, kMany);
+        EXPECT_EQ(told[stage].back().total, kMany);
+        EXPECT_TRUE(std::is_sorted(told[stage].begin(), told[stage].end(),
+                                   [](const auto& a, const auto& b) { return a.rows < b.rows; }));
+    }
+}
+
+TEST_P(CopyRoad, CopiesAnEmptyDatabase) {
+    const CopyReport report = copy();
+    EXPECT_TRUE(report.tables.empty());
+    EXPECT_TRUE(target_->outline().tables.empty());
+}
+
+}  // namespace
+}  // namespace orvenmod::store::test

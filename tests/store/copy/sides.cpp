@@ -1,0 +1,153 @@
+#include "store/copy/sides.h"
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "store/odbc/odbcstore.h"
+#include "store/postgres/postgresstore.h"
+#include "store/sqlite/sqlitestore.h"
+#include "store/tsql/lexer.h"
+#include "support/postgresserver.h"
+#include "support/temporary.h"
+
+namespace orvenmod::store::test {
+
+namespace {
+
+class EmbeddedSide : public Side {
+public:
+    ~EmbeddedSide() override { sqlite::SqliteStore::dropIdleHandles(); }
+    std::unique_ptr<Connection> connect() override { return sqlite::SqliteStore().connect(connectionString()); }
+    std::string connectionString() override { return "Provider=SQLite;Mode=Create;Data Source=" + file(); }
+    void spoil(const std::string& native) override {
+        sqlite3* handle = nullptr;
+        ASSERT_EQ(sqlite3_open(file().c_str(), &handle), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(handle, native.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(handle);
+        sqlite3_close(handle);
+    }
+
+private:
+    std::string file() const { return folder_.file("side.db"); }
+
+    orvenmod::test::TemporaryFolder folder_;
+};
+
+class PostgresSide : public Side {
+public:
+    ~PostgresSide() override { postgres::PostgresStore::dropIdleSessions(); }
+    std::unique_ptr<Connection> connect() override { return postgres::PostgresStore().connect(connectionString()); }
+    std::string connectionString() override { return database_.connectionString(); }
+
+private:
+    orvenmod::test::ServerDatabase database_;
+};
+
+class TdsSide : public Side {
+public:
+    explicit TdsSide(std::string server) : server_(std::move(server)) {
+        odbc::OdbcStore().connect(server_)->execute("create database " + name_);
+    }
+    ~TdsSide() override {
+        try {
+            odbc::OdbcStore().connect(server_)->execute("drop database " + name_);
+        } catch (const Failure& failure) {
+            ADD_FAILURE() << failure.text();
+        }
+    }
+    std::unique_ptr<Connection> connect() override { return odbc::OdbcStore().connect(connectionString()); }
+    std::string connectionString() override { return server_ + ";Database=" + name_; }
+
+private:
+    static std::string freshName() {
+        static int number = 0;
+        return "copy_" + std::to_string(::getpid()) + "_" + std::to_string(++number);
+    }
+
+    std::string server_;
+    std::string name_ = freshName();
+};
+
+const char* word(SideKind kind) {
+    return kind == SideKind::embedded ? "embedded" : kind == SideKind::postgres ? "postgres" : "server";
+}
+
+std::string shown(const std::vector<KeyPart>& parts) {
+    std::string text;
+    for (const KeyPart& part : parts)
+        text += " " + part.column + (part.descending ? " desc" : "");
+    return text;
+}
+
+}  // namespace
+
+void Side::spoil(const std::string&) { FAIL() << "only a file can be spoilt"; }
+
+std::unique_ptr<Side> makeSide(SideKind kind) {
+    if (kind == SideKind::embedded) return std::make_unique<EmbeddedSide>();
+    if (kind == SideKind::postgres) return std::make_unique<PostgresSide>();
+    const char* server = std::getenv("ORVEN_TDS_SERVER");
+    return server == nullptr ? nullptr : std::make_unique<TdsSide>(server);
+}
+
+void CopyRoad::SetUp() {
+    from_ = makeSide(GetParam().from);
+    to_ = makeSide(GetParam().to);
+    if (!from_ || !to_) GTEST_SKIP() << "ORVEN_TDS_SERVER names no server of the dialect";
+    source_ = from_->connect();
+    target_ = to_->connect();
+}
+
+void CopyRoad::expectSame(const std::string& sql) {
+    const Recordset here = source_->open(sql);
+    const Recordset there = target_->open(sql);
+    ASSERT_EQ(here.rowCount(), there.rowCount()) << sql;
+    ASSERT_EQ(here.columnCount(), there.columnCount()) << sql;
+    for (std::size_t row = 0; row < here.rowCount(); ++row) {
+        for (int column = 0; column < here.columnCount(); ++column)
+            EXPECT_EQ(here.cell(row, column), there.cell(row, column))
+                << sql << " row " << row << " " << here.columns()[static_cast<std::size_t>(column)].name;
+    }
+}
+
+std::vector<Road> roads() {
+    using enum SideKind;
+    return {{embedded, embedded}, {embedded, postgres}, {postgres, embedded},
+            {postgres, postgres}, {embedded, server},   {server, embedded}};
+}
+
+std::string nameOf(const ::testing::TestParamInfo<Road>& road) {
+    return std::string(word(road.param.from)) + "_to_" + word(road.param.to);
+}
+
+std::vector<std::string> shapeOf(Connection& connection) {
+    const Outline outline = connection.outline();
+    std::vector<std::string> lines;
+    for (const TableOutline& table : outline.tables) {
+        for (const ColumnOutline& column : table.columns) {
+            lines.push_back(table.name + "." + column.name + " " + tsql::lowerName(column.type) +
+                            (column.nullable ? "" : " not null") +
+                            (column.identity ? " identity " + std::to_string(table.nextIdentity) : "") +
+                            (column.defaultValue ? " default " + *column.defaultValue : ""));
+        }
+        for (const KeyOutline& key : table.keys)
+            lines.push_back(table.name + (key.primary ? " primary key" : " unique") + shown(key.columns));
+        for (const CheckOutline& check : table.checks)
+            lines.push_back(table.name + " check " + check.condition);
+        for (const IndexOutline& index : table.indexes) {
+            std::string text = table.name + (index.unique ? " unique" : "") + " index " + index.name;
+            text += shown(index.columns);
+            for (const std::string& column : index.included)
+                text += " +" + column;
+            lines.push_back(text);
+        }
+    }
+    for (const ViewOutline& view : outline.views)
+        lines.push_back(view.name + ": " + view.text);
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+}  // namespace orvenmod::store::test
