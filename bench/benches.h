@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "report.h"
 
@@ -46,5 +47,8 @@ void measureContents(Report& report, const std::string& folder);
 void measureOutput(Report& report, const std::string& folder);
 /// A statement whose shape is cached.
 void measureStatements(Report& report, const std::string& folder);
+
+/// The lists, saves and round trips on a PostgreSQL server that is started for it.
+void measureServer(Report& report, const std::string& folder, const std::vector<int>& sizes);
 
 }  // namespace orvenmod::bench

@@ -1,5 +1,7 @@
-// orvenbench FOLDER SIZE...: makes databases in the folder and prints ratios. 0 where every bound is kept, 1 where one
-// is not, 2 for a wrong call or a failure.
+// orvenbench FOLDER SIZE...            makes databases in the folder and prints ratios
+// orvenbench --servers FOLDER SIZE...  likewise on servers alone
+//
+// 0 where every bound is kept, 1 where one is not, 2 for a wrong call or a failure.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -34,10 +36,7 @@ void compareSizes(Report& report, const std::vector<ListTimes>& all) {
     }
 }
 
-int run(const std::string& folder, const std::vector<int>& sizes) {
-    std::filesystem::create_directories(folder);
-    orvenmod::startUp();
-    Report report;
+void measureFile(Report& report, const std::string& folder, const std::vector<int>& sizes) {
     std::vector<ListTimes> all;
     for (const int goods : sizes) {
         report.heading(std::to_string(goods) + " goods");
@@ -64,6 +63,20 @@ int run(const std::string& folder, const std::vector<int>& sizes) {
     measureOutput(report, folder);
     report.heading("statements");
     measureStatements(report, folder);
+}
+
+int run(std::vector<std::string> arguments) {
+    const bool serversAlone = arguments.front() == "--servers";
+    if (serversAlone) arguments.erase(arguments.begin());
+    const std::string folder = arguments.front();
+    std::vector<int> sizes;
+    for (std::size_t i = 1; i < arguments.size(); ++i)
+        sizes.push_back(std::stoi(arguments[i]));
+    std::filesystem::create_directories(folder);
+    orvenmod::startUp();
+    Report report;
+    if (!serversAlone) measureFile(report, folder, sizes);
+    measureServer(report, folder, sizes);
     report.heading(report.kept() ? "every bound is kept" : "NOT every bound is kept");
     return report.kept() ? 0 : 1;
 }
@@ -71,15 +84,13 @@ int run(const std::string& folder, const std::vector<int>& sizes) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 3) {
-        std::fputs("orvenbench FOLDER SIZE...\n", stderr);
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.size() < (arguments.empty() || arguments.front() != "--servers" ? 2U : 3U)) {
+        std::fputs("orvenbench [--servers] FOLDER SIZE...\n", stderr);
         return 2;
     }
     try {
-        std::vector<int> sizes;
-        for (int i = 2; i < argc; ++i)
-            sizes.push_back(std::stoi(argv[i]));
-        return run(argv[1], sizes);
+        return run(arguments);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "orvenbench: %s\n", failure.what());
         return 2;
