@@ -18,8 +18,9 @@ using tsql::worded;
 constexpr std::string_view kOfTheDialect = "OV000";
 constexpr char kBetweenArguments = '\x1f';
 
-constexpr int kLeastVersion = 130000;
-constexpr const char* kLeastVersionText = "13";
+// The first with regexp_instr, which the run-time functions call.
+constexpr int kLeastVersion = 150000;
+constexpr const char* kLeastVersionText = "15";
 
 std::vector<std::string> argumentsOf(const std::string& detail) {
     std::vector<std::string> arguments;
@@ -54,6 +55,14 @@ std::string typeOutOfRange(const std::string& message) {
     return message.starts_with("numeric") ? "numeric" : "float";
 }
 
+// "Process 12 waits for ShareLock on transaction 34; ..." tells first of the one that was ended.
+std::string firstNumber(const std::string& text) {
+    constexpr const char* kDigits = "0123456789";
+    const std::size_t start = text.find_first_of(kDigits);
+    if (start == std::string::npos) return "?";
+    return text.substr(start, text.find_first_not_of(kDigits, start) - start);
+}
+
 std::string oneLine(std::string text) {
     while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
         text.pop_back();
@@ -75,7 +84,7 @@ Failure reported(const PGresult* failure, const ServerAddress& address) {
         {"21000", tsql::kSubqueryRows, {}},
         {"22021", tsql::kNoText, {}},
         {"22P05", tsql::kNoText, {}},
-        {"40P01", tsql::kDeadlock, {"?"}},
+        {"40P01", tsql::kDeadlock, {firstNumber(field(failure, PG_DIAG_MESSAGE_DETAIL))}},
         {"40001", tsql::kDeadlock, {"?"}},
         {"55P03", tsql::kLockTimeout, {}},
         {"53100", tsql::kNoSpace, {address.database}},

@@ -52,6 +52,9 @@ PostgresConnection::~PostgresConnection() { close(); }
 Session& PostgresConnection::session() {
     if (!open_) throw tsql::worded(language_, tsql::kClosed, {});
     if (transaction_ == Transaction::lost) throw tsql::worded(language_, tsql::kTransactionLost, {});
+    // Of a transaction that nothing has gone out of, nothing is lost.
+    const bool replaceable = transaction_ == Transaction::none || transaction_ == Transaction::begun;
+    if (session_ && replaceable && !session_->alive()) session_.reset();
     if (!session_) {
         session_ = takeSession(connectionString_);
         session_->progress().set(progress_);

@@ -112,13 +112,16 @@ void Session::setUp() {
         connection_.get(), [](void*, const char*) {}, nullptr);
     Parameters settings;
     settings.addText(zoneText(zone_));
-    settings.addText(std::to_string(address_.busyTimeout.count()));
+    // None at all would be a wait without an end.
+    settings.addText(std::to_string(std::max<std::int64_t>(address_.busyTimeout.count(), 1)));
     try {
         queueText(
             "SELECT set_config('TimeZone', $1, false), set_config('lock_timeout', $2, false), "
             "set_config('DateStyle', 'ISO, YMD', false), set_config('IntervalStyle', 'postgres', false), "
             "set_config('extra_float_digits', '1', false), set_config('bytea_output', 'hex', false), "
-            "set_config('standard_conforming_strings', 'on', false), set_config('transform_null_equals', 'off', false)",
+            "set_config('standard_conforming_strings', 'on', false), set_config('transform_null_equals', 'off', "
+            "false), "
+            "set_config('jit', 'off', false)",
             settings);
         for (const FixedText& fixed : kFixed) {
             PQsendPrepare(connection_.get(), fixed.name, fixed.text, 0, nullptr);
@@ -387,7 +390,7 @@ bool Session::alive() {
 
 bool Session::reset() noexcept {
     progress_.set({});
-    if (PQstatus(connection_.get()) == CONNECTION_BAD) return false;
+    if (PQstatus(connection_.get()) == CONNECTION_BAD || !queued_.empty()) return false;
     const PGTransactionStatusType status = PQtransactionStatus(connection_.get());
     if (status == PQTRANS_IDLE) return true;
     if (status != PQTRANS_INTRANS && status != PQTRANS_INERROR) return false;

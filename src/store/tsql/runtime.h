@@ -4,6 +4,9 @@
 //
 //   fnumber=5    ts_cast("tblItem"."fnumber", 'varchar(30)', 'int') = ?1
 //
+// PostgreSQL's text calls them by the same names in the schema orven, where an argument has its native type and a
+// conversion is named by what it gives (ts_bigint, ts_text, ts_try_numeric); see postgres_emitter.h.
+//
 // A type argument is printType's text, always a constant of the statement (worth keeping as auxiliary data).
 //
 // Conversions

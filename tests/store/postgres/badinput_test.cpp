@@ -1,11 +1,16 @@
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
 
 #include "store/postgres/failures.h"
 #include "store/tsql/failurenumbers.h"
 #include "suiteserver.h"
+#include "support/temporary.h"
 
 namespace orvenmod::store::postgres::test {
 namespace {
@@ -71,6 +76,25 @@ TEST(BadServers, AWrongPasswordIsToldAndNotShown) {
     PostgresStore::dropIdleSessions();
 }
 
+TEST(Servers, AreLoggedInToByThePasswordFileAndTheServiceFile) {
+    PostgresServer::Settings settings;
+    settings.access = "local all tests trust\nlocal all all scram-sha-256\n";
+    PostgresServer server(settings);
+    const std::string database = server.makeDatabase();
+    server.run("postgres", "ALTER ROLE suite PASSWORD 'right'");
+    const orvenmod::test::TemporaryFolder folder;
+    std::ofstream(folder.file("passwords")) << "*:*:*:suite:right\n";
+    ::chmod(folder.file("passwords").c_str(), 0600);
+    const std::string passwords = ";passfile=" + folder.file("passwords");
+    EXPECT_EQ(connecting(connectionStringFor(server, database) + passwords).number(), 0);
+    std::ofstream(folder.file("services"))
+        << "[till]\nhost=" << server.host() << "\ndbname=" << database << "\nuser=suite\npassword=right\n";
+    ::setenv("PGSERVICEFILE", folder.file("services").c_str(), 1);
+    EXPECT_EQ(connecting("Provider=PostgreSQL;service=till").number(), 0);
+    ::unsetenv("PGSERVICEFILE");
+    PostgresStore::dropIdleSessions();
+}
+
 TEST(BadServers, AnUnknownUserIsTold) {
     const auto& server = PostgresServer::shared();
     EXPECT_EQ(
@@ -97,8 +121,8 @@ TEST(BadServers, ADatabaseOfAnotherEncodingIsRefused) {
 TEST(BadServers, AServerThatIsTooOldIsRefused) {
     ServerAddress address;
     address.server = "db";
-    EXPECT_EQ(unfitServer(120019, address)->text(), "服务器“db”的版本是 12，至少需要 13。");
-    EXPECT_FALSE(unfitServer(130000, address));
+    EXPECT_EQ(unfitServer(140019, address)->text(), "服务器“db”的版本是 14，至少需要 15。");
+    EXPECT_FALSE(unfitServer(150000, address));
 }
 
 TEST(BadServers, AFullDiskIsToldAndStoresNothing) {

@@ -29,6 +29,14 @@ TEST_F(Locks, ThatAreNotHadWithinTheBusyTimeoutAreTold) {
     EXPECT_EQ(second_->execute("update t set n=2 where id=1"), 1);
 }
 
+TEST_F(Locks, AreNotWaitedForWithoutABusyTimeout) {
+    const auto hasty = connect(";Busy Timeout=0");
+    first_->beginTrans();
+    first_->execute("update t set n=1 where id=1");
+    EXPECT_EQ(failureOf([&] { hasty->execute("update t set n=2 where id=1"); }).number(), 1222);
+    first_->rollbackTrans();
+}
+
 TEST_F(Locks, ThatAreNotHadLeaveATransactionOpen) {
     first_->beginTrans();
     first_->execute("update t set n=1 where id=1");
@@ -48,14 +56,16 @@ TEST_F(Locks, ThatWaitForEachOtherEndOneOfTheTwo) {
     first_->execute("update t set n=1 where id=1");
     other->execute("update t set n=1 where id=2");
     const auto crossing = [](Connection& connection, const std::string& sql) {
-        const int number = failureOf([&] { connection.execute(sql); }).number();
-        if (number != 0) connection.rollbackTrans();
-        return number;
+        const Failure failure = failureOf([&] { connection.execute(sql); });
+        if (failure.number() != 0) connection.rollbackTrans();
+        return failure;
     };
     auto waiting = std::async(std::launch::async, crossing, std::ref(*first_), "update t set n=2 where id=2");
-    const int second = crossing(*other, "update t set n=2 where id=1");
-    const int first = waiting.get();
-    EXPECT_EQ(first + second, 1205);
+    const Failure second = crossing(*other, "update t set n=2 where id=1");
+    const Failure first = waiting.get();
+    EXPECT_EQ(first.number() + second.number(), 1205);
+    EXPECT_NE((first.text() + second.text()).find("进程 ID "), std::string::npos);
+    EXPECT_EQ((first.text() + second.text()).find('?'), std::string::npos) << first.text() << second.text();
     for (Connection* each : {first_.get(), other.get()}) {
         if (each->inTransaction()) each->commitTrans();
     }

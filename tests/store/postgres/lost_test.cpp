@@ -23,11 +23,32 @@ protected:
     std::unique_ptr<Connection> connection_;
 };
 
-TEST_F(LostSession, BetweenTwoStatementsIsToldOnceAndReplaced) {
+TEST_F(LostSession, BetweenTwoStatementsIsReplaced) {
     terminateSessions();
-    EXPECT_EQ(failureOf([&] { connection_->open("select * from t"); }).number(), tsql::kConnectionLost);
     EXPECT_EQ(value(*connection_, "select count(*) from t"), "1");
+    terminateSessions();
     EXPECT_EQ(connection_->execute("insert into t(id) values(2)"), 1);
+    connection_->beginTrans();
+    terminateSessions();
+    EXPECT_EQ(connection_->execute("insert into t(id) values(3)"), 1);
+    connection_->commitTrans();
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "3");
+}
+
+TEST_F(LostSession, KeepsItsProgressWhenItIsReplaced) {
+    fill();
+    int calls = 0;
+    connection_->setProgress([&calls] { ++calls; });
+    terminateSessions();
+    connection_->open(kList);
+    EXPECT_GE(calls, 1);
+}
+
+TEST_F(LostSession, WithinAChangeOutsideATransactionMayHaveStoredIt) {
+    fill();
+    connection_->setProgress([this] { terminateSessions(); });
+    const std::string sql = std::string("update t set n=2 where id<(") + kLong + ")";
+    EXPECT_EQ(failureOf([&] { connection_->execute(sql); }).number(), tsql::kCommitUnknown);
 }
 
 TEST_F(LostSession, WithinATransactionLeavesNothingOfIt) {
@@ -79,6 +100,8 @@ TEST_F(LostSession, WhileAListArrivesIsTold) {
 }
 
 TEST_F(LostSession, NamesTheServer) {
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(2)");
     terminateSessions();
     const Failure failure = failureOf([&] { connection_->open("select * from t"); });
     EXPECT_NE(failure.text().find(orvenmod::test::PostgresServer::shared().host()), std::string::npos);

@@ -36,6 +36,12 @@ TEST(PostgresNumbers, OfNullsHaveNoQuotient) {
     bothStores().expectSame("ts_decdiv", {null, decimal("2"), p, s});
     bothStores().expectSame("ts_decdiv", {decimal("2"), null, p, s});
     bothStores().expectSame("ts_decimal", {null, p, s});
+    // Nor by zero.
+    bothStores().expectSame("ts_decdiv", {null, decimal("0"), p, s});
+    bothStores().expectSame("ts_decmod", {null, decimal("0")});
+    bothStores().expectSame("ts_idiv", {nullOf("bigint"), integer(0)});
+    bothStores().expectSame("ts_imod", {nullOf("bigint"), integer(0)});
+    bothStores().expectSame("ts_div", {nullOf("float"), floating("0")});
 }
 
 TEST(PostgresNumbers, KeepAllDigitsOfADecimal) {
