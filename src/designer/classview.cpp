@@ -65,9 +65,8 @@ struct Field {
 
 class Generator {
 public:
-    Generator(store::Connection& connection, const ClassObjects& objects, ClassViewMode mode,
-              const std::string& newField)
-        : connection_(connection),
+    Generator(store::Flight& flight, const ClassObjects& objects, ClassViewMode mode, const std::string& newField)
+        : flight_(flight),
           objects_(objects),
           mode_(mode),
           newField_(newField),
@@ -80,12 +79,12 @@ public:
             readNextEntry();
         } else {
             type_ = store::listType(itemClass_);
-            connection_.execute("delete from tblViewDesc where ftypeid=" + type_);
+            flight_.execute("delete from tblViewDesc where ftypeid=" + type_);
         }
-        connection_.execute(std::string(wording_.drop) + objects_.view);
+        flight_.execute(std::string(wording_.drop) + objects_.view);
         addClassColumn();
         addFields();
-        connection_.execute(view_.text());
+        flight_.execute(view_.text());
     }
 
 private:
@@ -93,7 +92,7 @@ private:
     void readNextEntry() {
         type_ = std::to_string(toInt16(static_cast<double>(store::listTypeNumber(itemClass_))));
         const auto row =
-            connection_.open("select max(fentryid) as fEntryId1 from tblFindinfoentry2 where ftypeid=" + type_);
+            flight_.open("select max(fentryid) as fEntryId1 from tblFindinfoentry2 where ftypeid=" + type_);
         entry_ = idAfter(row.eof() || row.isNull("fEntryId1") ? 1 : toInt32(row.text("fEntryId1")));
     }
 
@@ -101,15 +100,15 @@ private:
         const std::string_view amount = amountCaption(itemClass_);
         if (!amount.empty()) {
             view_.addAmount();
-            if (mode_ == ClassViewMode::setup) connection_.execute(filled(kAmount, {{"t", type_}, {"word", amount}}));
+            if (mode_ == ClassViewMode::setup) flight_.execute(filled(kAmount, {{"t", type_}, {"word", amount}}));
         } else if (itemClass_ == store::kGoods) {
             view_.addStock();
-            if (mode_ == ClassViewMode::setup) connection_.execute(filled(kStock, {{"t", type_}}));
+            if (mode_ == ClassViewMode::setup) flight_.execute(filled(kStock, {{"t", type_}}));
         }
     }
 
     void addFields() {
-        auto rows = connection_.open(
+        auto rows = flight_.open(
             "select fname,ffieldname,fFieldtype,fItemType,fValueItemId from tblTableInfo where "
             "fitemclassid=" +
             std::to_string(itemClass_) + " and fisvisible=1 and fFieldName<>'fShortNumber'" +
@@ -146,12 +145,12 @@ private:
     bool isDescribed(const Field& field) const { return mode_ == ClassViewMode::setup || field.name == newField_; }
 
     void describe(const Field& field, std::string_view text) {
-        connection_.execute(filled(text, {{"t", type_}, {"f", field.name}, {"cap", field.caption}}));
+        flight_.execute(filled(text, {{"t", type_}, {"f", field.name}, {"cap", field.caption}}));
     }
 
     // The row's class id holds the type id.
     void offerSearch(const Field& field, std::string_view values) {
-        connection_.execute(filled(
+        flight_.execute(filled(
             "insert into tblFindinfoEntry2(fTypeid,fFieldName,fTitleName,fNumType,fItemclassid,fIsDefault,fEntryId,"
             "fNumberName) values({values})",
             {{"values", filled(values, {{"t", type_},
@@ -161,7 +160,7 @@ private:
                                         {"e", std::to_string(entry_++)}})}}));
     }
 
-    store::Connection& connection_;
+    store::Flight& flight_;
     const ClassObjects& objects_;
     const ClassViewMode mode_;
     const std::string& newField_;
@@ -174,14 +173,14 @@ private:
 
 }  // namespace
 
-ClassObjects readClassObjects(store::Connection& connection, const std::string& itemClass) {
-    const auto row = connection.open("select * from tblItemclass where fitemclassid=" + itemClass);
+ClassObjects readClassObjects(store::Flight& flight, const std::string& itemClass) {
+    const auto row = flight.open("select * from tblItemclass where fitemclassid=" + itemClass);
     return {row.text("fviewname"), row.text("fItemTable")};
 }
 
-void regenerateClassView(store::Connection& connection, const ClassObjects& objects, ClassViewMode mode,
+void regenerateClassView(store::Flight& flight, const ClassObjects& objects, ClassViewMode mode,
                          const std::string& newField) {
-    Generator(connection, objects, mode, newField).run();
+    Generator(flight, objects, mode, newField).run();
 }
 
 }  // namespace orvenmod

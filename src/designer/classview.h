@@ -9,7 +9,7 @@
 
 #include <string>
 
-#include "store/connection.h"
+#include "store/flight.h"
 
 namespace orvenmod {
 
@@ -20,7 +20,7 @@ struct ClassObjects {
 };
 
 /// A null reads as "". Failure 3021 where the class is gone.
-ClassObjects readClassObjects(store::Connection& connection, const std::string& itemClass);
+ClassObjects readClassObjects(store::Flight& flight, const std::string& itemClass);
 
 enum class ClassViewMode {
     newField,  ///< adds the description and search rows of one field
@@ -30,7 +30,7 @@ enum class ClassViewMode {
 /// Regenerates the view of class gItemClassId within the caller's transaction. `newField` is the column just added, in
 /// its mode. Throws what the store throws, and ConversionFailure 6 in the mode newField for a class whose search rows
 /// would be filed beyond 16 bits.
-void regenerateClassView(store::Connection& connection, const ClassObjects& objects, ClassViewMode mode,
+void regenerateClassView(store::Flight& flight, const ClassObjects& objects, ClassViewMode mode,
                          const std::string& newField = "");
 
 }  // namespace orvenmod

@@ -196,20 +196,23 @@ bool frmHSXMDetailNew::insert() {
 // Row and column come first: the generator reads the field rows and names the new column.
 void frmHSXMDetailNew::addField() {
     store::Connection& connection = *appState().gConn;
+    store::Flight flight(connection);
     const NewField made = typedField();
     const std::string itemClass = std::to_string(appState().gItemClassId);
     const auto last =
-        connection.open("select max(finterid) as finterid1 from tbltableinfo where fitemclassid=" + itemClass);
+        flight.open("select max(finterid) as finterid1 from tbltableinfo where fitemclassid=" + itemClass);
     const std::string interId =
         std::to_string(idAfter(last.eof() ? kBaseFields : toInt32(required(last.field("finterid1")))));
     const std::string row = fieldRow(made, itemClass, interId);
-    const std::string column = columnStatement(made, readClassObjects(connection, itemClass).table);
+    const std::string column = columnStatement(made, readClassObjects(flight, itemClass).table);
     connection.beginTrans();
-    connection.execute(row);
-    connection.execute(column);
-    countFieldName();
-    const ClassObjects objects = readClassObjects(connection, itemClass);
-    regenerateClassView(connection, objects, ClassViewMode::newField, made.field);
+    flight.run([&] {
+        flight.execute(row);
+        flight.execute(column);
+        countFieldName(flight);
+        const ClassObjects objects = readClassObjects(flight, itemClass);
+        regenerateClassView(flight, objects, ClassViewMode::newField, made.field);
+    });
     connection.commitTrans();
 }
 

@@ -76,20 +76,23 @@ bool frmHSXMDetailSetup::saveFieldSetup() {
     return saved([&] {
         store::Connection& connection = *appState().gConn;
         connection.beginTrans();
-        updateFields(itemClass);
-        const ClassObjects objects = readClassObjects(connection, itemClass);
-        regenerateClassView(connection, objects, ClassViewMode::setup);
-        rebuildStockView(connection);
+        store::Flight flight(connection);
+        flight.run([&] {
+            updateFields(flight, itemClass);
+            const ClassObjects objects = readClassObjects(flight, itemClass);
+            regenerateClassView(flight, objects, ClassViewMode::setup);
+            rebuildStockView(flight);
+        });
         connection.commitTrans();
     });
 }
 
-void frmHSXMDetailSetup::updateFields(const std::string& itemClass) {
+void frmHSXMDetailSetup::updateFields(store::Flight& flight, const std::string& itemClass) {
     const platform::EntryGrid& grid = fps1();
     for (int row = firstSavedRow(); row <= grid.rowCount(); ++row) {
-        appState().gConn->execute("update tbltableinfo set fisvisible=" + orZero(grid.text(Column::shown, row)) +
-                                  ",fname='" + trim(grid.text(Column::caption, row)) + "' where finterid=" +
-                                  orZero(grid.text(Column::interId, row)) + " and fitemclassid=" + itemClass + " ");
+        flight.execute("update tbltableinfo set fisvisible=" + orZero(grid.text(Column::shown, row)) + ",fname='" +
+                       trim(grid.text(Column::caption, row)) + "' where finterid=" +
+                       orZero(grid.text(Column::interId, row)) + " and fitemclassid=" + itemClass + " ");
     }
 }
 

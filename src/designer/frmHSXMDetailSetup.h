@@ -5,6 +5,7 @@
 #include <string>
 
 #include "designer/dialog.h"
+#include "store/flight.h"
 
 namespace orvenmod {
 
@@ -22,7 +23,7 @@ private:
     void Form_Unload();
     bool loadFieldList();
     bool saveFieldSetup();
-    void updateFields(const std::string& itemClass);
+    void updateFields(store::Flight& flight, const std::string& itemClass);
     void MenuUnLock_Click();
     void Toolbar1_ButtonClick(const std::string& key);
 };

@@ -29,11 +29,10 @@ std::string proposedFieldName() {
                     openRows("select fpreletter,fbillno from tblmaxbillno where ftypeid=1001 "));
 }
 
-void countFieldName() {
-    store::Connection& connection = *appState().gConn;
-    const bool counted = !openRows("select * from tblMaxbillno where ftypeid=1001").eof();
-    connection.execute(counted ? "update tblMaxbillno set fbillno=fbillno+1 where ftypeid=1001 "
-                               : "insert into tblmaxbillno(fpreletter,ftypeid,fbillno) values('A',1001,1) ");
+void countFieldName(store::Flight& flight) {
+    const bool counted = !flight.open("select * from tblMaxbillno where ftypeid=1001").eof();
+    flight.execute(counted ? "update tblMaxbillno set fbillno=fbillno+1 where ftypeid=1001 "
+                           : "insert into tblmaxbillno(fpreletter,ftypeid,fbillno) values('A',1001,1) ");
 }
 
 }  // namespace orvenmod

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "store/flight.h"
+
 namespace orvenmod {
 
 /// The table of the next class. Needs an open store, in which it makes the counter's row where there is none; the
@@ -15,6 +17,6 @@ std::string proposedTableName();
 std::string proposedFieldName();
 
 /// Counts a field name as given out.
-void countFieldName();
+void countFieldName(store::Flight& flight);
 
 }  // namespace orvenmod

@@ -65,8 +65,8 @@ bool isOn(const Values& values, const Setting& setting) {
     return !value.empty() && toInt32(value) == 1;
 }
 
-Settings readSettings(store::Connection& connection) {
-    auto rows = connection.open(" select fvalue,ftypeid from tblsysteminfo where ftypeid in (61,62,63,71,72) ");
+Settings readSettings(store::Flight& flight) {
+    auto rows = flight.open(" select fvalue,ftypeid from tblsysteminfo where ftypeid in (61,62,63,71,72) ");
     Values values;
     for (; !rows.eof(); rows.moveNext())
         values[toInt32(required(rows.field("ftypeid")))] = rows.text("fvalue");
@@ -84,21 +84,21 @@ Settings readSettings(store::Connection& connection) {
 
 class Generator {
 public:
-    explicit Generator(store::Connection& connection) : connection_(connection) {}
+    explicit Generator(store::Flight& flight) : flight_(flight) {}
 
     void run() {
-        settings_ = readSettings(connection_);
+        settings_ = readSettings(flight_);
         resolveSources();
-        connection_.execute("delete from tblviewdesc where ftypeid=" + std::string(store::kStockDescriptionType) + " ");
+        flight_.execute("delete from tblviewdesc where ftypeid=" + std::string(store::kStockDescriptionType) + " ");
         for (const store::StockDescription& row : store::stockDescriptions())
-            connection_.execute(store::stockDescriptionRow(row));
-        connection_.execute(" drop view vTimeStock ");
+            flight_.execute(store::stockDescriptionRow(row));
+        flight_.execute(" drop view vTimeStock ");
         add(store::stockViewColumns());
         addPlaceAndBatch();
         addDimensions();
         addGoodsFields();
         addJoins();
-        connection_.execute(text_);
+        flight_.execute(text_);
     }
 
 private:
@@ -121,7 +121,7 @@ private:
             } else {
                 continue;
             }
-            const auto row = connection_.open(sql);
+            const auto row = flight_.open(sql);
             if (row.eof() || (settings_.names[i] != "fHS1" && settings_.names[i] != "fHS2")) continue;
             firstTable_ = row.text("fViewName");
             if (firstTable_.empty()) firstTable_ = " tblSubtype ";
@@ -129,7 +129,7 @@ private:
     }
 
     void describe(std::string_view field, std::string_view caption) {
-        connection_.execute(store::stockDescriptionRow({field, caption}));
+        flight_.execute(store::stockDescriptionRow({field, caption}));
     }
 
     void describeLookup(const std::string& field, const std::string& caption) {
@@ -168,7 +168,7 @@ private:
     }
 
     void addGoodsFields() {
-        auto rows = connection_.open(ofGoods(
+        auto rows = flight_.open(ofGoods(
             "select a.fFieldName,a.fname,isnull(b.fitemtable,'tblSubType ') as fitemtable   from  (select "
             "fValueItemId,fname,fFieldName from tbltableinfo where fitemclassid={goods} and (fFieldname='fA' or "
             "fFieldname='fB' or fFieldName='fC' or fFIeldName='FD' or fFieldName='fE'   or fFieldName='fF' or "
@@ -198,7 +198,7 @@ private:
         if (!goodsTable_.empty()) add(store::stockViewGoodsLookup(goodsTable_));
     }
 
-    store::Connection& connection_;
+    store::Flight& flight_;
     Settings settings_;
     std::string firstTable_;
     // Nothing fills it: stock with a second lookup dimension has no valid view, and its save is refused by the store.
@@ -209,6 +209,6 @@ private:
 
 }  // namespace
 
-void rebuildStockView(store::Connection& connection) { Generator(connection).run(); }
+void rebuildStockView(store::Flight& flight) { Generator(flight).run(); }
 
 }  // namespace orvenmod

@@ -3,13 +3,13 @@
 // 5033 in tblViewDesc describe it.
 #pragma once
 
-#include "store/connection.h"
+#include "store/flight.h"
 
 namespace orvenmod {
 
 /// Rebuilds view and descriptions within the caller's transaction. Settings from which no valid view follows are
 /// failures of the store; a list of settings shorter than that of the dimensions, and a source that is no number, are a
 /// ConversionFailure.
-void rebuildStockView(store::Connection& connection);
+void rebuildStockView(store::Flight& flight);
 
 }  // namespace orvenmod
