@@ -1,5 +1,6 @@
 #include "store/postgres/postgrescatalog.h"
 
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
@@ -147,23 +148,17 @@ void PostgresCatalog::forget(const std::string& object) {
 }
 
 bool PostgresCatalog::refreshed() {
-    if (known_ && forgotten_.empty()) return false;
-    const bool all = !known_;
-    refresh();
-    return all;
-}
-
-void PostgresCatalog::refresh() const {
-    if (!known_) {
-        readAll();
-    } else if (!forgotten_.empty()) {
-        readForgotten();
-    }
+    if (known_) return false;
+    readAll();
+    return true;
 }
 
 const tsql::ObjectInfo* PostgresCatalog::find(std::string_view name) const {
-    refresh();
-    const auto found = objects_.find(tsql::nativeName(name));
+    if (!known_) readAll();
+    const std::string native = tsql::nativeName(name);
+    // Only when it is asked for: the statements behind a definition mostly concern others.
+    if (std::find(forgotten_.begin(), forgotten_.end(), native) != forgotten_.end()) readForgotten();
+    const auto found = objects_.find(native);
     if (found == objects_.end()) return nullptr;
     Object& object = *found->second;
     if (!object.bound) {

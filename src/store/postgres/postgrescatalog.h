@@ -49,7 +49,6 @@ private:
         bool bound = true;  ///< a view's columns are of its text
     };
 
-    void refresh() const;
     void readAll() const;
     void readForgotten() const;
     void addColumns(const PGresult* rows) const;

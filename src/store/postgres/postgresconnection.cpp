@@ -25,9 +25,9 @@ using tsql::StatementKind;
 // More changes of the schema than that while one statement starts are no accident.
 constexpr int kMostTranslations = 10;
 
-bool isDrop(std::string_view sql) {
+bool maySeveralBeDropped(std::string_view sql) {
     const std::size_t first = std::min(sql.find_first_not_of(" \t\r\n"), sql.size());
-    return tsql::lowerText(sql.substr(first, 4)) == "drop";
+    return tsql::lowerText(sql.substr(first, 4)) == "drop" && sql.find(',') != std::string_view::npos;
 }
 
 /// Of "COPY tblitem, line 3, column fnumber: ..." fnumber; empty where it tells none.
@@ -273,8 +273,7 @@ void PostgresConnection::runDefinition(std::string_view sql, CachedStatement* en
 void PostgresConnection::definitionMade(std::string_view sql, const std::string& object, const PGresult* before) {
     looked_ = true;
     defined_ = transaction_ != Transaction::none;
-    // One drop may name several.
-    if (isDrop(sql) || object.empty()) return session_->forgetSchema();
+    if (maySeveralBeDropped(sql) || object.empty()) return session_->forgetSchema();
     if (!defined_) session_->schemaChanged(before);
     session_->forgetDefinition(std::string(object));
 }
