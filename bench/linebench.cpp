@@ -9,6 +9,7 @@
 #include <cmath>
 #include <filesystem>
 #include <functional>
+#include <limits>
 #include <set>
 #include <stdexcept>
 #include <vector>
@@ -127,6 +128,7 @@ const Subtree Commands::kMovedBefore{kMoveTarget + 10001, 100, "82"};
 struct Command {
     const char* name;
     double most;  ///< milliseconds on the line; 0 for none told
+    int runs;
     std::function<double(Commands&, double (*clock)())> run;
     std::function<double(Commands&, double (*clock)())> before = run;  ///< so that all is prepared
 };
@@ -136,13 +138,13 @@ const std::vector<Command>& allCommands() {
         return [command](Commands& commands, double (*clock)()) { return commands.design(command, clock); };
     };
     static const std::vector<Command> kAll = {
-        {"saving a new item", 25, [](Commands& commands, double (*clock)()) { return commands.save(clock); }},
-        {"creating a class", 0, designing(0)},
-        {"adding a field", 0, designing(1)},
-        {"field setup, both views", 0, designing(2)},
-        {"deleting an item, its guard before", 0,
+        {"saving a new item", 25, 5, [](Commands& commands, double (*clock)()) { return commands.save(clock); }},
+        {"creating a class", 0, 3, designing(0)},
+        {"adding a field", 0, 3, designing(1)},
+        {"field setup, both views", 0, 3, designing(2)},
+        {"deleting an item, its guard before", 0, 3,
          [](Commands& commands, double (*clock)()) { return commands.deleteItem(clock); }},
-        {"move of 10000 rows", 3000,
+        {"move of 10000 rows", 3000, 1,
          [](Commands& commands, double (*clock)()) { return commands.move(Commands::kMoved, clock); },
          [](Commands& commands, double (*clock)()) { return commands.move(Commands::kMovedBefore, clock); }}};
     return kAll;
@@ -154,9 +156,13 @@ std::vector<Cost> costs(Commands& commands, store::Store& store) {
     std::vector<Cost> all;
     for (const Command& command : allCommands()) {
         command.before(commands, wallMilliseconds);
-        gReadings.clear();
-        const double milliseconds = command.run(commands, lineClock);
-        all.push_back({gReadings.back() - gReadings.front(), milliseconds});
+        Cost least{0, std::numeric_limits<double>::max()};
+        for (int run = 0; run < command.runs; ++run) {
+            gReadings.clear();
+            least.milliseconds = std::min(least.milliseconds, command.run(commands, lineClock));
+            least.roundTrips = gReadings.back() - gReadings.front();
+        }
+        all.push_back(least);
     }
     return all;
 }
