@@ -1,9 +1,14 @@
 #include "benchserver.h"
 
+#include <sys/types.h>
+#include <time.h>
+
 #include <list>
+#include <sstream>
 #include <stdexcept>
 
 #include "entry/startup.h"
+#include "report.h"
 #include "stage.h"
 #include "store/copy/copy.h"
 #include "store/postgres/handlepool.h"
@@ -24,6 +29,14 @@ test::PostgresServer::Settings settingsFor(Durability durability) {
 }
 
 std::string databaseOf(const std::string& target) { return store::postgres::ServerAddress::parse(target).database; }
+
+double milliseconds(pid_t process) {
+    clockid_t clock{};
+    timespec now{};
+    if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &now) != 0)
+        throw std::runtime_error("a session of the server has ended");
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
 
 void copyOver(const std::string& from, const std::string& to) {
     const auto source = componentStore().connect(from);
@@ -51,6 +64,17 @@ std::string BenchServer::goodsDatabase(const std::string& folder, int goods) {
 
 std::string BenchServer::run(const std::string& target, const std::string& sql) const {
     return server_.run(databaseOf(target), sql);
+}
+
+double BenchServer::computed(const std::string& target) const {
+    const std::string sessions =
+        server_.run("postgres", "SELECT string_agg(pid::text, ' ') FROM pg_stat_activity WHERE datname = '" +
+                                    databaseOf(target) + "' AND backend_type = 'client backend'");
+    double all = threadMilliseconds();
+    std::istringstream pids(sessions);
+    for (pid_t pid = 0; pids >> pid;)
+        all += milliseconds(pid);
+    return all;
 }
 
 struct BareServerLoop::Handle {

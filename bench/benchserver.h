@@ -21,6 +21,9 @@ public:
     std::string goodsDatabase(const std::string& folder, int goods);
     /// A statement of the server's own language, as its superuser.
     std::string run(const std::string& target, const std::string& sql) const;
+    /// What this thread and the database's sessions have computed, in milliseconds: the machine's other work, which
+    /// reaches a server at each of its round trips, doesn't count.
+    double computed(const std::string& target) const;
 
 private:
     test::PostgresServer server_;

@@ -4,7 +4,6 @@
 #include "platform/controls.h"
 #include "platform/entrygrid.h"
 #include "platform/tree.h"
-#include "report.h"
 
 namespace orvenmod::bench {
 
@@ -39,7 +38,7 @@ std::vector<DesignerCommand> designerCommands(int newClass) {
              [](MemoryWindow& window) { pressTool(window, "Save"); }}};
 }
 
-double runCommand(MemoryStage& windows, const DesignerCommand& command, int chosenClass, double (*clock)()) {
+double runCommand(MemoryStage& windows, const DesignerCommand& command, int chosenClass, const Clock& clock) {
     double took = 0;
     std::vector<store::TraceRecord> sent;
     windows.onWindow("frmHSXM", [&](MemoryWindow& main) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "memorystage.h"
+#include "report.h"
 
 namespace orvenmod::bench {
 
@@ -21,6 +22,6 @@ std::vector<DesignerCommand> designerCommands(int newClass);
 
 /// From the press of the button until the window has done it, in milliseconds of the clock. The stage's records are
 /// those of the command.
-double runCommand(MemoryStage& windows, const DesignerCommand& command, int chosenClass, double (*clock)());
+double runCommand(MemoryStage& windows, const DesignerCommand& command, int chosenClass, const Clock& clock);
 
 }  // namespace orvenmod::bench

@@ -59,14 +59,6 @@ struct Cost {
     double milliseconds = 0;
 };
 
-// A clock that counts round trips too: from its first reading to its last.
-const Relay* gLine = nullptr;
-std::vector<int> gReadings;
-double lineClock() {
-    gReadings.push_back(gLine->roundTrips());
-    return wallMilliseconds();
-}
-
 class Commands {
 public:
     Commands(const std::string& target, int firstClass) : items_(target), class_(firstClass) {
@@ -75,17 +67,17 @@ public:
         appState().gItemTable = "ICItem";
     }
 
-    double save(double (*clock)()) {
+    double save(const Clock& clock) {
         const double took = items_.save(*windows_, clock);
         items_.restore();
         return took;
     }
 
-    double design(std::size_t command, double (*clock)()) {
+    double design(std::size_t command, const Clock& clock) {
         return runCommand(*windows_, designerCommands(class_++)[command], store::kGoods, clock);
     }
 
-    double deleteItem(double (*clock)()) {
+    double deleteItem(const Clock& clock) {
         items_.save(*windows_, wallMilliseconds);
         const auto connection = componentStore().connect(appState().gConnStr);
         appState().gCurItemId = std::stoi(
@@ -103,7 +95,7 @@ public:
     }
 
     // There, and the next time back.
-    double move(const Subtree& subtree, double (*clock)()) {
+    double move(const Subtree& subtree, const Clock& clock) {
         const bool there = away_.insert(subtree.id).second;
         if (!there) away_.erase(subtree.id);
         return leastOf(
@@ -129,38 +121,44 @@ struct Command {
     const char* name;
     double most;  ///< milliseconds on the line; 0 for none told
     int runs;
-    std::function<double(Commands&, double (*clock)())> run;
-    std::function<double(Commands&, double (*clock)())> before = run;  ///< so that all is prepared
+    std::function<double(Commands&, const Clock& clock)> run;
+    std::function<double(Commands&, const Clock& clock)> before = run;  ///< so that all is prepared
 };
 
 const std::vector<Command>& allCommands() {
     const auto designing = [](std::size_t command) {
-        return [command](Commands& commands, double (*clock)()) { return commands.design(command, clock); };
+        return [command](Commands& commands, const Clock& clock) { return commands.design(command, clock); };
     };
     static const std::vector<Command> kAll = {
-        {"saving a new item", 25, 5, [](Commands& commands, double (*clock)()) { return commands.save(clock); }},
+        {"saving a new item", 25, 5, [](Commands& commands, const Clock& clock) { return commands.save(clock); }},
         {"creating a class", 0, 3, designing(0)},
         {"adding a field", 0, 3, designing(1)},
         {"field setup, both views", 0, 3, designing(2)},
         {"deleting an item, its guard before", 0, 3,
-         [](Commands& commands, double (*clock)()) { return commands.deleteItem(clock); }},
+         [](Commands& commands, const Clock& clock) { return commands.deleteItem(clock); }},
         {"move of 10000 rows", 3000, 1,
-         [](Commands& commands, double (*clock)()) { return commands.move(Commands::kMoved, clock); },
-         [](Commands& commands, double (*clock)()) { return commands.move(Commands::kMovedBefore, clock); }}};
+         [](Commands& commands, const Clock& clock) { return commands.move(Commands::kMoved, clock); },
+         [](Commands& commands, const Clock& clock) { return commands.move(Commands::kMovedBefore, clock); }}};
     return kAll;
 }
 
-std::vector<Cost> costs(Commands& commands, store::Store& store) {
+std::vector<Cost> costs(Commands& commands, store::Store& store, const Relay& line) {
     MemoryStage windows(&store);
     commands.use(windows);
+    // A clock that counts round trips too: from its first reading to its last.
+    std::vector<int> readings;
+    const auto clock = [&] {
+        readings.push_back(line.roundTrips());
+        return wallMilliseconds();
+    };
     std::vector<Cost> all;
     for (const Command& command : allCommands()) {
         command.before(commands, wallMilliseconds);
         Cost least{0, std::numeric_limits<double>::max()};
         for (int run = 0; run < command.runs; ++run) {
-            gReadings.clear();
-            least.milliseconds = std::min(least.milliseconds, command.run(commands, lineClock));
-            least.roundTrips = gReadings.back() - gReadings.front();
+            readings.clear();
+            least.milliseconds = std::min(least.milliseconds, command.run(commands, clock));
+            least.roundTrips = readings.back() - readings.front();
         }
         all.push_back(least);
     }
@@ -184,12 +182,11 @@ void measureLine(Report& report, BenchServer& server, const std::string& folder,
 
     const LineFolder line;
     const Relay relay(line.path() + "/.s.PGSQL.5432", server.host() + "/.s.PGSQL.5432", kDelay);
-    gLine = &relay;
     target.replace(target.find(server.host()), server.host().size(), line.path());
     OneByOne oneByOne;
     Commands commands(target, 2001);
-    const std::vector<Cost> before = costs(commands, oneByOne);
-    const std::vector<Cost> after = costs(commands, componentStore());
+    const std::vector<Cost> before = costs(commands, oneByOne, relay);
+    const std::vector<Cost> after = costs(commands, componentStore(), relay);
     for (std::size_t i = 0; i < after.size(); ++i) {
         const Command& command = allCommands()[i];
         report.note(std::string(command.name) + ": " + std::to_string(before[i].roundTrips) + " round trips, " +
@@ -199,7 +196,6 @@ void measureLine(Report& report, BenchServer& server, const std::string& folder,
             report.ratio(command.name, after[i].milliseconds, "a fixed time", command.most, 1.0, "ms");
     }
     store::postgres::dropIdleSessions();
-    gLine = nullptr;
 }
 
 }  // namespace orvenmod::bench

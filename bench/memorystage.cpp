@@ -23,6 +23,15 @@ MemoryStage::~MemoryStage() {
     appState().gConn.reset();
 }
 
+std::string MemoryStage::takeFailure() {
+    try {
+        if (const auto failure = std::exchange(failure_, nullptr)) std::rethrow_exception(failure);
+        return "";
+    } catch (const std::exception& failure) {
+        return failure.what();
+    }
+}
+
 void MemoryStage::onModal(MemoryWindow& window) {
     try {
         if (steps_.empty() || steps_.front().first != window.name()) {

@@ -33,6 +33,9 @@ public:
         if (failure_) std::rethrow_exception(failure_);
     }
 
+    /// Likewise its text, "" for none, and forgets it.
+    std::string takeFailure();
+
     const std::vector<store::TraceRecord>& records() const { return records_; }
     void forgetRecords() { records_.clear(); }
     void keepRecords(std::vector<store::TraceRecord> records) { records_ = std::move(records); }

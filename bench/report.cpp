@@ -23,7 +23,7 @@ double processMilliseconds() { return milliseconds(CLOCK_PROCESS_CPUTIME_ID); }
 
 double wallMilliseconds() { return milliseconds(CLOCK_MONOTONIC); }
 
-double leastOf(int runs, const std::function<void()>& work, double (*clock)()) {
+double leastOf(int runs, const std::function<void()>& work, const Clock& clock) {
     double least = std::numeric_limits<double>::max();
     for (int run = 0; run < runs; ++run) {
         const double begin = clock();

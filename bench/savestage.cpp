@@ -5,7 +5,6 @@
 #include "entry/startup.h"
 #include "frame/appstate.h"
 #include "platform/controls.h"
-#include "report.h"
 #include "subtree.h"
 
 namespace orvenmod::bench {
@@ -21,7 +20,7 @@ SaveStage::SaveStage(std::string target) : target_(std::move(target)) {
     connection->close();
 }
 
-double SaveStage::save(MemoryStage& windows, double (*clock)()) const {
+double SaveStage::save(MemoryStage& windows, const Clock& clock) const {
     AppState& state = appState();
     state.gConnStr = target_;
     state.gItemClassId = 3;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "memorystage.h"
+#include "report.h"
 
 namespace orvenmod::bench {
 
@@ -13,7 +14,7 @@ public:
 
     /// From the press of the button until the window has proposed the next code, in milliseconds of the clock. The
     /// stage's records are those of the save.
-    double save(MemoryStage& windows, double (*clock)()) const;
+    double save(MemoryStage& windows, const Clock& clock) const;
     /// Takes out what has been saved.
     void restore() const;
 

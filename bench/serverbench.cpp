@@ -1,5 +1,6 @@
 // The same windows and statements on a PostgreSQL server of the bench's own, against the client library's bare calls.
-// By the clock on the wall: the server's share counts. It doesn't wait for its disk, so that nothing hides behind that.
+// The server's work counts: by the clock on the wall, or, of short commands, as what both sides have computed. It
+// doesn't wait for its disk, so that nothing hides behind that.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -58,7 +59,7 @@ void measurePainting(Report& report, const std::string& target) {
         1, [&] { connection->open(listStatement()); }, wallMilliseconds);
     longest = std::max(longest, wallMilliseconds() - last);
     connection->close();
-    report.ratio("longest time without a paint", longest, "5 a second", 200, 1.0, "ms");
+    report.ratio("longest time without a paint", longest, "2 a second", 500, 1.0, "ms");
     report.note("  painted " + std::to_string(painted) + " times in " + std::to_string(std::lround(whole)) + " ms");
 }
 
@@ -74,19 +75,20 @@ void measureOpening(Report& report, const std::string& target) {
     report.ratio("open and close, warm", took * 1000 / kCommands, "a fixed time", 50, 1.0, "us");
 }
 
-void measureSaving(Report& report, const std::string& target) {
-    constexpr int kRuns = 30;
+void measureSaving(Report& report, const BenchServer& server, const std::string& target) {
+    constexpr int kRuns = 20;
+    const Clock computed = [&] { return server.computed(target); };
     const SaveStage items(target);
     MemoryStage windows;
     std::unique_ptr<BareServerLoop> statements;
     double ours = std::numeric_limits<double>::max();
     double bare = ours;
     for (int run = 0; run < kRuns; ++run) {
-        ours = std::min(ours, items.save(windows, wallMilliseconds));
+        ours = std::min(ours, items.save(windows, computed));
         items.restore();
         if (!statements) statements = std::make_unique<BareServerLoop>(target, statementsOf(windows.records()));
         bare = std::min(bare, leastOf(
-                                  1, [&] { statements->run(); }, wallMilliseconds));
+                                  1, [&] { statements->run(); }, computed));
         items.restore();
     }
     report.ratio("saving a new item", ours, "its statements alone", bare, 1.2, "ms");
@@ -101,7 +103,7 @@ void measureServer(Report& report, const std::string& folder, const std::vector<
         const std::string target = server.goodsDatabase(folder, goods);
         measureRows(report, target, goods);
         measurePainting(report, target);
-        measureSaving(report, target);
+        measureSaving(report, server, target);
         if (goods == sizes.front()) measureOpening(report, target);
     }
     report.heading("PostgreSQL on a line of 1 ms each way, among " + std::to_string(sizes.front()) + " goods");
