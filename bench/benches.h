@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "report.h"
 
@@ -47,6 +48,9 @@ void measureOutput(Report& report, const std::string& folder);
 /// A statement whose shape is cached.
 void measureStatements(Report& report, const std::string& folder);
 /// Rows and a command's cost on a server that speaks the dialect, against ODBC's own calls; a note where there is none.
-void measureServer(Report& report);
+void measureOdbc(Report& report);
+
+/// The lists, saves and round trips on a PostgreSQL server that is started for it.
+void measureServer(Report& report, const std::string& folder, const std::vector<int>& sizes);
 
 }  // namespace orvenmod::bench

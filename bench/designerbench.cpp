@@ -4,13 +4,10 @@
 #include <vector>
 
 #include "benches.h"
-#include "designer/frmHSXM.h"
+#include "designersteps.h"
 #include "entry/startup.h"
 #include "frame/appstate.h"
 #include "memorystage.h"
-#include "platform/controls.h"
-#include "platform/entrygrid.h"
-#include "platform/tree.h"
 #include "stage.h"
 #include "store/sqlite/sqlitestore.h"
 #include "store/trace.h"
@@ -19,7 +16,6 @@ namespace orvenmod::bench {
 namespace {
 
 namespace fs = std::filesystem;
-using platform::memory::MemoryWindow;
 
 constexpr int kClasses = 500;
 constexpr int kFields = 50;
@@ -57,44 +53,16 @@ std::string classDatabase(const std::string& folder) {
     });
 }
 
-void choose(MemoryWindow& window, const char* menu) { window.get<platform::Menu>(menu).click.raise(); }
-
-void select(MemoryWindow& window, const std::string& key) {
-    auto& tree = window.get<platform::Tree>("tv1");
-    tree.select(key);
-    tree.nodeClick.raise(key);
-}
-
-/// One command of the designer: how its window is reached and what sets it off.
-struct Command {
-    const char* name;
-    const char* menu;
-    const char* window;
-    std::function<void(MemoryWindow&)> prepare;
-    std::function<void(MemoryWindow&)> press;
-};
-
 class Stage {
 public:
     explicit Stage(const std::string& folder) : file_(classDatabase(folder)), copy_(folder + "/classes-copy.db") {}
 
     /// Milliseconds by the window; the statements stay for bare().
-    double byWindow(const Command& command) {
+    double byWindow(const DesignerCommand& command) {
         freshCopy();
-        double took = 0;
-        windows_.onWindow("frmHSXM", [&](MemoryWindow& main) {
-            select(main, "D1001");
-            windows_.onWindow(command.window, [&](MemoryWindow& window) {
-                command.prepare(window);
-                windows_.forgetRecords();
-                took = leastOf(1, [&] { command.press(window); });
-                sent_ = windows_.records();
-            });
-            choose(main, command.menu);
-        });
         appState().gConnStr = targetOf(copy_);
-        frmHSXM::instance().show();
-        windows_.check();
+        const double took = runCommand(windows_, command, 1001, threadMilliseconds);
+        sent_ = windows_.records();
         return took;
     }
 
@@ -129,27 +97,11 @@ private:
     MemoryStage windows_;
 };
 
-void pressTool(MemoryWindow& window, const char* key) {
-    window.get<platform::Toolbar>("Toolbar1").buttonClick.raise(key);
-}
-
 }  // namespace
 
 void measureDesigner(Report& report, const std::string& folder) {
     Stage stage(folder);
-    const std::vector<Command> commands = {
-        {"creating a class", "MenuHSXMNew", "frmHSXMNew",
-         [](MemoryWindow& window) {
-             window.get<platform::Edit>("txtType").setText("2000");
-             window.get<platform::Edit>("txt", 0).setText("新类");
-         },
-         [](MemoryWindow& window) { window.get<platform::Button>("cmdOK").click.raise(); }},
-        {"adding a field to one of 50", "MenuDetailNew", "frmHSXMDetailNew",
-         [](MemoryWindow& window) { window.get<platform::EntryGrid>("fps1").setText(2, 1, "新字段"); },
-         [](MemoryWindow& window) { pressTool(window, "Save"); }},
-        {"field setup of 50 fields, both views", "MenuDetailSetup", "frmHSXMDetailSetup", [](MemoryWindow&) {},
-         [](MemoryWindow& window) { pressTool(window, "Save"); }}};
-    for (const Command& command : commands) {
+    for (const DesignerCommand& command : designerCommands(2000)) {
         double ours = std::numeric_limits<double>::max();
         double bare = ours;
         for (int run = 0; run < kRuns; ++run) {

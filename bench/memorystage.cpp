@@ -9,9 +9,10 @@ namespace orvenmod::bench {
 
 using platform::memory::MemoryWindow;
 
-MemoryStage::MemoryStage()
+MemoryStage::MemoryStage(store::Store* store)
     : before_(services()),
-      tracing_(componentStore(), [this](const store::TraceRecord& record) { records_.push_back(record); }),
+      tracing_(store == nullptr ? componentStore() : *store,
+               [this](const store::TraceRecord& record) { records_.push_back(record); }),
       toolkit_(*this),
       services_{tracing_, toolkit_, before_.settings, before_.iniFiles, before_.folders, before_.clock} {
     useServices(&services_);
@@ -20,6 +21,15 @@ MemoryStage::MemoryStage()
 MemoryStage::~MemoryStage() {
     useServices(&before_);
     appState().gConn.reset();
+}
+
+std::string MemoryStage::takeFailure() {
+    try {
+        if (const auto failure = std::exchange(failure_, nullptr)) std::rethrow_exception(failure);
+        return "";
+    } catch (const std::exception& failure) {
+        return failure.what();
+    }
 }
 
 void MemoryStage::onModal(MemoryWindow& window) {

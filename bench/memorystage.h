@@ -20,7 +20,8 @@ class MemoryStage : private platform::memory::MemoryDriver {
 public:
     using Steps = std::function<void(platform::memory::MemoryWindow&)>;
 
-    MemoryStage();
+    /// Without a store of its own, that of the component.
+    explicit MemoryStage(store::Store* store = nullptr);
     ~MemoryStage() override;
     MemoryStage(const MemoryStage&) = delete;
     MemoryStage& operator=(const MemoryStage&) = delete;
@@ -32,8 +33,12 @@ public:
         if (failure_) std::rethrow_exception(failure_);
     }
 
+    /// Likewise its text, "" for none, and forgets it.
+    std::string takeFailure();
+
     const std::vector<store::TraceRecord>& records() const { return records_; }
     void forgetRecords() { records_.clear(); }
+    void keepRecords(std::vector<store::TraceRecord> records) { records_ = std::move(records); }
     /// The path that file dialogs give.
     void chooseFile(const std::string& path) { file_ = path; }
 

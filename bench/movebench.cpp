@@ -12,64 +12,19 @@
 #include "benches.h"
 #include "entry/startup.h"
 #include "frame/appstate.h"
-#include "hierarchy/categorysave.h"
 #include "stage.h"
 #include "store/connectionwrapper.h"
 #include "store/sqlite/database.h"
 #include "store/sqlite/sqlitestore.h"
 #include "store/trace.h"
+#include "subtree.h"
 
 namespace orvenmod::bench {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kFirstId = 5000000;  // above the sample's
-constexpr int kTarget = kFirstId;  // the category that the others move to and away from
-constexpr int kBelowOne = 100;     // items of a category
 constexpr double kMebibyte = 1024.0 * 1024.0;
-
-struct Subtree {
-    int id;
-    int rows;
-    std::string shortCode;
-};
-
-enum class Row { category, item };
-
-void addRow(store::Connection& connection, int id, const std::string& code, int parent, int depth,
-            const std::string& path, Row row) {
-    const std::string key = std::to_string(id);
-    connection.execute(
-        "insert into tblItem(fItemId,fNumber,fName,fItemClassId,fParentId,fIsDetail,fDepth,fIsLock,fNBNumber,"
-        "fShortNumber) values(" +
-        key + ",'" + code + "','移动" + key + "',3," + std::to_string(parent) + "," + (row == Row::item ? "1" : "0") +
-        "," + std::to_string(depth) + ",0,'" + path + key + ".','" + code.substr(code.rfind('.') + 1) + "')");
-    if (row == Row::category) return;
-    connection.execute("insert into ICItem(fItemId,fNumber,fName) values(" + key + ",'" + code + "','移动" + key +
-                       "')");
-}
-
-/// A category at the top, others below it, and items below those.
-void addSubtree(store::Connection& connection, const Subtree& subtree) {
-    const std::string top = "." + std::to_string(subtree.id) + ".";
-    addRow(connection, subtree.id, subtree.shortCode, 0, 1, ".", Row::category);
-    int category = 0;
-    std::string path;
-    std::string code;
-    for (int row = 1; row < subtree.rows; ++row) {
-        const int id = subtree.id + row;
-        const bool detail = row % (kBelowOne + 1) != 1;
-        if (!detail) {
-            category = id;
-            path = top + std::to_string(id) + ".";
-            code = subtree.shortCode + "." + std::to_string(row);
-            addRow(connection, id, code, subtree.id, 2, top, Row::category);
-        } else {
-            addRow(connection, id, code + "." + std::to_string(row), category, 3, path, Row::item);
-        }
-    }
-}
 
 /// Notes the heap at each change of a row, and the largest recordset. SQLite's own memory doesn't count: it is bounded
 /// by the size of its cache.
@@ -129,7 +84,7 @@ public:
         state.gItemTable = "ICItem";
         const auto connection = componentStore().connect(targetOf(file_));
         connection->beginTrans();
-        addRow(*connection, kTarget, "80", 0, 1, ".", Row::category);
+        addMoveTarget(*connection);
         for (const Subtree& subtree : subtrees)
             addSubtree(*connection, subtree);
         connection->commitTrans();
@@ -146,10 +101,9 @@ public:
     /// Below the target and back to the top, by the routine; milliseconds of the two.
     double byRoutine(const Subtree& subtree, store::Store& store) {
         const QuietServices quiet(store);
-        appState().gCurItemId = subtree.id;
         return leastOf(1, [&] {
-            move({"移动", subtree.shortCode, "80." + subtree.shortCode, std::to_string(kTarget)});
-            move({"移动", subtree.shortCode, subtree.shortCode, "0"});
+            moveThere(subtree);
+            moveBack(subtree);
         });
     }
 
@@ -177,13 +131,9 @@ public:
     }
 
     const std::vector<Subtree> subtrees = {
-        {kFirstId + 1, 1000, "81"}, {kFirstId + 1001, 10000, "82"}, {kFirstId + 11001, 100000, "83"}};
+        {kMoveTarget + 1, 1000, "81"}, {kMoveTarget + 1001, 10000, "82"}, {kMoveTarget + 11001, 100000, "83"}};
 
 private:
-    static void move(const CategoryChange& change) {
-        if (!moveCategory(change)) throw std::runtime_error("a move was refused");
-    }
-
     std::string file_;
 };
 

@@ -21,7 +21,9 @@ double threadMilliseconds() { return milliseconds(CLOCK_THREAD_CPUTIME_ID); }
 
 double processMilliseconds() { return milliseconds(CLOCK_PROCESS_CPUTIME_ID); }
 
-double leastOf(int runs, const std::function<void()>& work, double (*clock)()) {
+double wallMilliseconds() { return milliseconds(CLOCK_MONOTONIC); }
+
+double leastOf(int runs, const std::function<void()>& work, const Clock& clock) {
     double least = std::numeric_limits<double>::max();
     for (int run = 0; run < runs; ++run) {
         const double begin = clock();

@@ -12,8 +12,13 @@ double threadMilliseconds();
 /// The same of all its threads.
 double processMilliseconds();
 
+/// The clock on the wall, for work that others do as well.
+double wallMilliseconds();
+
+using Clock = std::function<double()>;
+
 /// The least of several runs, in milliseconds of the clock.
-double leastOf(int runs, const std::function<void()>& work, double (*clock)() = threadMilliseconds);
+double leastOf(int runs, const std::function<void()>& work, const Clock& clock = threadMilliseconds);
 
 class Report {
 public:

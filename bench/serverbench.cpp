@@ -1,152 +1,113 @@
-// A server that the variable ORVEN_TDS_SERVER names, against a loop of ODBC's own calls. Clock time, since the server's
-// part belongs to it; the least of several runs.
-#include <sql.h>
-#include <sqlext.h>
-#include <unistd.h>
-
+// The same windows and statements on a PostgreSQL server of the bench's own, against the client library's bare calls.
+// The server's work counts: by the clock on the wall, or, of short commands, as what both sides have computed. It
+// doesn't wait for its disk, so that nothing hides behind that.
 #include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <functional>
+#include <cmath>
 #include <limits>
-#include <stdexcept>
 
 #include "benches.h"
-#include "store/connectionstring.h"
-#include "store/odbc/odbcsession.h"
-#include "store/odbc/odbcstore.h"
-#include "store/odbc/sessionpool.h"
+#include "benchserver.h"
+#include "entry/startup.h"
+#include "frame/adodc.h"
+#include "linebench.h"
+#include "savestage.h"
+#include "stage.h"
 
 namespace orvenmod::bench {
 namespace {
 
-using store::odbc::OdbcHandle;
-using store::odbc::OdbcSession;
+int runsFor(int goods) { return std::clamp(1000000 / goods, 3, 20); }
 
-constexpr int kRows = 100'000;
-constexpr int kColumns = 10;
-constexpr int kCommands = 500;
-constexpr int kRuns = 9;
-constexpr double kMostList = 1.1;
-constexpr double kMostCommand = 1.5;
-
-const std::string kList = "select * from benchList";
-
-double clockMilliseconds() {
-    using namespace std::chrono;
-    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
-}
-
-std::string rowOf(int id) { return "select id,c1,d3 from benchList where id=" + std::to_string(id % kRows + 1); }
-
-// A list's usual columns: keys, codes, names, an amount and a date.
-void makeList(store::Connection& connection) {
-    connection.execute(
-        "create table benchList(id int primary key,c1 varchar(30),c2 varchar(100),d3 decimal(18,4),n4 int,"
-        "c5 varchar(50),c6 varchar(50),d7 datetime,d8 decimal(18,4),c9 varchar(80))");
-    connection.beginTrans();
-    constexpr int kAtOnce = 500;
-    for (int first = 1; first <= kRows; first += kAtOnce) {
-        std::string sql = "insert into benchList values";
-        for (int id = first; id < first + kAtOnce; ++id) {
-            const std::string number = std::to_string(id);
-            sql += (id == first ? "(" : ",(") + number + ",'01." + number + "','内六角螺丝" + number + "'," + number +
-                   ".25," + number + ",'盒','五金仓库','2026-01-02'," + number + ".5,'备注')";
-        }
-        connection.execute(sql);
-    }
-    connection.commitTrans();
-}
-
-/// Every cell of the query's rows, copied to a text; their count.
-std::size_t bareLoop(const OdbcSession& session, const std::string& sql) {
-    const OdbcHandle statement(SQL_HANDLE_STMT, session.connection().get());
-    statement.check(SQLExecDirect(statement.get(), store::odbc::sqlText(sql.c_str()), SQL_NTS));
-    SQLSMALLINT columns = 0;
-    statement.check(SQLNumResultCols(statement.get(), &columns));
-    std::size_t cells = 0;
-    std::string text;
-    char buffer[512];
-    while (SQLFetch(statement.get()) != SQL_NO_DATA) {
-        for (SQLSMALLINT i = 1; i <= columns; ++i) {
-            SQLLEN length = 0;
-            statement.check(
-                SQLGetData(statement.get(), static_cast<SQLUSMALLINT>(i), SQL_C_CHAR, buffer, sizeof buffer, &length));
-            if (length >= 0) text.assign(buffer, static_cast<std::size_t>(length));
-            ++cells;
-        }
-    }
-    return cells;
-}
-
-struct Times {
+void measureRows(Report& report, const std::string& target, int goods) {
+    ListStage stage(target);
+    BareServerLoop bare(target, {listStatement()});
+    Adodc rows(stage.grid());
+    rows.setConnectionString(target);
+    rows.setRecordSource(listStatement());
+    rows.refresh();
+    bare.run();
     double ours = std::numeric_limits<double>::max();
-    double bare = std::numeric_limits<double>::max();
-};
-
-// In turns, so that what else the machine does meets both.
-Times measure(const std::function<void()>& ours, const std::function<void()>& bare) {
-    Times least;
-    for (int run = 0; run < kRuns; ++run) {
-        least.bare = std::min(least.bare, leastOf(1, bare, clockMilliseconds));
-        least.ours = std::min(least.ours, leastOf(1, ours, clockMilliseconds));
+    double bound = ours;
+    double ourWork = ours;
+    double boundWork = ours;
+    for (int run = 0; run < runsFor(goods); ++run) {
+        const double worked = threadMilliseconds();
+        bound = std::min(bound, leastOf(
+                                    1, [&] { bare.run(); }, wallMilliseconds));
+        const double workedByBare = threadMilliseconds();
+        ours = std::min(ours, leastOf(
+                                  1, [&] { rows.refresh(); }, wallMilliseconds));
+        boundWork = std::min(boundWork, workedByBare - worked);
+        ourWork = std::min(ourWork, threadMilliseconds() - workedByBare);
     }
-    return least;
+    report.ratio("rows fetched and bound", ours, "bare loop", bound, 1.25, "ms");
+    report.note("  of these the client's own work: " + std::to_string(std::lround(ourWork)) + " ms, of the bare loop " +
+                std::to_string(std::lround(boundWork)) + " ms");
 }
 
-void compareList(Report& report, const std::string& target, const OdbcSession& bare) {
-    // With a progress, as the windows have one.
-    const auto connection = store::odbc::OdbcStore().connect(target);
-    connection->setProgress([] {});
-    const Times list = measure([&] { connection->open(kList); },
-                               [&] {
-                                   if (bareLoop(bare, kList) != static_cast<std::size_t>(kRows) * kColumns)
-                                       throw std::runtime_error("rows");
-                               });
-    report.ratio("100000 rows of 10 columns", list.ours, "SQLFetch and SQLGetData", list.bare, kMostList, "ms");
+void measurePainting(Report& report, const std::string& target) {
+    const auto connection = componentStore().connect(target);
+    int painted = 0;
+    double last = wallMilliseconds();
+    double longest = 0;
+    connection->setProgress([&] {
+        longest = std::max(longest, wallMilliseconds() - last);
+        last = wallMilliseconds();
+        ++painted;
+    });
+    const double whole = leastOf(
+        1, [&] { connection->open(listStatement()); }, wallMilliseconds);
+    longest = std::max(longest, wallMilliseconds() - last);
+    connection->close();
+    report.ratio("longest time without a paint", longest, "2 a second", 500, 1.0, "ms");
+    report.note("  painted " + std::to_string(painted) + " times in " + std::to_string(std::lround(whole)) + " ms");
 }
 
-// A command asks whether the session lives, and then what it wants to know.
-void compareCommand(Report& report, const std::string& target, const OdbcSession& bare) {
-    const Times command = measure(
+void measureOpening(Report& report, const std::string& target) {
+    constexpr int kCommands = 2000;
+    const double took = leastOf(
+        5,
         [&] {
-            for (int i = 0; i < kCommands; ++i) {
-                const auto connection = store::odbc::OdbcStore().connect(target);
-                connection->setProgress([] {});
-                connection->open(rowOf(i));
-            }
+            for (int i = 0; i < kCommands; ++i)
+                componentStore().connect(target)->close();
         },
-        [&] {
-            for (int i = 0; i < kCommands; ++i) {
-                bareLoop(bare, "select 1");
-                bareLoop(bare, rowOf(i));
-            }
-        });
-    report.ratio("open, a row by its key, close", command.ours * 1000 / kCommands, "two bare statements",
-                 command.bare * 1000 / kCommands, kMostCommand, "us");
+        wallMilliseconds);
+    report.ratio("open and close, warm", took * 1000 / kCommands, "a fixed time", 50, 1.0, "us");
+}
+
+void measureSaving(Report& report, const BenchServer& server, const std::string& target) {
+    constexpr int kRuns = 20;
+    const Clock computed = [&] { return server.computed(target); };
+    const SaveStage items(target);
+    MemoryStage windows;
+    std::unique_ptr<BareServerLoop> statements;
+    double ours = std::numeric_limits<double>::max();
+    double bare = ours;
+    for (int run = 0; run < kRuns; ++run) {
+        ours = std::min(ours, items.save(windows, computed));
+        items.restore();
+        if (!statements) statements = std::make_unique<BareServerLoop>(target, statementsOf(windows.records()));
+        bare = std::min(bare, leastOf(
+                                  1, [&] { statements->run(); }, computed));
+        items.restore();
+    }
+    report.ratio("saving a new item", ours, "its statements alone", bare, 1.2, "ms");
 }
 
 }  // namespace
 
-void measureServer(Report& report) {
-    const char* server = std::getenv("ORVEN_TDS_SERVER");
-    if (server == nullptr || *server == '\0') {
-        report.note("not measured: ORVEN_TDS_SERVER names no server");
-        return;
+void measureServer(Report& report, const std::string& folder, const std::vector<int>& sizes) {
+    BenchServer server(Durability::off);
+    for (const int goods : sizes) {
+        report.heading("PostgreSQL: " + std::to_string(goods) + " goods");
+        const std::string target = server.goodsDatabase(folder, goods);
+        measureRows(report, target, goods);
+        measurePainting(report, target);
+        measureSaving(report, server, target);
+        if (goods == sizes.front()) measureOpening(report, target);
     }
-    const std::string string = server;
-    const std::string name = "orven_bench_" + std::to_string(::getpid());
-    const char* key = store::ConnectionString(string).has("Provider") ? "Initial Catalog" : "Database";
-    store::odbc::OdbcStore().connect(string)->execute("create database " + name);
-    const std::string target = string + ";" + key + "=" + name;
-    makeList(*store::odbc::OdbcStore().connect(target));
-    {
-        const OdbcSession bare(target);
-        compareList(report, target, bare);
-        compareCommand(report, target, bare);
-    }
-    store::odbc::dropIdleSessions();
-    store::odbc::OdbcStore().connect(string)->execute("drop database " + name);
+    report.heading("PostgreSQL on a line of 1 ms each way, among " + std::to_string(sizes.front()) + " goods");
+    measureLine(report, server, folder, sizes.front());
 }
 
 }  // namespace orvenmod::bench

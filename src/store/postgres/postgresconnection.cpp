@@ -204,7 +204,7 @@ std::int64_t PostgresConnection::execute(std::string_view sql) {
     });
 }
 
-CachedStatement* PostgresConnection::prepareQuery(std::string_view sql) {
+CachedStatement* PostgresConnection::preparedQuery(std::string_view sql) {
     session();
     CachedStatement& entry = prepared(sql);
     if (entry.translation.kind != StatementKind::query) throw tsql::Error(tsql::kNoRows);
@@ -213,7 +213,7 @@ CachedStatement* PostgresConnection::prepareQuery(std::string_view sql) {
 
 Recordset PostgresConnection::open(std::string_view sql) {
     return worded([&] {
-        CachedStatement* entry = prepareQuery(sql);
+        CachedStatement* entry = preparedQuery(sql);
         const Result result = run(sql, entry);
         // The entry may have been translated again under another address.
         return fetchRows(result.get(), session_->prepare(sql, shape_).translation.columns, session_->progress());
@@ -222,7 +222,7 @@ Recordset PostgresConnection::open(std::string_view sql) {
 
 void PostgresConnection::read(std::string_view sql, const Part& part) {
     worded([&] {
-        CachedStatement* entry = prepareQuery(sql);
+        CachedStatement* entry = preparedQuery(sql);
         std::optional<RowReader> reader;
         Recordset rows;
         run(sql, entry, [&](const PGresult* row) {
