@@ -85,13 +85,16 @@ InsertOfFields::InsertOfFields(OdbcHandle statement, std::string insert, std::ve
 void InsertOfFields::bindBinary(SQLUSMALLINT index, OdbcTableWriter::Field& field) {
     const SQLSMALLINT declared = field.column.type;
     const SQLSMALLINT type = isBinary(declared) ? declared : static_cast<SQLSMALLINT>(SQL_LONGVARBINARY);
-    // Nothing needs no stream, and drivers differ in what they make of an empty one.
+    // Little goes without a stream: drivers differ in what they make of an empty one, or of one for a short column.
     static std::byte nothing{};
-    const bool empty = field.bytes->empty();
-    field.indicator = empty ? 0 : SQL_LEN_DATA_AT_EXEC(static_cast<SQLLEN>(field.bytes->size()));
-    SQLPOINTER source = empty ? static_cast<SQLPOINTER>(&nothing) : &field;
+    const std::size_t size = field.bytes->size();
+    const bool streamed = size > kMostVarchar;
+    field.indicator = streamed ? SQL_LEN_DATA_AT_EXEC(static_cast<SQLLEN>(size)) : static_cast<SQLLEN>(size);
+    std::byte* plain = size == 0 ? &nothing : const_cast<std::byte*>(field.bytes->data());
     statement().check(SQLBindParameter(statement().get(), index, SQL_PARAM_INPUT, SQL_C_BINARY, type,
-                                       std::max<SQLULEN>(field.bytes->size(), 1), 0, source, 0, &field.indicator));
+                                       std::max<SQLULEN>(size, 1), 0,
+                                       streamed ? static_cast<SQLPOINTER>(&field) : plain,
+                                       static_cast<SQLLEN>(streamed ? 0 : size), &field.indicator));
 }
 
 void InsertOfFields::bindText(SQLUSMALLINT index, OdbcTableWriter::Field& field) {
