@@ -74,7 +74,7 @@ private:
     class Flight;
 
     CachedStatement& prepared(std::string_view sql);
-    CachedStatement* prepareQuery(std::string_view sql);
+    CachedStatement* preparedQuery(std::string_view sql);
     Result run(std::string_view sql, CachedStatement*& entry,
                const std::function<void(const PGresult* row)>& stream = nullptr);
     void runDefinition(std::string_view sql, CachedStatement* entry);
