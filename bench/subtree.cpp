@@ -10,15 +10,17 @@ namespace {
 
 constexpr int kBelowOne = 100;  // items of a category
 
+enum class Row { category, item };
+
 void addRow(store::Connection& connection, int id, const std::string& code, int parent, int depth,
-            const std::string& path, bool detail) {
+            const std::string& path, Row row) {
     const std::string key = std::to_string(id);
     connection.execute(
         "insert into tblItem(fItemId,fNumber,fName,fItemClassId,fParentId,fIsDetail,fDepth,fIsLock,fNBNumber,"
         "fShortNumber) values(" +
-        key + ",'" + code + "','移动" + key + "',3," + std::to_string(parent) + "," + (detail ? "1" : "0") + "," +
-        std::to_string(depth) + ",0,'" + path + key + ".','" + code.substr(code.rfind('.') + 1) + "')");
-    if (!detail) return;
+        key + ",'" + code + "','移动" + key + "',3," + std::to_string(parent) + "," + (row == Row::item ? "1" : "0") +
+        "," + std::to_string(depth) + ",0,'" + path + key + ".','" + code.substr(code.rfind('.') + 1) + "')");
+    if (row == Row::category) return;
     connection.execute("insert into ICItem(fItemId,fNumber,fName) values(" + key + ",'" + code + "','移动" + key +
                        "')");
 }
@@ -30,11 +32,11 @@ void move(int category, const CategoryChange& change) {
 
 }  // namespace
 
-void addMoveTarget(store::Connection& connection) { addRow(connection, kMoveTarget, "80", 0, 1, ".", false); }
+void addMoveTarget(store::Connection& connection) { addRow(connection, kMoveTarget, "80", 0, 1, ".", Row::category); }
 
 void addSubtree(store::Connection& connection, const Subtree& subtree) {
     const std::string top = "." + std::to_string(subtree.id) + ".";
-    addRow(connection, subtree.id, subtree.shortCode, 0, 1, ".", false);
+    addRow(connection, subtree.id, subtree.shortCode, 0, 1, ".", Row::category);
     int category = 0;
     std::string path;
     std::string code;
@@ -45,9 +47,9 @@ void addSubtree(store::Connection& connection, const Subtree& subtree) {
             category = id;
             path = top + std::to_string(id) + ".";
             code = subtree.shortCode + "." + std::to_string(row);
-            addRow(connection, id, code, subtree.id, 2, top, false);
+            addRow(connection, id, code, subtree.id, 2, top, Row::category);
         } else {
-            addRow(connection, id, code + "." + std::to_string(row), category, 3, path, true);
+            addRow(connection, id, code + "." + std::to_string(row), category, 3, path, Row::item);
         }
     }
 }

@@ -134,7 +134,7 @@ private:
 
     void describe(const store::StockField& field, std::string_view caption) {
         for (const std::string& row : store::stockFieldRows(field, caption))
-            connection_.execute(row);
+            flight_.execute(row);
     }
 
     void add(std::string_view fragment) { text_ += fragment; }
