@@ -1,4 +1,7 @@
 // The connection string of a server as unixODBC and the driver take it.
+//
+//   Data Source=store1;Initial Catalog=suite;User ID=clerk    the host's
+//   Driver=FreeTDS;...;Database=suite;UID=clerk;...         ServerString::text
 #pragma once
 
 #include <string>

@@ -1,4 +1,7 @@
 // Writes what a connection string asks for with the keys of one driver.
+//
+//   Encrypt=yes of a host's string     Encryption=require;   to FreeTDS
+//                                      Encrypt=yes;          to Microsoft's driver
 #pragma once
 
 #include <string>

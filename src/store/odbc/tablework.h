@@ -1,4 +1,7 @@
-// What a table writer does at the driver.
+// What a table writer does at the driver: it reads the table's columns when it is opened, and stores a row by an insert
+// whose values are parameters, long ones sent piece by piece.
+//
+//   fName, fPhoto    insert into [tblItem]([fName],[fPhoto]) values(?,?)
 #pragma once
 
 #include <string>

@@ -1,4 +1,6 @@
 // insert, and the update and delete of one table. Changes by a join are the target's own.
+//
+//   insert into t(a,b) values(1,'x')      INSERT INTO "t"("a", "b") VALUES(?1, ?2)
 #include "store/tsql/emitter.h"
 #include "store/tsql/error.h"
 

@@ -1,4 +1,5 @@
-// What the definitions of all targets have in common.
+// What the definitions of all targets have in common: the columns as a catalog would tell them, keys and their names.
+// A target without the dialect's names of constraints keeps them in the names of indexes (runtime.h).
 #include <algorithm>
 
 #include "store/tsql/emitter.h"

@@ -1,4 +1,8 @@
-// Literals: a parameter each, or within the text of what is stored.
+// Literals: a parameter each, or within the text of what is stored. One that is converted is so when it is bound,
+// unless that may fail and the value may never be needed.
+//
+//   cast('5' as int)                         ?1, bound as the number 5
+//   case when a=1 then cast('x' as int) end  converted when it is reached
 #include "store/tsql/emitter.h"
 #include "store/tsql/literals.h"
 #include "store/tsql/typerules.h"
