@@ -40,6 +40,8 @@ public:
 
 private:
     using Groups = std::vector<const Expression*>;
+    enum class IndexKind { plain, unique };
+    enum class JoinSide { kept, outer };  ///< of an outer one, columns may be null
 
     // Statements.
     void emitStatement(const CreateTableStatement& statement) override;
@@ -60,7 +62,7 @@ private:
     std::string keyText(const std::string& name, const KeyConstraint& key,
                         const std::vector<ColumnInfo>& columns) const;
     void addIndex(const std::string& keptName, const std::string& declared, const std::string& table,
-                  const std::string& columns, bool unique);
+                  const std::string& columns, IndexKind kind);
     void addColumnComment(const std::string& table, const ColumnInfo& column, const std::string& defaultText);
     void dropConstraint(const AlterTableStatement& statement, const std::string& name);
     void define(const std::string& object, const std::vector<std::string>& commands);
@@ -88,7 +90,7 @@ private:
     std::string comparableQuery(const Query& query) override;
     std::string scalarQuery(const Query& query) override { return "(" + this->query(query) + ")"; }
     Groups groupedBy(const Select& select) const;
-    void noteOuterSides(const Source& source, bool nullable);
+    void noteOuterSides(const Source& source, JoinSide side);
 
     // Expressions.
     std::string value(const Expression& expression) override;

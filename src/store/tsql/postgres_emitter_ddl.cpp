@@ -93,10 +93,10 @@ void PostgresEmitter::addColumnComment(const std::string& table, const ColumnInf
 }
 
 void PostgresEmitter::addIndex(const std::string& keptName, const std::string& declared, const std::string& table,
-                               const std::string& columns, bool unique) {
+                               const std::string& columns, IndexKind kind) {
     const std::string index = quoteName(nativeName(keptName));
-    add(std::string("CREATE ") + (unique ? "UNIQUE " : "") + "INDEX " + index + " ON " + quoteName(nativeName(table)) +
-        columns);
+    add(std::string("CREATE ") + (kind == IndexKind::unique ? "UNIQUE " : "") + "INDEX " + index + " ON " +
+        quoteName(nativeName(table)) + columns);
     add("COMMENT ON INDEX " + index + " IS " + quoteText(declared));
 }
 
@@ -104,7 +104,8 @@ void PostgresEmitter::addIndex(const std::string& keptName, const std::string& d
 void PostgresEmitter::addKey(const std::string& table, const KeyConstraint& key,
                              const std::vector<ColumnInfo>& columns) {
     if (hasTextKey(key, columns)) {
-        addIndex(keptKeyName(table, key), keyName(table, key), table, indexColumns(key.columns, columns), true);
+        addIndex(keptKeyName(table, key), keyName(table, key), table, indexColumns(key.columns, columns),
+                 IndexKind::unique);
         return;
     }
     const std::string name = quoteName(nativeName(keptKeyName(table, key)));
@@ -149,7 +150,7 @@ void PostgresEmitter::emitStatement(const CreateTableStatement& statement) {
     const std::string itemIndex = itemIdIndex(statement, columns);
     if (!itemIndex.empty()) {
         addIndex(itemIndex, itemIndex.substr(statement.name.size() + 1), statement.name,
-                 indexColumns({{.name = std::string(kItemId)}}, columns), false);
+                 indexColumns({{.name = std::string(kItemId)}}, columns), IndexKind::plain);
     }
     add(kMendViews);
 }
@@ -222,7 +223,8 @@ void PostgresEmitter::emitStatement(const CreateIndexStatement& statement) {
     if (!included.empty()) {
         columns += " INCLUDE (" + joined(included) + ")";
     }
-    addIndex(object.name + "." + statement.name, statement.name, object.name, columns, statement.unique);
+    addIndex(object.name + "." + statement.name, statement.name, object.name, columns,
+             statement.unique ? IndexKind::unique : IndexKind::plain);
 }
 
 void PostgresEmitter::emitStatement(const CreateViewStatement& statement) {

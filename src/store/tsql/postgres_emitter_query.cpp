@@ -16,16 +16,18 @@ std::string PostgresEmitter::direction(const OrderItem& order, const Expression*
     return order.descending ? " DESC NULLS LAST" : " NULLS FIRST";
 }
 
-void PostgresEmitter::noteOuterSides(const Source& source, bool nullable) {
+void PostgresEmitter::noteOuterSides(const Source& source, JoinSide side) {
     if (source.kind != Source::Kind::join) {
-        if (nullable) {
+        if (side == JoinSide::outer) {
             outerSides_.insert(source.id);
         }
         return;
     }
-    const bool full = source.join == JoinKind::full;
-    noteOuterSides(*source.left, nullable || full || source.join == JoinKind::right);
-    noteOuterSides(*source.right, nullable || full || source.join == JoinKind::left);
+    const auto below = [&](JoinKind other) {
+        return source.join == JoinKind::full || source.join == other ? JoinSide::outer : side;
+    };
+    noteOuterSides(*source.left, below(JoinKind::right));
+    noteOuterSides(*source.right, below(JoinKind::left));
 }
 
 PostgresEmitter::Groups PostgresEmitter::groupedBy(const Select& select) const {
@@ -95,7 +97,7 @@ std::string PostgresEmitter::unaskedOrder(const Query& query) {
 std::string PostgresEmitter::select(const Query& query, const Names* names) {
     const Select& select = *query.select;
     for (const SourcePtr& source : select.from) {
-        noteOuterSides(*source, false);
+        noteOuterSides(*source, JoinSide::kept);
     }
     const Groups outer = groups_;
     groups_ = groupedBy(select);
