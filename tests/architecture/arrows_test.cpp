@@ -46,8 +46,8 @@ const Edges& arrows() {
          {"src/editor", "src/hierarchy", "src/frame", "src/store", "src/platform", "src/platform/sheet"}},
         {"src/entry",
          {"include/orvenmod", "src/browser", "src/dictionary", "src/designer", "src/frame", "src/store",
-           "src/store/tsql", "src/store/sqlite", "src/store/odbc", "src/store/postgres", "src/platform/desktop",
-           "src/platform/qt"}},
+          "src/store/tsql", "src/store/sqlite", "src/store/odbc", "src/store/postgres", "src/platform/desktop",
+          "src/platform/qt"}},
         {"src/tools", {"src/entry", "src/store", "src/store/copy"}},
     };
     return kArrows;
