@@ -11,8 +11,8 @@
 #include "report.h"
 #include "stage.h"
 #include "store/copy/copy.h"
-#include "store/postgres/handlepool.h"
 #include "store/postgres/session.h"
+#include "store/postgres/sessionpool.h"
 #include "store/tsql/shape.h"
 
 namespace orvenmod::bench {

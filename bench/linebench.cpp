@@ -23,7 +23,7 @@
 #include "stage.h"
 #include "store/connectionwrapper.h"
 #include "store/itemclass.h"
-#include "store/postgres/handlepool.h"
+#include "store/postgres/sessionpool.h"
 #include "subtree.h"
 
 namespace orvenmod::bench {

@@ -1,7 +1,7 @@
 #include "store/postgres/postgresstore.h"
 
-#include "store/postgres/handlepool.h"
 #include "store/postgres/postgresconnection.h"
+#include "store/postgres/sessionpool.h"
 
 namespace orvenmod::store::postgres {
 

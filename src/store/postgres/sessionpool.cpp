@@ -1,4 +1,4 @@
-#include "store/postgres/handlepool.h"
+#include "store/postgres/sessionpool.h"
 
 #include <cstdlib>
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "store/postgres/handlepool.h"
 #include "store/postgres/postgresstore.h"
 #include "store/postgres/session.h"
+#include "store/postgres/sessionpool.h"
 #include "store/schema.h"
 #include "store/schema/windowstatements.h"
 #include "store/tsql/shape.h"

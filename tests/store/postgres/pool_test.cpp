@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "store/postgres/handlepool.h"
+#include "store/postgres/sessionpool.h"
 #include "suiteserver.h"
 
 namespace orvenmod::store::postgres::test {
