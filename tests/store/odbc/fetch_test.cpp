@@ -20,6 +20,8 @@ protected:
         dropIdleSessions();
         orvenmod::test::freshServer();
     }
+    // The server that the test plays goes before the pool does.
+    ~OdbcFetch() override { dropIdleSessions(); }
     static void SetUpTestSuite() { static const orvenmod::test::InstalledDrivers installed({"Scripted"}); }
 
     static Recordset fetch(const Answer& answer) {

@@ -28,6 +28,8 @@ protected:
         dropIdleSessions();
         orvenmod::test::freshServer();
     }
+    // The server that the test plays goes before the pool does.
+    ~OdbcStatements() override { dropIdleSessions(); }
     static void SetUpTestSuite() { static const orvenmod::test::InstalledDrivers installed({"Scripted"}); }
 
     std::unique_ptr<Connection> connect(const std::string& more = "") { return OdbcStore().connect(kString + more); }
