@@ -59,7 +59,7 @@ Drivers Drivers::ofThisMachine(const std::string& source) {
 
 const Driver* Drivers::find(const std::string& name) const {
     const auto found = std::find_if(installed.begin(), installed.end(), [&](const Driver& driver) {
-        return lowerText(driver.name) == lowerText(name) || driver.library == name;
+        return lowerText(driver.name) == lowerText(name) || driver.file == name;
     });
     return found == installed.end() ? nullptr : &*found;
 }
@@ -73,10 +73,10 @@ const Driver* Drivers::best() const {
 
 DriverKind kindOf(const Driver& driver) {
     const std::string name = lowerText(driver.name);
-    const std::string library = lowerText(fileName(driver.library));
-    if (name == "freetds" || library.starts_with("libtdsodbc")) return DriverKind::freeTds;
+    const std::string file = lowerText(fileName(driver.file));
+    if (name == "freetds" || file.starts_with("libtdsodbc")) return DriverKind::freeTds;
     const bool named = name.starts_with("odbc driver ") && name.ends_with(" for sql server");
-    if (named || library.starts_with("libmsodbcsql")) return DriverKind::vendor;
+    if (named || file.starts_with("libmsodbcsql")) return DriverKind::vendor;
     return DriverKind::other;
 }
 

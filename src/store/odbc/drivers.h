@@ -19,7 +19,7 @@ enum class DriverKind {
 
 struct Driver {
     std::string name;
-    std::string library;
+    std::string file;
 };
 
 struct Drivers {
