@@ -21,6 +21,7 @@
 #include "store/postgres/parameters.h"
 #include "store/postgres/postgrescatalog.h"
 #include "store/postgres/serveraddress.h"
+#include "store/server/lostconnection.h"
 #include "store/server/progress.h"
 #include "store/tsql/error.h"
 #include "store/tsql/statementcache.h"
@@ -64,7 +65,8 @@ struct Answer {
 
 /// The server has gone, in its own words or the library's.
 struct LostConnection {
-    std::string reason;
+    server::Loss loss;
+    std::string words;
 };
 
 /// What every session has prepared from its beginning.
@@ -147,15 +149,15 @@ private:
     void checkServer() const;
     void setUp();
     Answer receive(const Stream* stream);
-    void awaitResult();
+    void awaitResult(const PGresult* last = nullptr);
     Result sendRows(const std::string& command, std::string_view rows);
     Result lastResult();
     template <typename Put>
     void put(Put put);
     void awaitRoom();
     void interrupt() noexcept;
-    bool flush();
-    [[noreturn]] void lose() const;
+    bool flush(const PGresult* last = nullptr);
+    [[noreturn]] void lose(const PGresult* last = nullptr) const;
 
     struct Queued {
         Prepared* preparing = nullptr;
