@@ -1,5 +1,5 @@
 // One session on the server with what is kept with it from use to use: settings, prepared statements, catalog. Lives in
-// the pool between two uses; see handlepool.h.
+// the pool between two uses; see sessionpool.h.
 //
 // What is queued goes out together and comes back in one round trip. The server runs it as one unit: behind the first
 // that fails, nothing more is done. Outside a transaction it is a transaction of its own.
