@@ -69,8 +69,7 @@ void noteEnd(const PGresult* result, server::Loss& loss, std::string& words) {
     if (!state.starts_with("57P")) return;
     if (state == kAdministratorsOrder) loss = server::Loss::killed;
     if (state == kCrash) loss = server::Loss::shuttingDown;
-    const std::string said = field(result, PG_DIAG_MESSAGE_PRIMARY);
-    if (words.find(said) == std::string::npos) words = said + " " + words;
+    words = field(result, PG_DIAG_MESSAGE_PRIMARY);
 }
 
 }  // namespace
@@ -374,15 +373,8 @@ CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape
     if (CachedStatement* known = cache_.find(shape)) return *known;
     CachedStatement entry;
     entry.translation = byCatalog([&] { return tsql::translateForPostgres(sql, catalog_); });
-    const bool native =
-        entry.translation.kind == tsql::StatementKind::query || entry.translation.kind == tsql::StatementKind::change;
-    if (native) entry.statement = newStatement();
-    if (!native || !entry.translation.cacheable) {
-        uncached_ = std::move(entry);
-        return uncached_;
-    }
-    entry.key = shape.key;
-    return cache_.add(std::move(entry));
+    if (tsql::runsAsItIs(entry.translation.kind)) entry.statement = newStatement();
+    return cache_.keep(shape, std::move(entry));
 }
 
 void Session::forgetSchema() {

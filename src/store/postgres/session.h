@@ -170,7 +170,6 @@ private:
     // The names of prepared statements that nobody has any more.
     Prepared::Names gone_ = std::make_shared<std::vector<std::string>>();
     StatementCache cache_;
-    CachedStatement uncached_;  // the last one that is not kept
     std::vector<Queued> queued_;
     std::string ownName_;  // begins the names of its statements
     std::size_t names_ = 0;

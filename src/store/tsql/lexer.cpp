@@ -62,13 +62,7 @@ bool sameName(std::string_view left, std::string_view right) {
     return true;
 }
 
-std::string lowerName(std::string_view name) {
-    std::string result(name);
-    for (char& c : result) {
-        c = asciiLower(c);
-    }
-    return result;
-}
+std::string lowerName(std::string_view name) { return asciiLower(name); }
 
 bool Token::isWord(std::string_view lowerCase) const { return kind == Kind::word && sameName(text, lowerCase); }
 

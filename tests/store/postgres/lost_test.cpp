@@ -130,6 +130,7 @@ TEST_F(LostSession, TellsTheCauseAndTheServersWords) {
     connection_->execute("insert into t(id) values(2)");
     terminateSessions();
     expectTheServersWords(failureOf([&] { connection_->commitTrans(); }));
+    connection_->rollbackTrans();
     fill();
     connection_->setProgress([this] { terminateSessions(); });
     const Failure awaited = failureOf([&] { connection_->open(kLong); });
