@@ -43,7 +43,9 @@ void dropConnection() noexcept { appState().gConn.reset(); }
 std::string variantText(const Variant& value) { return std::visit(AsText(), value); }
 
 std::int16_t variantInt16(const Variant& value) {
+    if (value.index() == 0) return 0;
     if (const bool* flag = std::get_if<bool>(&value)) return *flag ? -1 : 0;
+    if (const double* number = std::get_if<double>(&value)) return toInt16(*number);
     return toInt16(variantText(value));
 }
 

@@ -16,7 +16,7 @@ void dropConnection() noexcept;
 
 /// The value as text: "" where nothing was passed. Throws ConversionFailure for an object.
 std::string variantText(const Variant& value);
-/// The value as a 16-bit number; true is -1. Throws ConversionFailure where it is none.
+/// The value as a 16-bit number; true is -1, and 0 where nothing was passed. Throws ConversionFailure where it is none.
 std::int16_t variantInt16(const Variant& value);
 
 // Objects of the three classes that are alive.
