@@ -7,6 +7,7 @@
 //   schema.h          creates the suite's tables in an empty database
 //   variant.h         the type of optional arguments
 //   component.h       the classes by name, for hosts that load the component at run time
+//   version.h         which version this is
 #pragma once
 
 #include <orvenmod/clsBasicInfo.h>
@@ -16,3 +17,4 @@
 #include <orvenmod/schema.h>
 #include <orvenmod/settings.h>
 #include <orvenmod/variant.h>
+#include <orvenmod/version.h>
