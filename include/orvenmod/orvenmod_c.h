@@ -13,7 +13,7 @@
 //   orvenmod_free(name.text);
 //   orvenmod_release(items);
 //
-// Every call but the two of orvenmod_error_* gives 0, or the number of what went wrong; then nothing was changed, and
+// Every call but orvenmod_version and orvenmod_error_* gives 0, or the number of what went wrong; then nothing was changed, and
 // what would have been handed out is null, 0 or ORVENMOD_NOTHING. Texts are UTF-8 and end with a zero byte. What is
 // passed in belongs to the caller and is copied; what is handed out belongs to the caller too, who frees it by
 // orvenmod_free and nothing else.
@@ -81,6 +81,9 @@ typedef struct orvenmod_parameter {
 
 // A handle: no address, and never given a second time, so that one that was released is known as such.
 typedef struct orvenmod_object orvenmod_object;
+
+// "major.minor.patch" of the library that is loaded; not to be freed.
+ORVENMOD_API const char* orvenmod_version(void);
 
 // The number and text of what this thread's last call failed with; 0 and "" where it succeeded. orvenmod_free changes
 // neither unless it fails. The text is valid until the thread's next call.

@@ -7,6 +7,7 @@
 #include <orvenmod/orvenmod_c.h>
 #include <orvenmod/schema.h>
 #include <orvenmod/settings.h>
+#include <orvenmod/version.h>
 
 #include "entry/cvalues.h"
 #include "entry/handles.h"
@@ -85,6 +86,8 @@ const Member& memberAt(const LateObject& object, std::int32_t index) {
 }  // namespace
 
 extern "C" {
+
+const char* orvenmod_version() { return version(); }
 
 std::int32_t orvenmod_error_number() { return lastError().number; }
 

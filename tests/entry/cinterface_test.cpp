@@ -1,6 +1,7 @@
 // The C interface: what it hands out, who frees it, and that nothing a caller does wrong gets further than an error.
 #include <gtest/gtest.h>
 #include <orvenmod/orvenmod_c.h>
+#include <orvenmod/version.h>
 
 #include <cstdint>
 #include <string>
@@ -166,6 +167,8 @@ TEST_F(CInterface, anObjectReleasedWhileItsWindowIsOpenLivesUntilTheCallReturns)
     EXPECT_EQ(orvenmod_get(items, "fName", &value), ORVENMOD_E_OBJECT_REQUIRED);
     windows() = own;
 }
+
+TEST_F(CInterface, tellsTheVersionThatTheLibraryTells) { EXPECT_STREQ(orvenmod_version(), version()); }
 
 TEST_F(CInterface, servesAProgramThatIsC99) { EXPECT_EQ(orvenmodTestedFromC(), 3); }
 

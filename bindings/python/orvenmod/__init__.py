@@ -31,6 +31,7 @@ from .suite import (
     save_setting,
     schema_version,
     upgrade_schema,
+    version,
 )
 
 __all__ = [
@@ -56,4 +57,5 @@ __all__ = [
     "save_setting",
     "schema_version",
     "upgrade_schema",
+    "version",
 ]

@@ -8,7 +8,7 @@ import functools
 import os
 import pathlib
 import re
-from ctypes import POINTER, byref, c_char_p, c_double, c_int32, c_size_t, c_void_p
+from ctypes import POINTER, c_char_p, c_double, c_int32, c_size_t, c_void_p
 from typing import Optional, Union
 
 from .errors import LIBRARY_NOT_LOADED, error
@@ -83,7 +83,8 @@ def library() -> ctypes.CDLL:
             function = getattr(loaded, name)
             function.argtypes = arguments
             function.restype = c_int32
-        loaded.orvenmod_error_text.restype = c_char_p
+        for name in ("orvenmod_version", "orvenmod_error_text"):
+            getattr(loaded, name).restype = c_char_p
     except (OSError, AttributeError) as why:
         raise error(LIBRARY_NOT_LOADED, f"加载动态库错误：{why}") from why
     return loaded
@@ -137,7 +138,7 @@ def from_c(value: CValue) -> Value:
     if value.type == TEXT:
         return taken(value.text)
     if value.type == DOUBLE:
-        return value.number
+        return float(value.number)
     if value.type == BOOLEAN:
-        return value.integer != 0
-    return None if value.type == NOTHING else value.integer
+        return bool(value.integer)
+    return None if value.type == NOTHING else int(value.integer)

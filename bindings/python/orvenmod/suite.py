@@ -1,4 +1,4 @@
-"""The settings that host and component share, and the suite's tables."""
+"""The component's version, the settings that host and component share, and the suite's tables."""
 
 from __future__ import annotations
 
@@ -6,6 +6,11 @@ from ctypes import byref, c_int32, c_void_p
 
 from . import native
 from .native import encoded
+
+
+def version() -> str:
+    """ "major.minor.patch" of the library that is loaded."""
+    return str(native.library().orvenmod_version().decode())
 
 
 def get_setting(application: str, section: str, key: str, fallback: str = "") -> str:

@@ -113,6 +113,9 @@ class Objects(SuiteTest):
 
 
 class Suite(SuiteTest):
+    def test_the_version_is_told(self) -> None:
+        self.assertRegex(orvenmod.version(), r"^\d+\.\d+\.\d+$")
+
     def test_settings_are_shared_and_kept(self) -> None:
         self.assertEqual(orvenmod.get_setting("Orvencom", "SystemSetup", "msgTitle", "无"), "无")
         orvenmod.save_setting("Orvencom", "SystemSetup", "msgTitle", "主机")
