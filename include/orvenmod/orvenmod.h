@@ -5,6 +5,7 @@
 //   clsHSXMManage.h   designer of classes and fields
 //   settings.h        the per-user settings shared with the component
 //   schema.h          creates the suite's tables in an empty database
+//   statements.h      statements of the host's own on the suite's database
 //   variant.h         the type of optional arguments
 //   component.h       the classes by name, for hosts that load the component at run time
 //   version.h         which version this is
@@ -16,5 +17,6 @@
 #include <orvenmod/component.h>
 #include <orvenmod/schema.h>
 #include <orvenmod/settings.h>
+#include <orvenmod/statements.h>
 #include <orvenmod/variant.h>
 #include <orvenmod/version.h>

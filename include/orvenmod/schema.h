@@ -12,6 +12,10 @@ namespace orvenmod {
 /// exists already or the database can't be written.
 ORVENMOD_API void CreateSchema(const std::string& connectionString);
 
+/// The statement with which CreateSchema makes a view, for a suite that makes it anew with fields of its own. Throws
+/// std::invalid_argument where there is no such view.
+ORVENMOD_API std::string SchemaViewText(const std::string& view);
+
 /// The version of a database's schema: 0 for one that was made before versions were noted in it. Throws
 /// std::runtime_error where the database can't be read or isn't the suite's.
 ORVENMOD_API int SchemaVersion(const std::string& connectionString);
