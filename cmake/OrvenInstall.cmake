@@ -3,7 +3,7 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 # Each has its man page in docs/man.
-set(ORVEN_TOOLS orvensql orvencopy)
+set(ORVEN_TOOLS orvensql orvencopy orvenregister)
 
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/Orvenmod)
 install(TARGETS orvenmod EXPORT OrvenmodTargets
