@@ -20,7 +20,7 @@ if(BUILD_SHARED_LIBS)
   set(ORVEN_PC_REQUIRES "")
   set(ORVEN_PC_LIBS "")
 else()
-  set(ORVEN_PC_REQUIRES "Qt6Widgets Qt6PrintSupport Qt6Svg sqlite3 odbc libpq libgsf-1 xlsxwriter")
+  set(ORVEN_PC_REQUIRES "Qt6Widgets Qt6PrintSupport Qt6Svg xcb sqlite3 odbc libpq libgsf-1 xlsxwriter")
   set(ORVEN_PC_LIBS " -lodbcinst -lstdc++ -ldl -lpthread")
 endif()
 # Found from where the file lies, so that an unpacked folder will do.

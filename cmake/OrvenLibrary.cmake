@@ -33,7 +33,8 @@ function(orven_component name)
     # All of the entry, which nothing within refers to; of the others, what it needs.
     target_sources(${name} PRIVATE $<TARGET_OBJECTS:${ARG_ENTRY}>)
     target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:${ARG_ENTRY}>)
-    target_link_options(${name} PRIVATE LINKER:--version-script=${ARG_SHOWN} $<$<NOT:$<BOOL:${ORVEN_SANITIZE}>>:LINKER:--no-undefined>)
+    # It stays once it is loaded: the toolkit behind the windows can't leave a process.
+    target_link_options(${name} PRIVATE LINKER:-z,nodelete LINKER:--version-script=${ARG_SHOWN} $<$<NOT:$<BOOL:${ORVEN_SANITIZE}>>:LINKER:--no-undefined>)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS ${ARG_SHOWN})
   else()
     foreach(room ${rooms})

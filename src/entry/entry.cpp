@@ -3,6 +3,8 @@
 #include <array>
 #include <atomic>
 #include <charconv>
+#include <stdexcept>
+#include <thread>
 
 #include "entry/startup.h"
 #include "frame/appstate.h"
@@ -14,6 +16,16 @@ namespace orvenmod {
 namespace {
 
 std::atomic<int> alive = 0;
+bool entryRuns = false;
+
+// The thread that the first object was made on.
+std::atomic<std::thread::id> ownThread;
+
+void requireOwnThread() {
+    const std::thread::id own = ownThread;
+    if (own != std::thread::id() && own != std::this_thread::get_id())
+        throw std::runtime_error("组件只能在最先使用它的线程里使用");
+}
 
 struct AsText {
     std::string operator()(std::monostate) const { return ""; }
@@ -33,12 +45,26 @@ struct AsText {
 }  // namespace
 
 void initializeClass() {
+    requireOwnThread();
     startUp();
+    ownThread = std::this_thread::get_id();
     appState().gMsgTitle = setting("SystemSetup", "msgTitle", "奥文软件");
     appState().gIsAdmin = settingInt16("SystemLogin", "IsAdmin", "0");
 }
 
+RunningEntry::RunningEntry() {
+    requireOwnThread();
+    if (entryRuns) throw std::runtime_error("组件的窗口已经打开，请先关闭它");
+    entryRuns = true;
+}
+
+RunningEntry::~RunningEntry() { entryRuns = false; }
+
 void dropConnection() noexcept { appState().gConn.reset(); }
+
+void dropConnectionOfObject() noexcept {
+    if (!entryRuns) dropConnection();
+}
 
 std::string variantText(const Variant& value) { return std::visit(AsText(), value); }
 
