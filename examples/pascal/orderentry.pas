@@ -32,9 +32,7 @@ end;
 function AsValue(Kind, Whole: Int32; Text: PChar): TValue;
 begin
   Result := Default(TValue);
-  Result.Kind := Kind;
-  Result.Whole := Whole;
-  Result.Text := Text;
+  Result.Kind := Kind; Result.Whole := Whole; Result.Text := Text;
 end;
 
 function Held(Handle: THandle; const Name: string): string;
@@ -51,8 +49,7 @@ var
   Arguments: array[0..4] of TValue;
 begin
   Arguments[0] := AsValue(kInt16, ItemClass, nil);
-  Arguments[1] := AsValue(kText, 0, '');
-  Arguments[2] := AsValue(kText, 0, '');
+  Arguments[1] := AsValue(kText, 0, ''); Arguments[2] := Arguments[1];
   Arguments[3] := AsValue(kText, 0, PChar(Connection));
   Arguments[4] := AsValue(kInt16, kPicker, nil);
   Check(orvenmod_call(Items, 'mainInterface', @Arguments, Length(Arguments), nil));
@@ -64,8 +61,7 @@ var
   Typed: string;
 begin
   repeat
-    Write(Name, ' 数量：');
-    if EOF then raise Exception.Create('没有输入数量');
+    Write(Name, ' 数量：'); if EOF then raise Exception.Create('没有输入数量');
     ReadLn(Typed);
   until TryStrToFloat(Trim(Typed), Result) and (Result > 0);
 end;
@@ -80,8 +76,7 @@ begin
   while IsPicked(Items, kGoods, Connection) do
   begin
     Inc(Lines);
-    Number := Held(Items, 'fNumber');
-    Name := Held(Items, 'fName');
+    Number := Held(Items, 'fNumber'); Name := Held(Items, 'fName');
     Order := Order + LineEnding + Format('%3d  %s  %s  %g', [Lines, Number, Name, AskQuantity(Name)]);
   end;
   WriteLn(LineEnding, Order, LineEnding, '共 ', Lines, ' 种货品');
@@ -99,8 +94,7 @@ begin
   except
     on Failure: Exception do
     begin
-      WriteLn(StdErr, Failure.Message);
-      Halt(1);
+      WriteLn(StdErr, Failure.Message); Halt(1);
     end;
   end;
 end.

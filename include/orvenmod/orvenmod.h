@@ -9,6 +9,8 @@
 //   variant.h         the type of optional arguments
 //   component.h       the classes by name, for hosts that load the component at run time
 //   version.h         which version this is
+//
+// For hosts that link nothing of the component, and for other languages: create.h, orvenmod_c.h.
 #pragma once
 
 #include <orvenmod/clsBasicInfo.h>

@@ -6,6 +6,7 @@
 //     press Return
 //     pick vsf1 3                  double clicks the third row
 //     picture /tmp/list.png
+//     await /tmp/seen              until somebody has made that file
 //     close
 //
 // What he can't do, and a window or box that nobody told him of, ends the process with a text and status 70.
@@ -23,6 +24,8 @@
 #include <cstdio>
 
 namespace {
+
+constexpr int kPatience = 20000;  // milliseconds for what must come
 
 [[noreturn]] void stop(const QString& why) {
     constexpr int kStopped = 70;
@@ -114,14 +117,14 @@ private:
             pickRow(window, argument, step.value(2).toInt());
         } else if (what == "picture") {
             if (!window.grab().save(argument)) stop("no picture " + argument);
+        } else if (what == "await") {
+            if (!QTest::qWaitFor([&] { return QFile::exists(argument); }, kPatience)) stop("no file " + argument);
         } else if (what == "close") {
             window.close();
         } else {
             stop("no step " + what);
         }
     }
-
-    static constexpr int kPatience = 20000;  // milliseconds until a window is closed
 
     QStringList steps_;
     int visits_ = 0;

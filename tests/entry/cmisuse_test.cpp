@@ -148,7 +148,7 @@ public:
 
     void act() {
         orvenmod_value value{};
-        switch (upTo(7)) {
+        switch (upTo(8)) {
             case 0:
                 made(orvenmod_create(name(), pick(2) ? nullptr : &last_));
                 break;
@@ -170,6 +170,9 @@ public:
                 break;
             case 6:
                 describe();
+                break;
+            case 7:
+                set();
                 break;
             default:
                 orvenmod_error_text();
@@ -235,6 +238,12 @@ private:
         orvenmod_member_count(one, &count);
         orvenmod_member_at(one, pick(2) ? anyNumber() : 0, &member);
         orvenmod_parameter_at(one, pick(2) ? anyNumber() : 0, pick(2) ? anyNumber() : 0, &parameter);
+    }
+    void set() {
+        const char* value = nullptr;
+        orvenmod_save_setting(name(), name(), name(), name());
+        if (orvenmod_get_setting(name(), name(), name(), name(), &value) == 0) keep(value);
+        orvenmod_delete_setting("Orvenmod", name(), name());
     }
     void made(std::int32_t error) {
         if (error == 0) objects_.push_back(last_);

@@ -164,5 +164,23 @@ class Finding(SuiteTest):
             self.assertIn("加载动态库错误", done.stderr)
 
 
+class WithoutADisplay(SuiteTest):
+    def test_the_process_goes_on_with_an_error(self) -> None:
+        program = """
+import orvenmod
+try:
+    orvenmod.BasicInfo()
+except orvenmod.Error as failure:
+    print(failure.number, failure)
+print("goes on")
+"""
+        nowhere = {"QT_QPA_PLATFORM": "", "DISPLAY": "", "WAYLAND_DISPLAY": ""}
+        done = self.run_program([sys.executable, "-c", program], **nowhere)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        told, after = done.stdout.splitlines()
+        self.assertRegex(told, "^440 .*DISPLAY")
+        self.assertEqual(after, "goes on")
+
+
 if __name__ == "__main__":
     unittest.main()
