@@ -18,8 +18,8 @@
 // passed in belongs to the caller and is copied; what is handed out belongs to the caller too, who frees it by
 // orvenmod_free and nothing else.
 //
-// One thread: an object is used and released by the thread that created it. A method returns when the window that it
-// shows is closed.
+// One thread: that which created the first object. Another one gets an error, and so does a call of a method while the
+// window of another is open. A method returns when the window that it shows is closed.
 #pragma once
 
 #include <stddef.h>

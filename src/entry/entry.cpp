@@ -1,5 +1,6 @@
 #include "entry/entry.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <charconv>
@@ -33,8 +34,12 @@ struct AsText {
     std::string operator()(std::int16_t value) const { return std::to_string(value); }
     std::string operator()(std::int32_t value) const { return std::to_string(value); }
     std::string operator()(double value) const {
+        constexpr int kDigits = 15;  // what was typed as 0.1 + 0.2 is 0.3
         std::array<char, 64> buffer{};
-        return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
+        char* const end =
+            std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, kDigits).ptr;
+        std::replace(buffer.data(), end, 'e', 'E');
+        return {buffer.data(), end};
     }
     std::string operator()(const std::string& value) const { return value; }
     std::string operator()(const std::shared_ptr<void>&) const {

@@ -69,8 +69,9 @@ TEST_F(LateBound, aPropertyTakesWhatItsTypeCanHold) {
         item.put("Status", given);
         EXPECT_EQ(item.get("status"), Variant(held));
     }
-    const std::pair<Variant, std::string> texts[] = {
-        {std::int16_t{3}, "3"}, {2.5, "2.5"}, {true, "True"}, {"螺丝", "螺丝"}, {Variant(), ""}};
+    const std::pair<Variant, std::string> texts[] = {{std::int16_t{3}, "3"}, {2.5, "2.5"},   {0.1 + 0.2, "0.3"},
+                                                     {1e20, "1E+20"},        {true, "True"}, {"螺丝", "螺丝"},
+                                                     {Variant(), ""}};
     for (const auto& [given, held] : texts) {
         item.put("fName", given);
         EXPECT_EQ(item.get("fName"), Variant(held));

@@ -20,12 +20,15 @@ std::string loaderError() {
     return why != nullptr ? why : "can't be loaded";
 }
 
-/// Where the entries of all users stand. The library writes below the user's folder, which becomes this one.
+/// Where the entries of all users stand. The library writes below the user's folder, which becomes this one. A desktop
+/// puts folders of its own before the usual one, which other users don't look into.
 std::string machineFolder() {
+    const std::string usual = "/etc/xdg";
     const char* const folders = ::getenv("XDG_CONFIG_DIRS");
     const std::string list = folders != nullptr ? folders : "";
     const std::string first = list.substr(0, list.find(':'));
-    return first.starts_with('/') ? first : "/etc/xdg";
+    const bool hasUsual = (":" + list + ":").find(":" + usual + ":") != std::string::npos;
+    return hasUsual || !first.starts_with('/') ? usual : first;
 }
 
 // What the settings of one user write is for that user's eyes alone.
