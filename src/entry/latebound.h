@@ -2,7 +2,7 @@
 //
 //   LateObject item("Orvenmod.clsBasicInfo");
 //   item.put("Status", "3");                       // a text that is a number, for a 16-bit property
-//   item.call("mainInterface", {{std::int16_t{3}, "", "", string, std::int16_t{1}}});
+//   item.call("mainInterface", std::vector<Variant>{3, "", "", string, 1});
 //   item.get("fitemid");                           // names go without regard to case
 //
 // What the members are stands in a table (classtable.cpp), from which the types of each follow.

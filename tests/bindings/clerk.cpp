@@ -4,6 +4,7 @@
 //     window frmBasicInfoList      the next window that opens, and what is done in it
 //     type txtSearch 开关
 //     press Return
+//     click cmdFind
 //     pick vsf1 3                  double clicks the third row
 //     picture /tmp/list.png
 //     await /tmp/seen              until somebody has made that file
@@ -113,6 +114,8 @@ private:
             typeInto(window, argument, step.mid(2).join(' '));
         } else if (what == "press") {
             press(window, argument);
+        } else if (what == "click") {
+            QTest::mouseClick(&find<QWidget>(window, argument), Qt::LeftButton);
         } else if (what == "pick") {
             pickRow(window, argument, step.value(2).toInt());
         } else if (what == "picture") {

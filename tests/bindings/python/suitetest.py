@@ -47,8 +47,13 @@ class SuiteTest(unittest.TestCase):
                     f"values({place},'{number}','{name}',{item_class},0,1,1,0,'.{place}.')",
                     f"insert into {table}(fItemId,fNumber,fName) values({place},'{number}','{name}')",
                 ]
-        done = self.run_program([os.environ["ORVENSQL"], self.connection], "\n".join(statements))
+        self.query("\n".join(statements))
+
+    def query(self, statements: str) -> str:
+        """What the shell answers, a JSON line a statement."""
+        done = self.run_program([os.environ["ORVENSQL"], self.connection], statements)
         self.assertNotIn("error", done.stdout)
+        return done.stdout
 
     def host(self, program: list[str], steps: str, typed: str = "") -> subprocess.CompletedProcess[str]:
         """Runs a host's program with the clerk in it."""
