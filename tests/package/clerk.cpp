@@ -1,5 +1,5 @@
-// Preloaded into a host's process: where the component's list comes, Return picks its first row. A host that links no Qt
-// is tried so.
+// Preloaded into a host's process: where the component's list comes, Return picks its first row. A host that links no
+// Qt is tried so.
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMainWindow>

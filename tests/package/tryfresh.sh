@@ -13,7 +13,7 @@ rm -rf "$fresh/root"
 mkdir "$fresh/root"
 if [ ! -e "$base" ]; then
   say "a fresh Debian"
-  debootstrap --variant=minbase bookworm "$fresh/root" http://deb.debian.org/debian >"$fresh/log" 2>&1 ||
+  debootstrap --variant=minbase bookworm "$fresh/root" http://deb.debian.org/debian >"$fresh/log" 2>&1 </dev/null ||
     { tail "$fresh/log" >&2; fail "debootstrap"; }
   tar -C "$fresh/root" -cf "$base" .
 else
@@ -27,7 +27,7 @@ mkdir "$fresh/root/packages"
 cp "$packages"/*.deb "$fresh/root/packages/"
 {
   inside apt-get -qq update
-  inside apt-get -qq install -y --no-install-recommends $(cd "$packages" && printf '/packages/%s ' *.deb) g++ cmake pkg-config
+  inside apt-get -qq -o Acquire::Retries=3 install -y --no-install-recommends $(cd "$packages" && printf '/packages/%s ' *.deb) g++ cmake make pkg-config
 } >"$fresh/log" 2>&1 </dev/null || { tail -n 30 "$fresh/log" >&2; fail "the packages can't be installed"; }
 
 say "a host of its own"
