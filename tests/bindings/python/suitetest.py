@@ -43,7 +43,8 @@ class SuiteTest(unittest.TestCase):
         for (item_class, table), rows in items.items():
             for place, (number, name) in enumerate(rows, item_class * 1000):
                 statements += [
-                    "insert into tblItem(fItemId,fNumber,fName,fItemClassId,fParentId,fIsDetail,fDepth,fIsLock,fNBNumber) "
+                    "insert into tblItem"
+                    "(fItemId,fNumber,fName,fItemClassId,fParentId,fIsDetail,fDepth,fIsLock,fNBNumber) "
                     f"values({place},'{number}','{name}',{item_class},0,1,1,0,'.{place}.')",
                     f"insert into {table}(fItemId,fNumber,fName) values({place},'{number}','{name}')",
                 ]

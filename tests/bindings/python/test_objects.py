@@ -107,7 +107,8 @@ class Objects(SuiteTest):
         self.assertEqual(len(failures), 1)
 
     def test_an_exception_goes_through_a_pickle(self) -> None:
-        for failure in (orvenmod.Error(2627, "重复"), orvenmod.Overflow(6, "溢出"), orvenmod.LibraryNotFound(48, "无")):
+        failures = (orvenmod.Error(2627, "重复"), orvenmod.Overflow(6, "溢出"), orvenmod.LibraryNotFound(48, "无"))
+        for failure in failures:
             back = pickle.loads(pickle.dumps(failure))
             self.assertEqual((type(back), back.number, str(back)), (type(failure), failure.number, failure.text))
 
