@@ -12,6 +12,11 @@ if(ORVEN_SANITIZE)
   target_compile_options(orven_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
+# orven_hide(target): what isn't marked ORVENMOD_API stays within the library that the target's code becomes part of.
+function(orven_hide target)
+  set_target_properties(${target} PROPERTIES C_VISIBILITY_PRESET hidden CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
 # orven_headers(name headers...): headers that many files include, read once for the targets that reuse them. One build
 # goes without, so that a file that forgets an include is found.
 function(orven_headers name)
@@ -34,6 +39,7 @@ set(ORVEN_STANDARD_HEADERS <algorithm> <chrono> <functional> <map> <memory> <opt
   <unordered_map> <vector>)
 if(ORVEN_PRECOMPILE)
   orven_headers(orven_standard_headers ${ORVEN_STANDARD_HEADERS})
+  orven_hide(orven_standard_headers)
 endif()
 
 # orven_library(name SOURCES ... LINKS ...): one layer of the component.
@@ -42,6 +48,7 @@ function(orven_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE orven_options ${ARG_PRIVATE_LINKS})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+  orven_hide(${name})
   orven_reuse_headers(${name} orven_standard_headers)
 endfunction()
 

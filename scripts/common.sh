@@ -15,7 +15,7 @@ if command -v ccache >/dev/null 2>&1; then
   export CCACHE_SLOPPINESS="${CCACHE_SLOPPINESS:+$CCACHE_SLOPPINESS,}pch_defines,time_macros,include_file_mtime,include_file_ctime"
 fi
 if command -v mold >/dev/null 2>&1; then
-  tools+=(-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold)
+  tools+=(-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold -DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=mold)
 fi
 
 # Two heavy compilers on a small machine fight for memory: a job for each 1.5 GB, at most one a core.

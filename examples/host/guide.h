@@ -1,6 +1,8 @@
 // The tour's guide: opens the component through the suite's window and plays steps on the windows that come.
 #pragma once
 
+#include <QPointer>
+#include <QTimer>
 #include <exception>
 #include <functional>
 #include <string>
@@ -18,10 +20,7 @@ public:
 
     enum User { kAdministrator, kAccountant, kJunior, kStorekeeper };
 
-    Guide(SuiteWindow& suite, platform::qt::QtToolkit& toolkit, Album& album);
-    ~Guide();
-    Guide(const Guide&) = delete;
-    Guide& operator=(const Guide&) = delete;
+    Guide(SuiteWindow& suite, Album& album);
 
     /// Logs in, has `open` open a window, and plays the steps in it. Throws what a step failed with.
     void play(User user, const std::function<void()>& open, const std::string& window, Steps steps);
@@ -31,18 +30,20 @@ public:
     void within(const std::string& window, Steps steps) { steps_.emplace_back(window, std::move(steps)); }
 
     void pictureSuite(const std::string& name, const std::string& caption);
-    /// Prints go to that PDF file; "" asks again.
-    void printTo(const std::string& file) { toolkit_.setPrintFile(file); }
-    /// Whether work that is soon done shows its progress all the same.
-    void showShortWork(bool show);
     SuiteWindow& suite() { return suite_; }
 
 private:
-    void visit(platform::Window& window);
+    void lookAgain();
+    void look();
+    void visit(QWidget& window);
+    void awaitLeaving();
 
     SuiteWindow& suite_;
-    platform::qt::QtToolkit& toolkit_;
     Album& album_;
+    QTimer timer_;
+    std::vector<QPointer<QWidget>> visited_;  ///< those that are open still
+    QPointer<QWidget> leaving_;               ///< one that must go by itself
+    int waited_ = 0;
     std::vector<std::pair<std::string, Steps>> steps_;
     std::exception_ptr failure_;
 };

@@ -131,26 +131,24 @@ void keepCategories(Guide& guide) {
 }
 
 void exportItems(Guide& guide, const std::string& folder) {
-    guide.play(Guide::kAdministrator, {}, [&guide, &folder](Visitor& visitor) {
-        guide.showShortWork(true);
+    guide.play(Guide::kAdministrator, {}, [&folder](Visitor& visitor) {
         visitor.saveTo(QString::fromStdString(folder) + QStringLiteral("/goods.xlsx"), "save-as", "导出：文件名和格式");
-        visitor.expectProgress("export-progress", "导出很长的列表：进度，可以取消");
         visitor.expectBox(QMessageBox::Ok, "exported", "导出成功");
         visitor.clickTool("Excel");
         visitor.boxesDone();
-        guide.showShortWork(false);
     });
 }
 
 void printItems(Guide& guide, const std::string& folder) {
-    guide.play(Guide::kAdministrator, {}, [&guide, &folder](Visitor& visitor) {
+    guide.play(Guide::kAdministrator, {}, [&folder](Visitor& visitor) {
         visitor.clickNode("tv1", "书写工具");
         visitor.expectDialog("preview", "preview", "打印预览");
         visitor.clickTool("Preview");
         visitor.boxesDone();
-        guide.printTo(folder + "/goods.pdf");
+        visitor.printTo(QString::fromStdString(folder) + QStringLiteral("/goods.pdf"), "print",
+                        "打印：打印机或 PDF 文件");
         visitor.clickTool("Print");
-        guide.printTo("");
+        visitor.boxesDone();
     });
 }
 

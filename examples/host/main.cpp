@@ -6,7 +6,6 @@
 
 #include <orvenmod/clsBasicInfo.h>
 
-#include "entry/startup.h"
 #include "options.h"
 #include "suite.h"
 #include "suitewindow.h"
@@ -26,13 +25,13 @@ int run(const orvenmod::sample::Options& options) {
         suite.upgrade();
         return 0;
     }
-    // The component's QApplication, which the suite's own windows share.
-    orvenmod::startUp();
+    // With the first object comes the component's QApplication, which the suite's own windows share.
+    suite.logIn({});
+    const orvenmod::clsBasicInfo component;
     // A tour has nobody who could answer.
     if (!options.tour.empty() && suite.age() == DatabaseAge::newer) throw std::runtime_error(kNewerDatabase);
     if (options.tour.empty() && !isReadyToOpen(suite)) return 1;
     suite.logIn(suite.users().at(0));
-    const orvenmod::clsBasicInfo component;
     SuiteWindow window(suite);
     if (!options.tour.empty()) return playTour(window, options.tour);
     window.show();

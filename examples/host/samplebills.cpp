@@ -1,11 +1,11 @@
 // The suite's side: the catalogue of bill fields, bills of all six families, balances, settings, the stock view and
 // the users.
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
+#include <orvenmod/schema.h>
+
 #include "samplewriter.h"
-#include "store/schema.h"
 
 namespace orvenmod::sample {
 namespace {
@@ -140,13 +140,6 @@ std::string putBefore(std::string text, std::string_view mark, std::string_view 
     return text.insert(text.find(mark), addition);
 }
 
-std::string viewText(std::string_view name) {
-    for (const store::SchemaView& view : store::schemaViews()) {
-        if (view.name == name) return std::string(view.text);
-    }
-    throw std::logic_error("the schema has no such view");
-}
-
 }  // namespace
 
 void addBills(SampleWriter& writer, const SampleIds& ids) {
@@ -164,7 +157,7 @@ void addSettingsAndStockView(SampleWriter& writer) {
         writer.insert("tblSystemInfo", "fTypeId,fValue", {row, value});
     }
     std::string stock =
-        putBefore(viewText("vTimeStock"), ",isnull(c.fA,'')",
+        putBefore(SchemaViewText("vTimeStock"), ",isnull(c.fA,'')",
                   " ,isnull(d.fnumber,'') as fstockplaceidNumber\r\n"
                   " ,isnull(d.fname,'') as fstockplaceidName,isnull(a.fStockPlaceId,0) as fStockPlaceId \r\n"
                   " ,isnull(a.fbatchno,'') as fbatchno \r\n"
@@ -181,7 +174,7 @@ void addSettingsAndStockView(SampleWriter& writer) {
                                          {"fDate1", "生产日期"}}) {
         writer.insert("tblViewDesc", "fTypeId,fFieldName,fFieldDesc,fFieldType", {5033, field, caption, 0});
     }
-    const std::string goods = putBefore(viewText("vICItem"), " from ",
+    const std::string goods = putBefore(SchemaViewText("vICItem"), " from ",
                                         ",isnull(a.FSelfA1,0)  as FSelfA1,isnull(A2.fNumber,'')  as FSelfA1Number "
                                         ",isnull(A2.fName,'')  as FSelfA1Name ") +
                               " left outer join tblSubType  as A2 on A2.fitemid=a.FSelfA1 ";

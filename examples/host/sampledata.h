@@ -2,7 +2,8 @@
 // the same rows each time, so that pictures and measurements can be compared.
 #pragma once
 
-#include "store/connection.h"
+#include <functional>
+#include <string>
 
 namespace orvenmod::sample {
 
@@ -10,7 +11,21 @@ namespace orvenmod::sample {
 inline constexpr int kUsualGoods = 360;
 inline constexpr int kMostGoods = 1000000;
 
-/// Adds everything in one transaction. `goods` from 1 to kMostGoods. Throws store::Failure, and then adds nothing.
-void fillSampleData(store::Connection& connection, int goods);
+/// Gives every statement of the sample to `execute`, in their order. `goods` from 1 to kMostGoods.
+void writeSample(const std::function<void(const std::string& sql)>& execute, int goods);
+
+/// Adds everything in one transaction of the connection: orvenmod::Statements, or whatever has its calls. What a call
+/// throws goes on to the caller, and nothing is added.
+template <class Connection>
+void fillSampleData(Connection& connection, int goods) {
+    connection.beginTrans();
+    try {
+        writeSample([&connection](const std::string& sql) { connection.execute(sql); }, goods);
+        connection.commitTrans();
+    } catch (...) {
+        if (connection.inTransaction()) connection.rollbackTrans();
+        throw;
+    }
+}
 
 }  // namespace orvenmod::sample

@@ -2,13 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
-
-#include "store/connection.h"
 
 namespace orvenmod::sample {
 
@@ -38,9 +38,11 @@ struct Node {
 
 class SampleWriter {
 public:
-    explicit SampleWriter(store::Connection& connection) : connection_(connection) {}
+    using Execute = std::function<void(const std::string& sql)>;
 
-    void execute(const std::string& sql) { connection_.execute(sql); }
+    explicit SampleWriter(Execute execute) : execute_(std::move(execute)) {}
+
+    void execute(const std::string& sql) { execute_(sql); }
     void insert(std::string_view table, std::string_view columns, std::initializer_list<Literal> values);
 
     /// Adds a row of tblItem below `parent` (an empty Node for the top).
@@ -58,7 +60,7 @@ private:
 
     Node addRow(int itemClass, const Node& parent, const std::string& shortNumber, const std::string& name, Row row);
 
-    store::Connection& connection_;
+    Execute execute_;
     std::mt19937 random_{20240607};
     int lastItem_ = 0;
     int lastEntry_ = 0;

@@ -7,8 +7,8 @@
 #include <orvenmod/clsJCZL.h>
 #include <orvenmod/schema.h>
 #include <orvenmod/settings.h>
+#include <orvenmod/statements.h>
 
-#include "entry/startup.h"
 #include "sampledata.h"
 
 namespace orvenmod::sample {
@@ -30,9 +30,8 @@ Suite::Suite(const std::string& databaseFile, const std::string& server)
 
 void Suite::create(int goods) const {
     CreateSchema(connectionString_);
-    const auto connection = componentStore().connect(connectionString_);
-    fillSampleData(*connection, goods);
-    connection->close();
+    Statements statements(connectionString_);
+    fillSampleData(statements, goods);
     // The page of the printed lists lies in the suite's folder; one that is there already is the user's own.
     namespace fs = std::filesystem;
     fs::copy_file(ORVEN_SAMPLE_TEMPLATE, fs::path(databaseFile_).parent_path() / "Report3.grf",
@@ -48,36 +47,33 @@ DatabaseAge Suite::age() const {
 void Suite::upgrade() const { UpgradeSchema(connectionString_); }
 
 std::vector<SuiteUser> Suite::users() const {
-    const auto connection = componentStore().connect(connectionString_);
+    Statements statements(connectionString_);
     std::vector<SuiteUser> users;
-    for (auto rows = connection->open("select fUserId,fName,fIsAdmin from tblUser order by fUserId"); !rows.eof();
+    for (auto rows = statements.open("select fUserId,fName,fIsAdmin from tblUser order by fUserId"); !rows.eof();
          rows.moveNext()) {
         users.push_back({std::stoi(rows.text("fUserId")), rows.text("fName"), rows.text("fIsAdmin") == "1"});
     }
-    connection->close();
     return users;
 }
 
 std::vector<Warehouse> Suite::warehouses() const {
-    const auto connection = componentStore().connect(connectionString_);
+    Statements statements(connectionString_);
     std::vector<Warehouse> warehouses;
-    for (auto rows = connection->open("select fItemId,fName from tblStock order by fNumber"); !rows.eof();
+    for (auto rows = statements.open("select fItemId,fName from tblStock order by fNumber"); !rows.eof();
          rows.moveNext()) {
         warehouses.push_back({std::stoi(rows.text("fItemId")), rows.text("fName")});
     }
-    connection->close();
     return warehouses;
 }
 
 std::vector<OwnClass> Suite::ownClasses() const {
-    const auto connection = componentStore().connect(connectionString_);
+    Statements statements(connectionString_);
     std::vector<OwnClass> classes;
-    for (auto rows = connection->open("select fItemClassId,fItemName from tblItemClass where fItemType='0' and "
-                                      "fItemClassId not in (1,2,3,11) and fItemClassId<=32767 order by fItemClassId");
+    for (auto rows = statements.open("select fItemClassId,fItemName from tblItemClass where fItemType='0' and "
+                                     "fItemClassId not in (1,2,3,11) and fItemClassId<=32767 order by fItemClassId");
          !rows.eof(); rows.moveNext()) {
         classes.push_back({static_cast<std::int16_t>(std::stoi(rows.text("fItemClassId"))), rows.text("fItemName")});
     }
-    connection->close();
     return classes;
 }
 
@@ -121,17 +117,16 @@ Result Suite::open(const Request& request) const {
 }
 
 std::vector<BillRow> Suite::billRows() const {
-    const auto connection = componentStore().connect(connectionString_);
+    Statements statements(connectionString_);
     const std::string user = GetSetting(kShared, "SystemLogin", "gLoginUserId", "0");
     std::vector<BillRow> result;
-    auto rows = connection->open(
+    auto rows = statements.open(
         "select a.fQty,b.fNumber,b.fName from tblItemInput as a left outer join ICItem as b on a.fItemId=b.fItemId "
         "where a.fUserId=" +
         user + " order by a.fEntryId");
     for (; !rows.eof(); rows.moveNext()) {
         result.push_back({rows.text("fNumber"), rows.text("fName"), rows.text("fQty")});
     }
-    connection->close();
     return result;
 }
 

@@ -6,9 +6,9 @@
 #include <iostream>
 #include <stdexcept>
 
+#include <orvenmod/statements.h>
+
 #include "designertour.h"
-#include "entry/startup.h"
-#include "frame/services.h"
 #include "guide.h"
 #include "itemtour.h"
 #include "suitewindow.h"
@@ -24,9 +24,7 @@ void upgradeOlder(Album& album) {
     const std::string file = files.filePath(QStringLiteral("older.db")).toStdString();
     const Suite older(file);
     older.create(1);
-    const auto connection = componentStore().connect("Provider=SQLite;Data Source=" + file);
-    connection->execute("drop table tblOrvenmodVersion");
-    connection->close();
+    Statements("Provider=SQLite;Data Source=" + file).execute("drop table tblOrvenmodVersion");
     answerBox(album, QMessageBox::Yes, "upgrade-box", "数据库由较早的版本建立：打开前先问", [] {});
     if (!isReadyToOpen(older) || older.age() != DatabaseAge::present)
         throw std::runtime_error("the older database wasn't upgraded");
@@ -126,10 +124,8 @@ void workWithFewRights(Guide& guide) {
 int playTour(SuiteWindow& window, const std::string& folder) {
     try {
         std::filesystem::create_directories(folder);
-        auto* toolkit = dynamic_cast<platform::qt::QtToolkit*>(&services().toolkit);
-        if (toolkit == nullptr) throw std::logic_error("the tour needs the Qt toolkit");
-        Album album(folder, *toolkit);
-        Guide guide(window, *toolkit, album);
+        Album album(folder);
+        Guide guide(window, album);
         upgradeOlder(album);
         window.show();
         guide.pictureSuite("suite", "示例主程序");

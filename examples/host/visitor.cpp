@@ -8,9 +8,10 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QInputMethodEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QProgressBar>
+#include <QPrintDialog>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTableView>
@@ -20,8 +21,6 @@
 #include <algorithm>
 #include <memory>
 #include <stdexcept>
-
-#include "platform/entrygrid.h"
 
 namespace orvenmod::sample {
 namespace {
@@ -69,18 +68,13 @@ void answerBox(Album& album, QMessageBox::StandardButton answer, const std::stri
     });
 }
 
-Visitor::Visitor(platform::Window& window, Album& album) : window_(window), album_(album), root_(nullptr) {
-    const QString name = QString::fromStdString(window.name());
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (widget->objectName() == name && widget->isVisible()) root_ = widget;
-    }
-    if (root_ == nullptr) throw std::runtime_error("no window " + window.name());
-}
+Visitor::Visitor(QWidget& window, Album& album) : window_(window), album_(album) {}
 
 template <class Widget>
 Widget& Visitor::find(const QString& name) const {
-    auto* widget = root_->findChild<Widget*>(name);
-    if (widget == nullptr) throw std::runtime_error("no control " + name.toStdString() + " in " + window_.name());
+    auto* widget = window_.findChild<Widget*>(name);
+    if (widget == nullptr)
+        throw std::runtime_error("no control " + name.toStdString() + " in " + window_.objectName().toStdString());
     return *widget;
 }
 
@@ -162,8 +156,8 @@ void Visitor::clickCell(const QString& grid, int row, int column) {
 // Keys are for an opened list first.
 QWidget& Visitor::keyboard() const {
     if (QWidget* list = QApplication::activePopupWidget()) return *list;
-    QWidget* focus = root_->focusWidget();
-    return focus != nullptr ? *focus : *root_;
+    QWidget* focus = window_.focusWidget();
+    return focus != nullptr ? *focus : window_;
 }
 
 void Visitor::typeKeys(const QString& text) {
@@ -175,14 +169,14 @@ void Visitor::press(const QString& keys) {
     const QKeySequence sequence = QKeySequence::fromString(keys, QKeySequence::PortableText);
     if (sequence.isEmpty()) throw std::runtime_error("no such key: " + keys.toStdString());
     // Without a window manager nobody gives the window the keyboard back when a box closes.
-    if (QApplication::activePopupWidget() == nullptr && !root_->isActiveWindow()) {
-        root_->activateWindow();
+    if (QApplication::activePopupWidget() == nullptr && !window_.isActiveWindow()) {
+        window_.activateWindow();
         QCoreApplication::processEvents();
     }
     QTest::keyClick(&keyboard(), sequence[0].key(), sequence[0].keyboardModifiers());
     QCoreApplication::processEvents();
     // A button that is pressed by its letter stays down for a moment before it clicks.
-    const QList<QPushButton*> buttons = root_->findChildren<QPushButton*>();
+    const QList<QPushButton*> buttons = window_.findChildren<QPushButton*>();
     const auto isUp = [](const QPushButton* button) { return !button->isDown(); };
     if (!QTest::qWaitFor([&] { return std::all_of(buttons.begin(), buttons.end(), isUp); }))
         throw std::runtime_error("a button stays down after " + keys.toStdString());
@@ -201,7 +195,8 @@ void Visitor::pickCell(const QString& grid, int row, int column, const QString& 
 }
 
 void Visitor::pictureRefusal(const QString& grid, const std::string& name, const std::string& caption) {
-    if (window_.get<platform::EntryGrid>(grid.toStdString()).refusal().empty())
+    const QList<QLabel*> hints = find<QTableView>(grid).window()->findChildren<QLabel*>(QStringLiteral("cellHint"));
+    if (std::none_of(hints.begin(), hints.end(), [](const QLabel* hint) { return hint->isVisible(); }))
         throw std::runtime_error("nothing was refused for " + name);
     picture(name, caption);
 }
@@ -218,7 +213,7 @@ void Visitor::pictureCalendar(const QString& grid, int row, int column, const st
 }
 
 void Visitor::clickTool(const QString& key) {
-    for (auto* action : root_->findChildren<QAction*>(key)) {
+    for (auto* action : window_.findChildren<QAction*>(key)) {
         action->trigger();
         return;
     }
@@ -295,28 +290,20 @@ void Visitor::saveTo(const QString& file, const std::string& name, const std::st
     });
 }
 
-void Visitor::expectProgress(const std::string& name, const std::string& caption) {
+void Visitor::printTo(const QString& file, const std::string& name, const std::string& caption) {
     ++boxes_;
-    // Asked at each chance: the work doesn't wait for its picture.
-    auto* watch = new QTimer(qApp);
-    QObject::connect(watch, &QTimer::timeout, watch, [this, watch, name, caption] {
-        const QWidget* box = QApplication::activeModalWidget();
-        const auto* bar = box == nullptr ? nullptr : box->findChild<QProgressBar*>();
-        if (bar == nullptr || bar->value() < bar->maximum() / 2) return;
-        watch->stop();
-        watch->deleteLater();
+    const auto shown = [] { return qobject_cast<QPrintDialog*>(QApplication::activeModalWidget()); };
+    whenReady(shown, [this, file, name, caption](QPrintDialog& dialog) {
         --boxes_;
-        album_.add(window_, name, caption);
+        dialog.findChild<QLineEdit*>(QStringLiteral("filename"))->setText(file);
+        QTest::qWait(kLook);
+        album_.add(dialog, name, caption);
+        dialog.accept();
     });
-    watch->start(0);
 }
 
 void Visitor::boxesDone() const {
     if (boxes_ != 0) throw std::runtime_error("a box that was expected didn't come");
-}
-
-void Visitor::closed() const {
-    if (window_.shown()) throw std::runtime_error(window_.name() + " is still open");
 }
 
 }  // namespace orvenmod::sample

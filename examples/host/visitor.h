@@ -9,9 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/qt/qttoolkit.h"
-#include "platform/window.h"
-
 class QTableView;
 
 namespace orvenmod::sample {
@@ -19,10 +16,9 @@ namespace orvenmod::sample {
 /// The pictures of one tour, numbered in the order in which they were taken.
 class Album {
 public:
-    Album(std::string folder, platform::qt::QtToolkit& toolkit);
+    explicit Album(std::string folder);
 
-    void add(const platform::Window& window, const std::string& name, const std::string& caption);
-    /// Of a window that isn't the component's.
+    /// The window, with what is open over it.
     void add(QWidget& widget, const std::string& name, const std::string& caption);
     /// The list of the pictures, also written into the folder.
     std::string list() const;
@@ -31,7 +27,6 @@ private:
     std::string next(const std::string& name, const std::string& caption);
 
     std::string folder_;
-    platform::qt::QtToolkit& toolkit_;
     std::vector<std::pair<std::string, std::string>> pictures_;
 };
 
@@ -41,7 +36,7 @@ void answerBox(Album& album, QMessageBox::StandardButton answer, const std::stri
 
 class Visitor {
 public:
-    Visitor(platform::Window& window, Album& album);
+    Visitor(QWidget& window, Album& album);
 
     void picture(const std::string& name, const std::string& caption);
 
@@ -83,13 +78,14 @@ public:
     void expectDialog(const QString& dialog, const std::string& name, const std::string& caption);
     /// The next save dialog is pictured with that file's name in it, and takes it.
     void saveTo(const QString& file, const std::string& name, const std::string& caption);
-    /// The next long work is pictured over its window when half of it is done.
-    void expectProgress(const std::string& name, const std::string& caption);
+    /// The next print goes to that PDF file; its dialog is pictured.
+    void printTo(const QString& file, const std::string& name, const std::string& caption);
     /// Throws where an expected box didn't come.
     void boxesDone() const;
 
-    /// Throws where the window is still open.
-    void closed() const;
+    /// The window is left by itself: nobody need close it, and the tour ends where it stays.
+    void closed() { closed_ = true; }
+    bool isClosed() const { return closed_; }
 
 private:
     template <class Widget>
@@ -97,10 +93,10 @@ private:
     QPoint rowCentre(QTableView& view, int row) const;
     QWidget& keyboard() const;
 
-    platform::Window& window_;
+    QWidget& window_;
     Album& album_;
-    QWidget* root_;
     int boxes_ = 0;
+    bool closed_ = false;
 };
 
 }  // namespace orvenmod::sample

@@ -7,11 +7,12 @@
 #include <cstdint>
 #include <string>
 
+#include <orvenmod/export.h>
 #include <orvenmod/variant.h>
 
 namespace orvenmod {
 
-class clsBasicInfo {
+class ORVENMOD_API clsBasicInfo {
 public:
     /// Class_Initialize: reads message title, admin flag, user and decimal places from the shared settings. Throws
     /// std::runtime_error, which names the setting, where one of the numbers is none or the places aren't 0 to 10.

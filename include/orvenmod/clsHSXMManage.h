@@ -4,11 +4,12 @@
 
 #include <string>
 
+#include <orvenmod/export.h>
 #include <orvenmod/variant.h>
 
 namespace orvenmod {
 
-class clsHSXMManage {
+class ORVENMOD_API clsHSXMManage {
 public:
     /// Class_Initialize: reads message title and admin flag from the shared settings. Throws std::runtime_error where
     /// the flag is no number.

@@ -5,11 +5,12 @@
 #include <cstdint>
 #include <string>
 
+#include <orvenmod/export.h>
 #include <orvenmod/variant.h>
 
 namespace orvenmod {
 
-class clsJCZL {
+class ORVENMOD_API clsJCZL {
 public:
     /// Class_Initialize: reads message title and admin flag from the shared settings. Throws std::runtime_error where
     /// the flag is no number.

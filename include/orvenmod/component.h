@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <memory>
 
+#include <orvenmod/export.h>
+
 namespace orvenmod {
 
 inline constexpr std::int32_t kSuccess = 0;
@@ -14,7 +16,7 @@ inline constexpr std::int32_t kInvalidPointer = static_cast<std::int32_t>(0x8000
 inline constexpr std::int32_t kRegistrationFailed = static_cast<std::int32_t>(0x80040201u);
 
 /// Makes objects of one class.
-class ClassObject {
+class ORVENMOD_API ClassObject {
 public:
     virtual ~ClassObject() = default;
     /// An object of the class (static_pointer_cast to it). Throws what its constructor throws.
@@ -27,14 +29,14 @@ extern "C" {
 
 /// Writes into the per-user settings, application "Orvenmod", section "Classes", which file holds each class:
 /// "Orvenmod.clsBasicInfo", "Orvenmod.clsJCZL", "Orvenmod.clsHSXMManage".
-std::int32_t DllRegisterServer();
+ORVENMOD_API std::int32_t DllRegisterServer();
 
 /// Takes those entries away.
-std::int32_t DllUnregisterServer();
+ORVENMOD_API std::int32_t DllUnregisterServer();
 
 /// The class object of a registered name such as "Orvenmod.clsBasicInfo". It lives as long as the module.
-std::int32_t DllGetClassObject(const char* className, const orvenmod::ClassObject** classObject);
+ORVENMOD_API std::int32_t DllGetClassObject(const char* className, const orvenmod::ClassObject** classObject);
 
 /// 0 when no object of any class is alive, else 1.
-std::int32_t DllCanUnloadNow();
+ORVENMOD_API std::int32_t DllCanUnloadNow();
 }

@@ -19,17 +19,20 @@
 
 #include <string>
 
+#include <orvenmod/export.h>
+
 namespace orvenmod {
 
 /// `fallback` where there is none.
-std::string GetSetting(const std::string& application, const std::string& section, const std::string& key,
-                       const std::string& fallback = "");
+ORVENMOD_API std::string GetSetting(const std::string& application, const std::string& section, const std::string& key,
+                                    const std::string& fallback = "");
 
 /// Throws std::runtime_error where the store can't be written.
-void SaveSetting(const std::string& application, const std::string& section, const std::string& key,
-                 const std::string& value);
+ORVENMOD_API void SaveSetting(const std::string& application, const std::string& section, const std::string& key,
+                              const std::string& value);
 
 /// Removes a key; without a key the section, and without a section all of the application.
-void DeleteSetting(const std::string& application, const std::string& section = "", const std::string& key = "");
+ORVENMOD_API void DeleteSetting(const std::string& application, const std::string& section = "",
+                                const std::string& key = "");
 
 }  // namespace orvenmod

@@ -46,7 +46,7 @@ clsBasicInfo::clsBasicInfo() {
 }
 
 clsBasicInfo::~clsBasicInfo() {
-    dropConnection();
+    dropConnectionOfObject();
     objectDestroyed();
 }
 
@@ -54,6 +54,7 @@ bool clsBasicInfo::mainInterface(const std::int16_t& intFitemClassId, const std:
                                  const std::string& findValue, const std::string& strDBConn,
                                  const std::int16_t& intIsReturn, const Variant& intItemCalled,
                                  const Variant& strParamSQL) {
+    const RunningEntry running;
     AppState& state = appState();
     state.gItemAllName = setting("SystemSetup", "gItemAllName", "货品");
     state.gAppPath = setting("SystemSetup", "gAppPath", "");

@@ -13,11 +13,12 @@ clsHSXMManage::clsHSXMManage() {
 }
 
 clsHSXMManage::~clsHSXMManage() {
-    dropConnection();
+    dropConnectionOfObject();
     objectDestroyed();
 }
 
 bool clsHSXMManage::mainInterface() {
+    const RunningEntry running;
     appState().gRightPrefix.assign(1, store::kClassRights);
     appState().gConnStr = DBConnection;
     showModal(windows().frmHSXM);

@@ -13,11 +13,12 @@ clsJCZL::clsJCZL() {
 }
 
 clsJCZL::~clsJCZL() {
-    dropConnection();
+    dropConnectionOfObject();
     objectDestroyed();
 }
 
 bool clsJCZL::mainInterface(const std::string& strDBConnection) {
+    const RunningEntry running;
     AppState& state = appState();
     state.gRightPrefix.assign(1, store::kDictionaryRights);
     state.gItemCalled = 1;
@@ -29,6 +30,7 @@ bool clsJCZL::mainInterface(const std::string& strDBConnection) {
 
 bool clsJCZL::mainSingleInterface(const std::int16_t& intIsReturn, const std::int16_t& intFitemClassId,
                                   const std::string& strDBConnection) {
+    const RunningEntry running;
     AppState& state = appState();
     state.gRetName.clear();
     state.gRetNumber.clear();

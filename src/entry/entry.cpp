@@ -1,8 +1,11 @@
 #include "entry/entry.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <charconv>
+#include <stdexcept>
+#include <thread>
 
 #include "entry/startup.h"
 #include "frame/appstate.h"
@@ -14,6 +17,16 @@ namespace orvenmod {
 namespace {
 
 std::atomic<int> alive = 0;
+bool entryRuns = false;
+
+// The thread that the first object was made on.
+std::atomic<std::thread::id> ownThread;
+
+void requireOwnThread() {
+    const std::thread::id own = ownThread;
+    if (own != std::thread::id() && own != std::this_thread::get_id())
+        throw std::runtime_error("组件只能在最先使用它的线程里使用");
+}
 
 struct AsText {
     std::string operator()(std::monostate) const { return ""; }
@@ -21,8 +34,12 @@ struct AsText {
     std::string operator()(std::int16_t value) const { return std::to_string(value); }
     std::string operator()(std::int32_t value) const { return std::to_string(value); }
     std::string operator()(double value) const {
+        constexpr int kDigits = 15;  // what was typed as 0.1 + 0.2 is 0.3
         std::array<char, 64> buffer{};
-        return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
+        char* const end =
+            std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, kDigits).ptr;
+        std::replace(buffer.data(), end, 'e', 'E');
+        return {buffer.data(), end};
     }
     std::string operator()(const std::string& value) const { return value; }
     std::string operator()(const std::shared_ptr<void>&) const {
@@ -33,17 +50,33 @@ struct AsText {
 }  // namespace
 
 void initializeClass() {
+    requireOwnThread();
     startUp();
+    ownThread = std::this_thread::get_id();
     appState().gMsgTitle = setting("SystemSetup", "msgTitle", "奥文软件");
     appState().gIsAdmin = settingInt16("SystemLogin", "IsAdmin", "0");
 }
 
+RunningEntry::RunningEntry() {
+    requireOwnThread();
+    if (entryRuns) throw std::runtime_error("组件的窗口已经打开，请先关闭它");
+    entryRuns = true;
+}
+
+RunningEntry::~RunningEntry() { entryRuns = false; }
+
 void dropConnection() noexcept { appState().gConn.reset(); }
+
+void dropConnectionOfObject() noexcept {
+    if (!entryRuns) dropConnection();
+}
 
 std::string variantText(const Variant& value) { return std::visit(AsText(), value); }
 
 std::int16_t variantInt16(const Variant& value) {
+    if (value.index() == 0) return 0;
     if (const bool* flag = std::get_if<bool>(&value)) return *flag ? -1 : 0;
+    if (const double* number = std::get_if<double>(&value)) return toInt16(*number);
     return toInt16(variantText(value));
 }
 

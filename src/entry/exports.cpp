@@ -1,16 +1,15 @@
 #include <dlfcn.h>
 
-#include <array>
 #include <exception>
+#include <filesystem>
+#include <stdexcept>
 #include <string>
-#include <string_view>
+#include <vector>
 
-#include <orvenmod/clsBasicInfo.h>
-#include <orvenmod/clsHSXMManage.h>
-#include <orvenmod/clsJCZL.h>
 #include <orvenmod/component.h>
 
 #include "entry/entry.h"
+#include "entry/latebound.h"
 #include "entry/startup.h"
 
 namespace {
@@ -20,28 +19,27 @@ using namespace orvenmod;
 constexpr const char* kApplication = "Orvenmod";
 constexpr const char* kSection = "Classes";
 
-template <class Class>
 class ClassObjectOf : public ClassObject {
 public:
-    std::shared_ptr<void> createInstance() const override { return std::make_shared<Class>(); }
+    explicit ClassObjectOf(const BoundClass& made) : made_(made) {}
+    std::shared_ptr<void> createInstance() const override { return made_.make(); }
+
+private:
+    const BoundClass& made_;
 };
 
-const ClassObjectOf<clsBasicInfo> basicInfo;
-const ClassObjectOf<clsJCZL> dictionary;
-const ClassObjectOf<clsHSXMManage> designer;
-
-struct Registered {
-    std::string_view name;
-    const ClassObject& object;
-};
-
-const std::array<Registered, 3> kClasses = {
-    {{"Orvenmod.clsBasicInfo", basicInfo}, {"Orvenmod.clsJCZL", dictionary}, {"Orvenmod.clsHSXMManage", designer}}};
+const ClassObject& classObjectOf(const BoundClass& made) {
+    const auto all = boundClasses();
+    static const std::vector<ClassObjectOf> objects(all.begin(), all.end());
+    return objects[static_cast<std::size_t>(&made - all.data())];
+}
 
 // The file that this code was loaded from.
 std::string moduleFile() {
     Dl_info info{};
-    return dladdr(&kClasses, &info) != 0 && info.dli_fname != nullptr ? info.dli_fname : "";
+    if (dladdr(kApplication, &info) == 0 || info.dli_fname == nullptr) throw std::runtime_error("no file");
+    // Whoever reads the entry stands in another folder.
+    return std::filesystem::absolute(info.dli_fname).string();
 }
 
 }  // namespace
@@ -50,9 +48,9 @@ extern "C" {
 
 std::int32_t DllRegisterServer() {
     try {
-        for (const Registered& one : kClasses) {
-            sharedSettings().save(kApplication, kSection, std::string(one.name), moduleFile());
-        }
+        const std::string file = moduleFile();
+        for (const BoundClass& each : boundClasses())
+            sharedSettings().save(kApplication, kSection, each.name, file);
         return kSuccess;
     } catch (const std::exception&) {
         return kRegistrationFailed;
@@ -70,13 +68,9 @@ std::int32_t DllUnregisterServer() {
 
 std::int32_t DllGetClassObject(const char* className, const ClassObject** classObject) {
     if (className == nullptr || classObject == nullptr) return kInvalidPointer;
-    *classObject = nullptr;
-    for (const Registered& one : kClasses) {
-        if (one.name != className) continue;
-        *classObject = &one.object;
-        return kSuccess;
-    }
-    return kClassNotAvailable;
+    const BoundClass* found = findClass(className);
+    *classObject = found != nullptr ? &classObjectOf(*found) : nullptr;
+    return found != nullptr ? kSuccess : kClassNotAvailable;
 }
 
 std::int32_t DllCanUnloadNow() { return liveObjects() == 0 ? kSuccess : kNo; }

@@ -2,6 +2,8 @@
 
 #include <orvenmod/schema.h>
 
+#include <stdexcept>
+
 #include "entry/startup.h"
 #include "store/upgrade.h"
 
@@ -12,6 +14,13 @@ void CreateSchema(const std::string& connectionString) {
     const auto connection = componentStore().connect(connectionString + ";Mode=Create");
     store::createSchema(*connection);
     connection->close();
+}
+
+std::string SchemaViewText(const std::string& view) {
+    for (const store::SchemaView& each : store::schemaViews()) {
+        if (each.name == view) return std::string(each.text);
+    }
+    throw std::invalid_argument("the schema has no view " + view);
 }
 
 int SchemaVersion(const std::string& connectionString) {

@@ -55,9 +55,10 @@ TEST(Style, everyTestFileIsInATarget) {
 }
 
 constexpr const char* kDocuments[] = {
-    "README.md",       "README.zh.md",         "CONTRIBUTING.md",        "docs/architecture.md",
-    "docs/servers.md", "docs/dependencies.md", "docs/report-template.md"};
-constexpr const char* kFolders[] = {"src", "include", "tests", "bench", "examples", "scripts", "docs", "cmake"};
+    "README.md",       "README.zh.md",         "CONTRIBUTING.md",   "docs/architecture.md",
+    "docs/servers.md", "docs/dependencies.md", "docs/languages.md", "docs/report-template.md"};
+constexpr const char* kFolders[] = {"src",      "include", "tests", "bench", "examples",
+                                    "bindings", "scripts", "docs",  "cmake"};
 
 std::vector<std::string> found(const std::string& document, const std::regex& pattern) {
     std::ifstream stream(test::sourceFile(document));
@@ -70,7 +71,7 @@ std::vector<std::string> found(const std::string& document, const std::regex& pa
 
 TEST(Style, everyPathThatTheDocumentsNameIsThere) {
     namespace fs = std::filesystem;
-    const std::regex path("`((?:src|include|tests|bench|examples|scripts|docs)/[^` *{]*)`");
+    const std::regex path("`((?:src|include|tests|bench|examples|bindings|scripts|docs)/[^` *{]*)`");
     const std::regex link(R"(\]\((?!https?:|#)([^)#]+)[^)]*\))");
     std::size_t named = 0;
     for (const std::string document : kDocuments) {

@@ -5,12 +5,16 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QPalette>
-#include <QSysInfo>
+#include <QThread>
 #include <QTranslator>
 #include <array>
+#include <clocale>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "platform/qt/chinesetexts.h"
+#include "platform/qt/display.h"
 #include "platform/qt/style.h"
 
 // Q_INIT_RESOURCE must stand outside any namespace.
@@ -22,17 +26,27 @@ namespace {
 
 constexpr int kFontPixels = 13;
 
+bool applicationIsOurs = false;
+int showing = 0;
+
+// The last one installed is asked first: Qt's own texts give a file's size as a volume. Never destroyed, since a host's
+// QApplication may be gone before the process's static objects are.
+const std::vector<QTranslator*>& chineseTexts() {
+    static const auto* texts = [] {
+        auto* all = new std::vector<QTranslator*>;
+        auto* base = new QTranslator;
+        if (base->load(QLocale(QLocale::Chinese, QLocale::China), QStringLiteral("qtbase"), QStringLiteral("_"),
+                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+            all->push_back(base);
+        all->push_back(new ChineseTexts);
+        return all;
+    }();
+    return *texts;
+}
+
 void installTexts() {
-    static bool installed = false;
-    if (installed) return;
-    installed = true;
-    const QLocale chinese(QLocale::Chinese, QLocale::China);
-    auto* base = new QTranslator(qApp);
-    if (base->load(chinese, QStringLiteral("qtbase"), QStringLiteral("_"),
-                   QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(base);
-    // The last one installed is asked first: Qt's own texts give a file's size as a volume.
-    QCoreApplication::installTranslator(new ChineseTexts(qApp));
+    for (QTranslator* texts : chineseTexts())
+        QCoreApplication::installTranslator(texts);
 }
 
 // A desktop's dark palette stays; the light one is calmed.
@@ -48,13 +62,24 @@ void calmPalette() {
     QApplication::setPalette(palette);
 }
 
-// Without a display Qt would end the whole process.
-void requireDisplay() {
-    const bool linuxDesktop = QSysInfo::kernelType() == QLatin1String("linux");
-    const auto given = [](const char* variable) { return !qEnvironmentVariableIsEmpty(variable); };
-    if (linuxDesktop && !given("DISPLAY") && !given("WAYLAND_DISPLAY") && !given("QT_QPA_PLATFORM"))
-        throw std::runtime_error("没有可用的显示：环境变量 DISPLAY 未设置");
-}
+// Qt takes the locale of the user's environment for the process. The host's own stays, but for the letters' encoding.
+class KeptLocale {
+public:
+    KeptLocale() {
+        for (const int category : kKept)
+            names_.emplace_back(std::setlocale(category, nullptr));
+    }
+    ~KeptLocale() {
+        for (std::size_t i = 0; i < names_.size(); ++i)
+            std::setlocale(kKept[i], names_[i].c_str());
+    }
+    KeptLocale(const KeptLocale&) = delete;
+    KeptLocale& operator=(const KeptLocale&) = delete;
+
+private:
+    static constexpr std::array kKept = {LC_NUMERIC, LC_MONETARY, LC_TIME, LC_COLLATE, LC_MESSAGES};
+    std::vector<std::string> names_;
+};
 
 void makeApplication() {
     requireDisplay();
@@ -63,12 +88,17 @@ void makeApplication() {
     static std::array<char*, 2> arguments = {name.data(), nullptr};
     // Never deleted: windows may be asked for as long as the process lives, and a host without Qt has no place to end
     // it.
-    new QApplication(argumentCount, arguments.data());
+    {
+        const KeptLocale locale;
+        new QApplication(argumentCount, arguments.data());
+    }
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setStyle(new Style);
     QApplication::setFont(windowFont());
     calmPalette();
+    applicationIsOurs = true;
+    installTexts();
 }
 
 }  // namespace
@@ -94,8 +124,19 @@ void ensureApplication() {
     if (QCoreApplication::instance() == nullptr) makeApplication();
     if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
         throw std::logic_error("the host's QCoreApplication can't show windows: it must be a QApplication");
+    if (QThread::currentThread() != QCoreApplication::instance()->thread())
+        throw std::runtime_error("组件的窗口只能在创建 QApplication 的线程里打开");
     initIcons();
-    installTexts();
+}
+
+ChineseWhileShown::ChineseWhileShown() {
+    if (++showing == 1 && !applicationIsOurs) installTexts();
+}
+
+ChineseWhileShown::~ChineseWhileShown() {
+    if (--showing > 0 || applicationIsOurs) return;
+    for (QTranslator* texts : chineseTexts())
+        QCoreApplication::removeTranslator(texts);
 }
 
 }  // namespace orvenmod::platform::qt

@@ -5,10 +5,19 @@
 
 namespace orvenmod::platform::qt {
 
-/// Makes the QApplication where there is none, with our style and palette; into a host's own only the Chinese texts are
-/// installed. Throws std::logic_error where the process has a QCoreApplication without windows, std::runtime_error
-/// where there is no display.
+/// Makes the QApplication where there is none, with our style, palette and texts; a host's own stays as it is. Throws
+/// std::logic_error where the process has a QCoreApplication without windows, std::runtime_error where there is no
+/// display or the QApplication is another thread's.
 void ensureApplication();
+
+/// While one lives, the texts of Qt's own dialogs are Chinese, in a host's QApplication too.
+class ChineseWhileShown {
+public:
+    ChineseWhileShown();
+    ~ChineseWhileShown();
+    ChineseWhileShown(const ChineseWhileShown&) = delete;
+    ChineseWhileShown& operator=(const ChineseWhileShown&) = delete;
+};
 
 /// The font of all windows: one that has Chinese.
 QFont windowFont();

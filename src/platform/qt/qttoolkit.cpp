@@ -54,6 +54,7 @@ std::unique_ptr<Report> QtToolkit::createReport() { return std::make_unique<QtRe
 
 Answer QtToolkit::message(MessageKind kind, const std::string& text, const std::string& title) {
     const PlainPointer pointer;
+    const ChineseWhileShown texts;
     QMessageBox box(core_->front());
     dressBox(box);
     box.setObjectName(QStringLiteral("message"));

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "platform/qt/application.h"
 #include "platform/qt/entrygridview.h"
 #include "platform/qt/text.h"
 #include "platform/qt/windowlook.h"
@@ -81,6 +82,7 @@ Control* QtWindow::find(const std::string& name, int index) const {
 void QtWindow::showModal(const std::function<void()>& load) {
     if (shown_) throw std::logic_error("the window is shown already: " + name_);
     const PlainPointer pointer;
+    const ChineseWhileShown texts;
     open();
     runLoad(load);
     if (shown_) core_.guard([this] { resize.raise(); });

@@ -1,0 +1,48 @@
+# The component as one library, made of the rooms' static ones, which the tests link.
+
+# orven_gather(target): the rooms that a room stands on, itself with them, into `rooms`; what they take from elsewhere
+# into `foreign`.
+function(orven_gather target)
+  list(APPEND rooms ${target})
+  get_target_property(links ${target} LINK_LIBRARIES)
+  foreach(link ${links})
+    if(link STREQUAL "orven_options" OR link IN_LIST rooms OR link IN_LIST foreign)
+      continue()
+    elseif(link MATCHES "^orven_")
+      orven_gather(${link})
+    else()
+      list(APPEND foreign ${link})
+    endif()
+  endforeach()
+  set(rooms ${rooms} PARENT_SCOPE)
+  set(foreign ${foreign} PARENT_SCOPE)
+endfunction()
+
+# orven_component(name ENTRY room SHOWN map): the library of the room and all that it stands on.
+function(orven_component name)
+  cmake_parse_arguments(ARG "" "ENTRY;SHOWN" "" ${ARGN})
+  add_library(${name})
+  add_library(Orvenmod::${name} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include>)
+  target_compile_features(${name} INTERFACE cxx_std_20)
+  set(rooms "")
+  set(foreign "")
+  orven_gather(${ARG_ENTRY})
+  if(BUILD_SHARED_LIBS)
+    # All of the entry, which nothing within refers to; of the others, what it needs.
+    target_sources(${name} PRIVATE $<TARGET_OBJECTS:${ARG_ENTRY}>)
+    target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:${ARG_ENTRY}>)
+    # It stays once it is loaded: the toolkit behind the windows can't leave a process.
+    target_link_options(${name} PRIVATE LINKER:-z,nodelete LINKER:--version-script=${ARG_SHOWN} $<$<NOT:$<BOOL:${ORVEN_SANITIZE}>>:LINKER:--no-undefined>)
+    set_target_properties(${name} PROPERTIES LINK_DEPENDS ${ARG_SHOWN})
+  else()
+    foreach(room ${rooms})
+      target_sources(${name} PRIVATE $<TARGET_OBJECTS:${room}>)
+    endforeach()
+    target_link_libraries(${name} PRIVATE ${foreign})
+  endif()
+  if(ORVEN_SANITIZE)
+    target_link_options(${name} PRIVATE -fsanitize=address,undefined)
+  endif()
+endfunction()
