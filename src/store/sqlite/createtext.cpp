@@ -132,9 +132,18 @@ std::string_view firstBracket(std::span<const Piece> pieces) {
     return found == pieces.end() ? std::string_view() : found->text;
 }
 
+/// length(rtrim("a")), ("a" GLOB '*[^0-9]*')
+bool isLengthOrSigns(const Pieces& pieces) {
+    if (pieces.size() == 2 && pieces[0].isWord("length")) return pieces[1].kind == Piece::Kind::bracket;
+    if (pieces.size() != 1 || pieces[0].kind != Piece::Kind::bracket) return false;
+    const Pieces compared = piecesOf(pieces[0].text);
+    return compared.size() == 3 && compared[1].isWord("glob");
+}
+
 IndexPart partOf(const Pieces& pieces) {
     IndexPart part;
     part.compared = pieces.size() > 1 && pieces[0].isWord("rtrim") && pieces[1].kind == Piece::Kind::bracket;
+    part.derived = isLengthOrSigns(pieces);
     const Pieces wrapped = part.compared ? piecesOf(pieces[1].text) : pieces;
     part.key.column = wrapped.empty() ? "" : nameOf(wrapped.front());
     part.key.descending =
@@ -189,6 +198,19 @@ std::vector<IndexPart> indexPartsOf(std::string_view createIndex) {
     for (const Pieces& pieces : separated(piecesOf(firstBracket(piecesOf(createIndex)))))
         parts.push_back(partOf(pieces));
     return parts;
+}
+
+std::optional<tsql::CodeIndex> codeIndexOf(std::string_view createIndex) {
+    if (createIndex.find(" GLOB ") == std::string_view::npos) return std::nullopt;
+    const std::vector<IndexPart> parts = indexPartsOf(createIndex);
+    const auto derived = std::find_if(parts.begin(), parts.end(), [](const IndexPart& part) { return part.derived; });
+    // Both derived ones and the code itself.
+    if (parts.end() - derived != 3 || !(derived + 1)->derived) return std::nullopt;
+    tsql::CodeIndex index;
+    for (auto part = parts.begin(); part != derived; ++part)
+        index.within.push_back(part->key.column);
+    index.code = parts.back().key.column;
+    return index;
 }
 
 }  // namespace orvenmod::store::sqlite

@@ -1,8 +1,18 @@
 // Values and conditions.
+#include <algorithm>
+
 #include "store/tsql/emitter.h"
 #include "store/tsql/error.h"
 
 namespace orvenmod::store::tsql {
+
+bool isConstantExpression(const Expression& expression) {
+    if (expression.kind == ExpressionKind::column || expression.query) {
+        return false;
+    }
+    return std::all_of(expression.operands.begin(), expression.operands.end(),
+                       [](const ExpressionPtr& operand) { return !operand || isConstantExpression(*operand); });
+}
 
 bool isOrdering(Operator op) {
     return op == Operator::less || op == Operator::lessEqual || op == Operator::greater || op == Operator::greaterEqual;

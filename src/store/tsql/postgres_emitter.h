@@ -76,13 +76,17 @@ private:
     std::string nullText(const Type& type) const override;
 
     // Queries.
+    std::string signsBesideDigits(const std::string& text) const override {
+        return "length(translate(" + text + ", '0123456789', ''))";
+    }
+    std::string inByteOrder(const std::string& text) const override { return text + " COLLATE \"C\""; }
     std::string derived(const std::string& query) const override { return "(" + query + ") AS \"orven.rows\""; }
     std::string direction(const OrderItem& order, const Expression* key) const override;
     std::string select(const Query& query, const Names* names) override;
     std::string deliveredRows(const Query& query) override { return deliveredRows(query, nullptr); }
     std::string deliveredRows(const Query& query, const Names* names);
     std::string unaskedOrder(const Query& query);
-    std::string clauses(const Select& select) override;
+    std::string clauses(const Query& query) override;
     std::string distinctSelect(const Query& query, const Names* names) override;
     std::string madeDistinct(const std::string& rows, const Query& query, const Names& names) const override;
     std::string matched(const Query& query, const Names& names) override;

@@ -91,7 +91,7 @@ std::string PostgresEmitter::builtin(const Expression& call) {
         return text + " END";
     }
     if (name == "len") {
-        return "length(rtrim(" + arguments(call) + "))";
+        return lengthOf(arguments(call));
     }
     if (name == "ltrim" || name == "rtrim" || name == "concat") {
         return name + "(" + arguments(call) + ")";

@@ -38,15 +38,10 @@ PostgresEmitter::Groups PostgresEmitter::groupedBy(const Select& select) const {
     return groups;
 }
 
-std::string PostgresEmitter::clauses(const Select& select) {
+std::string PostgresEmitter::clauses(const Query& query) {
+    const Select& select = *query.select;
     const Groups outer = groups_;
-    std::string text;
-    if (!select.from.empty()) {
-        text += " FROM " + sources(select.from);
-    }
-    if (select.where) {
-        text += " WHERE " + condition(*select.where);
-    }
+    std::string text = rowsOf(query);
     std::vector<std::string> groups;
     for (const ExpressionPtr& group : select.groupBy) {
         groups.push_back(groupKey(*group));
@@ -104,7 +99,7 @@ std::string PostgresEmitter::select(const Query& query, const Names* names) {
     std::string text = std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + items(select, names);
     std::string order = orderBy(query, ItemNaming::byNumber);
     groups_ = outer;
-    text += clauses(select);
+    text += clauses(query);
     text += order.empty() ? unaskedOrder(query) : order;
     return select.top ? text + " LIMIT " + value(*select.top) : text;
 }
@@ -120,7 +115,7 @@ std::string PostgresEmitter::distinctSelect(const Query& query, const Names* nam
     groups_ = groupedBy(select);
     std::string rows = "SELECT " + items(select, &inner);
     groups_ = outer;
-    rows += clauses(select);
+    rows += clauses(query);
     const std::string text = madeDistinct(rows, query, inner) + orderByNames(query, inner);
     return select.top ? text + " LIMIT " + value(*select.top) : text;
 }

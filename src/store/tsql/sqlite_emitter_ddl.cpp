@@ -189,7 +189,8 @@ void SqliteEmitter::emitStatement(const CreateIndexStatement& statement) {
     if (!statement.unique && !statement.included.empty()) {
         columns.pop_back();
         for (const IndexColumn& column : statement.included) {
-            columns += ", " + quoteName(findColumn(statement.object->columns, column.name)->name);
+            const std::string name = quoteName(findColumn(statement.object->columns, column.name)->name);
+            columns += ", " + (isCodeIndex(statement) ? codeKeys(name) : name);
         }
         columns += ")";
     }

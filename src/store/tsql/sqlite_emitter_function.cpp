@@ -56,7 +56,7 @@ std::string SqliteEmitter::builtin(const Expression& call) {
         return text + " END";
     }
     if (name == "len") {
-        return "length(rtrim(" + arguments(call) + "))";
+        return lengthOf(arguments(call));
     }
     if (name == "ltrim" || name == "rtrim" || name == "trim") {
         return name + "(" + arguments(call) + ")";
