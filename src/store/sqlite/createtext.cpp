@@ -140,6 +140,12 @@ bool isLengthOrSigns(const Pieces& pieces) {
     return compared.size() == 3 && compared[1].isWord("glob");
 }
 
+/// What begins a constraint of the table's own.
+bool isConstraintWord(const Piece& piece) {
+    return piece.isWord("constraint") || piece.isWord("primary") || piece.isWord("unique") || piece.isWord("check") ||
+           piece.isWord("foreign");
+}
+
 IndexPart partOf(const Pieces& pieces) {
     IndexPart part;
     part.compared = pieces.size() > 1 && pieces[0].isWord("rtrim") && pieces[1].kind == Piece::Kind::bracket;
@@ -191,6 +197,24 @@ std::vector<ConstraintText> constraintsOf(std::string_view createTable) {
     for (const Pieces& item : separated(piecesOf(firstBracket(piecesOf(createTable)))))
         readItem(item, constraints);
     return constraints;
+}
+
+std::size_t endOfColumns(std::string_view createTable) {
+    const Pieces pieces = piecesOf(createTable);
+    // "CREATE TABLE" name bracket
+    if (pieces.size() != 4 || pieces.back().kind != Piece::Kind::bracket) return 0;
+    const std::string_view all = pieces.back().text;
+    const char* end = all.data() + all.size();
+    const Piece* comma = nullptr;
+    const Pieces inside = piecesOf(all);
+    for (const Piece& piece : inside) {
+        if (comma != nullptr && isConstraintWord(piece)) {
+            end = comma->text.data();
+            break;
+        }
+        comma = piece.isComma() ? &piece : nullptr;
+    }
+    return static_cast<std::size_t>(end - createTable.data());
 }
 
 std::vector<IndexPart> indexPartsOf(std::string_view createIndex) {

@@ -29,6 +29,10 @@ struct ConstraintText {
 /// The constraints of a "CREATE TABLE" text, those of columns too.
 std::vector<ConstraintText> constraintsOf(std::string_view createTable);
 
+/// Where in a "CREATE TABLE" text the last column ends, in front of the table's own constraints. 0 for a text that
+/// isn't just a name and a bracket.
+std::size_t endOfColumns(std::string_view createTable);
+
 /// A column of an index, and whether it stands there as it is compared: a text that doesn't is only carried along. In
 /// front of a code stand its length and whether it has other signs than digits.
 struct IndexPart {
