@@ -76,7 +76,7 @@ std::string Emitter::clauses(const Query& query) {
         text += " GROUP BY " + joined(groups);
     }
     if (select.having) {
-        text += " HAVING " + condition(*select.having);
+        text += " HAVING " + havingCondition(select);
     }
     return text;
 }
