@@ -1,10 +1,12 @@
 #include "editor/fieldgrid.h"
 
+#include <memory>
 #include <vector>
 
 #include "editor/shortnumber.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
+#include "frame/fetchedrows.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
 #include "store/itemclass.h"
@@ -73,21 +75,11 @@ void FieldGrid::addReferenceLists(const store::Recordset& field, int row) {
     fps1_.setCellType(kChosenId, row, CellType::combo);
     const bool dictionary = trim(field.text("FItemType")) == store::kDictionary;
     const std::string source = dictionary ? " tblSubType where " : " tblItem where fisdetail=1 ";
-    store::Recordset entries = openRows("select * from " + source +
-                                        " and   fitemclassid=" + field.text("fvalueitemid") + " order by fnumber ");
-    std::vector<std::string> names;
-    std::vector<std::string> ids;
-    std::vector<std::string> codes;
-    for (auto* texts : {&names, &ids, &codes})
-        texts->reserve(entries.rowCount());
-    for (; !entries.eof(); entries.moveNext()) {
-        names.push_back(entries.text("fname"));
-        ids.push_back(entries.text("fitemid"));
-        codes.push_back(entries.text("fnumber"));
-    }
-    fps1_.setItems(kValue, row, names);
-    fps1_.setItems(kChosenId, row, ids);
-    fps1_.setItemCodes(kValue, row, codes);
+    const auto entries = std::make_shared<const FetchedRows>(openRows(
+        "select * from " + source + " and   fitemclassid=" + field.text("fvalueitemid") + " order by fnumber "));
+    fps1_.setItems(kValue, row, {entries, entries->column("fname")});
+    fps1_.setItems(kChosenId, row, {entries, entries->column("fitemid")});
+    fps1_.setItemCodes(kValue, row, {entries, entries->column("fnumber")});
     fps1_.setClearable(kValue, row, true);
 }
 

@@ -2,25 +2,10 @@
 
 #include <utility>
 
+#include "frame/fetchedrows.h"
 #include "frame/services.h"
 
 namespace orvenmod {
-
-namespace {
-
-class FetchedRows : public platform::RowSource {
-public:
-    explicit FetchedRows(store::Recordset rows) : rows_(std::move(rows)) {}
-
-    std::size_t rowCount() const override { return rows_.rowCount(); }
-    int columnCount() const override { return rows_.columnCount(); }
-    std::optional<std::string_view> cell(std::size_t row, int column) const override { return rows_.cell(row, column); }
-
-private:
-    store::Recordset rows_;
-};
-
-}  // namespace
 
 Adodc::~Adodc() { letGo(); }
 

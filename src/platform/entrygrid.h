@@ -3,10 +3,10 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "platform/control.h"
 #include "platform/event.h"
+#include "platform/itemtexts.h"
 #include "platform/keys.h"
 
 namespace orvenmod::platform {
@@ -48,10 +48,10 @@ public:
     virtual std::string cellTag(int column, int row) const = 0;
     virtual void setCellTag(int column, int row, const std::string& tag) = 0;
 
-    virtual void setItems(int column, int row, const std::vector<std::string>& items) = 0;
+    virtual void setItems(int column, int row, const ItemTexts& items) = 0;
     /// What tells entries of the same text apart: an opened list shows it behind them. One for each of the cell's
     /// items, else std::invalid_argument; new items have none.
-    virtual void setItemCodes(int column, int row, const std::vector<std::string>& codes) = 0;
+    virtual void setItemCodes(int column, int row, const ItemTexts& codes) = 0;
     /// Whether a combo that its user empties loses its choice; without this it is refused.
     virtual void setClearable(int column, int row, bool clearable) = 0;
     virtual int selectedItem(int column, int row) const = 0;     ///< -1 for none

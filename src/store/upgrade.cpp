@@ -45,7 +45,7 @@ public:
 private:
     /// A statement that failed, which may have meant that there was nothing to do.
     struct Doubt {
-        std::string_view sql;
+        const StepStatement* statement;  // two steps may have the same text
         Failure failure;
     };
     struct TransactionEnded {};
@@ -77,7 +77,7 @@ private:
     }
 
     void run(const StepStatement& statement) {
-        if (const Doubt* known = needless(statement.sql)) {
+        if (const Doubt* known = needless(statement)) {
             doubt_ = *known;
             return;
         }
@@ -92,7 +92,7 @@ private:
 
     void judge(const StepStatement& statement, const Failure& failure) {
         if (doubt_) {
-            if (failure.kind() == FailureKind::transaction && needless(doubt_->sql) == nullptr)
+            if (failure.kind() == FailureKind::transaction && needless(*doubt_->statement) == nullptr)
                 throw TransactionEnded();
             // That it is there still says no more than that it could not be dropped.
             if (failure.kind() == FailureKind::duplicate) throw doubt_->failure;
@@ -101,12 +101,12 @@ private:
         const bool tellsNothing = statement.failure == StepFailure::tellsNothing &&
                                   (failure.kind() == FailureKind::noSuchObject || failure.kind() == FailureKind::other);
         if (!tellsNothing) throw failure;
-        doubt_ = Doubt{statement.sql, failure};
+        doubt_ = Doubt{&statement, failure};
     }
 
-    const Doubt* needless(std::string_view sql) const {
-        const auto found =
-            std::find_if(needless_.begin(), needless_.end(), [sql](const Doubt& doubt) { return doubt.sql == sql; });
+    const Doubt* needless(const StepStatement& statement) const {
+        const auto found = std::find_if(needless_.begin(), needless_.end(),
+                                        [&](const Doubt& doubt) { return doubt.statement == &statement; });
         return found == needless_.end() ? nullptr : &*found;
     }
 

@@ -21,11 +21,9 @@ void MemoryEntryGrid::setNumberRule(int column, int row, const NumberRule& rule)
     model_.setNumberRule(column, row, rule);
 }
 
-void MemoryEntryGrid::setItems(int column, int row, const std::vector<std::string>& items) {
-    model_.setItems(column, row, items);
-}
+void MemoryEntryGrid::setItems(int column, int row, const ItemTexts& items) { model_.setItems(column, row, items); }
 
-void MemoryEntryGrid::setItemCodes(int column, int row, const std::vector<std::string>& codes) {
+void MemoryEntryGrid::setItemCodes(int column, int row, const ItemTexts& codes) {
     model_.setItemCodes(column, row, codes);
 }
 

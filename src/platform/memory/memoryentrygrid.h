@@ -33,8 +33,8 @@ public:
     bool required(int column, int row) const override { return model_.required(column, row); }
     std::string cellTag(int column, int row) const override { return model_.cellTag(column, row); }
     void setCellTag(int column, int row, const std::string& tag) override { model_.setCellTag(column, row, tag); }
-    void setItems(int column, int row, const std::vector<std::string>& items) override;
-    void setItemCodes(int column, int row, const std::vector<std::string>& codes) override;
+    void setItems(int column, int row, const ItemTexts& items) override;
+    void setItemCodes(int column, int row, const ItemTexts& codes) override;
     void setClearable(int column, int row, bool clearable) override { model_.setClearable(column, row, clearable); }
     int selectedItem(int column, int row) const override { return model_.selectedItem(column, row); }
     void selectItem(int column, int row, int item) override { model_.selectItem(column, row, item); }

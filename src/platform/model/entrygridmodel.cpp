@@ -14,14 +14,13 @@ namespace orvenmod::platform::model {
 namespace {
 
 constexpr NumberRule kCurrencyRule{4, -922337203685477.0, 922337203685477.0};
-const EntryGridModel::Items kNoItems;
 
 }  // namespace
 
 EntryGridModel::EntryGridModel(const std::vector<GridColumn>& columns) {
     for (const GridColumn& design : columns) {
         columns_.push_back({std::string(design.title), design.width, design.alignment, design.hidden, design.locked,
-                            design.type, NumberRule(), nullptr});
+                            design.type, NumberRule(), ItemTexts()});
     }
 }
 
@@ -134,21 +133,19 @@ const std::string& EntryGridModel::cellTag(int column, int row) const { return c
 
 void EntryGridModel::setCellTag(int column, int row, const std::string& tag) { cell(column, row).tag = tag; }
 
-const EntryGridModel::Items& EntryGridModel::items(int column, int row) const {
-    const auto& whole = this->column(column).items;
-    const auto& own = row == 0 || cell(column, row).items == nullptr ? whole : cell(column, row).items;
-    return own ? *own : kNoItems;
+const ItemTexts& EntryGridModel::itemTexts(int column, int row) const {
+    const ItemTexts& whole = this->column(column).items;
+    return row != 0 && cell(column, row).items ? *cell(column, row).items : whole;
 }
 
-void EntryGridModel::setItems(int column, int row, const Items& items) {
-    const auto shared = std::make_shared<const Items>(items);
+void EntryGridModel::setItems(int column, int row, const ItemTexts& items) {
     if (row != 0) {
-        cell(column, row).items = shared;
+        cell(column, row).items = items;
         cell(column, row).codes.reset();
         matchItem(column, row);
         return;
     }
-    this->column(column).items = shared;
+    this->column(column).items = items;
     for (int each = 1; each <= rowCount(); ++each) {
         cell(column, each).items.reset();
         cell(column, each).codes.reset();
@@ -156,9 +153,9 @@ void EntryGridModel::setItems(int column, int row, const Items& items) {
     }
 }
 
-void EntryGridModel::setItemCodes(int column, int row, const Items& codes) {
-    if (codes.size() != items(column, row).size()) throw std::invalid_argument("a code for each entry");
-    cell(column, row).codes = std::make_shared<const Items>(codes);
+void EntryGridModel::setItemCodes(int column, int row, const ItemTexts& codes) {
+    if (codes.size() != itemTexts(column, row).size()) throw std::invalid_argument("a code for each entry");
+    cell(column, row).codes = codes;
 }
 
 std::vector<std::string> EntryGridModel::listTexts(int column, int row) const {
@@ -170,7 +167,7 @@ std::vector<std::string> EntryGridModel::listTexts(int column, int row) const {
     for (const std::string& name : names)
         ++counts[name];
     for (std::size_t item = 0; item < names.size(); ++item) {
-        if (counts[names[item]] > 1) texts[item] += "(" + (*codes)[item] + ")";
+        if (counts[names[item]] > 1) texts[item].append("(").append(codes->at(item)).append(")");
     }
     return texts;
 }
@@ -180,11 +177,11 @@ void EntryGridModel::setClearable(int column, int row, bool clearable) { cell(co
 int EntryGridModel::selectedItem(int column, int row) const { return cell(column, row).selected; }
 
 void EntryGridModel::selectItem(int column, int row, int item) {
-    const Items& all = items(column, row);
+    const ItemTexts& all = itemTexts(column, row);
     if (item < -1 || item >= static_cast<int>(all.size())) throw std::out_of_range("下标越界");
     Cell& own = cell(column, row);
     own.selected = item;
-    own.text = item < 0 ? std::string() : all[static_cast<std::size_t>(item)];
+    own.text = item < 0 ? std::string() : std::string(all.at(static_cast<std::size_t>(item)));
 }
 
 bool EntryGridModel::columnHidden(int column) const { return this->column(column).hidden; }
@@ -220,9 +217,7 @@ void EntryGridModel::matchItem(int column, int row) {
     Cell& own = cell(column, row);
     own.selected = -1;
     if (cellType(column, row) != CellType::combo) return;
-    const Items& all = items(column, row);
-    const auto it = std::find(all.begin(), all.end(), own.text);
-    if (it != all.end()) own.selected = static_cast<int>(it - all.begin());
+    own.selected = itemTexts(column, row).find(own.text);
 }
 
 }  // namespace orvenmod::platform::model

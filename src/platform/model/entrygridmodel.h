@@ -6,7 +6,6 @@
 // stood there, or code moves on. The rules are here, so that every toolkit refuses the same.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -51,9 +50,10 @@ public:
     const std::string& cellTag(int column, int row) const;
     void setCellTag(int column, int row, const std::string& tag);
 
-    const Items& items(int column, int row) const;
+    /// The whole list of them, as it is opened.
+    const Items& items(int column, int row) const { return itemTexts(column, row).all(); }
     /// Keeps the text; the entry of that text is selected.
-    void setItems(int column, int row, const Items& items);
+    void setItems(int column, int row, const ItemTexts& items);
     int selectedItem(int column, int row) const;
     /// -1 leaves no selection and no text.
     void selectItem(int column, int row, int item);
@@ -66,7 +66,7 @@ public:
 
     /// What an opened list shows for the entry: its text, and its code where another entry has the same text.
     std::vector<std::string> listTexts(int column, int row) const;
-    void setItemCodes(int column, int row, const Items& codes);
+    void setItemCodes(int column, int row, const ItemTexts& codes);
     void setClearable(int column, int row, bool clearable);
 
     /// Whether the user can write text into the cell: shown, not locked, and of a kind that takes text.
@@ -112,8 +112,8 @@ private:
         std::optional<CellType> type;
         std::optional<NumberRule> rule;
         std::optional<bool> locked;
-        std::shared_ptr<const Items> items;
-        std::shared_ptr<const Items> codes;
+        std::optional<ItemTexts> items;
+        std::optional<ItemTexts> codes;
         int selected = -1;
         bool required = false;
         bool clearable = false;
@@ -126,13 +126,14 @@ private:
         bool locked;
         CellType type;
         NumberRule rule;
-        std::shared_ptr<const Items> items;
+        ItemTexts items;
     };
 
     const Column& column(int column) const;
     Column& column(int column);
     const Cell& cell(int column, int row) const;
     Cell& cell(int column, int row);
+    const ItemTexts& itemTexts(int column, int row) const;
     void matchItem(int column, int row);
     Cell& activeCell() { return cell(activeColumn_, activeRow_); }
     Left takeOverItem();

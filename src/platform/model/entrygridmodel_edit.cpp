@@ -57,7 +57,7 @@ void EntryGridModel::typed(const std::string& text) {
 void EntryGridModel::markItem(int item) {
     if (!edit_) return;
     edit_->marked = item;
-    edit_->typed = items(activeColumn_, activeRow_).at(static_cast<std::size_t>(item));
+    edit_->typed = itemTexts(activeColumn_, activeRow_).at(static_cast<std::size_t>(item));
     edit_->refusal.clear();
 }
 

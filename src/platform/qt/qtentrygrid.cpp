@@ -102,14 +102,12 @@ void QtEntryGrid::setRequired(int column, int row, bool required) {
     items_.cellChanged({column, row});
 }
 
-void QtEntryGrid::setItems(int column, int row, const std::vector<std::string>& items) {
+void QtEntryGrid::setItems(int column, int row, const ItemTexts& items) {
     model_.setItems(column, row, items);
     items_.cellChanged({column, row});
 }
 
-void QtEntryGrid::setItemCodes(int column, int row, const std::vector<std::string>& codes) {
-    model_.setItemCodes(column, row, codes);
-}
+void QtEntryGrid::setItemCodes(int column, int row, const ItemTexts& codes) { model_.setItemCodes(column, row, codes); }
 
 void QtEntryGrid::selectItem(int column, int row, int item) {
     model_.selectItem(column, row, item);

@@ -40,13 +40,23 @@ enum ColumnField {
 
 constexpr const char* kIndexes =
     "SELECT t.relname, i.relname, obj_description(i.oid, 'pg_class'), x.indisprimary, x.indisunique, "
-    "CASE WHEN x.indpred IS NULL AND x.indexprs IS NULL THEN (SELECT string_agg(a.attname, chr(31) ORDER BY k.place) "
+    "CASE WHEN x.indpred IS NULL THEN (SELECT string_agg(a.attname, chr(31) ORDER BY k.place) "
     "FROM unnest(x.indkey) WITH ORDINALITY k(number, place) JOIN pg_attribute a ON a.attrelid = x.indrelid "
-    "AND a.attnum = k.number WHERE k.place <= x.indnkeyatts) END FROM pg_index x "
+    "AND a.attnum = k.number WHERE k.place <= x.indnkeyatts) END, x.indexprs IS NOT NULL, "
+    "pg_get_expr(x.indexprs, x.indrelid) LIKE 'length(rtrim(%, length(translate(%' FROM pg_index x "
     "JOIN pg_class t ON t.oid = x.indrelid JOIN pg_class i ON i.oid = x.indexrelid "
     "WHERE t.relnamespace = to_regnamespace(current_schema()) AND ($1::text IS NULL OR t.relname = $1) "
     "ORDER BY x.indisprimary DESC, i.oid";
-enum IndexField { tableName, indexName, indexComment, isPrimary, isUnique, indexedColumns };
+enum IndexField {
+    tableName,
+    indexName,
+    indexComment,
+    isPrimary,
+    isUnique,
+    indexedColumns,
+    hasExpressions,
+    servesCodes
+};
 constexpr char kBetweenNames = '\x1f';
 
 bool isTrue(const PGresult* rows, int row, int column) { return textOf(rows, row, column) == "t"; }
@@ -127,16 +137,23 @@ std::string keptIndex(const std::string& table, std::string_view native, std::st
     return std::string(native);
 }
 
-// The columns of an index, where the order of an index is that of their values: of texts it isn't. Rows whose columns
-// are equal keep the order in which they lie.
-std::vector<std::string> orderOf(const PGresult* rows, int row, const tsql::ObjectInfo& table) {
-    std::vector<std::string> order;
+// The columns of an index that stand in it as they are.
+std::vector<std::string> plainColumns(const PGresult* rows, int row) {
+    std::vector<std::string> columns;
     const std::string_view names = textOf(rows, row, indexedColumns);
     for (std::size_t at = 0; at < names.size();) {
         const std::size_t end = std::min(names.find(kBetweenNames, at), names.size());
-        order.emplace_back(names.substr(at, end - at));
+        columns.emplace_back(names.substr(at, end - at));
         at = end + 1;
     }
+    return columns;
+}
+
+// The columns of an index, where the order of an index is that of their values: of texts it isn't. Rows whose columns
+// are equal keep the order in which they lie.
+std::vector<std::string> orderOf(const PGresult* rows, int row, const tsql::ObjectInfo& table) {
+    if (isTrue(rows, row, hasExpressions)) return {};
+    std::vector<std::string> order = plainColumns(rows, row);
     for (const tsql::ColumnInfo& column : table.columns) {
         const std::string native = column.nativeName.empty() ? tsql::nativeName(column.name) : column.nativeName;
         const bool indexed = std::find(order.begin(), order.end(), native) != order.end();
@@ -247,6 +264,12 @@ void PostgresCatalog::addIndexes(const PGresult* rows) const {
         if (found == objects_.end()) continue;
         tsql::ObjectInfo& table = found->second->info;
         table.indexes.push_back(keptIndex(table.name, textOf(rows, row, indexName), textOf(rows, row, indexComment)));
+        if (isTrue(rows, row, servesCodes)) {
+            std::vector<std::string> columns = plainColumns(rows, row);
+            std::string code = std::move(columns.back());
+            columns.pop_back();
+            table.codeIndexes.push_back({std::move(columns), std::move(code)});
+        }
         if (table.rowOrder.empty() || isTrue(rows, row, isPrimary)) {
             std::vector<std::string> order = orderOf(rows, row, table);
             if (!order.empty()) table.rowOrder = std::move(order);

@@ -38,7 +38,7 @@ enum ColumnField { tableOf, columnOf, columnComment, columnDefault, isIdentity, 
 constexpr const char* kIndexes =
     "SELECT t.relname, i.relname, obj_description(i.oid, 'pg_class'), x.indisunique, coalesce(k.contype::text, ''), "
     "x.indpred IS NOT NULL, coalesce(a.attname, e.attname), coalesce((x.indoption[n - 1] & 1) = 1, false), "
-    "n > x.indnkeyatts "
+    "n > x.indnkeyatts, pg_get_indexdef(i.oid, n, false) "
     "FROM pg_index x JOIN pg_class t ON t.oid = x.indrelid JOIN pg_class i ON i.oid = x.indexrelid "
     "LEFT JOIN pg_constraint k ON k.conindid = i.oid AND k.contype IN ('p', 'u', 'x') "
     "CROSS JOIN LATERAL generate_series(1, x.indnatts) n "
@@ -58,7 +58,8 @@ enum IndexField {
     isPartial,
     indexColumn,
     isDescending,
-    isIncluded
+    isIncluded,
+    partText
 };
 
 constexpr const char* kChecks =
@@ -158,17 +159,21 @@ private:
             TableOutline& owner = table(native);
             IndexOutline index{
                 indexNameOf(text(rows, row, indexComment), name, native), isTrue(rows, row, isUnique), {}, {}};
+            bool code = false;  // a text behind its length is only carried along
             bool known = !isTrue(rows, row, isPartial) && textOf(rows, row, constraintKind) != "x";
             for (int part = row; part < end; ++part) {
                 const std::string column = session_.catalog().declaredColumn(native, text(rows, part, indexColumn));
                 known = known && !column.empty();
-                if (isTrue(rows, part, isIncluded)) {
+                const std::string_view derived = textOf(rows, part, partText);
+                if (derived.starts_with("length(rtrim(") || derived.starts_with("length(translate(")) {
+                    code = true;
+                } else if (code || isTrue(rows, part, isIncluded)) {
                     index.included.push_back(column);
                 } else {
                     index.columns.push_back({column, isTrue(rows, part, isDescending)});
                 }
             }
-            if (known) {
+            if (known && !index.columns.empty()) {
                 add(owner, std::move(index), name, text(rows, row, constraintKind));
             } else {
                 outline_.others.push_back("index " + index.name + " of " + owner.name);

@@ -132,9 +132,24 @@ std::string_view firstBracket(std::span<const Piece> pieces) {
     return found == pieces.end() ? std::string_view() : found->text;
 }
 
+/// length(rtrim("a")), ("a" GLOB '*[^0-9]*')
+bool isLengthOrSigns(const Pieces& pieces) {
+    if (pieces.size() == 2 && pieces[0].isWord("length")) return pieces[1].kind == Piece::Kind::bracket;
+    if (pieces.size() != 1 || pieces[0].kind != Piece::Kind::bracket) return false;
+    const Pieces compared = piecesOf(pieces[0].text);
+    return compared.size() == 3 && compared[1].isWord("glob");
+}
+
+/// What begins a constraint of the table's own.
+bool isConstraintWord(const Piece& piece) {
+    return piece.isWord("constraint") || piece.isWord("primary") || piece.isWord("unique") || piece.isWord("check") ||
+           piece.isWord("foreign");
+}
+
 IndexPart partOf(const Pieces& pieces) {
     IndexPart part;
     part.compared = pieces.size() > 1 && pieces[0].isWord("rtrim") && pieces[1].kind == Piece::Kind::bracket;
+    part.derived = isLengthOrSigns(pieces);
     const Pieces wrapped = part.compared ? piecesOf(pieces[1].text) : pieces;
     part.key.column = wrapped.empty() ? "" : nameOf(wrapped.front());
     part.key.descending =
@@ -184,11 +199,42 @@ std::vector<ConstraintText> constraintsOf(std::string_view createTable) {
     return constraints;
 }
 
+std::size_t endOfColumns(std::string_view createTable) {
+    const Pieces pieces = piecesOf(createTable);
+    // "CREATE TABLE" name bracket
+    if (pieces.size() != 4 || pieces.back().kind != Piece::Kind::bracket) return 0;
+    const std::string_view all = pieces.back().text;
+    const char* end = all.data() + all.size();
+    const Piece* comma = nullptr;
+    const Pieces inside = piecesOf(all);
+    for (const Piece& piece : inside) {
+        if (comma != nullptr && isConstraintWord(piece)) {
+            end = comma->text.data();
+            break;
+        }
+        comma = piece.isComma() ? &piece : nullptr;
+    }
+    return static_cast<std::size_t>(end - createTable.data());
+}
+
 std::vector<IndexPart> indexPartsOf(std::string_view createIndex) {
     std::vector<IndexPart> parts;
     for (const Pieces& pieces : separated(piecesOf(firstBracket(piecesOf(createIndex)))))
         parts.push_back(partOf(pieces));
     return parts;
+}
+
+std::optional<tsql::CodeIndex> codeIndexOf(std::string_view createIndex) {
+    if (createIndex.find(" GLOB ") == std::string_view::npos) return std::nullopt;
+    const std::vector<IndexPart> parts = indexPartsOf(createIndex);
+    const auto derived = std::find_if(parts.begin(), parts.end(), [](const IndexPart& part) { return part.derived; });
+    // Both derived ones and the code itself.
+    if (parts.end() - derived != 3 || !(derived + 1)->derived) return std::nullopt;
+    tsql::CodeIndex index;
+    for (auto part = parts.begin(); part != derived; ++part)
+        index.within.push_back(part->key.column);
+    index.code = parts.back().key.column;
+    return index;
 }
 
 }  // namespace orvenmod::store::sqlite

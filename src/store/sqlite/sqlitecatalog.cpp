@@ -1,5 +1,6 @@
 #include "store/sqlite/sqlitecatalog.h"
 
+#include "store/sqlite/createtext.h"
 #include "store/text.h"
 #include "store/tsql/error.h"
 #include "store/tsql/translator.h"
@@ -121,9 +122,11 @@ void SqliteCatalog::readColumns(tsql::ObjectInfo& object) const {
 }
 
 void SqliteCatalog::readIndexes(tsql::ObjectInfo& object) const {
-    Query query(database_, "SELECT name FROM pragma_index_list(?1)", object.name);
-    while (query.next())
+    Query query(database_, "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND tbl_name = ?1", object.name);
+    while (query.next()) {
         object.indexes.push_back(query.text(0));
+        if (auto codes = codeIndexOf(query.text(1))) object.codeIndexes.push_back(std::move(*codes));
+    }
 }
 
 }  // namespace orvenmod::store::sqlite

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "store/sqlite/binding.h"
+#include "store/sqlite/columnadding.h"
 #include "store/sqlite/fetch.h"
 #include "store/sqlite/handlepool.h"
 #include "store/sqlite/sqlitefailure.h"
@@ -175,6 +176,8 @@ std::int64_t SqliteConnection::runChange(std::string_view sql, CachedStatement& 
 
 void SqliteConnection::runDefinition(const tsql::Translation& translation) {
     atomically([&] {
+        const auto& added = translation.addedColumns;
+        if (!added.empty() && addByNewTable(*database_, translation.table, added)) return;
         for (const std::string& text : translation.statements) {
             const Statement statement = database_->prepareNative(text);
             int code = SQLITE_ROW;

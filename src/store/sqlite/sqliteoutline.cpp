@@ -182,6 +182,7 @@ private:
         IndexOutline index;
         index.unique = unique;
         for (const IndexPart& part : indexPartsOf(sql)) {
+            if (part.derived) continue;
             const ColumnOutline* column = find(table, part.key.column);
             if (column == nullptr) return false;
             const auto type = tsql::parseType(column->type);
@@ -192,6 +193,7 @@ private:
                 index.columns.push_back({column->name, part.key.descending});
             }
         }
+        if (index.columns.empty()) return false;
         for (const std::string_view infix : {tsql::kPrimaryKeyInfix, tsql::kUniqueInfix}) {
             if (!named(infix)) continue;
             addKey(table, {name.substr(table.name.size() + infix.size()), infix == tsql::kPrimaryKeyInfix,

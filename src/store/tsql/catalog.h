@@ -20,6 +20,13 @@ struct ColumnInfo {
     std::string nativeName = {};  ///< as the target has it, where that doesn't follow from the name
 };
 
+/// An index in which the longest and the greatest text of a column are found among the rows that have some columns in
+/// common; see emitter_codes.cpp.
+struct CodeIndex {
+    std::vector<std::string> within;  ///< the columns in common, as the target has them
+    std::string code;                 ///< the text's
+};
+
 struct ObjectInfo {
     enum class Kind { table, view };
 
@@ -29,6 +36,7 @@ struct ObjectInfo {
     std::vector<std::string> indexes;        ///< tables: the names of its indexes as the store keeps them
     std::vector<std::string> rowOrder = {};  ///< tables: native columns by which rows come where no order is asked for
     std::string nativeName = {};             ///< as the target has it, where that doesn't follow from the name
+    std::vector<CodeIndex> codeIndexes = {};
 };
 
 class Catalog {

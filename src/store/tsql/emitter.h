@@ -1,8 +1,8 @@
 // What the emitters share: the structure of queries and changes, names, literals and parameters. A target's emitter
 // writes what its language has of its own: how texts compare, conversions, functions, joined changes and definitions.
 //
-// Queries stand in emitter_query.cpp and _set.cpp, expressions in _expression.cpp, literals in _literal.cpp, changes in
-// _change.cpp, what definitions have in common in _ddl.cpp.
+// Queries stand in emitter_query.cpp, _set.cpp and _codes.cpp, expressions in _expression.cpp, literals in
+// _literal.cpp, changes in _change.cpp, what definitions have in common in _ddl.cpp.
 //
 // Two ways of writing:
 // - shared: literals are parameters, and what the target has not is called as a ts_ function (runtime.h);
@@ -48,6 +48,8 @@ protected:
     virtual std::string placeholder(std::size_t number, const Parameter& parameter) const = 0;
     virtual std::string inlineText(const Datum& datum, const Type& type) const = 0;
     virtual std::string nullText(const Type& type) const = 0;
+    virtual std::string signsBesideDigits(const std::string& text) const = 0;  ///< 0 for none, more for some
+    virtual std::string inByteOrder(const std::string& text) const = 0;        ///< as it compares by its bytes
     virtual std::string derived(const std::string& query) const = 0;  ///< a query as a source that needs no name
     virtual std::string direction(const OrderItem& order, const Expression* key) const = 0;
     virtual std::string distinctSelect(const Query& query, const Names* names) = 0;
@@ -97,12 +99,17 @@ protected:
     std::string branch(const Query& query, const Names* names);
     std::string columnList(const Query& query, const Names& names) const;
     std::string items(const Select& select, const Names* names);
-    std::string clauses(const Select& select);
+    std::string clauses(const Query& query);
+    std::string rowsOf(const Query& query);
     virtual std::string havingCondition(const Select& select) { return condition(*select.having); }
     std::string orderBy(const Query& query, ItemNaming naming);
     std::string orderByNames(const Query& query, const Names& names) const;
     std::string sources(const std::vector<SourcePtr>& from);
     std::string source(const Source& source);
+    const Expression* soughtCode(const Query& query) const;
+    std::string nameOf(const Expression& column) const;
+    std::string codeCandidates(const Expression& code, const std::string& rows);
+    std::string codeKeys(const std::string& text) const;
     const std::string& aliasOf(const Source& source);
 
     // Expressions.
@@ -150,6 +157,10 @@ std::string hexDigits(std::string_view bytes);
 std::string joined(const std::vector<std::string>& parts, const char* separator = ", ");
 bool hasText(const Query& query);
 bool isConstant(const Expression& expression);
+/// Whether it is the same for every row.
+bool isConstantExpression(const Expression& expression);
+/// The length that the dialect tells of a text.
+std::string lengthOf(const std::string& text);
 bool isOrdering(Operator op);
 
 /// Whether values of one type stand for values of the other as they are.
@@ -171,5 +182,7 @@ std::string keptKeyName(const std::string& table, const KeyConstraint& key);
 inline constexpr std::string_view kItemId = "fitemid";
 /// The name of that index; empty for a table that needs none.
 std::string itemIdIndex(const CreateTableStatement& statement, const std::vector<ColumnInfo>& columns);
+/// Whether the one text that an index carries is served as a code; see emitter_codes.cpp.
+bool isCodeIndex(const CreateIndexStatement& statement);
 
 }  // namespace orvenmod::store::tsql

@@ -2,10 +2,20 @@
 // they are ordered; everything else is written as it is.
 //
 //   fname='A' and fid<9    ((<form of "t"."fname"> = ?1) AND ("t"."fid" < ?2))
+#include <algorithm>
+
 #include "store/tsql/emitter.h"
 #include "store/tsql/error.h"
 
 namespace orvenmod::store::tsql {
+
+bool isConstantExpression(const Expression& expression) {
+    if (expression.kind == ExpressionKind::column || expression.query) {
+        return false;
+    }
+    return std::all_of(expression.operands.begin(), expression.operands.end(),
+                       [](const ExpressionPtr& operand) { return !operand || isConstantExpression(*operand); });
+}
 
 bool isOrdering(Operator op) {
     return op == Operator::less || op == Operator::lessEqual || op == Operator::greater || op == Operator::greaterEqual;
@@ -212,7 +222,7 @@ std::string Emitter::sharedFunction(const Expression& call, const char* isnull) 
         --conditional_;
         return text + " END";
     }
-    return name == "len" ? "length(rtrim(" + arguments(call) + "))" : "";
+    return name == "len" ? lengthOf(arguments(call)) : "";
 }
 
 }  // namespace orvenmod::store::tsql

@@ -65,14 +65,9 @@ std::string Emitter::items(const Select& select, const Names* names) {
 }
 
 /// from, where, group by and having.
-std::string Emitter::clauses(const Select& select) {
-    std::string text;
-    if (!select.from.empty()) {
-        text += " FROM " + sources(select.from);
-    }
-    if (select.where) {
-        text += " WHERE " + condition(*select.where);
-    }
+std::string Emitter::clauses(const Query& query) {
+    const Select& select = *query.select;
+    std::string text = rowsOf(query);
     std::vector<std::string> groups;
     for (const ExpressionPtr& group : select.groupBy) {
         groups.push_back(groupKey(*group));
@@ -86,10 +81,24 @@ std::string Emitter::clauses(const Select& select) {
     return text;
 }
 
+/// from and where.
+std::string Emitter::rowsOf(const Query& query) {
+    const Select& select = *query.select;
+    std::string text;
+    if (!select.from.empty()) {
+        text += " FROM " + sources(select.from);
+    }
+    if (select.where) {
+        text += " WHERE " + condition(*select.where);
+    }
+    const Expression* code = soughtCode(query);
+    return code == nullptr ? text : codeCandidates(*code, text);
+}
+
 std::string Emitter::select(const Query& query, const Names* names) {
     const Select& select = *query.select;
     std::string text = std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + items(select, names);
-    text += clauses(select);
+    text += clauses(query);
     text += orderBy(query, ItemNaming::byNumber);
     return select.top ? text + " LIMIT " + value(*select.top) : text;
 }
@@ -111,7 +120,7 @@ std::string Emitter::rankedSelect(const Query& query, const Names* names) {
         text += (i == 0 ? "" : ", ") + quoteName(inner[i]);
     }
     std::string rows = "SELECT " + items(select, &inner) + ", " + rank + " OVER (" + order + ") AS \"orven.rank\"";
-    rows += ", count(*) OVER () AS \"orven.count\"" + clauses(select);
+    rows += ", count(*) OVER () AS \"orven.count\"" + clauses(query);
     text += " FROM " + derived(rows) + " WHERE ";
     const std::string top = value(*select.top);
     text +=

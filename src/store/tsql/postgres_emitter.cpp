@@ -1,6 +1,5 @@
 #include "store/tsql/postgres_emitter.h"
 
-#include <algorithm>
 #include <charconv>
 
 #include "store/tsql/decimal.h"
@@ -20,15 +19,6 @@ std::string numberText(const Datum& datum) {
     char digits[40];
     const auto [end, error] = std::to_chars(digits, digits + sizeof digits, datum.real);
     return {digits, end};
-}
-
-/// Whether it is the same for every row.
-bool isConstantExpression(const Expression& expression) {
-    if (expression.kind == ExpressionKind::column || expression.query) {
-        return false;
-    }
-    return std::all_of(expression.operands.begin(), expression.operands.end(),
-                       [](const ExpressionPtr& operand) { return !operand || isConstantExpression(*operand); });
 }
 
 /// A whole number with a point, so that it is no integer.

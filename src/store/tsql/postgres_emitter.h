@@ -76,6 +76,10 @@ private:
     std::string nullText(const Type& type) const override;
 
     // Queries.
+    std::string signsBesideDigits(const std::string& text) const override {
+        return "length(translate(" + text + ", '0123456789', ''))";
+    }
+    std::string inByteOrder(const std::string& text) const override { return text + " COLLATE \"C\""; }
     std::string derived(const std::string& query) const override { return "(" + query + ") AS \"orven.rows\""; }
     std::string direction(const OrderItem& order, const Expression* key) const override;
     std::string select(const Query& query, const Names* names) override;

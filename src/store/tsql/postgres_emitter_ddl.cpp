@@ -220,7 +220,10 @@ void PostgresEmitter::emitStatement(const CreateIndexStatement& statement) {
     for (const IndexColumn& column : statement.included) {
         included.push_back(columnName(*findColumn(object.columns, column.name)));
     }
-    if (!included.empty()) {
+    if (isCodeIndex(statement)) {
+        columns.pop_back();
+        columns += ", " + codeKeys(included[0]) + ")";
+    } else if (!included.empty()) {
         columns += " INCLUDE (" + joined(included) + ")";
     }
     addIndex(object.name + "." + statement.name, statement.name, object.name, columns,

@@ -94,7 +94,7 @@ std::string PostgresEmitter::select(const Query& query, const Names* names) {
     std::string text = std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + items(select, names);
     std::string order = orderBy(query, ItemNaming::byNumber);
     groups_ = outer;
-    text += clauses(select);
+    text += clauses(query);
     text += order.empty() ? unaskedOrder(query) : order;
     return select.top ? text + " LIMIT " + value(*select.top) : text;
 }
@@ -110,7 +110,7 @@ std::string PostgresEmitter::distinctSelect(const Query& query, const Names* nam
     groups_ = groupedBy(select);
     std::string rows = "SELECT " + items(select, &inner);
     groups_ = outer;
-    rows += clauses(select);
+    rows += clauses(query);
     const std::string text = madeDistinct(rows, query, inner) + orderByNames(query, inner);
     return select.top ? text + " LIMIT " + value(*select.top) : text;
 }

@@ -49,6 +49,8 @@ private:
     }
     std::string inlineText(const Datum& value, const Type& type) const override;
     std::string nullText(const Type&) const override { return "NULL"; }
+    std::string signsBesideDigits(const std::string& text) const override { return text + " GLOB '*[^0-9]*'"; }
+    std::string inByteOrder(const std::string& text) const override { return text; }
     std::string derived(const std::string& query) const override { return "(" + query + ")"; }
     std::string direction(const OrderItem& order, const Expression*) const override {
         return order.descending ? " DESC" : "";

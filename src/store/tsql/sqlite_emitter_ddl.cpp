@@ -139,6 +139,9 @@ void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
             throw Error(kNotSupported, {"alter table add with a default that is computed"});
         }
         translation_->statements.push_back("ALTER TABLE " + table + " ADD COLUMN " + definition);
+        if (!column.notNull && !column.defaultValue && !column.identity) {
+            translation_->addedColumns.push_back(definition);
+        }
         if (column.defaultValue && !column.notNull && !column.withValues) {
             // The rows that are there keep null; SQLite would show them the default.
             translation_->statements.push_back("UPDATE " + table + " SET " + quoteName(column.name) + " = NULL");
@@ -155,6 +158,9 @@ void SqliteEmitter::emitStatement(const AlterTableStatement& statement) {
     }
     for (const std::string& name : statement.dropConstraints) {
         dropConstraint(statement, name);
+    }
+    if (translation_->addedColumns.size() != translation_->statements.size()) {
+        translation_->addedColumns.clear();
     }
 }
 
@@ -189,7 +195,8 @@ void SqliteEmitter::emitStatement(const CreateIndexStatement& statement) {
     if (!statement.unique && !statement.included.empty()) {
         columns.pop_back();
         for (const IndexColumn& column : statement.included) {
-            columns += ", " + quoteName(findColumn(statement.object->columns, column.name)->name);
+            const std::string name = quoteName(findColumn(statement.object->columns, column.name)->name);
+            columns += ", " + (isCodeIndex(statement) ? codeKeys(name) : name);
         }
         columns += ")";
     }

@@ -31,7 +31,7 @@ std::string SqliteEmitter::distinctSelect(const Query& query, const Names* names
     const std::string groups = groupByItems(select);
     if (select.groupBy.empty() && !select.aggregates && !select.having && !groups.empty()) {
         std::string text = "SELECT " + items(select, names);
-        text += clauses(select);
+        text += clauses(query);
         return text + groups + orderBy(query, ItemNaming::byNumber) + limit;
     }
     // Grouped already, or of constants only: around the rows that it gives.
@@ -40,7 +40,7 @@ std::string SqliteEmitter::distinctSelect(const Query& query, const Names* names
         inner.push_back(names != nullptr ? (*names)[i] : "c" + std::to_string(i + 1));
     }
     std::string text = "SELECT * FROM (SELECT " + items(select, &inner);
-    text += clauses(select);
+    text += clauses(query);
     return text + ") GROUP BY " + columnList(query, inner) + orderByNames(query, inner) + limit;
 }
 

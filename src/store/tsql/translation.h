@@ -57,6 +57,9 @@ struct Translation {
     std::string table;                  ///< the table that a change or DDL touches, without an owner, as declared
     std::vector<FixedLiteral> fixedLiterals;
     bool cacheable = true;  ///< false for DDL
+    /// The definitions of columns that may be null and have no default, where adding them is all that the statements
+    /// do.
+    std::vector<std::string> addedColumns = {};
 };
 
 }  // namespace orvenmod::store::tsql

@@ -31,6 +31,30 @@ protected:
         PostgresStore::dropIdleSessions();
     }
 
+    /// The rows that the parts of a statement gave, on those that there are.
+    double rowsRead(const std::string& sql) {
+        tsql::Shape shape;
+        shape.scan(sql);
+        const tsql::Translation& translation = session_->prepare(sql, shape).translation;
+        std::string values;
+        for (const tsql::Parameter& parameter : translation.parameters) {
+            const auto& literal = shape.literals[static_cast<std::size_t>(parameter.literal)];
+            values += (values.empty() ? "('" : ",'") + std::string(literal.text) + "'";
+        }
+        return given(json::parse(database_.run("PREPARE p AS " + translation.statements.at(0) +
+                                               "; EXPLAIN (ANALYZE, FORMAT JSON) EXECUTE p" + values + ")"))
+                         .at(0)
+                         .at("Plan"));
+    }
+
+    static double given(const json& node) {
+        double rows = node.at("Actual Rows").get<double>() * node.at("Actual Loops").get<double>() +
+                      node.value("Rows Removed by Filter", 0.0);
+        for (const json& part : node.value("Plans", json::array()))
+            rows += given(part);
+        return rows;
+    }
+
     /// The plan that holds for all values of the parameters.
     json plan(const std::string& sql) {
         tsql::Shape shape;
@@ -72,6 +96,18 @@ TEST_F(ServerPlans, findRowsByIndex) {
     for (const char* sql : statements)
         EXPECT_EQ(scans(plan(sql)), "") << sql << plan(sql).dump(1);
     EXPECT_EQ(scans(plan(kTreeStatement)), "");
+}
+
+TEST_F(ServerPlans, proposeACodeWithoutReadingTheSiblings) {
+    database_.run(
+        "INSERT INTO tblitem(fitemid, fitemclassid, fparentid, fisdetail, fshortnumber, fnumber, fname) SELECT i, 3, "
+        "i % 5, 1, lpad(i::text, 6, '0'), '01.' || i, 'n' || i FROM generate_series(1000, 9000) i");
+    database_.run("VACUUM ANALYZE tblitem");
+    for (const char* sql :
+         {"select isnull(max(len(fshortnumber)),1) as fshortnumber from tblitem where fitemclassid=3 and fparentid=4",
+          "select isnull(max(cast(fshortnumber as varchar(10))),0) as fshortnumber from tblitem where fitemclassid=3 "
+          "and fparentid=4 and len(fshortnumber)=6"})
+        EXPECT_LE(rowsRead(sql), 10) << sql;
 }
 
 TEST_F(ServerPlans, findTheRowsOfAViewByTheJoinedTablesPath) {

@@ -50,13 +50,10 @@ protected:
     /// As a version before the steps left it.
     void undoSteps() {
         const auto connection = connect();
-        for (const UpgradeStep& step : upgradeSteps()) {
-            for (const StepStatement& statement : step.statements) {
-                if (statement.sql.starts_with("drop index")) connection->execute(std::string(statement.sql));
-            }
-        }
-        for (const std::string name : {"ix_tblItem_2", "ix_tblItem_4", "ix_tblItem_5"})
+        for (const std::string name : {"ix_tblItem_2", "ix_tblItem_4", "ix_tblItem_5"}) {
+            connection->execute("drop index tblItem." + name);
             connection->execute("create index " + name + " on tblItem(fDepth,fNumber)");
+        }
         connection->execute("drop table tblOrvenmodVersion");
     }
 

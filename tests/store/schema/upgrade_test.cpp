@@ -8,8 +8,10 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <set>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "store/connectionwrapper.h"
@@ -92,6 +94,16 @@ protected:
         store::createSchema(*connect(";Mode=Create"));
         return shape();
     }
+    void dropIndexesOfSteps() {
+        std::set<std::string> drops;
+        for (const store::UpgradeStep& step : store::upgradeSteps()) {
+            for (const store::StepStatement& statement : step.statements) {
+                if (statement.sql.starts_with("drop index")) drops.emplace(statement.sql);
+            }
+        }
+        for (const std::string& drop : drops)
+            execute(drop);
+    }
     /// What was asked of the database within the last upgrade, in order.
     const Texts& statements() const { return statements_; }
 
@@ -154,12 +166,14 @@ TEST_F(Upgrade, asksTheStoreForTheseStatementsAlone) {
                "create index ix_tblItem_5 on tblItem(fItemClassId,fIsDetail,fDepth)", "drop index tblItem.ix_tblItem_2",
                "create index ix_tblItem_2 on tblItem(fItemClassId,fName,fIsDetail)", "drop index tblItem.ix_tblItem_4",
                "create index ix_tblItem_4 on tblItem(fItemClassId,fParentId) include (fShortNumber)",
-               "delete from tblOrvenmodVersion", "insert into tblOrvenmodVersion(fVersion) values(4)", "commit"}));
+               "drop index tblItem.ix_tblItem_4",
+               "create index ix_tblItem_4 on tblItem(fItemClassId,fParentId) include (fShortNumber)",
+               "delete from tblOrvenmodVersion", "insert into tblOrvenmodVersion(fVersion) values(5)", "commit"}));
 }
 
 TEST_F(Upgrade, runsOnlyTheStepsThatTheDatabaseLacks) {
     execute("create table tblOrvenmodVersion(fVersion int not null)");
-    execute("insert into tblOrvenmodVersion(fVersion) values(3)");
+    execute("insert into tblOrvenmodVersion(fVersion) values(4)");
     upgrade();
     for (const std::string& statement : statements())
         EXPECT_EQ(statement.find("ix_tblItem_2"), std::string::npos) << statement;
@@ -180,13 +194,41 @@ TEST_F(Upgrade, changesNothingInADatabaseThatHasEveryStepAlready) {
 }
 
 TEST_F(Upgrade, makesAnIndexThatIsMissingAndReplacesOneOfOtherColumns) {
-    for (const store::UpgradeStep& step : store::upgradeSteps()) {
-        for (const store::StepStatement& statement : step.statements) {
-            if (statement.sql.starts_with("drop index")) execute(std::string(statement.sql));
-        }
-    }
+    dropIndexesOfSteps();
     execute("create index ix_tblItem_2 on tblItem(fDepth,fNumber)");
     upgrade();
+    const std::string upgraded = upgradedShape();
+    EXPECT_EQ(upgraded, shapeOfANewDatabase());
+}
+
+/// A server that ends the transaction with a statement that fails.
+class EndedTransactions : public store::ConnectionWrapper {
+public:
+    using ConnectionWrapper::ConnectionWrapper;
+
+    std::int64_t execute(std::string_view sql) override {
+        if (ended_) throw Failure(store::FailureKind::transaction, 3930, "ended");
+        try {
+            return target().execute(sql);
+        } catch (const Failure&) {
+            target().rollbackTrans();
+            ended_ = true;
+            throw;
+        }
+    }
+    bool inTransaction() const override { return ended_ || ConnectionWrapper::inTransaction(); }
+    void rollbackTrans() override {
+        if (!std::exchange(ended_, false)) target().rollbackTrans();
+    }
+
+private:
+    bool ended_ = false;
+};
+
+TEST_F(Upgrade, makesAMissingIndexWhereTheTransactionEndsWithItsDrop) {
+    dropIndexesOfSteps();
+    EndedTransactions connection(connect());
+    store::upgradeSchema(connection);
     const std::string upgraded = upgradedShape();
     EXPECT_EQ(upgraded, shapeOfANewDatabase());
 }
@@ -222,7 +264,7 @@ TEST_F(Upgrade, leavesTheDatabaseAsItWasWhicheverOperationFails) {
             EXPECT_EQ(contents(), before) << plan.failAt;
         }
     } while (plan.count >= plan.failAt);
-    EXPECT_EQ(plan.failAt, 19) << "connecting, and seventeen operations within";
+    EXPECT_EQ(plan.failAt, 21) << "connecting, and nineteen operations within";
     EXPECT_EQ(version(), store::newestSchemaVersion());
 }
 
@@ -241,7 +283,7 @@ TEST_F(Upgrade, isRefusedForADatabaseThatIsNewer) {
     const std::string before = contents();
     const Failure failure = refusal();
     EXPECT_EQ(failure.number(), store::kNewerDatabase);
-    EXPECT_EQ(failure.text(), "数据库的版本是 99，本程序最高支持版本 4，请先升级本程序。");
+    EXPECT_EQ(failure.text(), "数据库的版本是 99，本程序最高支持版本 5，请先升级本程序。");
     EXPECT_EQ(contents(), before);
     EXPECT_EQ(version(), 99);
 }

@@ -20,7 +20,7 @@ inline constexpr const char* kItemStatements[] = {
     "delete from icitemphoto where fitemid=12",
     " select fnumber,fname,fmodel,fitemid,funit from icitem  where fitemid=12   "};
 
-/// A save in the editor, from its tests to the next code; with the step by which the embedded store runs it.
+/// A save in the editor, from its tests to the next code; with the steps by which the embedded store runs it.
 struct Served {
     const char* sql;
     const char* by;
@@ -55,7 +55,10 @@ inline constexpr Served kSaveStatements[] = {
      "SEARCH tblitem USING COVERING INDEX tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=?)"},
     {"select isnull(max(cast(fshortnumber as varchar(10))),0) as fshortnumber from tblitem where fitemclassid=3 "
      "and fparentid=13 and len(fshortnumber)=3",
-     "SEARCH tblitem USING COVERING INDEX tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=?)"},
+     "CO-ROUTINE tblitem; COMPOUND QUERY; LEFT-MOST SUBQUERY; SEARCH tblitem USING COVERING INDEX "
+     "tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=? AND <expr>=? AND <expr>=?); UNION ALL; SEARCH tblitem USING "
+     "COVERING INDEX tblItem.ix_tblItem_4 (fItemClassId=? AND fParentId=? AND <expr>=? AND <expr>>?); SEARCH "
+     "tblitem"},
 };
 
 /// The categories of a class.

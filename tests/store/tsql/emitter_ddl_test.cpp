@@ -52,8 +52,17 @@ TEST(Definition, IndexesTextsInTheirComparedForm) {
 }
 
 TEST(Definition, IncludesColumnsBehindTheKeyOfAnIndexButNotOfAUniqueOne) {
-    EXPECT_EQ(emitted("create index ix on t(n) include (C)"), R"(CREATE INDEX "t.ix" ON "t"("n", "c"))");
+    EXPECT_EQ(emitted("create index ix on t(n) include (D)"), R"(CREATE INDEX "t.ix" ON "t"("n", "d"))");
     EXPECT_EQ(emitted("create unique index ix on t(n) include (c)"), R"(CREATE UNIQUE INDEX "t.ix" ON "t"("n"))");
+}
+
+TEST(Definition, PutsALengthAndTheKindOfItsSignsInFrontOfACode) {
+    EXPECT_EQ(emitted("create index ix on t(n) include (C)"),
+              R"(CREATE INDEX "t.ix" ON "t"("n", length(rtrim("c")), ("c" GLOB '*[^0-9]*'), "c"))");
+    // Of a text in front no statement tells by its own index which rows have it in common.
+    EXPECT_EQ(emitted("create index ix on u(c) include (c)"),
+              R"(CREATE INDEX "u.ix" ON "u"(rtrim("c") COLLATE NOCASE, "c"))");
+    EXPECT_EQ(emitted("create index ix on t(n) include (c,d)"), R"(CREATE INDEX "t.ix" ON "t"("n", "c", "d"))");
 }
 
 TEST(Definition, LeavesNullInTheRowsThatAreThere) {

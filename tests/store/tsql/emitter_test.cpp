@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "store/tsql/fakecatalog.h"
+#include "store/tsql/translator.h"
 
 namespace orvenmod::store::tsql {
 namespace {
@@ -39,6 +40,55 @@ TEST(Emitter, DoesNotBoundOtherPatterns) {
     EXPECT_EQ(translated("select id from u where c like '%x'").parameters.size(), 1U);
     EXPECT_EQ(translated("select id from u where c not like 'x%'").parameters.size(), 1U);
     EXPECT_EQ(translated("select id from u where c like 'x!%' escape '!'").parameters.size(), 2U);
+}
+
+class CodeSearch : public ::testing::Test {
+protected:
+    CodeSearch() {
+        ObjectInfo table = tableOf("k(p int, q int, c varchar(10), o varchar(10), id int)");
+        table.codeIndexes = {{{"p", "q"}, "c"}};
+        catalog_.add(table);
+    }
+    bool isServed(const std::string& sql) const {
+        return translateForSqlite(sql, catalog_).statements.at(0).find("GLOB") != std::string::npos;
+    }
+
+    FakeCatalog catalog_;
+};
+
+TEST_F(CodeSearch, readsTheGreatestDigitsAndTheRowsOfOtherSigns) {
+    const Translation query = translateForSqlite("select max(c) from k where p=7 and q=8 and len(c)=3", catalog_);
+    const std::string condition =
+        R"(WHERE ((("k"."p" = ?1) AND ("k"."q" = ?2)) AND (length(rtrim("k"."c")) = ?3)) AND )"
+        R"(("k"."c" GLOB '*[^0-9]*'))";
+    EXPECT_EQ(query.statements.at(0),
+              R"(SELECT max("k"."c" COLLATE ts_order) FROM (SELECT max("k"."c") AS "c" FROM "k" AS "k" )" + condition +
+                  R"( = 0 UNION ALL SELECT "k"."c" FROM "k" AS "k" )" + condition + R"( > 0) AS "k")");
+    EXPECT_EQ(query.parameters.size(), 3U);
+}
+
+TEST_F(CodeSearch, isMadeWhereTheIndexServesIt) {
+    for (const char* sql : {"select isnull(max(cast(c as varchar(4))),0) as m from k where q=8 and p=7 and len(c)=3",
+                            "select max(c) from k as a where 7=a.p and a.q='8' and 3=len(a.c) and id>9",
+                            "select id from k where c=(select max(c) from k where p=7 and q=8 and len(c)=3)"})
+        EXPECT_TRUE(isServed(sql)) << sql;
+}
+
+TEST_F(CodeSearch, isNotMadeWhereTheIndexDoesNotServeIt) {
+    for (const char* sql :
+         {"select max(c) from k where p=7 and len(c)=3", "select max(c) from k where p=7 and q=8",
+          "select max(c) from k where p=7 and q>8 and len(c)=3", "select max(c) from k where (p=7 or q=8) and len(c)=3",
+          "select max(c) from k where p=7 and q=8 and len(o)=3", "select max(o) from k where p=7 and q=8 and len(o)=3",
+          "select min(c) from k where p=7 and q=8 and len(c)=3",
+          "select max(c),max(id) from k where p=7 and q=8 and len(c)=3",
+          "select max(c+o) from k where p=7 and q=8 and len(c)=3",
+          "select max(cast(c as int)) from k where p=7 and q=8 and len(c)=3",
+          "select max(c) from k where p=7 and q=8 and len(c)=3 group by id",
+          "select max(c) from k where p=7 and q=8 and len(c)=3 having max(c)>'1'",
+          "select max(c) from k where p=7 and q=8 and len(c)=3 order by max(id)",
+          "select max(k.c) from k,u where k.p=7 and k.q=8 and len(k.c)=3",
+          "create view x as select max(c) as m from k where p=7 and q=8 and len(c)=3"})
+        EXPECT_FALSE(isServed(sql)) << sql;
 }
 
 TEST(Emitter, ConvertsALiteralOnlyWhenItIsNeededWhereItMayNotBe) {

@@ -37,6 +37,19 @@ TEST(PostgresEmitter, OrdersTextsByTheirKeyAndNullsFirst) {
               R"(SELECT "u"."id" FROM "u" AS "u" WHERE (orven.ts_order("u"."c") > (SELECT orven.ts_order($1::text))))");
 }
 
+TEST(PostgresEmitter, SeeksTheGreatestCodeWhereAnIndexHasIt) {
+    FakeCatalog catalog;
+    ObjectInfo table = tableOf("k(p int, c varchar(10))");
+    table.codeIndexes = {{{"p"}, "c"}};
+    catalog.add(table);
+    EXPECT_EQ(translateForPostgres("select max(c) from k where p=7 and len(c)=3", catalog).statements.at(0),
+              R"(SELECT orven.ts_max("k"."c") FROM (SELECT max("k"."c" COLLATE "C") AS "c" FROM "k" AS "k" WHERE )"
+              R"((("k"."p" = $1::integer) AND (length(rtrim("k"."c")) = $2::integer)) AND )"
+              R"((length(translate("k"."c", '0123456789', ''))) = 0 UNION ALL SELECT "k"."c" FROM "k" AS "k" WHERE )"
+              R"((("k"."p" = $1::integer) AND (length(rtrim("k"."c")) = $2::integer)) AND )"
+              R"((length(translate("k"."c", '0123456789', ''))) > 0) AS "k")");
+}
+
 TEST(PostgresEmitter, SaysNothingOfNullsWhereThereAreNone) {
     FakeCatalog catalog;
     ObjectInfo table = tableOf("k(id int, n int)");
@@ -156,6 +169,12 @@ TEST(PostgresDefinition, KeepsTextKeysInTheirComparedForm) {
 TEST(PostgresDefinition, PutsNullsFirstIntoIndexes) {
     EXPECT_EQ(text("create index ix on t(n,c desc) include (id)"),
               R"(CREATE INDEX "t.ix" ON "t"("n" NULLS FIRST, lower(rtrim("c") COLLATE "C") DESC) INCLUDE ("id"))");
+}
+
+TEST(PostgresDefinition, PutsALengthAndTheNumberOfItsOtherSignsInFrontOfACode) {
+    EXPECT_EQ(text("create index ix on t(n) include (c)"),
+              R"(CREATE INDEX "t.ix" ON "t"("n" NULLS FIRST, length(rtrim("c")), )"
+              R"((length(translate("c", '0123456789', ''))), "c" COLLATE "C"))");
 }
 
 TEST(PostgresDefinition, LeavesNullInTheRowsThatAreThere) {

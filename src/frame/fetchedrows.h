@@ -1,0 +1,26 @@
+// The rows of a statement as a grid's or a cell's.
+#pragma once
+
+#include <utility>
+
+#include "platform/rowsource.h"
+#include "store/recordset.h"
+
+namespace orvenmod {
+
+class FetchedRows : public platform::RowSource {
+public:
+    explicit FetchedRows(store::Recordset rows) : rows_(std::move(rows)) {}
+
+    std::size_t rowCount() const override { return rows_.rowCount(); }
+    int columnCount() const override { return rows_.columnCount(); }
+    std::optional<std::string_view> cell(std::size_t row, int column) const override { return rows_.cell(row, column); }
+
+    /// The position of the named column; throws Failure where there is none.
+    int column(std::string_view name) const { return rows_.column(name); }
+
+private:
+    store::Recordset rows_;
+};
+
+}  // namespace orvenmod
