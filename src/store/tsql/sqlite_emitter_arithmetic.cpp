@@ -60,10 +60,16 @@ std::string SqliteEmitter::decimalArithmetic(const Expression& expression, const
 }
 
 std::string SqliteEmitter::unary(const Expression& expression) {
-    if (expression.op != Operator::negate || stored_ || !expression.type.isWideDecimal()) {
+    if (expression.op != Operator::negate || !expression.type.isWideDecimal()) {
         return Emitter::unary(expression);
     }
-    return sized("ts_decsub", "0, " + value(*expression.operands[0]), expression.type);
+    const std::string operand = value(*expression.operands[0]);
+    if (!stored_) {
+        return sized("ts_decsub", "0, " + operand, expression.type);
+    }
+    // A literal that is kept as a text keeps its digits.
+    const bool text = expression.operands[0]->kind == ExpressionKind::literal && operand.starts_with('\'');
+    return text ? "'-" + operand.substr(1) : "(- " + operand + ")";
 }
 
 std::string SqliteEmitter::floatArithmetic(const Expression& expression, const std::string& left,

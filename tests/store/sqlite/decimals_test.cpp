@@ -77,6 +77,9 @@ TEST_F(Decimals, OfADefaultAndACheckKeepTheirDigits) {
     connection_->execute("insert into k(id) values(1)");
     EXPECT_EQ(value(*connection_, "select m from k"), "99999999999.999999");
     EXPECT_NE(failureOf([&] { connection_->execute("insert into k values(2,200000000000)"); }).number(), 0);
+    connection_->execute("create table n(id int, m decimal(18,6) default -99999999999.999999)");
+    connection_->execute("insert into n(id) values(1)");
+    EXPECT_EQ(value(*connection_, "select m from n"), "-99999999999.999999");
 }
 
 TEST_F(Decimals, AreOrderedWithOrdinaryNumbersWithoutAKeyForEach) {
