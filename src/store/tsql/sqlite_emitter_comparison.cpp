@@ -13,8 +13,7 @@
 //
 //   fprice=5              ("tblItem"."fprice" = ?1)
 //   fprice>fcost          (ts_deckey("tblItem"."fprice", 18, 4) > ts_deckey("tblItem"."fcost", 18, 4))
-//   fprice>5              ("tblItem"."fprice" > ?1 AND ("tblItem"."fprice" < '' OR ts_deckey(..) > ts_deckey(?1, 18,
-//   4)))
+//   fprice>5              (p > ?1 AND (p < '' OR ts_deckey(p, 18, 4) > ts_deckey(?1, 18, 4))), p for the column
 //
 // In the last the key is asked for texts alone, and an index serves the rest.
 #include "store/tsql/sqlite_emitter.h"
