@@ -72,7 +72,7 @@ TEST_F(Failover, ASaveThatTheStandbyHasNotIsToldAsUnknownAndCanBeDoneAgain) {
     saveAndLose([this] { standby.stop(); },
                 [this] {
                     standby.start();
-                    standby.promote();
+                    EXPECT_EQ(standby.run("postgres", "SELECT pg_promote()"), "t");
                     EXPECT_EQ(promotedItems(), 0);
                 },
                 [this](User& user) { stage.save(user); });
@@ -90,6 +90,24 @@ TEST_F(Failover, ASaveThatOnlyTheStandbyTellsOfIsToldAsUnknownAndIsNotStoredTwic
                     user.answer(MessageKind::warning, "代码已经存在,保存不成功!");
                     user.clickTool("Save");
                 });
+}
+
+TEST_F(Failover, ASaveWaitsForAStandbyThatIsAwayUntilThePrimaryAloneIsSaidToBeGoodEnough) {
+    stage.openNew([&](User& user) {
+        stage.fillIn(user);
+        standby.stop();
+        int waits = 0;
+        stage.whileAwaiting([&] {
+            if (++waits != 3) return;
+            EXPECT_EQ(primary.run(stage.name(), "SELECT count(*) FROM tblitem WHERE fname = '垫圈'"), "0");
+            primary.run("postgres", "ALTER SYSTEM RESET synchronous_standby_names");
+            primary.run("postgres", "SELECT pg_reload_conf()");
+        });
+        stage.save(user);
+        stage.whileAwaiting({});
+        EXPECT_GE(waits, 3);
+    });
+    EXPECT_EQ(primary.run(stage.name(), "SELECT count(*) FROM tblitem WHERE fname = '垫圈'"), "1");
 }
 
 /// What four clerks tell, as it comes.

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -61,8 +62,10 @@ std::optional<std::string> ChildProgram::line() {
 
 int ChildProgram::end() {
     int status = 0;
-    ::waitpid(process_, &status, 0);
+    rusage used{};
+    ::wait4(process_, &status, 0, &used);
     process_ = -1;
+    mostMemory_ = static_cast<double>(used.ru_maxrss) / 1024;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

@@ -26,6 +26,8 @@ public:
     std::optional<std::string> line();
     /// Waits until it ends; its exit code, -1 where a signal ended it.
     int end();
+    /// The most memory that it had, in MiB; known once it has ended.
+    double mostMemory() const { return mostMemory_; }
 
 private:
     struct CloseFile {
@@ -33,6 +35,7 @@ private:
     };
 
     pid_t process_ = -1;
+    double mostMemory_ = 0;
     std::unique_ptr<std::FILE, CloseFile> input_;
     std::unique_ptr<std::FILE, CloseFile> output_;
 };

@@ -4,7 +4,9 @@
 #include <libpq-fe.h>
 #include <spawn.h>
 #include <sys/file.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -211,6 +213,21 @@ void PostgresServer::addOwner() const {
 
 void PostgresServer::stop() { runShell(home_, kStop); }
 void PostgresServer::start() { runShell(home_, environment_ + kStart); }
+namespace {
+
+/// A socket has its file before somebody listens at it.
+bool answers(const std::string& socketFile) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    socketFile.copy(address.sun_path, sizeof address.sun_path - 1);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool connected = ::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    ::close(socket);
+    return connected;
+}
+
+}  // namespace
+
 void PostgresServer::promote() const { runShell(home_, kPrograms + "/pg_ctl promote --wait --silent --pgdata=data"); }
 void PostgresServer::command(const std::string& text) const { runShell(home_, text); }
 
@@ -221,7 +238,7 @@ std::string PostgresServer::startPooler(const std::string& mode) const {
                                          << "\nauth_type = trust\nauth_file = " << home_ << "/pooler.users\n";
     std::ofstream(home_ + "/pooler.users") << '"' << kOwner << "\" \"\"\n";
     command("(PATH=$PATH:/usr/sbin pgbouncer --quiet pooler.ini & pooler=$!; flock users true; kill $pooler) &");
-    while (!fs::exists(home_ + "/.s.PGSQL." + kPort)) {
+    while (!answers(home_ + "/.s.PGSQL." + kPort)) {
     }
     return kPort;
 }

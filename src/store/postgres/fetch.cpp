@@ -117,6 +117,8 @@ Recordset fetchRows(const PGresult* result, const std::vector<tsql::ResultColumn
         reader.add(rows, result, row);
         if (row % kRowsPerClockCheck == 0) progress.report();
     }
+    // The library frees a million rows at one go.
+    progress.reportBeforeWork();
     return rows;
 }
 

@@ -120,6 +120,7 @@ void Parameters::addText(const Datum& value, std::string_view source, const Type
         case Datum::Kind::real:
             return addReal(value.real, type);
         case Datum::Kind::text:
+        case Datum::Kind::decimal:
             return addText(value.text);
         case Datum::Kind::blob:
             return addText("\\x" + tsql::hexDigits(value.text));

@@ -7,6 +7,7 @@ namespace orvenmod::store::server {
 namespace {
 
 constexpr std::chrono::milliseconds kEvery{100};
+constexpr std::chrono::milliseconds kJust{20};
 
 }  // namespace
 
@@ -15,8 +16,11 @@ std::chrono::milliseconds Progress::untilNext() const {
     return std::clamp(left, std::chrono::milliseconds(0), kEvery);
 }
 
-void Progress::report() {
-    if (!callback_ || now_() - last_ < kEvery) return;
+void Progress::report() { reportAfter(kEvery); }
+void Progress::reportBeforeWork() { reportAfter(kJust); }
+
+void Progress::reportAfter(std::chrono::milliseconds pause) {
+    if (!callback_ || now_() - last_ < pause) return;
     callback_();
     // Only now: a callback that paints for long must not be called again at once.
     last_ = now_();

@@ -27,7 +27,12 @@ public:
     /// Calls back where it is time. What the callback throws passes on: the statement is to be ended then.
     void report();
 
+    /// Calls back unless it just has: what comes next takes a while and can't be interrupted.
+    void reportBeforeWork();
+
 private:
+    void reportAfter(std::chrono::milliseconds pause);
+
     Now now_;
     std::function<void()> callback_;
     Clock::time_point last_;

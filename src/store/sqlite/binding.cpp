@@ -15,6 +15,7 @@
 #include <string_view>
 
 #include "store/tsql/literals.h"
+#include "store/tsql/sqlite_decimal.h"
 #include "store/tsql/utf8.h"
 
 namespace orvenmod::store::sqlite {
@@ -74,10 +75,23 @@ void bindDatum(sqlite3_stmt* statement, int index, const Datum& value) {
         case Datum::Kind::text:
             bindText(statement, index, value.text, SQLITE_TRANSIENT);
             break;
+        case Datum::Kind::decimal:
+            bindText(statement, index, value.text + tsql::kDecimalMark, SQLITE_TRANSIENT);
+            break;
         case Datum::Kind::blob:
             sqlite3_bind_blob64(statement, index, value.text.data(), value.text.size(), SQLITE_TRANSIENT);
             break;
     }
+}
+
+Datum decimalOf(sqlite3_value* value) {
+    Datum result = datumOf(value);
+    if (result.kind != Datum::Kind::text) return result;
+    if (const auto digits = tsql::keptDigits(result.text)) {
+        result.kind = Datum::Kind::decimal;
+        result.text = std::string(*digits);
+    }
+    return result;
 }
 
 Datum datumOf(sqlite3_value* value) {

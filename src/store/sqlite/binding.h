@@ -18,5 +18,7 @@ void bindDatum(sqlite3_stmt* statement, int index, const tsql::Datum& value);
 
 /// A value out of a row or a function's argument.
 tsql::Datum datumOf(sqlite3_value* value);
+/// The same of a decimal type: see tsql/sqlite_decimal.h.
+tsql::Datum decimalOf(sqlite3_value* value);
 
 }  // namespace orvenmod::store::sqlite

@@ -16,6 +16,7 @@
 #include "store/tsql/decimal.h"
 #include "store/tsql/error.h"
 #include "store/tsql/resultcolumns.h"
+#include "store/tsql/sqlite_decimal.h"
 
 namespace orvenmod::store::sqlite {
 
@@ -85,6 +86,7 @@ void addCell(Recordset& rows, sqlite3_value* value, const Type& type) {
             return;
         case SQLITE_TEXT:
             if (type.isDate()) return addDate(rows, value, type);
+            if (type.isDecimal()) return rows.addText(tsql::keptDigits(textOf(value)).value_or(textOf(value)));
             return rows.addText(textOf(value));
         case SQLITE_BLOB: {
             const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));

@@ -38,6 +38,12 @@ public:
     std::int64_t integer(int i) const { return sqlite3_value_int64(values_[i]); }
     double real(int i) const { return sqlite3_value_double(values_[i]); }
     tsql::Datum datum(int i) const { return datumOf(values_[i]); }
+    /// A value of the declared type.
+    tsql::Datum datum(int i, const tsql::Type& type) const {
+        return type.isDecimal() ? decimalOf(values_[i]) : datumOf(values_[i]);
+    }
+    /// An operand of decimal arithmetic.
+    tsql::Datum number(int i) const;
     /// A constant argument that is a type's text or a part of a date; read once a statement.
     const tsql::Type& type(int i);
     tsql::DatePart datePart(int i) const;
@@ -66,17 +72,22 @@ private:
 enum class Nulls { giveNull, areSeen };
 
 /// No exception crosses SQLite: a failure waits in the Runtime.
-template <auto body, Nulls nulls>
-void callFunction(sqlite3_context* context, int count, sqlite3_value** values) {
-    FunctionCall call(context, count, values);
-    if (nulls == Nulls::giveNull && call.anyNull()) return call.giveNull();
+template <typename Work>
+void guarded(FunctionCall& call, const Work& work) {
     try {
-        body(call);
+        work();
     } catch (const tsql::Error& error) {
         call.fail(error);
     } catch (const std::bad_alloc&) {
         call.failForMemory();
     }
+}
+
+template <auto body, Nulls nulls>
+void callFunction(sqlite3_context* context, int count, sqlite3_value** values) {
+    FunctionCall call(context, count, values);
+    if (nulls == Nulls::giveNull && call.anyNull()) return call.giveNull();
+    guarded(call, [&call] { body(call); });
 }
 
 /// Whether a function gives the same for the same arguments, so that SQLite may call it once for a constant.

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "store/sqlite/functioncall.h"
+#include "store/tsql/sqlite_decimal.h"
 #include "store/tsql/textorder.h"
 
 namespace orvenmod::store::sqlite {
@@ -18,6 +19,17 @@ std::string_view FunctionCall::text(int i) const {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(values_[i]));
     if (text == nullptr) return "";
     return {text, static_cast<std::size_t>(sqlite3_value_bytes(values_[i]))};
+}
+
+tsql::Datum FunctionCall::number(int i) const {
+    tsql::Datum value = decimalOf(values_[i]);
+    // What another program stored counts as the number that it begins with, as in SQLite's own arithmetic.
+    const bool foreign = value.kind == tsql::Datum::Kind::text || value.kind == tsql::Datum::Kind::blob;
+    if (foreign) {
+        value.kind = tsql::Datum::Kind::real;
+        value.real = real(i);
+    }
+    return value;
 }
 
 const tsql::Type& FunctionCall::type(int i) {
@@ -66,6 +78,8 @@ void FunctionCall::give(const tsql::Datum& value) {
             return give(value.real);
         case tsql::Datum::Kind::text:
             return give(std::string_view(value.text));
+        case tsql::Datum::Kind::decimal:
+            return give(std::string_view(value.text + tsql::kDecimalMark));
         case tsql::Datum::Kind::blob:
             return sqlite3_result_blob64(context_, value.text.data(), value.text.size(), SQLITE_TRANSIENT);
     }

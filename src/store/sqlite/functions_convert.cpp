@@ -20,7 +20,7 @@ bool plainly(const Datum& value, const tsql::Type& from, const tsql::Type& to) {
 }
 
 void cast(FunctionCall& call) {
-    const Datum value = call.datum(0);
+    const Datum value = call.datum(0, call.type(1));
     if (plainly(value, call.type(1), call.type(2))) return call.giveArgument(0);
     call.give(tsql::convert(value, call.type(1), call.type(2)));
 }
@@ -32,7 +32,7 @@ tsql::ConvertMode styled(std::int64_t style) {
 }
 
 void convertStyled(FunctionCall& call) {
-    call.give(tsql::convert(call.datum(0), call.type(1), call.type(2), styled(call.integer(3))));
+    call.give(tsql::convert(call.datum(0, call.type(1)), call.type(1), call.type(2), styled(call.integer(3))));
 }
 
 void store(FunctionCall& call) {
@@ -41,13 +41,13 @@ void store(FunctionCall& call) {
     mode.assignment = true;
     mode.table = call.text(3);
     mode.column = call.text(4);
-    call.give(tsql::convert(call.datum(0), call.type(1), call.type(2), mode));
+    call.give(tsql::convert(call.datum(0, call.type(1)), call.type(1), call.type(2), mode));
 }
 
 void tryConvert(FunctionCall& call) {
     try {
         const auto mode = styled(call.count() == 4 ? call.integer(3) : 0);
-        call.give(tsql::convert(call.datum(0), call.type(1), call.type(2), mode));
+        call.give(tsql::convert(call.datum(0, call.type(1)), call.type(1), call.type(2), mode));
     } catch (const tsql::Error& error) {
         // A conversion that the types never allow is no matter of the value.
         if (error.number() == tsql::kNoExplicitConversion) throw;

@@ -6,6 +6,7 @@
 //
 //   7/2                            ts_idiv(7, 2)                 3
 //   cast(10 as decimal(9,4))/3     ts_decdiv(.., 3, p, s)        s digits, the rest cut
+//   fprice>5                       ts_deckey("fprice", 18, 4) > ts_deckey(5, 18, 4)
 //   sqrt(-1)                       ts_sqrt(-1)                   3623, where SQLite gives null
 #include <cmath>
 #include <limits>
@@ -29,7 +30,7 @@ void range(FunctionCall& call) {
 
 void decimal(FunctionCall& call) {
     call.give(
-        tsql::roundedDecimal(call.datum(0), static_cast<int>(call.integer(1)), static_cast<int>(call.integer(2))));
+        tsql::roundedDecimal(call.number(0), static_cast<int>(call.integer(1)), static_cast<int>(call.integer(2))));
 }
 
 void integerDivide(FunctionCall& call) { call.give(tsql::integerQuotient(call.integer(0), call.integer(1))); }
@@ -40,11 +41,17 @@ void divide(FunctionCall& call) {
     call.give(call.real(0) / call.real(1));
 }
 
-void decimalDivide(FunctionCall& call) {
-    call.give(tsql::decimalQuotient(call.datum(0), call.datum(1), static_cast<int>(call.integer(2)),
-                                    static_cast<int>(call.integer(3))));
+// Of two decimals, with precision and scale of the result behind them.
+template <Datum (*compute)(const Datum&, const Datum&, int, int)>
+void decimals(FunctionCall& call) {
+    call.give(
+        compute(call.number(0), call.number(1), static_cast<int>(call.integer(2)), static_cast<int>(call.integer(3))));
 }
-void decimalModulo(FunctionCall& call) { call.give(tsql::decimalRemainder(call.datum(0), call.datum(1))); }
+void decimalModulo(FunctionCall& call) { call.give(tsql::decimalRemainder(call.number(0), call.number(1))); }
+
+void decimalKey(FunctionCall& call) {
+    call.give(tsql::decimalKey(call.number(0), static_cast<int>(call.integer(1)), static_cast<int>(call.integer(2))));
+}
 
 // A function of one float; outside its domain the server refuses.
 template <double (*compute)(double)>
@@ -75,9 +82,10 @@ void random(FunctionCall& call) {
     call.give(std::uniform_real_distribution<double>(0, 1)(engine));
 }
 
-template <double (*compute)(double)>
+template <double (*compute)(double), Datum (*exactly)(const Datum&)>
 void whole(FunctionCall& call) {
-    const Datum value = call.datum(0);
+    const Datum value = call.number(0);
+    if (value.kind == Datum::Kind::decimal) return call.give(exactly(value));
     // A whole number stays one, however large.
     if (value.kind != Datum::Kind::real) return call.giveArgument(0);
     call.give(compute(value.real));
@@ -85,7 +93,7 @@ void whole(FunctionCall& call) {
 
 void round(FunctionCall& call) {
     const bool cut = call.count() > 2 && call.integer(2) != 0;
-    call.give(tsql::roundedNumber(call.datum(0), call.integer(1), cut));
+    call.give(tsql::roundedNumber(call.number(0), call.integer(1), cut));
 }
 
 void power(FunctionCall& call) { call.give(tsql::powerOf(call.real(0), call.real(1), call.type(2))); }
@@ -96,7 +104,11 @@ void sign(FunctionCall& call) {
 }
 
 void absolute(FunctionCall& call) {
-    Datum value = call.datum(0);
+    Datum value = call.number(0);
+    if (value.kind == Datum::Kind::decimal) {
+        value.text.erase(0, value.text.find_first_not_of('-'));
+        return call.give(value);
+    }
     if (value.kind == Datum::Kind::real) return call.give(std::fabs(value.real));
     if (value.integer == std::numeric_limits<std::int64_t>::min())
         throw tsql::Error(tsql::kArithmeticOverflow, {"expression", "bigint"});
@@ -109,7 +121,11 @@ constexpr FunctionEntry kEntries[] = {
     strict<integerDivide>("ts_idiv", 2),
     strict<integerModulo>("ts_imod", 2),
     strict<divide>("ts_div", 2),
-    strict<decimalDivide>("ts_decdiv", 4),
+    strict<decimals<tsql::decimalSum>>("ts_decadd", 4),
+    strict<decimals<tsql::decimalDifference>>("ts_decsub", 4),
+    strict<decimals<tsql::decimalProduct>>("ts_decmul", 4),
+    strict<decimals<tsql::decimalQuotient>>("ts_decdiv", 4),
+    strict<decimalKey>("ts_deckey", 3),
     strict<decimalModulo>("ts_decmod", 2),
     strict<real<std::sqrt>>("ts_sqrt", 1),
     strict<real<std::exp>>("ts_exp", 1),
@@ -127,8 +143,8 @@ constexpr FunctionEntry kEntries[] = {
     strict<real<radians>>("ts_radians", 1),
     strict<pi>("ts_pi", 0),
     strict<random>("ts_rand", -1, Results::varying),
-    strict<whole<std::floor>>("ts_floor", 1),
-    strict<whole<std::ceil>>("ts_ceiling", 1),
+    strict<whole<std::floor, tsql::decimalFloor>>("ts_floor", 1),
+    strict<whole<std::ceil, tsql::decimalCeiling>>("ts_ceiling", 1),
     strict<round>("ts_round", -1),
     strict<power>("ts_power", 3),
     strict<sign>("ts_sign", 1),

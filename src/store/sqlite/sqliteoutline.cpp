@@ -11,6 +11,7 @@
 #include "store/sqlite/createtext.h"
 #include "store/tsql/lexer.h"
 #include "store/tsql/runtime.h"
+#include "store/tsql/sqlite_decimal.h"
 #include "store/tsql/translator.h"
 #include "store/tsql/type.h"
 
@@ -55,6 +56,13 @@ private:
 std::string dialectText(const std::string& native) {
     std::string kept = tsql::storedViewText(native);
     return kept.empty() ? native : kept;
+}
+
+/// Of a decimal that no double has the digits alone.
+std::string defaultText(const std::string& native) {
+    const bool quoted = native.size() > 1 && native.front() == '\'';
+    const auto digits = quoted ? tsql::keptDigits(std::string_view(native).substr(1, native.size() - 2)) : std::nullopt;
+    return digits ? std::string(*digits) : dialectText(native);
 }
 
 ColumnOutline* find(TableOutline& table, const std::string& name) {
@@ -130,9 +138,10 @@ private:
             ColumnOutline column;
             column.name = rows.text(0);
             column.nullable = rows.integer(1) == 0 && rows.integer(3) == 0;
-            if (!rows.isNull(2)) column.defaultValue = dialectText(rows.text(2));
             column.identity = counted && rows.integer(3) != 0;
             const tsql::ColumnInfo& info = object->columns[i];
+            if (!rows.isNull(2))
+                column.defaultValue = info.type.isDecimal() ? defaultText(rows.text(2)) : dialectText(rows.text(2));
             column.type = tsql::parseType(info.declaredType) ? info.declaredType : tsql::printType(info.type);
             if (column.identity) column.type = identityType(table);
             if (rows.integer(4) != 0)

@@ -42,9 +42,15 @@ protected:
     virtual std::string tableName(const ObjectInfo& object) const = 0;    ///< quoted
     virtual std::string columnName(const ColumnInfo& column) const = 0;   ///< quoted; of a table or view
     virtual std::string equalityForm(const std::string& text) const = 0;  ///< what equal texts have in common
-    virtual std::string orderForm(const std::string& text) const = 0;     ///< what texts are ordered by
-    virtual std::string comparable(const Expression& expression, Collation collation, Side side) = 0;
-    virtual std::string comparedName(const std::string& name, Collation collation) const = 0;  ///< at the right
+    /// What the value of that type is ordered by.
+    virtual std::string orderForm(const std::string& value, const Type& type) const = 0;
+    virtual bool ordersByForm(const Type& type) const { return type.isText(); }
+    /// A side of a comparison; `common` is the type of both sides where they are numbers.
+    virtual std::string comparable(const Expression& expression, Collation collation, Side side,
+                                   const Type& common) = 0;
+    /// A name of that type, at the right.
+    virtual std::string comparedName(const std::string& name, const Type& type, Collation collation,
+                                     const Type& common) const = 0;
     virtual std::string placeholder(std::size_t number, const Parameter& parameter) const = 0;
     virtual std::string inlineText(const Datum& datum, const Type& type) const = 0;
     virtual std::string nullText(const Type& type) const = 0;
@@ -57,7 +63,7 @@ protected:
     virtual std::string madeDistinct(const std::string& rows, const Query& query, const Names& names) const = 0;
     virtual std::string matched(const Query& query, const Names& names) = 0;
     virtual std::size_t mostBranches() const = 0;  ///< selects that one compound takes
-    virtual std::string comparableQuery(const Query& query) = 0;
+    virtual std::string comparableQuery(const Query& query, const Type& common) = 0;
     virtual std::string scalarQuery(const Query& query) = 0;
     virtual std::string integerArithmetic(const Expression& expression, const std::string& left,
                                           const std::string& right) = 0;
@@ -115,7 +121,8 @@ protected:
     // Expressions.
     virtual std::string value(const Expression& expression);
     std::string condition(const Expression& expression);
-    std::string comparison(const Expression& expression);
+    virtual std::string comparison(const Expression& expression);
+    virtual std::string between(const Expression& expression);
     std::string inList(const Expression& expression);
     std::string quantified(const Expression& expression);
     std::string groupKey(const Expression& expression);

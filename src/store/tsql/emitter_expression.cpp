@@ -6,8 +6,24 @@
 
 #include "store/tsql/emitter.h"
 #include "store/tsql/error.h"
+#include "store/tsql/typerules.h"
 
 namespace orvenmod::store::tsql {
+namespace {
+
+/// The type in which numbers compare; null where they are none.
+Type commonNumber(const std::vector<const Type*>& types) {
+    Type common;
+    for (const Type* type : types) {
+        if (!type->isNumber() && !type->isNull()) {
+            return {};
+        }
+        common = commonType(common, *type);
+    }
+    return common;
+}
+
+}  // namespace
 
 bool isConstantExpression(const Expression& expression) {
     if (expression.kind == ExpressionKind::column || expression.query) {
@@ -66,15 +82,12 @@ std::string Emitter::condition(const Expression& expression) {
         case ExpressionKind::inList:
             return inList(expression);
         case ExpressionKind::inQuery: {
-            const std::string left = comparable(*operands[0], Collation::equality, Side::left);
-            return "(" + left + " " + negation + "IN (" + comparableQuery(*expression.query) + "))";
+            const Type common = commonNumber({&operands[0]->type, &expression.query->columns[0].type});
+            const std::string left = comparable(*operands[0], Collation::equality, Side::left, common);
+            return "(" + left + " " + negation + "IN (" + comparableQuery(*expression.query, common) + "))";
         }
-        case ExpressionKind::between: {
-            const std::string middle = comparable(*operands[0], Collation::order, Side::left);
-            const std::string low = comparable(*operands[1], Collation::order, Side::right);
-            const std::string high = comparable(*operands[2], Collation::order, Side::right);
-            return "(" + middle + " " + negation + "BETWEEN " + low + " AND " + high + ")";
-        }
+        case ExpressionKind::between:
+            return between(expression);
         case ExpressionKind::isNull:
             return "(" + value(*operands[0]) + " IS " + negation + "NULL)";
         case ExpressionKind::exists:
@@ -148,9 +161,19 @@ std::string Emitter::arguments(const Expression& call) {
 
 std::string Emitter::comparison(const Expression& expression) {
     const Collation collation = isOrdering(expression.op) ? Collation::order : Collation::equality;
-    const std::string left = comparable(*expression.operands[0], collation, Side::left);
-    const std::string right = comparable(*expression.operands[1], collation, Side::right);
+    const Type common = commonNumber({&expression.operands[0]->type, &expression.operands[1]->type});
+    const std::string left = comparable(*expression.operands[0], collation, Side::left, common);
+    const std::string right = comparable(*expression.operands[1], collation, Side::right, common);
     return "(" + left + " " + spelling(expression.op) + " " + right + ")";
+}
+
+std::string Emitter::between(const Expression& expression) {
+    const auto& operands = expression.operands;
+    const Type common = commonNumber({&operands[0]->type, &operands[1]->type, &operands[2]->type});
+    const std::string middle = comparable(*operands[0], Collation::order, Side::left, common);
+    const std::string low = comparable(*operands[1], Collation::order, Side::right, common);
+    const std::string high = comparable(*operands[2], Collation::order, Side::right, common);
+    return "(" + middle + (expression.negated ? " NOT" : "") + " BETWEEN " + low + " AND " + high + ")";
 }
 
 /// What rows are grouped by.
@@ -160,7 +183,8 @@ std::string Emitter::groupKey(const Expression& expression) {
 
 /// What rows are ordered by.
 std::string Emitter::sortKey(const Expression& expression) {
-    return expression.type.isText() ? orderForm(value(expression)) : value(expression);
+    const std::string text = value(expression);
+    return ordersByForm(expression.type) ? orderForm(text, expression.type) : text;
 }
 
 /// A pattern with a plain beginning bounds the texts that can match it, and an index serves the bounds.
@@ -176,25 +200,31 @@ bool Emitter::mayUseIndex(const Expression& like) const {
 }
 
 std::string Emitter::inList(const Expression& expression) {
-    std::string text = "(" + comparable(*expression.operands[0], Collation::equality, Side::left);
+    std::vector<const Type*> types;
+    for (const ExpressionPtr& operand : expression.operands) {
+        types.push_back(&operand->type);
+    }
+    const Type common = commonNumber(types);
+    std::string text = "(" + comparable(*expression.operands[0], Collation::equality, Side::left, common);
     text += expression.negated ? " NOT IN (" : " IN (";
     for (std::size_t i = 1; i < expression.operands.size(); ++i) {
-        text += (i == 1 ? "" : ", ") + comparable(*expression.operands[i], Collation::equality, Side::right);
+        text += (i == 1 ? "" : ", ") + comparable(*expression.operands[i], Collation::equality, Side::right, common);
     }
     return text + "))";
 }
 
 std::string Emitter::quantified(const Expression& expression) {
     const Collation collation = isOrdering(expression.op) ? Collation::order : Collation::equality;
-    const std::string left = comparable(*expression.operands[0], collation, Side::left);
+    const Type& column = expression.query->columns[0].type;
+    const Type common = commonNumber({&expression.operands[0]->type, &column});
+    const std::string left = comparable(*expression.operands[0], collation, Side::left, common);
     // "= any" is "in".
     if (!expression.all && expression.op == Operator::equal) {
-        return "(" + left + " IN (" + comparableQuery(*expression.query) + "))";
+        return "(" + left + " IN (" + comparableQuery(*expression.query, common) + "))";
     }
     const Names names = {"c1"};
     const std::string rows = "(" + query(*expression.query, &names) + ") AS \"orven.q\"";
-    const bool text = expression.query->columns[0].type.isText();
-    const std::string right = text ? comparedName("\"orven.q\".\"c1\"", collation) : "\"orven.q\".\"c1\"";
+    const std::string right = comparedName("\"orven.q\".\"c1\"", column, collation, common);
     const std::string match = "(" + left + " " + spelling(expression.op) + " " + right + ")";
     // "all" fails by one row that compares as false, and as well by one that compares as unknown.
     return expression.all ? "(NOT EXISTS (SELECT 1 FROM " + rows + " WHERE " + match + " IS NOT TRUE))"

@@ -141,8 +141,8 @@ std::string Emitter::orderBy(const Query& query, ItemNaming naming) {
             if (isConstant(item)) {
                 continue;
             }
-            part = item.type.isText() || naming == ItemNaming::byExpression ? sortKey(item)
-                                                                            : std::to_string(order.item + 1);
+            const bool form = ordersByForm(item.type) || naming == ItemNaming::byExpression;
+            part = form ? sortKey(item) : std::to_string(order.item + 1);
             key = &item;
         }
         parts.push_back(part + direction(order, key));
@@ -159,8 +159,8 @@ std::string Emitter::orderByNames(const Query& query, const Names& names) const 
         }
         const auto at = static_cast<std::size_t>(order.item);
         const std::string name = quoteName(names[at]);
-        const bool text = query.columns[at].type.isText();
-        parts.push_back((text ? orderForm(name) : name) + direction(order, nullptr));
+        const Type& type = query.columns[at].type;
+        parts.push_back((ordersByForm(type) ? orderForm(name, type) : name) + direction(order, nullptr));
     }
     return parts.empty() ? "" : " ORDER BY " + joined(parts);
 }

@@ -16,6 +16,9 @@ std::string numberText(const Datum& datum) {
     if (datum.kind == Datum::Kind::integer) {
         return std::to_string(datum.integer);
     }
+    if (datum.kind == Datum::Kind::decimal) {
+        return datum.text;
+    }
     char digits[40];
     const auto [end, error] = std::to_chars(digits, digits + sizeof digits, datum.real);
     return {digits, end};
@@ -166,11 +169,15 @@ std::string PostgresEmitter::equalityForm(const std::string& text) const {
     return "lower(rtrim(" + text + ") COLLATE \"C\")";
 }
 
-std::string PostgresEmitter::comparedName(const std::string& name, Collation collation) const {
-    return collation == Collation::order ? orderForm(name) : equalityForm(name);
+std::string PostgresEmitter::comparedName(const std::string& name, const Type& type, Collation collation,
+                                          const Type&) const {
+    if (!type.isText()) {
+        return name;
+    }
+    return collation == Collation::order ? orderForm(name, type) : equalityForm(name);
 }
 
-std::string PostgresEmitter::comparable(const Expression& expression, Collation collation, Side) {
+std::string PostgresEmitter::comparable(const Expression& expression, Collation collation, Side, const Type&) {
     if (!expression.type.isText()) {
         return value(expression);
     }
@@ -178,7 +185,7 @@ std::string PostgresEmitter::comparable(const Expression& expression, Collation 
         return expression.kind == ExpressionKind::literal ? literal(expression, expression.type, Parameter::Use::folded)
                                                           : equalityForm(value(expression));
     }
-    const std::string key = orderForm(value(expression));
+    const std::string key = orderForm(value(expression), expression.type);
     // Once for the statement instead of once for each row.
     return expression.kind == ExpressionKind::literal && !inline_ ? "(SELECT " + key + ")" : key;
 }

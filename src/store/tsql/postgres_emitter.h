@@ -91,7 +91,7 @@ private:
     std::string madeDistinct(const std::string& rows, const Query& query, const Names& names) const override;
     std::string matched(const Query& query, const Names& names) override;
     std::size_t mostBranches() const override { return 10000; }
-    std::string comparableQuery(const Query& query) override;
+    std::string comparableQuery(const Query& query, const Type& common) override;
     std::string scalarQuery(const Query& query) override { return "(" + this->query(query) + ")"; }
     Groups groupedBy(const Select& select) const;
     void noteOuterSides(const Source& source, JoinSide side);
@@ -107,9 +107,12 @@ private:
                                 const std::string& right) override;
     std::string dateArithmetic(const Expression& expression) override;
     std::string equalityForm(const std::string& text) const override;
-    std::string orderForm(const std::string& text) const override { return "orven.ts_order(" + text + ")"; }
-    std::string comparable(const Expression& expression, Collation collation, Side side) override;
-    std::string comparedName(const std::string& name, Collation collation) const override;
+    std::string orderForm(const std::string& text, const Type&) const override {
+        return "orven.ts_order(" + text + ")";
+    }
+    std::string comparable(const Expression& expression, Collation collation, Side side, const Type& common) override;
+    std::string comparedName(const std::string& name, const Type& type, Collation collation,
+                             const Type& common) const override;
     std::string like(const Expression& expression) override;
 
     // Conversions.

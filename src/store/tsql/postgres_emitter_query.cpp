@@ -145,7 +145,7 @@ std::string PostgresEmitter::matched(const Query& query, const Names& names) {
 }
 
 /// A query whose one column stands at the right of a comparison.
-std::string PostgresEmitter::comparableQuery(const Query& query) {
+std::string PostgresEmitter::comparableQuery(const Query& query, const Type&) {
     if (!query.columns[0].type.isText()) {
         return this->query(query);
     }

@@ -60,7 +60,7 @@ private:
     std::string matched(const Query& query, const Names& names) override;
     /// SQLite takes 500 selects in one compound.
     std::size_t mostBranches() const override { return 200; }
-    std::string comparableQuery(const Query& query) override;
+    std::string comparableQuery(const Query& query, const Type& common) override;
     std::string scalarQuery(const Query& query) override;
     std::string groupByItems(const Select& select);
 
@@ -72,15 +72,24 @@ private:
     std::string floatArithmetic(const Expression& expression, const std::string& left,
                                 const std::string& right) override;
     std::string dateArithmetic(const Expression& expression) override;
+    std::string unary(const Expression& expression) override;
     std::string conversion(const Expression& expression) override;
     std::string storedConversion(const std::string& inner, const Type& from, const Type& to);
     std::string storedStyle(const Expression& cast);
 
     // Comparisons.
     std::string equalityForm(const std::string& text) const override;
-    std::string orderForm(const std::string& text) const override;
-    std::string comparable(const Expression& expression, Collation collation, Side side) override;
-    std::string comparedName(const std::string& name, Collation collation) const override;
+    std::string orderForm(const std::string& text, const Type& type) const override;
+    bool ordersByForm(const Type& type) const override { return type.isText() || type.isWideDecimal(); }
+    std::string comparable(const Expression& expression, Collation collation, Side side, const Type& common) override;
+    std::string comparedName(const std::string& name, const Type& type, Collation collation,
+                             const Type& common) const override;
+    std::string comparison(const Expression& expression) override;
+    std::string between(const Expression& expression) override;
+    bool comparesByNumber(const Expression& left, const Expression& right) const;
+    std::string ordered(const Expression& column, Operator op, const Expression& number);
+    std::string comparedNumber(const std::string& text, const Type& type, Collation collation,
+                               const Type& common) const;
     const char* orderCollation() const;
     std::string like(const Expression& expression) override;
     std::string storedLike(const Expression& expression);
@@ -88,9 +97,13 @@ private:
     // Functions.
     std::string function(const Expression& call) override;
     std::string aggregate(const Expression& call);
+    std::string total(const Expression& call, const std::string& distinct, const std::string& operand);
     std::string storedFunction(const Expression& call);
     std::string storedDateFunction(const Expression& call);
     std::string builtin(const Expression& call);
 };
+
+/// The call of a function of decimals, which takes precision and scale of its result behind its arguments.
+std::string sized(const std::string& function, const std::string& arguments, const Type& type);
 
 }  // namespace orvenmod::store::tsql

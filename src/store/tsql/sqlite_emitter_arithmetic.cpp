@@ -5,6 +5,7 @@
 //
 //   fitemid+1       ts_range(("tblItem"."fitemid" + ?1), 'int')               8115 beyond int
 //   fprice/3        ts_decdiv("tblItem"."fprice", ?1, 20, 6)                  six decimals, 8134
+//   fprice+1        ts_decadd("tblItem"."fprice", ?1, 19, 4)                  all of its digits
 //   fdate+1         ts_dateadd('day', (?1), "tblItem"."fdate")
 //
 // The stored way gives that up, so that the plain shell can read it: ("tblItem"."fprice" * 1.0 / 3).
@@ -31,20 +32,44 @@ std::string SqliteEmitter::integerArithmetic(const Expression& expression, const
     }
 }
 
+std::string sized(const std::string& function, const std::string& arguments, const Type& type) {
+    return function + "(" + arguments + ", " + std::to_string(type.precision) + ", " + std::to_string(type.scale) + ")";
+}
+
 std::string SqliteEmitter::decimalArithmetic(const Expression& expression, const std::string& left,
                                              const std::string& right) {
     const std::string plain = "(" + left + " " + spelling(expression.op) + " " + right + ")";
-    const std::string size =
-        ", " + std::to_string(expression.type.precision) + ", " + std::to_string(expression.type.scale) + ")";
-    switch (expression.op) {
-        case Operator::divide:
-            // Two decimals that are whole are integers to SQLite, which would divide them as such.
-            return stored_ ? "(" + left + " * 1.0 / " + right + ")" : "ts_decdiv(" + left + ", " + right + size;
-        case Operator::modulo:
-            return "ts_decmod(" + left + ", " + right + ")";
-        default:
-            return stored_ ? plain : "ts_decimal(" + plain + size;
+    const std::string both = left + ", " + right;
+    if (expression.op == Operator::modulo) {
+        return "ts_decmod(" + both + ")";
     }
+    if (expression.op == Operator::divide) {
+        // Two decimals that are whole are integers to SQLite, which would divide them as such.
+        return stored_ ? "(" + left + " * 1.0 / " + right + ")" : sized("ts_decdiv", both, expression.type);
+    }
+    if (stored_) {
+        return plain;
+    }
+    if (!expression.type.isWideDecimal()) {
+        return sized("ts_decimal", plain, expression.type);
+    }
+    const char* name = expression.op == Operator::multiply   ? "ts_decmul"
+                       : expression.op == Operator::subtract ? "ts_decsub"
+                                                             : "ts_decadd";
+    return sized(name, both, expression.type);
+}
+
+std::string SqliteEmitter::unary(const Expression& expression) {
+    if (expression.op != Operator::negate || !expression.type.isWideDecimal()) {
+        return Emitter::unary(expression);
+    }
+    const std::string operand = value(*expression.operands[0]);
+    if (!stored_) {
+        return sized("ts_decsub", "0, " + operand, expression.type);
+    }
+    // A literal that is kept as a text keeps its digits.
+    const bool text = expression.operands[0]->kind == ExpressionKind::literal && operand.starts_with('\'');
+    return text ? "'-" + operand.substr(1) : "(- " + operand + ")";
 }
 
 std::string SqliteEmitter::floatArithmetic(const Expression& expression, const std::string& left,

@@ -14,6 +14,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "store/tsql/sqlite_decimal.h"
 #include "store/tsql/sqlite_emitter.h"
 #include "store/tsql/typerules.h"
 #include "store/tsql/values.h"
@@ -29,6 +30,8 @@ std::string sqlText(const Datum& datum) {
             return std::to_string(datum.integer);
         case Datum::Kind::text:
             return quoteText(datum.text);
+        case Datum::Kind::decimal:
+            return quoteText(datum.text + kDecimalMark);
         case Datum::Kind::blob:
             return "x'" + hexDigits(datum.text) + "'";
         case Datum::Kind::real:
@@ -70,6 +73,9 @@ std::string SqliteEmitter::conversion(const Expression& expression) {
     if (!styled && !expression.attempt) {
         if (inner.kind == ExpressionKind::literal && (inline_ || conditional_ == 0 || !mayFail(from, to))) {
             return literal(inner, to, Parameter::Use::value, &expression);
+        }
+        if (from.isWideDecimal() && to.kind == Kind::floating) {
+            return "CAST(" + value(inner) + " AS REAL)";
         }
         if (sameRepresentation(from, to)) {
             return value(inner);

@@ -61,29 +61,42 @@ std::string SqliteEmitter::aggregate(const Expression& call) {
         return call.star ? "count(*)" : "count(" + distinct + groupKey(*call.operands[0]) + ")";
     }
     const std::string operand = value(*call.operands[0]);
+    const Type& of = call.operands[0]->type;
     if (call.name == "min" || call.name == "max") {
-        return call.name + "(" + operand + (call.type.isText() ? orderCollation() : "") + ")";
+        if (!of.isWideDecimal()) {
+            return call.name + "(" + operand + (call.type.isText() ? orderCollation() : "") + ")";
+        }
+        return stored_ ? call.name + "(" + operand + " + 0)" : sized("ts_dec" + call.name, operand, of);
     }
-    const std::string sum = "sum(" + distinct + operand + ")";
-    const std::string count = "count(" + distinct + operand + ")";
-    const std::string type = quoteText(printType(call.type));
-    const std::string size = ", " + std::to_string(call.type.precision) + ", " + std::to_string(call.type.scale) + ")";
-    if (call.name == "sum") {
-        if (stored_ || call.type.isFloat()) {
-            return sum;
-        }
-        return call.type.isInteger() ? "ts_range(" + sum + ", " + type + ")" : "ts_decimal(" + sum + size;
-    }
-    if (call.name == "avg") {
-        if (call.type.isFloat()) {
-            return "avg(" + distinct + operand + ")";
-        }
-        if (stored_) {
-            return call.type.isInteger() ? "(" + sum + " / " + count + ")" : "(" + sum + " * 1.0 / " + count + ")";
-        }
-        return call.type.isInteger() ? "ts_idiv(" + sum + ", " + count + ")" : "ts_decdiv(" + sum + ", " + count + size;
+    if (call.name == "sum" || call.name == "avg") {
+        return total(call, distinct, operand);
     }
     return "ts_" + call.name + "(" + distinct + operand + ")";
+}
+
+std::string SqliteEmitter::total(const Expression& call, const std::string& distinct, const std::string& operand) {
+    const bool average = call.name == "avg";
+    const std::string sum = "sum(" + distinct + operand + ")";
+    if (call.type.isFloat()) {
+        return average ? "avg(" + distinct + operand + ")" : sum;
+    }
+    const std::string count = ", count(" + distinct + operand + ")";
+    if (stored_) {
+        const std::string by = " / " + count.substr(2) + ")";
+        return !average ? sum : call.type.isInteger() ? "(" + sum + by : "(" + sum + " * 1.0" + by;
+    }
+    if (call.type.isInteger()) {
+        return average ? "ts_idiv(" + sum + count + ")"
+                       : "ts_range(" + sum + ", " + quoteText(printType(call.type)) + ")";
+    }
+    // SQLite takes a distinct only for functions of one argument.
+    const Type& of = call.operands[0]->type;
+    const bool exact = of.isWideDecimal() && !call.distinct;
+    if (average) {
+        return sized("ts_decdiv", (exact ? sized("ts_decsum", operand, decimalType(38, of.scale)) : sum) + count,
+                     call.type);
+    }
+    return exact ? sized("ts_decsum", operand, call.type) : sized("ts_decimal", sum, call.type);
 }
 
 }  // namespace orvenmod::store::tsql

@@ -45,12 +45,14 @@ std::string SqliteEmitter::distinctSelect(const Query& query, const Names* names
 }
 
 /// A query whose one column stands at the right of a comparison.
-std::string SqliteEmitter::comparableQuery(const Query& query) {
-    if (!query.columns[0].type.isText()) {
+std::string SqliteEmitter::comparableQuery(const Query& query, const Type& common) {
+    const Type& type = query.columns[0].type;
+    const std::string column = comparedName("\"c1\"", type, Collation::equality, common);
+    if (column == "\"c1\"") {
         return this->query(query);
     }
     const Names names = {"c1"};
-    return "SELECT rtrim(\"c1\") FROM (" + this->query(query, &names) + ")";
+    return "SELECT " + column + " FROM (" + this->query(query, &names) + ")";
 }
 
 /// A query in the place of a value: more than one row is a failure.

@@ -57,6 +57,8 @@ struct Type {
     bool isNumber() const { return kind >= Kind::bit && kind <= Kind::floating; }
     bool isDate() const { return kind >= Kind::time && kind <= Kind::datetime; }
     bool isBinary() const { return kind >= Kind::binary && kind <= Kind::image; }
+    /// Whether it has values that no double tells: one has any number of up to 15 digits.
+    bool isWideDecimal() const { return isDecimal() && precision > 15; }
     bool isNull() const { return kind == Kind::null; }
 };
 

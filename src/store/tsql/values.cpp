@@ -127,6 +127,7 @@ Datum fromInteger(const Datum& value, const Type& from, const Type& to, const Co
 }
 
 double realOf(const Datum& value) {
+    if (value.kind == Datum::Kind::decimal) return Decimal::from(value).toDouble();
     return value.kind == Datum::Kind::integer ? static_cast<double>(value.integer) : value.real;
 }
 
@@ -138,7 +139,7 @@ Datum fromDecimal(const Datum& value, const Type& from, const Type& to, const Co
     if (to.isText()) return numberText(decimalText(value, from, mode.style), from, to, mode);
     if (to.isDate()) return numberToDate(realOf(value), from, to);
     if (!to.isInteger() && !to.isDecimal()) refuseTypes(from, to);
-    Decimal number = value.kind == Datum::Kind::integer ? Decimal::from(value.integer) : Decimal::from(value.real);
+    Decimal number = Decimal::from(value);
     if (to.isDecimal()) return fittedDecimal(std::move(number), from, to);
     // Money rounds to a whole number; a decimal is cut.
     number.round(from.kind == Kind::decimal ? from.scale : 4);
@@ -226,6 +227,8 @@ Type actualType(const Datum& value, const Type& declared) {
             return declared.isInteger() || declared.isDecimal() || declared.isFloat() ? declared : typeOf(Kind::bigint);
         case Datum::Kind::real:
             return declared.isDecimal() || declared.isFloat() ? declared : typeOf(Kind::floating);
+        case Datum::Kind::decimal:
+            return declared.isDecimal() ? declared : decimalType(38, Decimal::from(value).scale());
         case Datum::Kind::text:
             return declared.isNumber() || declared.isBinary() || declared.isNull() ? textType(Kind::varchar, -1)
                                                                                    : declared;

@@ -1,5 +1,6 @@
 // Values and their conversions, by the server's rules. The representation is the one that stores keep:
-// integers and bits as integer, decimals and money as integer or real, floats as real, texts as UTF-8 text,
+// integers and bits as integer, decimals and money as integer where whole, as real where the shortest text that reads
+// back as the double is the value, else by their digits; floats as real, texts as UTF-8 text,
 // dates as text YYYY-MM-DD HH:MM:SS (.fff only when not zero), times as HH:MM:SS(.fff), binary contents as blob.
 #pragma once
 
@@ -11,12 +12,12 @@
 namespace orvenmod::store::tsql {
 
 struct Datum {
-    enum class Kind { null, integer, real, text, blob };
+    enum class Kind { null, integer, real, text, blob, decimal };
 
     Kind kind = Kind::null;
     std::int64_t integer = 0;
     double real = 0;
-    std::string text;  ///< text or blob
+    std::string text;  ///< text, blob, or the digits of a decimal that no double has
 };
 
 /// How a conversion treats what does not fit, and for which column.

@@ -33,14 +33,10 @@ std::string withThousands(std::string text) {
     return text;
 }
 
-Decimal decimalOf(const Datum& value) {
-    return value.kind == Datum::Kind::integer ? Decimal::from(value.integer) : Decimal::from(value.real);
-}
-
 }  // namespace
 
 std::string decimalText(const Datum& value, const Type& from, int style) {
-    Decimal number = decimalOf(value);
+    Decimal number = Decimal::from(value);
     const bool money = from.kind != Kind::decimal;
     const int scale = !money ? from.scale : style == 2 || style == 126 ? 4 : 2;
     number.round(scale);

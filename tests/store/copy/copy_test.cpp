@@ -39,7 +39,8 @@ void addUsersClass(Connection& connection) {
 void addForeignTable(Connection& connection) {
     connection.execute(
         "create table orders_of_others(id int identity(1,1) primary key, ordered_by varchar(20) not null default "
-        "'nobody', made datetime default getdate(), amount money check(amount>=0), unique(amount,ordered_by))");
+        "'nobody', made datetime default getdate(), amount money check(amount>=0), most decimal(18,6) default "
+        "99999999999.999999, least decimal(18,6) default -99999999999.999999, unique(amount,ordered_by))");
     connection.execute("create index by_date on orders_of_others(made desc) include(ordered_by)");
     for (int i = 0; i < 3; ++i)
         connection.execute("insert into orders_of_others(amount) values(" + std::to_string(i) + ".25)");

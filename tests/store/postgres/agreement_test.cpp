@@ -138,6 +138,42 @@ TEST_F(Agreement, IsThereForFunctionsOfSeveralArguments) {
     }
 }
 
+TEST_F(Agreement, IsThereForTheLastDigitOfDecimals) {
+    const Texts columns = {"a", "b", "c", "e", "m"};
+    both("create table w(id int,a decimal(18,6),b decimal(18,2),c decimal(38,12),e decimal(9,3),m money)");
+    const Texts values = {"0",        "1",       "-1.5",   "99999999999.999999", "-99999999999.999998",
+                          "0.000001", "12345.6", "333.33", "4503599627.370497",  "123456789012.5",
+                          "-0.1"};
+    const auto valueAt = [&](std::size_t i) { return "," + values[i % values.size()]; };
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        both("insert into w values(" + std::to_string(i) + valueAt(i) + valueAt(i + 1) + valueAt(i + 3) + "," +
+             std::to_string(i) + ".125" + valueAt(i + 6) + ")");
+    }
+    const auto exactly = [this](const std::string& sql) { both(sql, Digits::all); };
+    for (const std::string& left : columns) {
+        for (const std::string& right : columns) {
+            for (const char* op : {"+", "-", "*", "/", "%"})
+                exactly("select id," + left + op + right + " from w where " + right + "<>0 order by id");
+            for (const char* op : {"=", "<", ">=", "<>"})
+                exactly("select id," + left + "," + right + " from w where " + left + op + right + " order by id," +
+                        left);
+        }
+        for (const char* name : {"sum", "avg", "min", "max", "count"})
+            exactly("select " + std::string(name) + "(" + left + ") from w");
+        for (const char* call :
+             {"abs(@)", "-@", "floor(@)", "ceiling(@)", "round(@,1)", "round(@,3,1)", "sign(@)",
+              "convert(varchar(60),@)", "convert(decimal(20,3),@)", "isnull(@,0.5)", "convert(money,@)",
+              "try_convert(int,@)", "@+1", "@*3", "@/7", "@-0.5", "nullif(@,1)", "@*@", "@+@"}) {
+            std::string text = call;
+            for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@', at + 1))
+                text.replace(at, 1, left);
+            exactly("select id," + text + " from w order by id," + left);
+        }
+        exactly("select " + left + ",count(*) from w group by " + left + " order by " + left);
+        exactly("select distinct " + left + " from w order by " + left + " desc");
+    }
+}
+
 TEST_F(Agreement, IsThereForPatterns) {
     for (const char* pattern : {"''",
                                 "'%'",

@@ -61,6 +61,17 @@ TEST_F(SchemaChange, ThatTakesAColumnAwayIsSeenHoweverItWasMade) {
     EXPECT_EQ(connection_->open("select * from t").columnCount(), 2);
 }
 
+// The columns of a known shape are those that were there when it was first seen.
+TEST_F(SchemaChange, ThatAddsAColumnInAnotherProgramIsSeenOnceTheNumberOfTheSchemaIsRaised) {
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 3);
+    foreignly("ALTER TABLE t ADD COLUMN d integer");
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 3);
+    foreignly("UPDATE orven.schema_version SET number = number + 1");
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 4);
+    foreignly("ALTER TABLE t ADD COLUMN e integer");
+    EXPECT_EQ(connection_->open("select e from t").columnCount(), 1) << "who names it sees it";
+}
+
 TEST_F(SchemaChange, RolledBackIsForgotten) {
     connection_->beginTrans();
     connection_->execute("create table u(a int)");

@@ -55,6 +55,16 @@ TEST_F(ProgressOfAStatement, IsNotReportedAtOnceAfterACallbackThatTookLong) {
     EXPECT_EQ(progress_.untilNext(), milliseconds(100));
 }
 
+TEST_F(ProgressOfAStatement, IsReportedEarlyBeforeWorkThatCannotBeInterrupted) {
+    now += milliseconds(19);
+    progress_.reportBeforeWork();
+    EXPECT_EQ(calls_, 0);
+    now += milliseconds(1);
+    progress_.reportBeforeWork();
+    EXPECT_EQ(calls_, 1);
+    EXPECT_EQ(progress_.untilNext(), milliseconds(100));
+}
+
 TEST_F(ProgressOfAStatement, NeedsNoCallback) {
     progress_.set({});
     now += milliseconds(500);

@@ -72,6 +72,16 @@ TEST_F(Plan, FindsTheItemsOfANodeThroughThePath) {
               std::string::npos);
 }
 
+TEST_F(Plan, BoundsWideDecimalsByTheIndexOfTheirColumn) {
+    run("create table goods(id int,price decimal(18,4))");
+    run("create index price on goods(price)");
+    EXPECT_NE(planOf("select id from goods where price=5.5").find("goods.price (price=?)"), std::string::npos);
+    EXPECT_NE(planOf("select id from goods where price>5.5").find("goods.price (price>?)"), std::string::npos);
+    EXPECT_NE(planOf("select id from goods where price<=5.5").find("goods.price (price<?)"), std::string::npos);
+    EXPECT_NE(planOf("select id from goods where price between 1 and 5.5").find("goods.price (price>?"),
+              std::string::npos);
+}
+
 TEST_F(Plan, FindsTheRowsOfAViewThroughTheJoinedTablesPath) {
     const std::string plan = planOf("select fitemid from vICItem where 1=1 and fNBNumber like '.12.%'");
     EXPECT_NE(plan.find("USING INDEX tblItem.path"), std::string::npos) << plan;
