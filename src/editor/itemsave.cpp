@@ -14,7 +14,7 @@ std::string classId() { return std::to_string(appState().gItemClassId); }
 
 constexpr IdCounter kItemIds = {"select * from tblMaxnum where ftablename='tblItem'",
                                 "insert into tblMaxNum(ftablename,fMaxNum) values('tblItem',1)",
-                                "update tblMaxnum set  fmaxnum=fmaxnum+1  where ftablename='tblItem'"};
+                                "update tblMaxNum set  fmaxnum=fmaxnum+1  where ftablename='tblItem'"};
 
 Place placeOf(const std::string& parent, std::int32_t itemId) {
     const std::string own = std::to_string(itemId) + ".";

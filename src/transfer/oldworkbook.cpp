@@ -24,7 +24,7 @@ Book openBook(const std::string& path) {
     Book book(handle);
     unsigned password = FREEXL_BIFF_PLAIN;
     if (book) freexl_get_info(book.get(), FREEXL_BIFF_PASSWORD, &password);
-    if (password == FREEXL_BIFF_OBFUSCATED || isEncryptedPackage(path))
+    if (password == FREEXL_BIFF_OBFUSCATED || isEncryptedCompound(path))
         throw UnreadableFile("文件有密码，请先去掉密码：" + path);
     if (result != FREEXL_OK) throw UnreadableFile("文件已损坏或不是电子表格：" + path);
     return book;

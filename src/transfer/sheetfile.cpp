@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <string>
 #include <string_view>
 
 #include "platform/asciitext.h"
@@ -27,6 +28,15 @@ std::string beginning(const std::string& path) {
 }
 
 }  // namespace
+
+void markMerged(SheetRows& rows, std::size_t top, int left, std::size_t bottom, int right) {
+    for (std::size_t row = top; row <= bottom && row < rows.rowCount(); ++row) {
+        for (int column = left; column <= right && column < kMostColumns; ++column) {
+            const bool first = row == top && column == left;
+            if (!first && rows.cell(row, column).isEmpty()) rows.put(row, column, {CellKind::merged});
+        }
+    }
+}
 
 bool isTextFile(const std::string& path) {
     const std::string name = platform::lowerCase(path);

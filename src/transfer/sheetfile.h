@@ -10,6 +10,8 @@
 
 namespace orvenmod {
 
+class Package;
+
 /// Why a file can't be read, for the user.
 class UnreadableFile : public std::runtime_error {
 public:
@@ -53,5 +55,11 @@ SheetFile readSheetFile(const FileChoice& choice, const WhileReading& meanwhile)
 SheetFile readWorkbook(const FileChoice& choice, const WhileReading& meanwhile);     ///< .xlsx, .ods
 SheetFile readOldWorkbook(const FileChoice& choice, const WhileReading& meanwhile);  ///< .xls
 SheetFile readText(const FileChoice& choice, const WhileReading& meanwhile);         ///< .csv, .txt
+
+void readOpenXml(const Package& package, SheetFile& file, int chosen, const WhileReading& meanwhile);
+void readOpenDocument(const Package& package, SheetFile& file, int chosen, const WhileReading& meanwhile);
+
+/// Says of the empty cells of a merged one, but its first, what they are.
+void markMerged(SheetRows& rows, std::size_t top, int left, std::size_t bottom, int right);
 
 }  // namespace orvenmod

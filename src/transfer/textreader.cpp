@@ -7,7 +7,6 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <orcus/csv_parser.hpp>
 
 #include "transfer/sheetfile.h"
 
@@ -83,23 +82,60 @@ char separatorOf(std::string_view text) {
     return kSeparators[static_cast<std::size_t>(std::max_element(counts.begin(), counts.end()) - counts.begin())];
 }
 
-class RowHandler : public orcus::csv_handler {
+/// Splits the text. A value in quotation marks may hold separators, line ends and doubled marks.
+class Splitter {
 public:
-    RowHandler(SheetRows& rows, const WhileReading& meanwhile) : rows_(rows), meanwhile_(meanwhile) {}
+    Splitter(std::string_view text, char separator, SheetRows& rows, const WhileReading& meanwhile)
+        : text_(text), separator_(separator), rows_(rows), meanwhile_(meanwhile) {}
 
-    std::size_t row() const { return row_; }
-    void begin_row() { column_ = 0; }
-    void cell(const char* text, std::size_t length, bool) {
-        if (length > 0) rows_.put(row_, column_, {CellKind::text, std::string(text, length)});
-        ++column_;
+    /// False where a mark isn't closed; row() is that of its value then.
+    bool split() {
+        while (at_ < text_.size()) {
+            std::string value;
+            const std::size_t row = row_;
+            if (!takeValue(value)) return false;
+            if (!value.empty()) rows_.put(row, column_, {CellKind::text, std::move(value)});
+            endValue();
+        }
+        rows_.finish();
+        return true;
     }
-    void end_row() {
+    std::size_t row() const { return row_; }
+
+private:
+    bool takeValue(std::string& value) {
+        if (text_[at_] == '"' && !takeQuoted(value)) return false;
+        // What stands behind a closing mark belongs to the value as well.
+        const std::size_t end = std::min(text_.find_first_of(std::string{separator_, '\n'}, at_), text_.size());
+        value.append(text_.substr(at_, end - at_));
+        at_ = end;
+        return true;
+    }
+
+    bool takeQuoted(std::string& value) {
+        for (++at_; at_ < text_.size(); ++at_) {
+            if (text_[at_] == '"') {
+                ++at_;
+                if (at_ >= text_.size() || text_[at_] != '"') return true;
+            }
+            value += text_[at_];
+        }
+        return false;
+    }
+
+    void endValue() {
+        if (at_ >= text_.size()) return;
+        ++column_;
+        if (text_[at_++] != '\n') return;
+        column_ = 0;
         if (++row_ % kRowsAStep == 0) meanwhile_();
     }
 
-private:
+    std::string_view text_;
+    char separator_;
     SheetRows& rows_;
     const WhileReading& meanwhile_;
+    std::size_t at_ = 0;
     std::size_t row_ = 0;
     int column_ = 0;
 };
@@ -110,18 +146,10 @@ SheetFile readText(const FileChoice& choice, const WhileReading& meanwhile) {
     std::string text = toUtf8(contents(choice.path), choice);
     if (text.find('\0') != std::string::npos) throw UnreadableFile("不是文本文件：" + choice.path);
     makeLineEndsPlain(text);
-    orcus::csv::parser_config config;
-    config.delimiters = choice.separator != 0 ? choice.separator : separatorOf(text);
-    config.text_qualifier = '"';
-    config.trim_cell_value = false;
     SheetFile file;
-    RowHandler handler(file.rows, meanwhile);
-    try {
-        orcus::csv_parser<RowHandler>(text.data(), text.size(), handler, config).parse();
-    } catch (const orcus::csv::parse_error&) {
-        throw UnreadableFile("第" + std::to_string(handler.row() + 1) + "行的引号不成对：" + choice.path);
-    }
-    file.rows.finish();
+    Splitter splitter(text, choice.separator != 0 ? choice.separator : separatorOf(text), file.rows, meanwhile);
+    if (!splitter.split())
+        throw UnreadableFile("第" + std::to_string(splitter.row() + 1) + "行的引号不成对：" + choice.path);
     return file;
 }
 
