@@ -1,3 +1,4 @@
+// The design of the window that brings a list in.
 #pragma once
 
 #include "platform/design.h"
