@@ -10,6 +10,7 @@
 #include "entry/startup.h"
 #include "frame/services.h"
 #include "guide.h"
+#include "importtour.h"
 #include "itemtour.h"
 #include "suitewindow.h"
 #include "upgradeoffer.h"
@@ -140,6 +141,7 @@ int playTour(SuiteWindow& window, const std::string& folder) {
         workWithFewRights(guide);
         keepItems(guide);
         keepCategories(guide);
+        bringGoodsIn(guide);
         exportItems(guide, folder);
         printItems(guide, folder);
         designClasses(guide);

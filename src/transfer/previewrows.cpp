@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kNumberWidth = 750;
 constexpr int kStateWidth = 750;
-constexpr int kReasonWidth = 3600;
+constexpr int kReasonWidth = 4500;
 constexpr int kFieldWidth = 1650;
 
 const char* stateText(RowState state) {
