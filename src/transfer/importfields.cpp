@@ -29,6 +29,7 @@ void takeLengths(const store::TableOutline& table, std::vector<ImportField>& fie
         for (const store::ColumnOutline& column : table.columns) {
             if (platform::lowerCase(column.name) != platform::lowerCase(field.column)) continue;
             const int length = lengthIn(column.type);
+            field.national = platform::lowerCase(column.type).starts_with("n");
             if (length > 0) field.longest = field.longest == 0 ? length : std::min(field.longest, length);
         }
     }

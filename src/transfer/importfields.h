@@ -36,7 +36,8 @@ struct ImportField {
     std::string type = {};
     std::string sourceClass = {};
     bool required = false;
-    int longest = 0;  ///< characters or bytes, as the store counts; 0 where it isn't known
+    int longest = 0;        ///< letters; where it isn't national a Chinese one counts as two. 0 where it isn't known
+    bool national = false;  ///< the column takes every language
     platform::NumberRule rule = {};
     std::shared_ptr<const Entries> entries = {};  ///< of a reference
 

@@ -1,7 +1,5 @@
 #include "transfer/rowcheck.h"
 
-#include <algorithm>
-
 #include "frame/conversion.h"
 #include "platform/model/cellinput.h"
 
@@ -29,9 +27,17 @@ double numberOr0(const std::string& text) { return isNumeric(text) ? toDouble(te
 
 std::string idOr0(const std::string& text) { return trim(text).empty() ? "0" : trim(text); }
 
-std::size_t lettersOf(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }));
+std::string lengthRefusal(const std::string& text, const ImportField& field) {
+    std::size_t length = 0;
+    for (const char byte : text) {
+        const auto bits = static_cast<unsigned char>(byte);
+        const bool begins = (bits & 0xC0U) != 0x80U;
+        if (begins) length += bits < 0x80U || field.national ? 1 : 2;
+    }
+    const auto longest = static_cast<std::size_t>(field.longest);
+    if (field.longest == 0 || length <= longest) return "";
+    if (field.national) return "太长，最多 " + std::to_string(longest) + " 个字";
+    return "太长，最多 " + std::to_string(longest / 2) + " 个汉字或 " + std::to_string(longest) + " 个字母";
 }
 
 }  // namespace
@@ -175,8 +181,8 @@ void RowCheck::checkValue(std::size_t field, std::string text, FieldRow& into, C
             rule.isDate() ? platform::model::readDate(text, today_) : platform::model::readNumber(text, rule.rule);
         refusal = input.refusal;
         text = std::move(input.text);
-    } else if (rule.longest > 0 && lettersOf(text) > static_cast<std::size_t>(rule.longest)) {
-        refusal = "太长，最多 " + std::to_string(rule.longest) + " 个字";
+    } else {
+        refusal = lengthRefusal(text, rule);
     }
     if (!refusal.empty()) checked.reasons.push_back({field, refusal});
     into.value = std::move(text);

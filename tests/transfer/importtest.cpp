@@ -27,6 +27,16 @@ GsfOutfile* folderOf(GsfOutfile* zip, const std::string& path, std::map<std::str
     return made;
 }
 
+// A family of bills without a field has nothing for the guard of the delete to ask.
+void fillCatalogue(Database& database) {
+    database.execute("delete from tblBillInfo");
+    database.execute("delete from tblbillinfoentry");
+    for (const char* type : {"1", "31", "41", "51", "61", "71"}) {
+        database.execute(std::string("insert into tblBillInfo(fTypeId,fFieldName,fFieldType) values(") + type +
+                         ",'fCustId',1)");
+    }
+}
+
 }  // namespace
 
 void makePackage(const std::string& path, const std::vector<std::pair<std::string, std::string>>& parts) {
@@ -100,19 +110,10 @@ void makeWorkbook(const std::string& path, const Lines& lines) {
     sheet->finish();
 }
 
-// A family of bills without a field has nothing for the guard of the delete to ask.
-static void fillCatalogue(Database& database) {
-    database.execute("delete from tblBillInfo");
-    database.execute("delete from tblbillinfoentry");
-    for (const char* type : {"1", "31", "41", "51", "61", "71"}) {
-        database.execute(std::string("insert into tblBillInfo(fTypeId,fFieldName,fFieldType) values(") + type +
-                         ",'fCustId',1)");
-    }
+ImportStage::ImportStage(MakeScript makeScript) : EditorStage(makeScript) { fillCatalogue(database()); }
+ImportStage::ImportStage(MakeScript makeScript, std::unique_ptr<Site> site) : EditorStage(makeScript, std::move(site)) {
+    fillCatalogue(database());
 }
-
-ImportStage::ImportStage(MakeScript makeScript) : EditorStage(makeScript) {}
-ImportStage::ImportStage(MakeScript makeScript, std::unique_ptr<Site> site)
-    : EditorStage(makeScript, std::move(site)) {}
 
 std::string ImportStage::workbook(const Lines& lines, const std::string& name) {
     std::string path = database().folder().file(name);
@@ -123,7 +124,6 @@ std::string ImportStage::workbook(const Lines& lines, const std::string& name) {
 std::string ImportStage::text(const std::string& content, const std::string& name) { return makeFile(name, content); }
 
 void ImportStage::import(const Steps& steps) {
-    fillCatalogue(database());
     script().onWindow("frmImport", steps);
     forgetStatements();
     frmImport::instance().show(behind);
