@@ -382,6 +382,8 @@ void frmImport::run() {
     ImportSession& session = form.session;
     const std::size_t wanted = session.count(RowState::added) + session.count(RowState::changed);
     if (wanted == 0) return showWarning("没有要存入的行！");
+    if (session.options.failing == WhenRowFails::storeNothing && session.count(RowState::refused) > 0)
+        return showWarning("有拒绝的行，全部没有存入！");
     form.note = session.fileChanged() ? "文件在核对后改动过，存入的是核对时的内容。" : "";
     form.kept.clear();
     const auto progress = newProgress("正在导入，请稍候…", wanted);

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/numberformat.h"
+#include "transfer/oldformulas.h"
 #include "transfer/package.h"
 #include "transfer/sheetfile.h"
 
@@ -78,6 +79,7 @@ SheetFile readOldWorkbook(const FileChoice& choice, const WhileReading& meanwhil
     }
     if (freexl_select_active_worksheet(book.get(), static_cast<unsigned short>(choice.sheet)) == FREEXL_OK)
         readRows(book, file.rows, meanwhile);
+    addOldFormulas(choice.path, choice.sheet, file.rows);
     return file;
 }
 

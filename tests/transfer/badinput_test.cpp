@@ -61,6 +61,8 @@ TEST_F(ImportBadInput, aFileUnderAPasswordIsTold) {
     makePackage(path("a.ods"), {{"content.xml", "xx"},
                                 {"META-INF/manifest.xml", "<m><file-entry><encryption-data/></file-entry></m>"}});
     refuses(path("a.ods"), "文件有密码，请先去掉密码：" + path("a.ods"));
+    makeCompound(path("a.xlsx"), "EncryptedPackage", "locked");
+    refuses(path("a.xlsx"), "文件有密码，请先去掉密码：" + path("a.xlsx"));
 }
 
 TEST_F(ImportBadInput, aFileThatMayNotBeReadIsTold) {

@@ -129,6 +129,14 @@ TEST_F(Files, anOldWorkbookIsReadByItsTextsAndNumbers) {
     EXPECT_EQ(cells(file, 1), (Texts{"t007", "n1.25"}));
 }
 
+TEST_F(Files, formulasAndMergedCellsOfAnOldWorkbookAreTold) {
+    makeOldWorkbook(path("a.xls"));
+    const SheetFile file = read("a.xls");
+    ASSERT_EQ(file.rows.rowCount(), 2U);
+    EXPECT_EQ(cells(file, 0), (Texts{"n1.5", "n2.25", "t螺丝", "e"}));
+    EXPECT_EQ(cells(file, 1), (Texts{"m", " ", " ", "n7"}));
+}
+
 TEST_F(Files, aCancelledReadingEnds) {
     std::string text = "代码\n";
     for (int i = 0; i < 3000; ++i)

@@ -1,5 +1,6 @@
 #include "transfer/importtest.h"
 
+#include <gsf/gsf-outfile-msole.h>
 #include <gsf/gsf-outfile-zip.h>
 #include <gsf/gsf-outfile.h>
 #include <gsf/gsf-output-stdio.h>
@@ -7,7 +8,9 @@
 #include <fstream>
 #include <map>
 
+#include "platform/sheet/biffrecords.h"
 #include "platform/sheet/sheetwriter.h"
+#include "platform/sheet/xlsglobals.h"
 #include "transfer/frmImport.h"
 
 namespace orvenmod::test {
@@ -90,6 +93,48 @@ void makeOpenDocument(const std::string& path, const std::string& rowsXml) {
                         "<o:document-content xmlns:o=\"o\" xmlns:table=\"t\" xmlns:office=\"f\" xmlns:text=\"x\">"
                         "<o:body><table:table table:name=\"货品\">" +
                             rowsXml + "</table:table></o:body></o:document-content>"}});
+}
+
+void makeCompound(const std::string& path, const std::string& stream, const std::string& content) {
+    GsfOutput* file = gsf_output_stdio_new(path.c_str(), nullptr);
+    GsfOutfile* compound = gsf_outfile_msole_new(file);
+    GsfOutput* part = gsf_outfile_new_child(compound, stream.c_str(), FALSE);
+    gsf_output_write(part, content.size(), reinterpret_cast<const guint8*>(content.data()));
+    gsf_output_close(part);
+    g_object_unref(part);
+    gsf_output_close(GSF_OUTPUT(compound));
+    g_object_unref(compound);
+    g_object_unref(file);
+}
+
+void makeOldWorkbook(const std::string& path) {
+    using platform::Biff;
+    using platform::Payload;
+    constexpr auto kFormula = static_cast<Biff>(0x0006);
+    constexpr auto kText = static_cast<Biff>(0x0207);
+    constexpr auto kMerged = static_cast<Biff>(0x00E5);
+    const auto cell = [](unsigned column) { return Payload().u16(0).u16(column).u16(platform::kDefaultXf); };
+    // No value, of that kind; then the flags, and a formula of no tokens.
+    const auto none = [&cell](unsigned column, unsigned kind) {
+        return cell(column).u16(kind).u16(0).u16(0).u16(0xFFFF).u16(0).u32(0).u16(0);
+    };
+    platform::SheetLayout layout;
+    layout.name = "货品";
+    const std::string head = platform::globalsHead(layout);
+    const auto size = static_cast<std::uint32_t>(head.size() + platform::boundSheet(0, layout.name).size() + 4);
+    std::string stream = head + platform::boundSheet(size, layout.name);
+    addRecord(stream, Biff::eof, Payload());
+    platform::addBof(stream, platform::Substream::sheet);
+    addRecord(stream, Biff::dimensions, Payload().u32(0).u32(2).u16(0).u16(4).u16(0));
+    addRecord(stream, Biff::number, cell(0).f64(1.5));
+    addRecord(stream, kFormula, cell(1).f64(2.25).u16(0).u32(0).u16(0));
+    addRecord(stream, kFormula, none(2, 0));
+    addRecord(stream, kText, Payload().longText(u"螺丝"));
+    addRecord(stream, kFormula, none(3, 2));
+    addRecord(stream, Biff::number, Payload().u16(1).u16(3).u16(platform::kDefaultXf).f64(7));
+    addRecord(stream, kMerged, Payload().u16(1).u16(0).u16(1).u16(0).u16(0));
+    addRecord(stream, Biff::eof, Payload());
+    makeCompound(path, "Workbook", stream);
 }
 
 void makeWorkbook(const std::string& path, const Lines& lines) {

@@ -32,6 +32,11 @@ void makeSheet(const std::string& path, const std::string& rowsXml, const std::s
                const std::string& texts = "");
 /// An .ods whose only sheet's XML is this.
 void makeOpenDocument(const std::string& path, const std::string& rowsXml);
+/// A compound file of one stream.
+void makeCompound(const std::string& path, const std::string& stream, const std::string& content);
+/// An .xls with a number in A1, which is merged with A2, and formulas behind it, a number, a text and an
+/// error; and a number in D2.
+void makeOldWorkbook(const std::string& path);
 /// An .xlsx of texts.
 void makeWorkbook(const std::string& path, const Lines& lines);
 

@@ -85,6 +85,19 @@ TEST_F(ImportRun, whereAllOrNothingIsWantedTheFirstFailureStoresNothing) {
     EXPECT_TRUE(stage.behind.refreshes.empty());
 }
 
+TEST_F(ImportRun, whereAllOrNothingIsWantedARefusedRowStoresNothing) {
+    const std::string file = stage.workbook({kHeadings, {"7", "a"}, {"", "b"}});
+    stage.import([&](User& user) {
+        user.type("txtFile", file, -1);
+        user.click("cmdNext");
+        user.pick("cmbFailing", 1, -1);
+        user.click("cmdNext");
+        user.answer(MessageKind::warning, "有拒绝的行，全部没有存入！");
+        user.click("cmdNext");
+    });
+    EXPECT_EQ(stage.added(), Texts{});
+}
+
 TEST_F(ImportRun, everyOperationFailsOnceAndLeavesWholeRowsThatASecondRunCompletes) {
     const std::string file = stage.workbook({kHeadings, {"7", "a"}, {"8", "b"}, {"9", "c"}});
     Texts operations;
