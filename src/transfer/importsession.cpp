@@ -80,7 +80,7 @@ std::string ImportSession::sample(std::size_t column) const {
 }
 
 bool ImportSession::check(platform::Progress& progress) {
-    check_ = std::make_unique<RowCheck>(file_.rows, heading_, fields_, match, options, today_);
+    check_ = std::make_unique<RowCheck>(file_.rows, fields_, match, options, today_);
     check_->readStored();
     states_.assign(rows_.size(), RowState::refused);
     counts_ = {};

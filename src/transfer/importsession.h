@@ -72,7 +72,6 @@ public:
     std::vector<KeptItem> takeBack(platform::Progress& progress);
 
     const SheetRows& rows() const { return file_.rows; }
-    std::size_t heading() const { return heading_; }
 
 private:
     void findHeading();

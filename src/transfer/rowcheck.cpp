@@ -42,9 +42,9 @@ std::string lengthRefusal(const std::string& text, const ImportField& field) {
 
 }  // namespace
 
-RowCheck::RowCheck(const SheetRows& rows, std::size_t heading, const std::vector<ImportField>& fields,
-                   const std::vector<int>& match, const ImportOptions& options, const platform::Date& today)
-    : rows_(rows), heading_(heading), fields_(fields), columnOf_(fields.size(), -1), options_(options), today_(today) {
+RowCheck::RowCheck(const SheetRows& rows, const std::vector<ImportField>& fields, const std::vector<int>& match,
+                   const ImportOptions& options, const platform::Date& today)
+    : rows_(rows), fields_(fields), columnOf_(fields.size(), -1), options_(options), today_(today) {
     for (std::size_t column = 0; column < match.size(); ++column) {
         if (match[column] >= 0) columnOf_[static_cast<std::size_t>(match[column])] = static_cast<int>(column);
     }

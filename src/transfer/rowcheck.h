@@ -48,10 +48,10 @@ struct CheckedRow {
 
 class RowCheck {
 public:
-    /// `match` gives each column of the file its field, or -1. The heading stands in row `heading`. What is referred to
+    /// `match` gives each column of the file its field, or -1. What is referred to
     /// must outlive the check.
-    RowCheck(const SheetRows& rows, std::size_t heading, const std::vector<ImportField>& fields,
-             const std::vector<int>& match, const ImportOptions& options, const platform::Date& today);
+    RowCheck(const SheetRows& rows, const std::vector<ImportField>& fields, const std::vector<int>& match,
+             const ImportOptions& options, const platform::Date& today);
 
     /// Reads what the class holds, on gConn, which is open; what fails goes to the caller.
     void readStored();
@@ -82,7 +82,6 @@ private:
     std::size_t categoryField() const { return fields_.size() - 1; }
 
     const SheetRows& rows_;
-    std::size_t heading_;
     const std::vector<ImportField>& fields_;
     std::vector<int> columnOf_;
     ImportOptions options_;
