@@ -41,6 +41,8 @@ void measureDictionary(Report& report, const std::string& folder);
 void measureEditor(Report& report, const std::string& folder);
 /// A new item saved; the milliseconds.
 double measureSave(Report& report, const std::string& folder, int goods);
+/// A long list of goods brought in.
+void measureImport(Report& report, const std::string& folder);
 /// Contents of 64 MiB going in and coming back: the memory that they take.
 void measureContents(Report& report, const std::string& folder);
 /// The list as a workbook, in rows a second and its memory, and the first page of a long preview.

@@ -66,6 +66,8 @@ void measureFile(Report& report, const std::string& folder, const std::vector<in
     report.heading("editor");
     measureEditor(report, folder);
     measureContents(report, folder);
+    report.heading("lists brought in");
+    measureImport(report, folder);
     report.heading("class designer");
     measureDesigner(report, folder);
     report.heading("export and preview");

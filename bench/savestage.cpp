@@ -20,7 +20,7 @@ SaveStage::SaveStage(std::string target) : target_(std::move(target)) {
     connection->close();
 }
 
-double SaveStage::save(MemoryStage& windows, const Clock& clock) const {
+void SaveStage::chooseGoods() const {
     AppState& state = appState();
     state.gConnStr = target_;
     state.gItemClassId = 3;
@@ -28,8 +28,12 @@ double SaveStage::save(MemoryStage& windows, const Clock& clock) const {
     state.gItemTable = "ICItem";
     state.gViewName = "vICItem";
     state.gIsAdmin = 1;
-    state.gEditMode = 0;
-    state.gCurParentId = category_;
+}
+
+double SaveStage::save(MemoryStage& windows, const Clock& clock) const {
+    chooseGoods();
+    appState().gEditMode = 0;
+    appState().gCurParentId = category_;
     double took = 0;
     windows.onWindow("frmBasicInfo", [&](platform::memory::MemoryWindow& window) {
         window.get<platform::EntryGrid>("fps1").setText(kValue, kNameRow, "一件新货品");

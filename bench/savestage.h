@@ -12,6 +12,8 @@ class SaveStage {
 public:
     explicit SaveStage(std::string target);
 
+    /// Tells the component that the goods of the database are open.
+    void chooseGoods() const;
     /// From the press of the button until the window has proposed the next code, in milliseconds of the clock. The
     /// stage's records are those of the save.
     double save(MemoryStage& windows, const Clock& clock) const;

@@ -10,6 +10,7 @@
 
 #include "designertour.h"
 #include "guide.h"
+#include "importtour.h"
 #include "itemtour.h"
 #include "suitewindow.h"
 #include "upgradeoffer.h"
@@ -136,6 +137,7 @@ int playTour(SuiteWindow& window, const std::string& folder) {
         workWithFewRights(guide);
         keepItems(guide);
         keepCategories(guide);
+        bringGoodsIn(guide);
         exportItems(guide, folder);
         printItems(guide, folder);
         designClasses(guide);

@@ -19,6 +19,7 @@
 #include "hierarchy/selecteditem.h"
 #include "store/classrights.h"
 #include "store/itemclass.h"
+#include "transfer/frmImport.h"
 
 namespace orvenmod {
 
@@ -127,6 +128,7 @@ void frmBasicInfoList::connectMenus() {
     onClick("MenuEditNew", [this] { MenuEditNew_Click(); });
     onClick("MenuEditUpdate", [this] { MenuEditUpdate_Click(); });
     onClick("MenuEditDelete", [this] { ItemCommands(*this).MenuEditDelete_Click(); });
+    onClick("MenuImport", [this] { MenuImport_Click(); });
     onClick("MenuLockDetail", [this] { ItemCommands(*this).MenuLockDetail_Click(); });
     onClick("MenuUnLockDetail", [this] { ItemCommands(*this).MenuUnLockDetail_Click(); });
     shown().tv1.mouseDown = popUp("MenuParentEdit");
@@ -270,6 +272,10 @@ void frmBasicInfoList::MenuEditNew_Click() {
     if (!isClassRightGranted(store::right::kNewDetail)) return;
     appState().gEditMode = 0;
     frmBasicInfo::instance().show(this);
+}
+
+void frmBasicInfoList::MenuImport_Click() {
+    if (isClassRightGranted(store::right::kNewDetail)) frmImport::instance().show(*this);
 }
 
 void frmBasicInfoList::MenuEditUpdate_Click() {

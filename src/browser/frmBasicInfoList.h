@@ -64,6 +64,7 @@ private:
 
     void MenuEditNew_Click();
     void MenuEditUpdate_Click();
+    void MenuImport_Click();
 
     Shown& shown();
 

@@ -243,6 +243,7 @@ std::vector<MenuDesign> menus() {
         {.name = "MenuEditDelete", .caption = "删除明细", .parent = "MenuEdit"},
         {.name = "MenuLockDetail", .caption = "禁用明细", .parent = "MenuEdit", .enabled = false},
         {.name = "MenuUnLockDetail", .caption = "反禁用明细", .parent = "MenuEdit", .enabled = false},
+        {.name = "MenuImport", .caption = "导入(&I)…", .parent = "MenuEdit"},
     };
 }
 

@@ -3,13 +3,13 @@
 #include <memory>
 #include <vector>
 
+#include "editor/fieldsource.h"
 #include "editor/shortnumber.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "frame/fetchedrows.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
-#include "store/itemclass.h"
 
 namespace orvenmod {
 
@@ -19,27 +19,12 @@ namespace {
 
 std::string classId() { return std::to_string(appState().gItemClassId); }
 
-// A limit that was left empty is stored as 0: no number but 0 would keep two of them, and none at all one on the wrong
-// side of the other.
-platform::NumberRule numberRule(const store::Recordset& field) {
-    platform::NumberRule rule;
-    const std::string maximum = field.text("FMaxNumber");
-    const std::string minimum = field.text("FMinNumber");
-    if (!field.text("FNumberDec").empty()) rule.decimals = toInt16(field.text("FNumberDec"));
-    const double most = maximum.empty() ? 0 : toDouble(maximum);
-    const double least = minimum.empty() ? 0 : toDouble(minimum);
-    if (!maximum.empty() && (most != 0 || least < 0)) rule.maximum = most;
-    if (!minimum.empty() && (least != 0 || most > 0)) rule.minimum = least;
-    return rule;
-}
-
 }  // namespace
 
 bool FieldGrid::initFps() {
     openDB();
     return trapped([&] {
-        store::Recordset fields = openRows("select * from tblTableInfo where fitemclassid=" + classId() +
-                                           " and fisvisible=1 " + " order by finterid");
+        store::Recordset fields = readFields();
         for (; !fields.eof(); fields.moveNext())
             addField(fields);
         addCategoryRow();
@@ -68,15 +53,10 @@ void FieldGrid::addField(const store::Recordset& field) {
     if (fieldRow(fps1_, row).isReference()) addReferenceLists(field, row);
 }
 
-// A dictionary's statement has no condition between its two words and is refused by the database: a class with such a
-// field opens with the rows before it.
 void FieldGrid::addReferenceLists(const store::Recordset& field, int row) {
     fps1_.setCellType(kValue, row, CellType::combo);
     fps1_.setCellType(kChosenId, row, CellType::combo);
-    const bool dictionary = trim(field.text("FItemType")) == store::kDictionary;
-    const std::string source = dictionary ? " tblSubType where " : " tblItem where fisdetail=1 ";
-    const auto entries = std::make_shared<const FetchedRows>(openRows(
-        "select * from " + source + " and   fitemclassid=" + field.text("fvalueitemid") + " order by fnumber "));
+    const auto entries = std::make_shared<const FetchedRows>(readEntries(field));
     fps1_.setItems(kValue, row, {entries, entries->column("fname")});
     fps1_.setItems(kChosenId, row, {entries, entries->column("fitemid")});
     fps1_.setItemCodes(kValue, row, {entries, entries->column("fnumber")});
@@ -87,10 +67,7 @@ void FieldGrid::addCategoryRow() {
     const int row = fps1_.rowCount() + 1;
     fps1_.setRowCount(row);
     fps1_.setText(kCaption, row, "所属分类");
-    store::Recordset categories = openRows(
-        "select fName,fItemid,fdepth,isnull(fnumber,'') as fnumber from tblItem where fisdetail=0 "
-        " and fitemclassid=" +
-        classId() + " order by fnumber,fnbnumber,fdepth");
+    store::Recordset categories = readCategories();
     std::vector<std::string> texts = {"无"};
     std::vector<std::string> ids = {"0"};
     std::vector<std::string> codes = {""};

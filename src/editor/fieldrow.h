@@ -29,11 +29,11 @@ inline constexpr int kNameRow = 3;
 
 /// One field as the grid holds it, for the statements.
 struct FieldRow {
-    std::string value;
-    std::string fieldName;
-    std::string fieldType;
-    std::string sourceClass;
-    std::string chosenId;
+    std::string value = {};
+    std::string fieldName = {};
+    std::string fieldType = {};
+    std::string sourceClass = {};
+    std::string chosenId = {};
 
     /// Whether the value is picked from a class or dictionary.
     bool isReference() const;

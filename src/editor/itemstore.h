@@ -6,7 +6,7 @@
 
 #include "editor/attachments.h"
 #include "editor/fieldgrid.h"
-#include "editor/itemstatements.h"
+#include "editor/itemsave.h"
 #include "editor/photo.h"
 
 namespace orvenmod {
@@ -27,10 +27,9 @@ public:
 private:
     bool insertItem();
     bool updateItem();
-    bool codeIsFree(const std::string& others);
-    bool nameIsWanted(const std::string& others);
-    Place place(std::int32_t itemId) const;
-    ItemTexts texts() const;
+    bool codeIsFree(const ItemDraft& item, const std::string& others);
+    bool nameIsWanted(const ItemDraft& item, const std::string& others);
+    ItemDraft draft() const;
 
     FieldGrid& fields_;
     Photo& photo_;

@@ -39,32 +39,35 @@ bool changeLock(const LockChange& wanted) {
 }
 
 // What speaks against the delete of an item, "" for nothing: its lock, told by its name, comes before any bill.
-std::string deleteRefusal(const std::string& id) {
-    store::Recordset rows = openRows("select fislock,fname from tblItem where fitemid=" + id);
+std::string deleteRefusal(std::int32_t itemId) {
+    store::Recordset rows = openRows("select fislock,fname from tblItem where fitemid=" + std::to_string(itemId));
     for (; !rows.eof(); rows.moveNext()) {
         if (toInt32(rows.text("fislock", "0")) == 1) return rows.text("fname") + "已经禁用,不能删除!";
     }
-    return usageOf(appState().gCurItemId, Guarded::item);
+    return usageOf(itemId, Guarded::item);
 }
 
 }  // namespace
 
+std::string deleteUnused(std::int32_t itemId) {
+    const std::string refusal = deleteRefusal(itemId);
+    if (!refusal.empty()) return refusal;
+    const std::string id = std::to_string(itemId);
+    store::Connection& connection = *appState().gConn;
+    connection.beginTrans();
+    connection.executeAll(std::vector{"delete from tblItem where fitemid=" + id,
+                                      "delete from " + appState().gItemTable + "  where fitemid=" + id,
+                                      "delete from tblItemFJ where fitemid=" + id});
+    connection.commitTrans();
+    return "";
+}
+
 bool delDetail() {
     return trappedTransaction([] {
         openDB();
-        const std::string id = std::to_string(appState().gCurItemId);
-        const std::string refusal = deleteRefusal(id);
-        if (!refusal.empty()) {
-            showWarning(refusal);
-            return false;
-        }
-        store::Connection& connection = *appState().gConn;
-        connection.beginTrans();
-        connection.executeAll(std::vector{"delete from tblItem where fitemid=" + id,
-                                          "delete from " + appState().gItemTable + "  where fitemid=" + id,
-                                          "delete from tblItemFJ where fitemid=" + id});
-        connection.commitTrans();
-        return true;
+        const std::string refusal = deleteUnused(appState().gCurItemId);
+        if (!refusal.empty()) showWarning(refusal);
+        return refusal.empty();
     });
 }
 

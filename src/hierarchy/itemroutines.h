@@ -3,12 +3,17 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace orvenmod {
 
 /// Deletes the detail gCurItemId with its row of gItemTable and its attachments, where nothing uses it. A second
 /// failure (of the rollback) goes to the caller and leaves the store open.
 bool delDetail();
+
+/// The same for any item of the class, on gConn, which is open: why it stays, "" where it is deleted. What fails goes
+/// to the caller, who rolls back where a transaction is open then.
+std::string deleteUnused(std::int32_t itemId);
 
 /// Disables and enables the detail gCurItemId. False where it is so already.
 bool lockDetail();

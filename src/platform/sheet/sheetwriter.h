@@ -19,6 +19,8 @@ struct SheetColumn {
     int width = 0;            ///< twips; 0 for the program's own
     std::string format = {};  ///< a spreadsheet's number format; "@" for texts, "" for none
     bool hidden = false;
+    bool wholeColumn = false;               ///< .xlsx: the format goes for cells that are still empty
+    std::vector<std::string> choices = {};  ///< .xlsx: what may be picked; left out where a cell can't list them all
 };
 
 struct SheetCell {

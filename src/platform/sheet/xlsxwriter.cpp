@@ -106,7 +106,28 @@ private:
         const double width = column.width > 0 ? (column.width / 15.0 - 5) / 7 : LXW_DEF_COL_WIDTH;
         lxw_row_col_options options{};
         options.hidden = column.hidden ? LXW_TRUE : LXW_FALSE;
-        check(worksheet_set_column_opt(sheet_, index, index, width < 1 ? 1 : width, nullptr, &options));
+        lxw_format* format = column.wholeColumn ? formats_[index] : nullptr;
+        check(worksheet_set_column_opt(sheet_, index, index, width < 1 ? 1 : width, format, &options));
+        listChoices(index, column.choices);
+    }
+
+    // The format keeps a list in one text of so many characters, with commas between.
+    void listChoices(lxw_col_t index, const std::vector<std::string>& choices) {
+        constexpr std::size_t kLongestList = 255;
+        std::vector<char*> texts;
+        std::size_t length = 0;
+        for (const std::string& choice : choices) {
+            length += toUtf16(choice).size() + 1;
+            if (length > kLongestList || choice.find(',') != std::string::npos) return;
+            texts.push_back(const_cast<char*>(choice.c_str()));  // the library only reads them
+        }
+        if (texts.empty()) return;
+        texts.push_back(nullptr);
+        lxw_data_validation rule{};
+        rule.validate = LXW_VALIDATION_TYPE_LIST;
+        rule.value_list = texts.data();
+        rule.ignore_blank = LXW_VALIDATION_ON;
+        check(worksheet_data_validation_range(sheet_, 1, index, kRowsPerSheet - 1, index, &rule));
     }
 
     void addCell(lxw_col_t column, const SheetCell& cell) {

@@ -1,0 +1,22 @@
+// What the editor is laid out from: the class's fields, the entries that its references choose from, its categories.
+// Reads on gConn, which is open, for class gItemClassId; what fails goes to the caller.
+#pragma once
+
+#include "platform/entrygrid.h"
+#include "store/recordset.h"
+
+namespace orvenmod {
+
+/// The fields that show, in their order.
+store::Recordset readFields();
+
+/// What a number field takes.
+platform::NumberRule numberRule(const store::Recordset& field);
+
+/// The entries that a reference chooses from, by their codes.
+store::Recordset readEntries(const store::Recordset& field);
+
+/// Parents before children.
+store::Recordset readCategories();
+
+}  // namespace orvenmod

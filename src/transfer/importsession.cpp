@@ -1,0 +1,173 @@
+#include "transfer/importsession.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "frame/appstate.h"
+#include "frame/conversion.h"
+#include "hierarchy/itemroutines.h"
+#include "platform/model/cellinput.h"
+
+namespace orvenmod {
+
+namespace {
+
+constexpr std::size_t kRowsAStep = 200;
+
+std::int64_t timeOf(const std::string& path) {
+    std::error_code none;
+    return std::filesystem::last_write_time(path, none).time_since_epoch().count();
+}
+
+std::uint64_t sizeOf(const std::string& path) {
+    std::error_code none;
+    return std::filesystem::file_size(path, none);
+}
+
+}  // namespace
+
+std::string reasonText(const std::vector<CellReason>& reasons, const std::vector<ImportField>& fields) {
+    std::string text;
+    for (const CellReason& reason : reasons) {
+        const std::string& caption = fields[reason.field].caption;
+        if (!text.empty()) text += "；";
+        text += reason.text.starts_with(caption) ? reason.text : caption + "：" + reason.text;
+    }
+    return text;
+}
+
+void ImportSession::readFile(const FileChoice& choice, const WhileReading& meanwhile) {
+    const std::int64_t time = timeOf(choice.path);
+    const std::uint64_t size = sizeOf(choice.path);
+    SheetFile file = readSheetFile(choice, meanwhile);
+    file_ = std::move(file);
+    choice_ = choice;
+    readTime_ = time;
+    readSize_ = size;
+    check_.reset();
+    findHeading();
+}
+
+bool ImportSession::fileChanged() const {
+    return timeOf(choice_.path) != readTime_ || sizeOf(choice_.path) != readSize_;
+}
+
+// The first row that holds anything.
+void ImportSession::findHeading() {
+    headings_.clear();
+    rows_.clear();
+    heading_ = 0;
+    while (heading_ < file_.rows.rowCount() && file_.rows.isBlank(heading_))
+        ++heading_;
+    for (int column = 0; column < file_.rows.columnCount(); ++column)
+        headings_.push_back(trim(platform::model::onOneLine(file_.rows.cell(heading_, column).text)));
+    for (std::size_t row = heading_ + 1; row < file_.rows.rowCount(); ++row) {
+        if (!file_.rows.isBlank(row)) rows_.push_back(row);
+    }
+}
+
+std::string ImportSession::sample(std::size_t column) const {
+    constexpr std::size_t kSamples = 3;
+    constexpr std::size_t kSought = 100;
+    std::string text;
+    std::size_t found = 0;
+    for (std::size_t place = 0; place < std::min(rows_.size(), kSought) && found < kSamples; ++place) {
+        const std::string value = trim(file_.rows.cell(rows_[place], static_cast<int>(column)).text);
+        if (value.empty()) continue;
+        text += (found++ == 0 ? "" : "，") + platform::model::onOneLine(value.substr(0, value.find('\n')));
+    }
+    return text;
+}
+
+bool ImportSession::check(platform::Progress& progress) {
+    check_ = std::make_unique<RowCheck>(file_.rows, fields_, match, options, today_);
+    check_->readStored();
+    states_.assign(rows_.size(), RowState::refused);
+    counts_ = {};
+    for (std::size_t place = 0; place < rows_.size(); ++place) {
+        if (place % kRowsAStep == 0 && !progress.advance(static_cast<int>(place / 2))) return false;
+        check_->noteCode(rows_[place]);
+    }
+    for (std::size_t place = 0; place < rows_.size(); ++place) {
+        if (place % kRowsAStep == 0 && !progress.advance(static_cast<int>((rows_.size() + place) / 2))) return false;
+        judge(place);
+    }
+    return progress.advance(static_cast<int>(rows_.size()));
+}
+
+void ImportSession::judge(std::size_t place) {
+    states_[place] = check_->check(rows_[place]).state;
+    ++counts_[static_cast<std::size_t>(states_[place])];
+}
+
+void ImportSession::rejudge(std::size_t place) {
+    --counts_[static_cast<std::size_t>(states_[place])];
+    judge(place);
+}
+
+std::size_t ImportSession::placeOf(std::size_t row) const {
+    return static_cast<std::size_t>(std::lower_bound(rows_.begin(), rows_.end(), row) - rows_.begin());
+}
+
+std::string ImportSession::text(std::size_t place, std::size_t field) const {
+    const int column = check_->columnOf(field);
+    return column < 0 ? "" : file_.rows.cell(rows_[place], column).text;
+}
+
+void ImportSession::mend(std::size_t place, std::size_t field, const std::string& text) {
+    const int column = check_->columnOf(field);
+    if (column >= 0) file_.rows.mend(rows_[place], column, text);
+}
+
+void ImportSession::run(platform::Progress& progress) {
+    std::vector<std::size_t> wanted;
+    for (std::size_t place = 0; place < rows_.size(); ++place) {
+        if (states_[place] == RowState::added || states_[place] == RowState::changed) wanted.push_back(rows_[place]);
+    }
+    result_ = ImportRun(*check_, progress).store(wanted);
+}
+
+std::vector<std::size_t> ImportSession::refused() const {
+    std::vector<std::size_t> places;
+    for (std::size_t place = 0; place < rows_.size(); ++place) {
+        if (states_[place] == RowState::refused || result_.reasons.count(rows_[place]) != 0) places.push_back(place);
+    }
+    return places;
+}
+
+std::string ImportSession::reasonOf(std::size_t place) const {
+    const auto stored = result_.reasons.find(rows_[place]);
+    return stored != result_.reasons.end() ? stored->second : reasonText(check_->check(rows_[place]).reasons, fields_);
+}
+
+std::vector<KeptItem> ImportSession::takeBack(platform::Progress& progress) {
+    std::vector<KeptItem> kept;
+    std::vector<RowOutcome> left;
+    int done = 0;
+    bool cancelled = false;
+    for (const RowOutcome& outcome : result_.rows) {
+        std::string reason;
+        if (outcome.state != RowState::added) {
+            left.push_back(outcome);
+            continue;
+        }
+        cancelled = cancelled || !progress.advance(done++);
+        if (cancelled) {
+            reason = "没有撤回";
+        } else {
+            try {
+                reason = deleteUnused(outcome.itemId);
+            } catch (const store::Failure& failure) {
+                reason = failure.text();
+                if (appState().gConn->inTransaction()) appState().gConn->rollbackTrans();
+            }
+        }
+        if (reason.empty()) continue;
+        kept.push_back({outcome.row, reason});
+        left.push_back(outcome);
+    }
+    result_.rows = std::move(left);
+    return kept;
+}
+
+}  // namespace orvenmod

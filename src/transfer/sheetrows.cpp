@@ -1,0 +1,105 @@
+#include "transfer/sheetrows.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace orvenmod {
+
+namespace {
+
+constexpr unsigned char kLong = 0xFF;
+
+void append(std::string& row, const SheetCell& cell) {
+    row += static_cast<char>(cell.kind);
+    const auto length = static_cast<std::uint32_t>(cell.text.size());
+    if (length < kLong) {
+        row += static_cast<char>(length);
+    } else {
+        row += static_cast<char>(kLong);
+        row.append(reinterpret_cast<const char*>(&length), sizeof(length));
+    }
+    row += cell.text;
+}
+
+/// Takes the first cell off; false at the end.
+bool takeCell(std::string_view& row, CellKind& kind, std::string_view& text) {
+    if (row.empty()) return false;
+    kind = static_cast<CellKind>(row[0]);
+    std::uint32_t length = static_cast<unsigned char>(row[1]);
+    row.remove_prefix(2);
+    if (length == kLong) {
+        std::memcpy(&length, row.data(), sizeof(length));
+        row.remove_prefix(sizeof(length));
+    }
+    text = row.substr(0, length);
+    row.remove_prefix(length);
+    return true;
+}
+
+}  // namespace
+
+SheetRows::SheetRows() : rows_(std::vector<store::Column>{{"row"}}) {}
+
+void SheetRows::flush() {
+    std::string row;
+    for (const SheetCell& cell : open_)
+        append(row, cell);
+    rows_.addText(row);
+    rows_.endRow();
+    open_.clear();
+}
+
+void SheetRows::put(std::size_t row, int column, SheetCell cell) {
+    columns_ = std::max(columns_, column + 1);
+    if (row < rows_.rowCount()) {
+        changed_[row][column] = std::move(cell);
+        return;
+    }
+    while (rows_.rowCount() < row)
+        flush();
+    const auto at = static_cast<std::size_t>(column);
+    if (open_.size() <= at) open_.resize(at + 1);
+    open_[at] = std::move(cell);
+}
+
+void SheetRows::finish() {
+    if (!open_.empty()) flush();
+}
+
+const SheetCell* SheetRows::changedCell(std::size_t row, int column) const {
+    if (changed_.empty()) return nullptr;
+    const auto cells = changed_.find(row);
+    if (cells == changed_.end()) return nullptr;
+    const auto found = cells->second.find(column);
+    return found == cells->second.end() ? nullptr : &found->second;
+}
+
+SheetCell SheetRows::cell(std::size_t row, int column) const {
+    if (const SheetCell* changed = changedCell(row, column)) return *changed;
+    std::string_view rest = rows_.cell(row, 0).value_or("");
+    CellKind kind = CellKind::empty;
+    std::string_view text;
+    for (int at = 0; takeCell(rest, kind, text); ++at) {
+        if (at == column) return {kind, std::string(text)};
+    }
+    return {};
+}
+
+bool SheetRows::isBlank(std::size_t row) const {
+    const auto changed = changed_.find(row);
+    if (changed != changed_.end()) {
+        for (const auto& [column, cell] : changed->second) {
+            if (!cell.isEmpty()) return false;
+        }
+    }
+    std::string_view rest = rows_.cell(row, 0).value_or("");
+    CellKind kind = CellKind::empty;
+    std::string_view text;
+    while (takeCell(rest, kind, text)) {
+        if (kind != CellKind::empty && kind != CellKind::emptyDate && kind != CellKind::merged) return false;
+    }
+    return true;
+}
+
+}  // namespace orvenmod

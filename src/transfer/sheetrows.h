@@ -1,0 +1,64 @@
+// The rows of a sheet that is brought in: a million of them lie in one arena, a row one text of its cells.
+//
+//   cell    [kind 1][length 1, or 0xFF and length 4][bytes]
+//
+// What comes or changes behind its row (a formula's result, a cell that was mended) lies beside the arena.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/recordset.h"
+
+namespace orvenmod {
+
+/// What the file holds in a cell. A value that isn't there has a kind of its own where that is worth telling.
+enum class CellKind : char {
+    empty = ' ',
+    emptyDate = 'D',  ///< formatted as a day
+    text = 't',
+    number = 'n',
+    date = 'd',
+    uncomputed = 'f',  ///< a formula that was stored without its value
+    error = 'e',
+    merged = 'm'  ///< part of the merged cell above or beside it
+};
+
+struct SheetCell {
+    CellKind kind = CellKind::empty;
+    std::string text = {};
+
+    bool isEmpty() const { return kind == CellKind::empty || kind == CellKind::emptyDate; }
+};
+
+class SheetRows {
+public:
+    SheetRows();
+
+    /// A cell of the file, rows and columns from 0. Rows come in their order; what comes late changes its cell.
+    void put(std::size_t row, int column, SheetCell cell);
+    /// No more comes.
+    void finish();
+
+    std::size_t rowCount() const { return rows_.rowCount(); }
+    /// The most that a row has.
+    int columnCount() const { return columns_; }
+    SheetCell cell(std::size_t row, int column) const;
+    bool isBlank(std::size_t row) const;
+    /// What the user typed in its place.
+    void mend(std::size_t row, int column, const std::string& text) { changed_[row][column] = {CellKind::text, text}; }
+
+private:
+    void flush();
+    const SheetCell* changedCell(std::size_t row, int column) const;
+
+    store::Recordset rows_;
+    std::vector<SheetCell> open_;
+    std::map<std::size_t, std::map<int, SheetCell>> changed_;
+    int columns_ = 0;
+};
+
+}  // namespace orvenmod

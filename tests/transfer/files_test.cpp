@@ -1,0 +1,149 @@
+// What a file holds, as it is read into rows.
+#include <fstream>
+
+#include "platform/sheet/sheetwriter.h"
+#include "transfer/importtest.h"
+#include "transfer/sheetfile.h"
+
+namespace orvenmod::test {
+namespace {
+
+/// The cells of a row, each with its kind.
+Texts cells(const SheetFile& file, std::size_t row) {
+    Texts all;
+    for (int column = 0; column < file.rows.columnCount(); ++column) {
+        const SheetCell cell = file.rows.cell(row, column);
+        all.push_back(static_cast<char>(cell.kind) + cell.text);
+    }
+    return all;
+}
+
+class Files : public ::testing::Test {
+protected:
+    std::string path(const std::string& name) const { return folder_.file(name); }
+    SheetFile readText(const std::string& content, char separator = 0, TextEncoding encoding = TextEncoding::detected) {
+        std::ofstream(path("a.csv"), std::ios::binary) << content;
+        return read("a.csv", separator, encoding);
+    }
+    SheetFile read(const std::string& name, char separator = 0, TextEncoding encoding = TextEncoding::detected) {
+        return readSheetFile({.path = path(name), .encoding = encoding, .separator = separator}, [] {});
+    }
+    SheetFile readSheet(const std::string& rows, const std::string& behind = "", const std::string& texts = "") {
+        makeSheet(path("a.xlsx"), rows, behind, texts);
+        return read("a.xlsx");
+    }
+
+private:
+    TemporaryFolder folder_;
+};
+
+TEST_F(Files, aTextIsSplitByTheSeparatorThatItsFirstLineHas) {
+    for (const char* separator : {",", ";", "\t"}) {
+        SCOPED_TRACE(separator);
+        const std::string by = separator;
+        const SheetFile file =
+            readText("代码" + by + "名称\r\n001" + by + "\"a" + by + "\"\"b\"\"\n2\"\r\n" + by + "x");
+        ASSERT_EQ(file.rows.rowCount(), 3U);
+        EXPECT_EQ(cells(file, 0), (Texts{"t代码", "t名称"}));
+        EXPECT_EQ(cells(file, 1), (Texts{"t001", "ta" + by + "\"b\"\n2"}));
+        EXPECT_EQ(cells(file, 2), (Texts{" ", "tx"}));
+    }
+    EXPECT_EQ(cells(readText("a;b,c", ';'), 0), (Texts{"ta", "tb,c"}));
+}
+
+TEST_F(Files, aTextIsOfUtf8OrGb18030WithOrWithoutAMark) {
+    const std::string gb = "\xB4\xFA\xC2\xEB,\xC3\xFB\xB3\xC6";  // 代码,名称
+    const Texts expected = {"t代码", "t名称"};
+    EXPECT_EQ(cells(readText("代码,名称"), 0), expected);
+    EXPECT_EQ(cells(readText("\xEF\xBB\xBF代码,名称"), 0), expected);
+    EXPECT_EQ(cells(readText(gb), 0), expected);
+    EXPECT_EQ(cells(readText("\x84\x31\x95\x33" + gb), 0), expected);
+    EXPECT_EQ(cells(readText(gb, 0, TextEncoding::gb18030), 0), expected);
+    EXPECT_THROW(readText(gb, 0, TextEncoding::utf8), UnreadableFile);
+    EXPECT_THROW(readText("\xFF\xFF\xFF"), UnreadableFile);
+}
+
+TEST_F(Files, aWorkbookTellsTextsNumbersDaysAndErrorsApart) {
+    const SheetFile file = readSheet(
+        "<row r=\"2\"><c r=\"A2\" t=\"s\"><v>1</v></c><c r=\"B2\"><v>1.5</v></c><c r=\"C2\" s=\"1\"><v>45355</v></c>"
+        "<c r=\"D2\" s=\"2\"><v>45355.5</v></c><c r=\"E2\" t=\"inlineStr\"><is><t>in</t></is></c>"
+        "<c r=\"F2\" t=\"e\"><v>#N/A</v></c><c r=\"G2\" t=\"b\"><v>1</v></c><c r=\"I2\" t=\"str\"><f>A1</f><v>x</v></c>"
+        "</row>",
+        "", "<si><t>no</t></si><si><r><t>螺</t></r><r><t>丝</t></r><rPh><t>luosi</t></rPh></si>");
+    EXPECT_EQ(file.sheets, Texts{"货品"});
+    ASSERT_EQ(file.rows.rowCount(), 2U);
+    EXPECT_TRUE(file.rows.isBlank(0));
+    EXPECT_EQ(cells(file, 1),
+              (Texts{"t螺丝", "n1.5", "d2024-03-04", "d2024-03-04 12:00:00", "tin", "e#N/A", "t1", " ", "tx"}));
+}
+
+TEST_F(Files, aFormulaGivesItsStoredValueAndTellsWhereItHasNone) {
+    const SheetFile file = readSheet("<row r=\"1\"><c r=\"A1\"><f>1+1</f><v>2</v></c><c r=\"B1\"><f>1+1</f></c></row>");
+    EXPECT_EQ(cells(file, 0), (Texts{"n2", "f"}));
+    makeOpenDocument(path("a.ods"),
+                     "<table:table-row><table:table-cell table:formula=\"of:=1+1\" office:value-type=\"float\" "
+                     "office:value=\"2\"/><table:table-cell table:formula=\"of:=1+1\"/></table:table-row>");
+    EXPECT_EQ(cells(read("a.ods"), 0), (Texts{"n2", "f"}));
+}
+
+TEST_F(Files, theRestOfAMergedCellSaysSo) {
+    const SheetFile file = readSheet(
+        "<row r=\"1\"><c r=\"A1\"><v>1</v></c><c r=\"C1\"><v>3</v></c></row>"
+        "<row r=\"2\"><c r=\"C2\"><v>4</v></c></row>",
+        "<mergeCells><mergeCell ref=\"A1:B2\"/></mergeCells>");
+    EXPECT_EQ(cells(file, 0), (Texts{"n1", "m", "n3"}));
+    EXPECT_EQ(cells(file, 1), (Texts{"m", "m", "n4"}));
+    makeOpenDocument(path("a.ods"),
+                     "<table:table-row><table:table-cell office:value-type=\"string\"><text:p>a</text:p>"
+                     "</table:table-cell><table:covered-table-cell/><table:table-cell office:value-type=\"string\">"
+                     "<text:p>c</text:p></table:table-cell></table:table-row>");
+    EXPECT_EQ(cells(read("a.ods"), 0), (Texts{"ta", "m", "tc"}));
+}
+
+TEST_F(Files, anOpenDocumentRepeatsItsCellsAndRows) {
+    makeOpenDocument(
+        path("a.ods"),
+        "<table:table-row table:number-rows-repeated=\"2\"><table:table-cell table:number-columns-repeated=\"2\" "
+        "office:value-type=\"string\"><text:p>a<text:s text:c=\"2\"/>b</text:p><text:p>c</text:p></table:table-cell>"
+        "<table:table-cell office:value-type=\"date\" office:date-value=\"2024-03-04T00:00:00\"/></table:table-row>"
+        "<table:table-row table:number-rows-repeated=\"1048574\"><table:table-cell "
+        "table:number-columns-repeated=\"16384\"/></table:table-row>");
+    const SheetFile file = read("a.ods");
+    EXPECT_EQ(file.sheets, Texts{"货品"});
+    ASSERT_EQ(file.rows.rowCount(), 2U);
+    EXPECT_EQ(cells(file, 1), (Texts{"ta  b\nc", "ta  b\nc", "d2024-03-04"}));
+}
+
+TEST_F(Files, anOldWorkbookIsReadByItsTextsAndNumbers) {
+    platform::SheetLayout layout;
+    layout.name = "老表";
+    layout.columns.resize(2);
+    layout.columns[0].title = "代码";
+    layout.columns[1].title = "数量";
+    const auto sheet = platform::newXlsWriter(path("a.xls"), layout);
+    sheet->addRow({{.text = "007"}, {.text = "1.25", .number = true}});
+    sheet->finish();
+    const SheetFile file = read("a.xls");
+    EXPECT_EQ(file.sheets, Texts{"老表"});
+    EXPECT_EQ(cells(file, 0), (Texts{"t代码", "t数量"}));
+    EXPECT_EQ(cells(file, 1), (Texts{"t007", "n1.25"}));
+}
+
+TEST_F(Files, formulasAndMergedCellsOfAnOldWorkbookAreTold) {
+    makeOldWorkbook(path("a.xls"));
+    const SheetFile file = read("a.xls");
+    ASSERT_EQ(file.rows.rowCount(), 2U);
+    EXPECT_EQ(cells(file, 0), (Texts{"n1.5", "n2.25", "t螺丝", "e"}));
+    EXPECT_EQ(cells(file, 1), (Texts{"m", " ", " ", "n7"}));
+}
+
+TEST_F(Files, aCancelledReadingEnds) {
+    std::string text = "代码\n";
+    for (int i = 0; i < 3000; ++i)
+        text += std::to_string(i) + "\n";
+    std::ofstream(path("long.csv")) << text;
+    EXPECT_THROW(readSheetFile({.path = path("long.csv")}, [] { throw CancelledReading(); }), CancelledReading);
+}
+
+}  // namespace
+}  // namespace orvenmod::test
