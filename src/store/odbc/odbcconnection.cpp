@@ -8,6 +8,7 @@
 #include "store/odbc/odbcoutline.h"
 #include "store/odbc/odbctableloader.h"
 #include "store/odbc/odbctablewriter.h"
+#include "store/odbc/rowlocked.h"
 #include "store/odbc/sessionpool.h"
 
 namespace orvenmod::store::odbc {
@@ -132,9 +133,11 @@ void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work) {
         const bool lost = !session_->waiter().gaveUp() &&
                           (isLost() || endsSession(reported.number()) || reported.kind() == FailureKind::connection);
         if (lost) session_->spoil();
+        const std::chrono::milliseconds lockLimit = session_->busyTimeout();
         settle(work);
-        if (!lost) throw;
-        throw lostSession(server_, reported, language_);
+        if (lost) throw lostSession(server_, reported, language_);
+        if (reported.number() == tsql::kLockTimeout) throw rowLocked(reported, lockLimit, language_);
+        throw;
     } catch (...) {
         settle(work);
         throw;

@@ -179,6 +179,21 @@ TEST_F(OdbcStatements, FailWithTheirCauseAmongAllRecords) {
     EXPECT_EQ(both.text(), "depends\nfailed");
 }
 
+TEST_F(OdbcStatements, ThatWaitForARowInVainTellWhoHoldsItAndHowLongTheyWaited) {
+    answer("update", failed({{"HYT00", tsql::kLockTimeout, "[Scripted]canceling statement due to lock timeout"}}));
+    const Failure chinese = failureOf([&] { connect(";Busy Timeout=1500")->execute("update t set a=1"); });
+    EXPECT_EQ(chinese.kind(), FailureKind::busy);
+    EXPECT_EQ(chinese.number(), tsql::kLockTimeout);
+    EXPECT_EQ(chinese.text(),
+              "已超过了锁请求超时时段。\n另一个用户正在更改同样的数据，等待 1.5 秒后仍未完成。\n"
+              "canceling statement due to lock timeout");
+    const Failure english =
+        failureOf([&] { connect(";Busy Timeout=2000;Language=English")->execute("update t set a=1"); });
+    EXPECT_EQ(english.text(),
+              "Lock request time out period exceeded.\nAnother user is changing the same rows and had not finished "
+              "after 2 s.\ncanceling statement due to lock timeout");
+}
+
 TEST_F(OdbcStatements, OfAnUnknownNumberAreNoSyntaxFailures) {
     EXPECT_EQ(failureFor({{"42000", 50000, "[Scripted]a trigger's own"}}).kind(), FailureKind::other);
     script_.clear();
