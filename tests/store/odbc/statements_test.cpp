@@ -142,17 +142,25 @@ TEST_F(OdbcStatements, OnALostConnectionNameTheServer) {
 TEST_F(OdbcStatements, OfASessionThatEndedTellTheCause) {
     struct Ended {
         Diagnostic record;
-        const char* cause;
+        const char* chinese;
+        const char* english;
     };
-    for (const auto& [record, cause] :
-         {Ended{{"08S01", 20017, "[Scripted]Unexpected EOF from the server"}, "服务器关闭了连接"},
-          Ended{{"08S01", 0, "[Scripted]Communication link failure"}, "网络连接已断开"},
-          Ended{{"HY000", 596, "[Scripted]the session is in the kill state."}, "会话已被管理员终止"},
-          Ended{{"42000", 6005, "[Scripted]SHUTDOWN is in progress."}, "服务器正在关闭"}}) {
+    const Ended kEnds[] = {
+        {{"08S01", 20009, "[Scripted]Adaptive Server is unavailable"}, "服务器不可用", "The server is not available."},
+        {{"08S01", 20017, "[Scripted]Unexpected EOF"}, "服务器关闭了连接", "The server closed the connection."},
+        {{"08S01", 0, "[Scripted]Communication link failure"}, "网络连接已断开", "The network connection is gone."},
+        {{"HY000", 596, "[Scripted]in the kill state."}, "会话已被管理员终止", "killed by an administrator."},
+        {{"42000", 6005, "[Scripted]SHUTDOWN is in progress."}, "服务器正在关闭", "The server is shutting down."}};
+    for (const auto& [record, chinese, english] : kEnds) {
         script_.clear();
-        const Failure lost = failureFor({record});
-        EXPECT_EQ(lost.number(), tsql::kConnectionLost) << record.text;
-        EXPECT_NE(lost.text().find(cause), std::string::npos) << lost.text();
+        answer("update", failed({record}));
+        const Failure told = failureOf([&] { connect()->execute("update t set a=1"); });
+        EXPECT_EQ(told.number(), tsql::kConnectionLost) << record.text;
+        EXPECT_NE(told.text().find("“host”"), std::string::npos) << told.text();
+        EXPECT_NE(told.text().find(chinese), std::string::npos) << told.text();
+        const Failure toldInEnglish = failureOf([&] { connect(";Language=us_english")->execute("update t set a=1"); });
+        EXPECT_NE(toldInEnglish.text().find("'host'"), std::string::npos) << toldInEnglish.text();
+        EXPECT_NE(toldInEnglish.text().find(english), std::string::npos) << toldInEnglish.text();
     }
 }
 
