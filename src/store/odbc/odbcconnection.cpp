@@ -136,7 +136,7 @@ void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work) {
         const std::chrono::milliseconds lockLimit = session_->busyTimeout();
         settle(work);
         if (lost) throw lostSession(server_, reported, language_);
-        if (reported.number() == tsql::kLockTimeout) throw rowLocked(reported, lockLimit, language_);
+        if (isRowLocked(reported)) throw rowLocked(reported, lockLimit, language_);
         throw;
     } catch (...) {
         settle(work);

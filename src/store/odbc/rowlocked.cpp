@@ -1,10 +1,16 @@
 #include "store/odbc/rowlocked.h"
 
 #include <charconv>
+#include <string>
 
 #include "store/tsql/failurenumbers.h"
 
 namespace orvenmod::store::odbc {
+
+bool isRowLocked(const Failure& reported) {
+    return reported.number() == tsql::kLockTimeout ||
+           (reported.kind() == FailureKind::other && reported.text().find("due to lock timeout") != std::string::npos);
+}
 
 Failure rowLocked(const Failure& reported, std::chrono::milliseconds waited, tsql::Language language) {
     const Failure plain = tsql::worded(language, tsql::kLockTimeout, {});

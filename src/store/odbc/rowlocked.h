@@ -8,6 +8,9 @@
 
 namespace orvenmod::store::odbc {
 
+/// By its number; a server of other numbers says it in words.
+bool isRowLocked(const Failure& reported);
+
 /// The dialect's words, the cause, what the server says.
 Failure rowLocked(const Failure& reported, std::chrono::milliseconds waited, tsql::Language language);
 

@@ -202,6 +202,12 @@ TEST_F(OdbcStatements, ThatWaitForARowInVainTellWhoHoldsItAndHowLongTheyWaited) 
               "after 2 s.\ncanceling statement due to lock timeout");
 }
 
+TEST_F(OdbcStatements, ThatWaitForARowInVainAreKnownByTheirWordsToo) {
+    const Failure ownNumber = failureFor({{"42000", 33557097, "[Scripted]canceling statement due to lock timeout"}});
+    EXPECT_EQ(ownNumber.kind(), FailureKind::busy);
+    EXPECT_EQ(ownNumber.number(), tsql::kLockTimeout);
+}
+
 TEST_F(OdbcStatements, OfAnUnknownNumberAreNoSyntaxFailures) {
     EXPECT_EQ(failureFor({{"42000", 50000, "[Scripted]a trigger's own"}}).kind(), FailureKind::other);
     script_.clear();
