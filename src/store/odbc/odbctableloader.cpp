@@ -23,7 +23,7 @@ void OdbcTableLoader::checkTexts(const Recordset& rows, std::size_t row) const {
         const Value value = rows.cell(row, place);
         if (!value || rows.columns()[i].type == ColumnType::binary) continue;
         try {
-            connection_.checkText(*value, isWide(columns_[i].type));
+            connection_.checkText(*value, characterSetOf(columns_[i].type));
         } catch (const Failure& failure) {
             throw RowFailure(failure, row, place);
         }

@@ -72,7 +72,7 @@ void OdbcTableWriter::update() {
     if (!std::exchange(begun_, false)) throw connection_.failure(tsql::kNoRowBegun);
     std::vector<Column> columns;
     for (const Field& field : fields_) {
-        if (field.text) connection_.checkText(*field.text, isWide(field.column.type));
+        if (field.text) connection_.checkText(*field.text, characterSetOf(field.column.type));
         columns.push_back(field.column);
     }
     std::string insert = insertText(columns);

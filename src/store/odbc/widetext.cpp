@@ -24,7 +24,10 @@ std::u16string wideText(std::string_view text) {
     return result;
 }
 
-bool isWide(SQLSMALLINT type) { return type == SQL_WCHAR || type == SQL_WVARCHAR || type == SQL_WLONGVARCHAR; }
+CharacterSet characterSetOf(SQLSMALLINT type) {
+    const bool wide = type == SQL_WCHAR || type == SQL_WVARCHAR || type == SQL_WLONGVARCHAR;
+    return wide ? CharacterSet::wide : CharacterSet::codePage;
+}
 
 bool isBinary(SQLSMALLINT type) { return type == SQL_BINARY || type == SQL_VARBINARY || type == SQL_LONGVARBINARY; }
 

@@ -13,8 +13,11 @@ bool isAscii(std::string_view text);
 /// UTF-8 as UTF-16.
 std::u16string wideText(std::string_view text);
 
+/// Of what a column can hold.
+enum class CharacterSet { codePage, wide };
+
 /// Of a column, by ODBC's number of its type.
-bool isWide(SQLSMALLINT type);
+CharacterSet characterSetOf(SQLSMALLINT type);
 bool isBinary(SQLSMALLINT type);
 
 }  // namespace orvenmod::store::odbc
