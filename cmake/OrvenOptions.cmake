@@ -53,13 +53,22 @@ function(orven_library name)
 endfunction()
 
 # orven_test(name SOURCES ... LINKS ... PREFIX ...): one test binary, each of its cases a ctest of its own; the prefix
-# tells cases apart that run in several binaries.
+# tells cases apart that run in several binaries. ON_TDS_SERVER: all of its cases are one ctest, since a server takes
+# seconds to make a process its database; skipped where no server is named.
 function(orven_test name)
-  cmake_parse_arguments(ARG "" "PREFIX" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "ON_TDS_SERVER" "PREFIX" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} orven_source_folder orven_options GTest::gtest GTest::gmock GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   orven_reuse_headers(${name} orven_test_headers)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 TEST_PREFIX "${ARG_PREFIX}"
-    PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+  set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+  if(ARG_ON_TDS_SERVER)
+    add_test(NAME ${ARG_PREFIX}${name} COMMAND ${name})
+    set_tests_properties(${ARG_PREFIX}${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${environment}"
+      RESOURCE_LOCK tds_server
+      SKIP_REGULAR_EXPRESSION "ORVEN_TDS_SERVER names none")
+  else()
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 TEST_PREFIX "${ARG_PREFIX}"
+      PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}")
+  endif()
 endfunction()

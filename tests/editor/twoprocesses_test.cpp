@@ -6,6 +6,7 @@
 
 #include "editor/editortest.h"
 #include "support/childprogram.h"
+#include "support/serverdifferences.h"
 
 namespace orvenmod::test {
 namespace {
@@ -89,10 +90,13 @@ TEST_F(EditorTwoProcesses, saveAHundredItemsEachAndLoseDoubleOrHalveNone) {
     const Texts refused = saveAtOnce();
     RecordProperty("refused", static_cast<int>(refused.size()));
     std::cout << "refused saves: " << refused.size() << "\n";
-    const std::string told = "refused\tcritical box: \t" + kTitle + "\t违反了 PRIMARY KEY 约束";
+    const std::string box = "refused\tcritical box: \t" + kTitle + "\t";
     for (const std::string& line : refused) {
-        EXPECT_EQ(line.substr(0, told.size()), told) << line;
-        EXPECT_TRUE(line.ends_with("\tkept")) << line;
+        ASSERT_TRUE(line.starts_with(box)) << line;
+        ASSERT_TRUE(line.ends_with("\tkept")) << line;
+        const std::string told = line.substr(box.size(), line.rfind('\t') - box.size());
+        EXPECT_TRUE(told.starts_with("违反了 PRIMARY KEY 约束") || isServersWordingOf(told, "不能插入重复键。"))
+            << told;
     }
 
     // Both tables hold every item that was typed, once, and the rows of one id are of one item.

@@ -28,7 +28,7 @@ constexpr Wording kWordings[] = {
     {R"(invalid input syntax for type \w+: (.|\n)*)", ".*转换.*时(出错|失败)。"},
     {R"(date/time field value out of range: .*)", ".*转换产生一个超出范围的值。"},
     {R"(duplicate key value violates unique constraint .*)", ".*插入重复键.*"},
-    {R"(canceling statement due to lock timeout)", "已超过了锁请求超时时段。"},
+    {R"(已超过了锁请求超时时段。\n(.|\n)*)", "已超过了锁请求超时时段。"},
     {R"(syntax error near (.|\n)*)", "(.|\n)*(附近有语法错误|后的引号不完整)。"},
     {R"(unterminated quoted string (.|\n)*)", "(.|\n)*(附近有语法错误|后的引号不完整)。"},
 };

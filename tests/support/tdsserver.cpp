@@ -49,8 +49,10 @@ std::unique_ptr<store::Connection> TdsDatabase::connect() const {
 void TdsDatabase::clear() const {
     const auto connection = connect();
     for (const std::string kind : {"view", "table"}) {
-        const store::Recordset found = connection->open("select name from sysobjects where xtype='" +
-                                                        std::string(kind == "view" ? "V" : "U") + "'");
+        const store::Recordset found =
+            connection->open("select name from sysobjects where xtype='" + std::string(kind == "view" ? "V" : "U") +
+                             // What reads another is younger.
+                             "' order by id desc");
         for (std::size_t row = 0; row < found.rowCount(); ++row)
             connection->execute("drop " + kind + " [" + std::string(*found.cell(row, 0)) + "]");
     }

@@ -5,6 +5,7 @@
 
 #include "store/copy/definitiontexts.h"
 #include "store/copy/rowsum.h"
+#include "store/copy/vieworder.h"
 #include "store/transaction.h"
 #include "store/tsql/objectname.h"
 
@@ -188,33 +189,12 @@ private:
         }
     }
 
-    // A view may read another. Where the store doesn't tell them in the order of their making, those that still miss
-    // one wait for the next round.
     void makeViews() {
-        std::vector<const ViewOutline*> waiting;
-        for (const ViewOutline& view : outline_.views)
-            waiting.push_back(&view);
-        while (!waiting.empty()) {
-            std::vector<const ViewOutline*> left;
-            for (const ViewOutline* view : waiting) {
-                const bool last = left.size() + 1 == waiting.size();
-                if (!makeView(*view, last)) left.push_back(view);
-            }
-            waiting = std::move(left);
+        for (const ViewOutline& view : inOrderOfMaking(outline_.views)) {
+            stopIfCancelled();
+            placed({.object = view.name}, [&] { target_.execute(view.text); });
+            report_.views.push_back(view.name);
         }
-    }
-
-    /// False for one that misses another, but for the last hope of a round.
-    bool makeView(const ViewOutline& view, bool last) {
-        stopIfCancelled();
-        try {
-            target_.execute(view.text);
-        } catch (const Failure& failure) {
-            if (failure.kind() == FailureKind::noSuchObject && !last) return false;
-            throw CopyFailure(failure, {.object = view.name});
-        }
-        report_.views.push_back(view.name);
-        return true;
     }
 
     void compare() {

@@ -8,6 +8,7 @@
 #include "store/odbc/odbcoutline.h"
 #include "store/odbc/odbctableloader.h"
 #include "store/odbc/odbctablewriter.h"
+#include "store/odbc/rowlocked.h"
 #include "store/odbc/sessionpool.h"
 
 namespace orvenmod::store::odbc {
@@ -133,9 +134,13 @@ void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work, server::Outcome 
         const bool lost =
             !session_->waiter().gaveUp() && (isLost() || loss || reported.kind() == FailureKind::connection);
         if (lost) session_->spoil();
+        const std::chrono::milliseconds lockLimit = session_->busyTimeout();
         settle(work);
-        if (!lost) throw;
-        throw server::lostConnection(server_, loss.value_or(server::Loss::unclear), reported.text(), ifLost, language_);
+        if (lost)
+            throw server::lostConnection(server_, loss.value_or(server::Loss::unclear), reported.text(), ifLost,
+                                         language_);
+        if (isRowLocked(reported)) throw rowLocked(reported, lockLimit, language_);
+        throw;
     } catch (...) {
         settle(work);
         throw;

@@ -10,6 +10,7 @@
 #include "store/connection.h"
 #include "store/odbc/odbcsession.h"
 #include "store/odbc/odbcwork.h"
+#include "store/odbc/widetext.h"
 #include "store/server/lostconnection.h"
 #include "store/server/progress.h"
 #include "store/tsql/onestatement.h"
@@ -35,13 +36,12 @@ public:
     void setProgress(std::function<void()> progress) override;
     void close() noexcept override;
 
-    // For the table writer.
+    // For the table writer and the loader.
 
     /// A new statement. Throws Failure where the connection is closed or its transaction is lost.
     OdbcHandle statement();
     /// Runs work of such a statement. Throws Failure.
     void run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost = server::Outcome::undone);
-    enum class CharacterSet { codePage, wide };
     /// Throws Failure for a text that a column of that set can't hold: no text at all, or with characters that the
     /// database's code page doesn't have.
     void checkText(std::string_view text, CharacterSet set);

@@ -85,6 +85,16 @@ std::string_view date(char (&buffer)[400], const char* value) {
     return {buffer, static_cast<std::size_t>(size)};
 }
 
+// 03:04:05.5000000 as 03:04:05.500: the form of a date's time.
+std::string_view time(std::string_view text, std::string& room) {
+    constexpr std::size_t kWholeSeconds = sizeof("00:00:00") - 1;
+    constexpr std::size_t kMilliseconds = sizeof(".000") - 1;
+    if (text.size() <= kWholeSeconds || text[kWholeSeconds] != '.') return text;
+    room.assign(text, 0, kWholeSeconds + kMilliseconds);
+    room.resize(kWholeSeconds + kMilliseconds, '0');
+    return room.ends_with(".000") ? text.substr(0, kWholeSeconds) : std::string_view(room);
+}
+
 }  // namespace
 
 OdbcFetch::Form OdbcFetch::formOf(SQLSMALLINT type, SQLULEN size) {
@@ -222,7 +232,9 @@ void OdbcFetch::addValue(const Cell& cell, std::string_view value) {
         case SQL_C_TYPE_TIMESTAMP:
             return rows_.addText(date(buffer, value.data()));
         default:
-            return rows_.addText(cell.type == ColumnType::decimal ? plainDecimal(value, room_) : value);
+            return rows_.addText(cell.type == ColumnType::decimal ? plainDecimal(value, room_)
+                                 : cell.type == ColumnType::date  ? time(value, room_)
+                                                                  : value);
     }
 }
 

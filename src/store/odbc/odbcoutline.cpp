@@ -72,10 +72,11 @@ private:
         forEach(
             "select c.object_id,c.name,y.name as "
             "type_name,c.max_length,c.precision,c.scale,c.is_nullable,c.is_identity,"
-            "d.definition,ident_current('dbo.'+t.name) as last_number,"
-            "(select count(*) from sys.identity_columns i where i.object_id=c.object_id and i.last_value is not null) "
-            "as counted from sys.columns c join sys.tables t on t.object_id=c.object_id join sys.types y on "
-            "y.user_type_id=c.system_type_id left join sys.default_constraints d on d.object_id=c.default_object_id "
+            "d.definition,case when c.is_identity=1 then ident_current('dbo.'+t.name) end as last_number,"
+            "case when c.is_identity=1 then (select count(*) from sys.identity_columns i where i.object_id=c.object_id "
+            "and i.last_value is not null) end as counted from sys.columns c join sys.tables t on "
+            "t.object_id=c.object_id join sys.types y on y.user_type_id=c.system_type_id left join "
+            "sys.default_constraints d on d.object_id=c.default_object_id "
             "where t.schema_id=schema_id('dbo') and t.is_ms_shipped=0 order by c.object_id,c.column_id",
             [this](const Recordset& row) {
                 TableOutline& owner = table(row);

@@ -32,6 +32,9 @@ public:
     /// Whether it is a server of the dialect, by its driver.
     bool speaksTheDialect() const { return string_.kind != DriverKind::other; }
 
+    /// How long a statement waits for a row that is locked.
+    std::chrono::milliseconds busyTimeout() const { return busyTimeout_.value_or(std::chrono::milliseconds(0)); }
+
     OdbcWaiter& waiter() { return *waiter_; }
     KnownCharacters& characters() { return characters_; }
     /// What it has done must not reach its next user, or it is broken: it won't wait for one.

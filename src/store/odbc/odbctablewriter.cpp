@@ -6,34 +6,11 @@
 
 #include "store/odbc/odbcconnection.h"
 #include "store/odbc/tablework.h"
+#include "store/odbc/widetext.h"
 #include "store/tsql/lexer.h"
 #include "store/tsql/objectname.h"
-#include "store/tsql/utf8.h"
 
 namespace orvenmod::store::odbc {
-
-namespace {
-
-OdbcConnection::CharacterSet setOf(SQLSMALLINT type) {
-    const bool wide = type == SQL_WCHAR || type == SQL_WVARCHAR || type == SQL_WLONGVARCHAR;
-    return wide ? OdbcConnection::CharacterSet::wide : OdbcConnection::CharacterSet::codePage;
-}
-
-std::u16string wideText(std::string_view text) {
-    std::u16string result;
-    for (std::size_t at = 0; at < text.size();) {
-        const char32_t character = tsql::nextCharacter(text, at);
-        if (character < 0x10000) {
-            result += static_cast<char16_t>(character);
-        } else {
-            result += static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
-            result += static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF));
-        }
-    }
-    return result;
-}
-
-}  // namespace
 
 OdbcTableWriter::OdbcTableWriter(OdbcConnection& connection, std::string_view table)
     : connection_(connection), name_(tsql::objectNameParts(table)) {
@@ -54,15 +31,19 @@ void OdbcTableWriter::addNew() {
     begun_ = true;
 }
 
+const OdbcTableWriter::Column& OdbcTableWriter::column(std::string_view name) const {
+    const auto found =
+        std::find_if(columns_.begin(), columns_.end(), [&](const Column& c) { return tsql::sameName(c.name, name); });
+    if (found == columns_.end()) throw connection_.failure(tsql::kUnknownColumn, {std::string(name)});
+    return *found;
+}
+
 OdbcTableWriter::Field& OdbcTableWriter::field(std::string_view name) {
     if (!begun_) throw connection_.failure(tsql::kNoRowBegun);
-    const auto column =
-        std::find_if(columns_.begin(), columns_.end(), [&](const Column& c) { return tsql::sameName(c.name, name); });
-    if (column == columns_.end()) throw connection_.failure(tsql::kUnknownColumn, {std::string(name)});
-    const auto known =
-        std::find_if(fields_.begin(), fields_.end(), [&](const Field& f) { return f.column.name == column->name; });
     Field fresh;
-    fresh.column = *column;
+    fresh.column = column(name);
+    const auto known = std::find_if(fields_.begin(), fields_.end(),
+                                    [&](const Field& f) { return f.column.name == fresh.column.name; });
     if (known != fields_.end()) return *known = std::move(fresh);
     return fields_.emplace_back(std::move(fresh));
 }
@@ -70,19 +51,18 @@ OdbcTableWriter::Field& OdbcTableWriter::field(std::string_view name) {
 void OdbcTableWriter::set(std::string_view name, std::string_view text) {
     Field& changed = field(name);
     changed.text = std::string(text);
-    const bool plain = std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; });
-    if (!plain) changed.wide = wideText(text);
+    if (!isAscii(text)) changed.wide = wideText(text);
 }
 
 void OdbcTableWriter::setNull(std::string_view name) { field(name); }
 void OdbcTableWriter::setBinary(std::string_view name, std::span<const std::byte> bytes) { field(name).bytes = bytes; }
 
-std::string OdbcTableWriter::insertText() const {
-    if (fields_.empty()) return "insert into " + quotedName_ + " default values";
+std::string OdbcTableWriter::insertText(const std::vector<Column>& columns) const {
+    if (columns.empty()) return "insert into " + quotedName_ + " default values";
     std::string names;
     std::string places;
-    for (const Field& field : fields_) {
-        names += (names.empty() ? "" : ",") + tsql::bracketed(field.column.name);
+    for (const Column& column : columns) {
+        names += (names.empty() ? "" : ",") + tsql::bracketed(column.name);
         places += places.empty() ? "?" : ",?";
     }
     return "insert into " + quotedName_ + "(" + names + ") values(" + places + ")";
@@ -90,10 +70,12 @@ std::string OdbcTableWriter::insertText() const {
 
 void OdbcTableWriter::update() {
     if (!std::exchange(begun_, false)) throw connection_.failure(tsql::kNoRowBegun);
+    std::vector<Column> columns;
     for (const Field& field : fields_) {
-        if (field.text) connection_.checkText(*field.text, setOf(field.column.type));
+        if (field.text) connection_.checkText(*field.text, characterSetOf(field.column.type));
+        columns.push_back(field.column);
     }
-    std::string insert = insertText();
+    std::string insert = insertText(columns);
     connection_.run(std::make_shared<InsertOfFields>(connection_.statement(), std::move(insert), std::move(fields_)));
     fields_.clear();
 }

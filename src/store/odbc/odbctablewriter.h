@@ -37,10 +37,16 @@ public:
         SQLLEN indicator = 0;
     };
 
+    // For the loader.
+
+    /// Throws Failure 207.
+    const Column& column(std::string_view name) const;
+    /// An insert with a parameter a column.
+    std::string insertText(const std::vector<Column>& columns) const;
+
 private:
     void readColumns();
     Field& field(std::string_view name);
-    std::string insertText() const;
 
     OdbcConnection& connection_;
     std::vector<std::string> name_;  // the table's; in front of it the owner and the database where they are told

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "store/odbc/widetext.h"
 #include "store/tsql/lexer.h"
 
 namespace orvenmod::store::odbc {
@@ -12,8 +13,6 @@ namespace {
 constexpr std::size_t kPiece = 64UL << 10;
 constexpr std::size_t kMostVarchar = 8000;
 constexpr std::size_t kMostNvarchar = 4000;
-
-bool isBinary(SQLSMALLINT type) { return type == SQL_BINARY || type == SQL_VARBINARY || type == SQL_LONGVARBINARY; }
 
 std::string cellText(const OdbcWork& work, SQLUSMALLINT column) {
     char buffer[1024] = {};

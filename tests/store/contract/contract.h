@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "store/connection.h"
 
@@ -29,6 +30,10 @@ public:
     virtual bool isOwnNumber(int) const { return false; }
     /// Why the server answers that case of the dialect in its own way; null where it doesn't.
     virtual const char* answersOtherwise(int) const { return nullptr; }
+    /// Likewise of a case of this contract, by its name, "Moving.LoadsRowsAsTheyAre".
+    virtual const char* differsIn(std::string_view) const { return nullptr; }
+    /// Whether failures read as the dialect documents them.
+    virtual bool wordsAsTheDialect() const { return true; }
     /// Whether a transaction outlives a statement of it that fails.
     virtual bool keepsTransactions() const { return true; }
 };
@@ -74,3 +79,6 @@ protected:
     if (!store_->keepsTransactions()) GTEST_SKIP() << "this store's server ends a transaction with a failed statement"
 
 }  // namespace orvenmod::store::test
+
+#define NEEDS_THE_DIALECTS_WORDS() \
+    if (!store_->wordsAsTheDialect()) GTEST_SKIP() << "this store's server words its failures itself"

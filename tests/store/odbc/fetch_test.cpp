@@ -54,6 +54,17 @@ TEST_F(OdbcFetch, ShowsDatesInOneForm) {
     EXPECT_EQ(shown(SQL_TYPE_TIMESTAMP, "2026-01-02 03:04:05.007"), "2026-01-02 03:04:05.007");
 }
 
+TEST_F(OdbcFetch, ShowsTimesAsDatesShowTheirs) {
+    constexpr int kServerTime = -154;
+    for (const int type : {kServerTime, SQL_TYPE_TIME}) {
+        EXPECT_EQ(shown(type, "03:04:05.0000000"), "03:04:05");
+        EXPECT_EQ(shown(type, "03:04:05"), "03:04:05");
+        EXPECT_EQ(shown(type, "23:59:59.1230000"), "23:59:59.123");
+        EXPECT_EQ(shown(type, "23:59:59.5"), "23:59:59.500");
+        EXPECT_EQ(shown(type, "23:59:59.0004"), "23:59:59");
+    }
+}
+
 TEST_F(OdbcFetch, GivesEveryRowOfManyBlocks) {
     Answer answer;
     answer.columns = {{.name = "id", .type = SQL_INTEGER}, {.name = "name", .type = SQL_VARCHAR, .size = 30}};

@@ -142,17 +142,25 @@ TEST_F(OdbcStatements, OnALostConnectionNameTheServer) {
 TEST_F(OdbcStatements, OfASessionThatEndedTellTheCause) {
     struct Ended {
         Diagnostic record;
-        const char* cause;
+        const char* chinese;
+        const char* english;
     };
-    for (const auto& [record, cause] :
-         {Ended{{"08S01", 20017, "[Scripted]Unexpected EOF from the server"}, "服务器关闭了连接"},
-          Ended{{"08S01", 0, "[Scripted]Communication link failure"}, "网络连接已断开"},
-          Ended{{"HY000", 596, "[Scripted]the session is in the kill state."}, "会话已被管理员终止"},
-          Ended{{"42000", 6005, "[Scripted]SHUTDOWN is in progress."}, "服务器正在关闭"}}) {
+    const Ended kEnds[] = {
+        {{"08S01", 20009, "[Scripted]Adaptive Server is unavailable"}, "服务器不可用", "The server is not available."},
+        {{"08S01", 20017, "[Scripted]Unexpected EOF"}, "服务器关闭了连接", "The server closed the connection."},
+        {{"08S01", 0, "[Scripted]Communication link failure"}, "网络连接已断开", "The network connection is gone."},
+        {{"HY000", 596, "[Scripted]in the kill state."}, "会话已被管理员终止", "killed by an administrator."},
+        {{"42000", 6005, "[Scripted]SHUTDOWN is in progress."}, "服务器正在关闭", "The server is shutting down."}};
+    for (const auto& [record, chinese, english] : kEnds) {
         script_.clear();
-        const Failure lost = failureFor({record});
-        EXPECT_EQ(lost.number(), tsql::kConnectionLost) << record.text;
-        EXPECT_NE(lost.text().find(cause), std::string::npos) << lost.text();
+        answer("update", failed({record}));
+        const Failure told = failureOf([&] { connect()->execute("update t set a=1"); });
+        EXPECT_EQ(told.number(), tsql::kConnectionLost) << record.text;
+        EXPECT_NE(told.text().find("“host”"), std::string::npos) << told.text();
+        EXPECT_NE(told.text().find(chinese), std::string::npos) << told.text();
+        const Failure toldInEnglish = failureOf([&] { connect(";Language=us_english")->execute("update t set a=1"); });
+        EXPECT_NE(toldInEnglish.text().find("'host'"), std::string::npos) << toldInEnglish.text();
+        EXPECT_NE(toldInEnglish.text().find(english), std::string::npos) << toldInEnglish.text();
     }
 }
 
@@ -180,6 +188,27 @@ TEST_F(OdbcStatements, FailWithTheirCauseAmongAllRecords) {
         failureFor({{"42000", 5074, "[Scripted]depends"}, {"42000", 4922, "[Scripted]failed"}, {"01000", 3621, "end"}});
     EXPECT_EQ(both.number(), 5074);
     EXPECT_EQ(both.text(), "depends\nfailed");
+}
+
+TEST_F(OdbcStatements, ThatWaitForARowInVainTellWhoHoldsItAndHowLongTheyWaited) {
+    answer("update", failed({{"HYT00", tsql::kLockTimeout, "[Scripted]canceling statement due to lock timeout"}}));
+    const Failure chinese = failureOf([&] { connect(";Busy Timeout=1500")->execute("update t set a=1"); });
+    EXPECT_EQ(chinese.kind(), FailureKind::busy);
+    EXPECT_EQ(chinese.number(), tsql::kLockTimeout);
+    EXPECT_EQ(chinese.text(),
+              "已超过了锁请求超时时段。\n另一个用户正在更改同样的数据，等待 1.5 秒后仍未完成。\n"
+              "canceling statement due to lock timeout");
+    const Failure english =
+        failureOf([&] { connect(";Busy Timeout=2000;Language=English")->execute("update t set a=1"); });
+    EXPECT_EQ(english.text(),
+              "Lock request time out period exceeded.\nAnother user is changing the same rows and had not finished "
+              "after 2 s.\ncanceling statement due to lock timeout");
+}
+
+TEST_F(OdbcStatements, ThatWaitForARowInVainAreKnownByTheirWordsToo) {
+    const Failure ownNumber = failureFor({{"42000", 33557097, "[Scripted]canceling statement due to lock timeout"}});
+    EXPECT_EQ(ownNumber.kind(), FailureKind::busy);
+    EXPECT_EQ(ownNumber.number(), tsql::kLockTimeout);
 }
 
 TEST_F(OdbcStatements, OfAnUnknownNumberAreNoSyntaxFailures) {

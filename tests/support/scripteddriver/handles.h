@@ -26,6 +26,7 @@ struct ConnectionHandle : Handle {
 struct Parameter {
     SQLSMALLINT type = 0;
     SQLPOINTER data = nullptr;
+    SQLLEN room = 0;
     SQLLEN* length = nullptr;
 };
 
@@ -45,6 +46,8 @@ struct StatementHandle : Handle {
     bool asynchronous = false;
     std::vector<Parameter> parameters;
     std::vector<BoundColumn> bound;
+    SQLULEN sets = 1;                   ///< of parameters, one behind the other in each place
+    SQLUSMALLINT* setStates = nullptr;  ///< one a set
     SQLULEN rowsAtOnce = 1;
     SQLULEN* rowsFetched = nullptr;
     SQLUSMALLINT* rowStatus = nullptr;

@@ -39,6 +39,7 @@ void ScriptedServer::clear() {
     information.clear();
     deaf = false;
     asynchronous = false;
+    oneSetAtATime = false;
     refusedAttribute = 0;
     // A connection that is still open goes on using its session.
     sessions.remove_if([](const Session& session) { return !session.open; });

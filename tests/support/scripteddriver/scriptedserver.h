@@ -47,6 +47,7 @@ struct Answer {
     bool endsTransaction = false;  ///< the server rolls back by itself
     bool dies = false;             ///< the connection is gone
     int polls = 0;                 ///< how often an asynchronous call answers that it is still at work
+    int failedSet = -1;            ///< of the parameters; the call itself succeeds, as drivers have it
     bool waits = false;            ///< until the statement is cancelled or released
     std::vector<Answer> later;     ///< further results
 };
@@ -83,6 +84,7 @@ public:
     std::map<int, std::string> information;
     bool deaf = false;                  ///< to cancels
     bool asynchronous = false;          ///< the driver has asynchronous calls
+    bool oneSetAtATime = false;         ///< the driver takes no arrays of parameters
     std::int64_t refusedAttribute = 0;  ///< a connection attribute that the driver doesn't know
 
     /// Every connection that was ever asked for, in order; they stay for the test to look at.

@@ -10,6 +10,11 @@ namespace orvenmod::test {
 
 namespace {
 
+SQLRETURN notImplemented(StatementHandle& statement) {
+    statement.diagnostics = {{"HYC00", 0, "[Scripted]Optional feature not implemented"}};
+    return SQL_ERROR;
+}
+
 SQLRETURN cancelled(StatementHandle& statement) {
     statement.polls = -1;
     statement.diagnostics = {{"HY008", 0, "[Scripted]Operation canceled"}};
@@ -51,6 +56,10 @@ SQLRETURN execute(StatementHandle& statement) {
         if (!statement.parameters.empty()) server.parameters.push_back(statement.given);
         statement.answer = answerOf(server, session, statement.text);
         statement.row = 0;
+        for (SQLULEN set = 0; statement.setStates != nullptr && set < statement.sets; ++set) {
+            const bool fails = static_cast<int>(set) == statement.answer.failedSet;
+            statement.setStates[set] = fails ? SQL_PARAM_ERROR : SQL_PARAM_SUCCESS;
+        }
     }
     if (statement.answer.waits && !server.wait()) return cancelled(statement);
     if (statement.asynchronous && statement.answer.polls > 0) {
@@ -62,12 +71,12 @@ SQLRETURN execute(StatementHandle& statement) {
 
 namespace {
 
-std::optional<std::string> parameterText(const Parameter& parameter) {
-    const SQLLEN length = parameter.length == nullptr ? SQL_NTS : *parameter.length;
+std::optional<std::string> parameterText(const Parameter& parameter, SQLULEN set) {
+    const SQLLEN length = parameter.length == nullptr ? SQL_NTS : parameter.length[set];
     if (length == SQL_NULL_DATA) return std::nullopt;
     if (parameter.type == SQL_C_LONG || parameter.type == SQL_C_SLONG)
-        return std::to_string(*static_cast<SQLINTEGER*>(parameter.data));
-    return textOf(static_cast<SQLCHAR*>(parameter.data), length);
+        return std::to_string(static_cast<SQLINTEGER*>(parameter.data)[set]);
+    return textOf(static_cast<SQLCHAR*>(parameter.data) + static_cast<std::size_t>(parameter.room) * set, length);
 }
 
 bool isStreamed(const Parameter& parameter) {
@@ -80,13 +89,19 @@ SQLRETURN collect(StatementHandle& statement) {
     for (; statement.given.size() < statement.parameters.size();) {
         const Parameter& parameter = statement.parameters[statement.given.size()];
         if (isStreamed(parameter)) return SQL_NEED_DATA;
-        statement.given.push_back(parameterText(parameter));
+        statement.given.push_back(parameterText(parameter, statement.sets - 1));
     }
     return execute(statement);
 }
 
 SQLRETURN start(StatementHandle& statement) {
     if (statement.polls > 0) return execute(statement);
+    // All sets but the last, which goes out with the statement.
+    for (SQLULEN set = 0; set + 1 < statement.sets; ++set) {
+        ScriptedRow& row = ScriptedServer::get().parameters.emplace_back();
+        for (const Parameter& parameter : statement.parameters)
+            row.push_back(parameterText(parameter, set));
+    }
     statement.given.clear();
     statement.asked = 0;
     return collect(statement);
@@ -129,10 +144,10 @@ SQLRETURN SQL_API SQLPutData(SQLHSTMT handle, SQLPOINTER data, SQLLEN length) {
 }
 
 SQLRETURN SQL_API SQLBindParameter(SQLHSTMT handle, SQLUSMALLINT number, SQLSMALLINT, SQLSMALLINT type, SQLSMALLINT,
-                                   SQLULEN, SQLSMALLINT, SQLPOINTER data, SQLLEN, SQLLEN* length) {
+                                   SQLULEN, SQLSMALLINT, SQLPOINTER data, SQLLEN room, SQLLEN* length) {
     auto& parameters = as<StatementHandle>(handle).parameters;
     parameters.resize(std::max<std::size_t>(parameters.size(), number));
-    parameters[static_cast<std::size_t>(number - 1)] = {type, data, length};
+    parameters[static_cast<std::size_t>(number - 1)] = {type, data, room, length};
     return SQL_SUCCESS;
 }
 
@@ -147,11 +162,15 @@ SQLRETURN SQL_API SQLSetStmtAttr(SQLHSTMT handle, SQLINTEGER attribute, SQLPOINT
     if (attribute == SQL_ATTR_ASYNC_ENABLE) {
         const bool wanted = number == SQL_ASYNC_ENABLE_ON;
         if (wanted && !ScriptedServer::get().asynchronous) {
-            statement.diagnostics = {{"HYC00", 0, "[Scripted]Optional feature not implemented"}};
-            return SQL_ERROR;
+            return notImplemented(statement);
         }
         statement.asynchronous = wanted;
     }
+    if (attribute == SQL_ATTR_PARAMSET_SIZE) {
+        if (ScriptedServer::get().oneSetAtATime) return notImplemented(statement);
+        statement.sets = number;
+    }
+    if (attribute == SQL_ATTR_PARAM_STATUS_PTR) statement.setStates = static_cast<SQLUSMALLINT*>(value);
     if (attribute == SQL_ATTR_ROW_ARRAY_SIZE) statement.rowsAtOnce = number;
     if (attribute == SQL_ATTR_ROWS_FETCHED_PTR) statement.rowsFetched = static_cast<SQLULEN*>(value);
     if (attribute == SQL_ATTR_ROW_STATUS_PTR) statement.rowStatus = static_cast<SQLUSMALLINT*>(value);
