@@ -11,6 +11,9 @@ if(ORVEN_SANITIZE)
   # gcc can't follow initialization through its own instrumentation; the other builds still watch it.
   target_compile_options(orven_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
+if(ORVEN_FUZZ)
+  target_compile_options(orven_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # orven_headers(name headers...): headers that many files include, read once for the targets that reuse them. One build
 # goes without, so that a file that forgets an include is found.

@@ -13,16 +13,17 @@ using orvenmod::test::MemoryTrouble;
 
 std::atomic<std::int64_t> held{0};
 MemoryTrouble trouble;
-std::int64_t count = 0;
-int paused = 1;
-bool failed = false;
+// An export packs its workbook on a thread of its own.
+std::atomic<std::int64_t> count{0};
+std::atomic<int> paused{1};
+std::atomic<bool> failed{false};
 
 bool fails() noexcept {
     if (paused > 0) return false;
-    ++count;
-    const bool due = (trouble.kind == MemoryTrouble::Kind::once && count == trouble.at) ||
-                     (trouble.kind == MemoryTrouble::Kind::lasting && count >= trouble.at);
-    failed = failed || due;
+    const std::int64_t number = ++count;
+    const bool due = (trouble.kind == MemoryTrouble::Kind::once && number == trouble.at) ||
+                     (trouble.kind == MemoryTrouble::Kind::lasting && number >= trouble.at);
+    if (due) failed = true;
     return due;
 }
 

@@ -24,11 +24,6 @@ namespace {
 using tsql::Kind;
 using tsql::Type;
 
-std::string_view textOf(sqlite3_value* value) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
-}
-
 void addInteger(Recordset& rows, std::int64_t value) {
     char buffer[24];
     const char* end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
@@ -86,10 +81,8 @@ void addCell(Recordset& rows, sqlite3_value* value, const Type& type) {
         case SQLITE_TEXT:
             if (type.isDate()) return addDate(rows, value, type);
             return rows.addText(textOf(value));
-        case SQLITE_BLOB: {
-            const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
-            return rows.addText({bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))});
-        }
+        case SQLITE_BLOB:
+            return rows.addText(bytesOf(value));
         case SQLITE_INTEGER:
             if (type.isDate()) return addForeignDate(rows, value, type);
             return addInteger(rows, sqlite3_value_int64(value));
