@@ -31,8 +31,8 @@ struct Held {
 
 Held heldNow(const std::string& folder) {
     namespace fs = std::filesystem;
-    const auto count = [](const fs::path& folder) {
-        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+    const auto count = [](const fs::path& place) {
+        return std::distance(fs::directory_iterator(place), fs::directory_iterator());
     };
     return {::mallinfo2().uordblks, count("/proc/self/fd"), count(folder)};
 }
