@@ -2,22 +2,11 @@
 
 #include <algorithm>
 
+#include "store/text.h"
+
 namespace orvenmod::store {
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
-std::string folded(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return result;
-}
 
 char closingFor(char opening) {
     switch (opening) {
@@ -65,14 +54,14 @@ ConnectionString::ConnectionString(std::string_view text) {
             at = end + 1;
             continue;
         }
-        std::string key = folded(trimmed(text.substr(at, end - at)));
+        std::string key = asciiLower(trimmed(text.substr(at, end - at)));
         at = end + 1;
         parts_.emplace_back(std::move(key), readValue(text, at));
     }
 }
 
 std::string ConnectionString::get(std::string_view key, std::string_view fallback) const {
-    const std::string wanted = folded(trimmed(key));
+    const std::string wanted = asciiLower(trimmed(key));
     for (auto part = parts_.rbegin(); part != parts_.rend(); ++part) {
         if (part->first == wanted) return part->second;
     }
@@ -80,7 +69,7 @@ std::string ConnectionString::get(std::string_view key, std::string_view fallbac
 }
 
 bool ConnectionString::has(std::string_view key) const {
-    const std::string wanted = folded(trimmed(key));
+    const std::string wanted = asciiLower(trimmed(key));
     return std::any_of(parts_.begin(), parts_.end(), [&](const auto& part) { return part.first == wanted; });
 }
 

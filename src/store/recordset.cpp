@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "store/failure.h"
+#include "store/text.h"
 
 namespace orvenmod::store {
 
@@ -13,11 +14,9 @@ constexpr std::size_t kShortLength = 0xFF;
 constexpr std::size_t kFirstArenaBlock = 4096;
 constexpr std::size_t kFirstRows = 16;
 
-char folded(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }
-
 bool sameName(std::string_view left, std::string_view right) {
-    return left.size() == right.size() &&
-           std::equal(left.begin(), left.end(), right.begin(), [](char a, char b) { return folded(a) == folded(b); });
+    return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(),
+                                                     [](char a, char b) { return asciiLower(a) == asciiLower(b); });
 }
 
 }  // namespace

@@ -1,12 +1,13 @@
 // A session of the server is ended under the list.
 #include "browser/browsertest.h"
 #include "losses.h"
-#include "store/tsql/failurenumbers.h"
+#include "store/server/lostconnection.h"
 #include "store/tsql/messages.h"
 
 namespace orvenmod::test {
 namespace {
 
+namespace server = store::server;
 namespace tsql = store::tsql;
 
 class LostList : public BrowserTest {
@@ -44,8 +45,10 @@ TEST_F(LostList, BetweenTwoCommandsGoesUnnoticed) {
 TEST_F(LostList, WhileItArrivesIsToldOnceKeepsTheOldOneAndCanBeDoneAgain) {
     constexpr int kMany = 60000;
     addMany(kMany);
-    const std::string lost =
-        tsql::worded(tsql::Language::chinese, tsql::kConnectionLost, {PostgresServer::shared().host()}).text();
+    const std::string lost = server::lostConnection(PostgresServer::shared().host(), server::Loss::killed,
+                                                    "terminating connection due to administrator command",
+                                                    server::Outcome::undone, tsql::Language::chinese)
+                                 .text();
     stage.open(kManagement, [&](User& user) {
         user.clickNode("tv1", "D12");
         int losses = 0;

@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "store/odbc/lostsession.h"
+#include "store/odbc/nativesigns.h"
 #include "store/odbc/odbcfetch.h"
 #include "store/odbc/odbcoutline.h"
 #include "store/odbc/odbctableloader.h"
@@ -125,16 +125,17 @@ OdbcHandle OdbcConnection::statement() {
     return {SQL_HANDLE_STMT, session_->connection().get()};
 }
 
-void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work) {
+void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost) {
     try {
         session_->waiter().run(work, progress_);
     } catch (const Failure& reported) {
-        const bool lost = !session_->waiter().gaveUp() &&
-                          (isLost() || endsSession(reported.number()) || reported.kind() == FailureKind::connection);
+        const std::optional<server::Loss> loss = lossOf(reported.number());
+        const bool lost =
+            !session_->waiter().gaveUp() && (isLost() || loss || reported.kind() == FailureKind::connection);
         if (lost) session_->spoil();
         settle(work);
         if (!lost) throw;
-        throw lostSession(server_, reported, language_);
+        throw server::lostConnection(server_, loss.value_or(server::Loss::unclear), reported.text(), ifLost, language_);
     } catch (...) {
         settle(work);
         throw;
@@ -186,9 +187,9 @@ void OdbcConnection::prepare() {
     if (text_.touchesSession()) session_->spoil();
 }
 
-std::int64_t OdbcConnection::change(std::string_view sql) {
+std::int64_t OdbcConnection::change(std::string_view sql, server::Outcome ifLost) {
     const auto work = std::make_shared<Change>(statement(), sql);
-    run(work);
+    run(work, ifLost);
     return work->touched();
 }
 
@@ -246,13 +247,13 @@ std::unique_ptr<TableWriter> OdbcConnection::openTable(std::string_view table) {
     return std::make_unique<OdbcTableWriter>(*this, table);
 }
 
-void OdbcConnection::checkText(std::string_view text, bool wide) {
+void OdbcConnection::checkText(std::string_view text, CharacterSet set) {
     try {
         tsql::requireText(text);
     } catch (const tsql::Error& error) {
         throw tsql::worded(language_, error);
     }
-    if (!wide) checkCharacters(text);
+    if (set == CharacterSet::codePage) checkCharacters(text);
 }
 
 void OdbcConnection::checkCharacters(std::string_view text) {
@@ -275,12 +276,7 @@ void OdbcConnection::beginTrans() {
 
 void OdbcConnection::commitTrans() {
     if (transaction_ == Transaction::none) throw failure(session_ ? tsql::kCommitWithoutBegin : tsql::kClosed);
-    try {
-        change(kCommit);
-    } catch (const Failure& reported) {
-        if (reported.number() != tsql::kConnectionLost) throw;
-        throw failure(tsql::kCommitUnknown, {server_});
-    }
+    change(kCommit, server::Outcome::unknown);
     transaction_ = Transaction::none;
 }
 

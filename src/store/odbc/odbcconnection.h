@@ -10,6 +10,7 @@
 #include "store/connection.h"
 #include "store/odbc/odbcsession.h"
 #include "store/odbc/odbcwork.h"
+#include "store/server/lostconnection.h"
 #include "store/server/progress.h"
 #include "store/tsql/onestatement.h"
 
@@ -39,10 +40,11 @@ public:
     /// A new statement. Throws Failure where the connection is closed or its transaction is lost.
     OdbcHandle statement();
     /// Runs work of such a statement. Throws Failure.
-    void run(const std::shared_ptr<OdbcWork>& work);
-    /// Throws Failure for a text that a column can't hold: no text at all, or, unless the column is one of wide
-    /// characters, with some that the database's code page doesn't have.
-    void checkText(std::string_view text, bool wide);
+    void run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost = server::Outcome::undone);
+    enum class CharacterSet { codePage, wide };
+    /// Throws Failure for a text that a column of that set can't hold: no text at all, or with characters that the
+    /// database's code page doesn't have.
+    void checkText(std::string_view text, CharacterSet set);
     /// A failure of this component's own, in the language of the connection string.
     Failure failure(int number, const std::vector<std::string>& arguments = {}) const {
         return tsql::worded(language_, number, arguments);
@@ -58,7 +60,7 @@ private:
     void prepare();
     void prepareQuery(std::string_view sql);
     void checkCharacters(std::string_view text);
-    std::int64_t change(std::string_view sql);
+    std::int64_t change(std::string_view sql, server::Outcome ifLost = server::Outcome::undone);
     void settle(const std::shared_ptr<OdbcWork>& work) noexcept;
     bool isLost() const;
     bool hasTransaction() noexcept;

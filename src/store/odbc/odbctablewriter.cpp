@@ -14,7 +14,10 @@ namespace orvenmod::store::odbc {
 
 namespace {
 
-bool isWide(SQLSMALLINT type) { return type == SQL_WCHAR || type == SQL_WVARCHAR || type == SQL_WLONGVARCHAR; }
+OdbcConnection::CharacterSet setOf(SQLSMALLINT type) {
+    const bool wide = type == SQL_WCHAR || type == SQL_WVARCHAR || type == SQL_WLONGVARCHAR;
+    return wide ? OdbcConnection::CharacterSet::wide : OdbcConnection::CharacterSet::codePage;
+}
 
 std::u16string wideText(std::string_view text) {
     std::u16string result;
@@ -88,7 +91,7 @@ std::string OdbcTableWriter::insertText() const {
 void OdbcTableWriter::update() {
     if (!std::exchange(begun_, false)) throw connection_.failure(tsql::kNoRowBegun);
     for (const Field& field : fields_) {
-        if (field.text) connection_.checkText(*field.text, isWide(field.column.type));
+        if (field.text) connection_.checkText(*field.text, setOf(field.column.type));
     }
     std::string insert = insertText();
     connection_.run(std::make_shared<InsertOfFields>(connection_.statement(), std::move(insert), std::move(fields_)));

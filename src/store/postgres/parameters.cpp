@@ -107,7 +107,7 @@ void Parameters::addReal(double value, const Type& type) {
 
 void Parameters::addText(const Datum& value, std::string_view source, const Type& type) {
     if (value.kind != Datum::Kind::null && type.isDecimal()) {
-        if (auto digits = Decimal::parse(tsql::trimmed(source))) {
+        if (auto digits = Decimal::parse(trimmed(source))) {
             digits->round(type.scale);
             return addText(digits->print());
         }

@@ -6,6 +6,7 @@
 
 #include "store/postgres/failures.h"
 #include "store/postgres/session.h"
+#include "store/text.h"
 #include "store/tsql/postgresnames.h"
 #include "store/tsql/runtime.h"
 #include "store/tsql/translator.h"
@@ -47,14 +48,6 @@ constexpr const char* kIndexes =
     "ORDER BY x.indisprimary DESC, i.oid";
 enum IndexField { tableName, indexName, indexComment, isPrimary, isUnique, indexedColumns };
 constexpr char kBetweenNames = '\x1f';
-
-std::string folded(std::string_view name) {
-    std::string result(name);
-    for (char& c : result) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return result;
-}
 
 bool isTrue(const PGresult* rows, int row, int column) { return textOf(rows, row, column) == "t"; }
 
@@ -154,7 +147,7 @@ std::vector<std::string> orderOf(const PGresult* rows, int row, const tsql::Obje
 }
 
 bool isViewText(std::string_view comment) {
-    const std::string start = folded(tsql::trimmed(comment).substr(0, 7));
+    const std::string start = asciiLower(trimmed(comment).substr(0, 7));
     return start == "create " || start.starts_with("alter ");
 }
 

@@ -62,10 +62,10 @@ Session& PostgresConnection::session() {
     return *session_;
 }
 
-void PostgresConnection::failForLoss(const LostConnection&, bool mayBeStored) {
+void PostgresConnection::failForLoss(const LostConnection& lost, server::Outcome outcome) {
     session_.reset();
     if (transaction_ != Transaction::none) transaction_ = Transaction::lost;
-    throw tsql::worded(language_, mayBeStored ? tsql::kCommitUnknown : tsql::kConnectionLost, {server_});
+    throw server::lostConnection(server_, lost.loss, lost.words, outcome, language_);
 }
 
 // The place of the look at the schema among what is queued. What a transaction has read keeps its shape, so that one
@@ -105,7 +105,8 @@ Answer PostgresConnection::sendUnit(Effect effect, const Session::Stream* stream
     try {
         answer = session_->send(stream);
     } catch (const LostConnection& lost) {
-        failForLoss(lost, effect == Effect::changes && transaction_ == Transaction::none);
+        const bool mayBeStored = effect == Effect::changes && transaction_ == Transaction::none;
+        failForLoss(lost, mayBeStored ? server::Outcome::unknown : server::Outcome::undone);
     } catch (...) {
         // The progress has ended it.
         if (transaction_ == Transaction::begun) transaction_ = Transaction::open;
@@ -371,7 +372,7 @@ void PostgresConnection::commitOpen() {
     try {
         answer = session_->send();
     } catch (const LostConnection& lost) {
-        failForLoss(lost, true);
+        failForLoss(lost, server::Outcome::unknown);
     }
     if (const PGresult* failure = answer.failure()) {
         transaction_ = Transaction::lost;

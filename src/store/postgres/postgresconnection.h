@@ -91,7 +91,7 @@ private:
     [[noreturn]] void failChange(std::string_view sql, const PGresult* failure, const Values& values);
     [[noreturn]] void failLoad(const PGresult* failure,
                                const std::function<Loaded(std::size_t row, const std::string& column)>& loaded);
-    [[noreturn]] void failForLoss(const LostConnection& lost, bool mayBeStored);
+    [[noreturn]] void failForLoss(const LostConnection& lost, server::Outcome outcome);
 
     std::string connectionString_;
     tsql::Language language_;
@@ -112,7 +112,7 @@ auto PostgresConnection::worded(Work work) {
     } catch (const tsql::Error& error) {
         throw tsql::worded(language_, error);
     } catch (const LostConnection& lost) {
-        failForLoss(lost, false);
+        failForLoss(lost, server::Outcome::undone);
     }
 }
 

@@ -1,20 +1,10 @@
 #include "store/postgres/postgrestablewriter.h"
 
 #include "store/postgres/postgresconnection.h"
+#include "store/tsql/emitter.h"
 #include "store/tsql/postgresnames.h"
 
 namespace orvenmod::store::postgres {
-
-namespace {
-
-std::string quoted(const std::string& native) {
-    std::string result = "\"";
-    for (const char c : native)
-        result += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return result + '"';
-}
-
-}  // namespace
 
 PostgresTableWriter::PostgresTableWriter(PostgresConnection& connection, std::string_view table)
     : RowWriter(connection.session().catalog(), table), connection_(connection) {}
@@ -23,12 +13,12 @@ void PostgresTableWriter::checkOpen() { connection_.session(); }
 tsql::Language PostgresTableWriter::language() const { return connection_.language(); }
 
 std::string PostgresTableWriter::insertText() const {
-    const std::string start = "INSERT INTO " + quoted(tsql::nativeName(table().name));
+    const std::string start = "INSERT INTO " + tsql::quoteName(tsql::nativeName(table().name));
     if (fields().empty()) return start + " DEFAULT VALUES";
     std::string names;
     std::string places;
     for (const Field& field : fields()) {
-        names += (names.empty() ? "" : ",") + quoted(tsql::nativeName(columnOf(field).name));
+        names += (names.empty() ? "" : ",") + tsql::quoteName(tsql::nativeName(columnOf(field).name));
         places += (places.empty() ? "$" : ",$") + std::to_string(&field - fields().data() + 1);
     }
     return start + "(" + names + ") VALUES(" + places + ")";

@@ -61,6 +61,17 @@ std::string zoneText(long east) {
     return text.data();
 }
 
+// The server's farewell, where it is one.
+void noteEnd(const PGresult* result, server::Loss& loss, std::string& words) {
+    constexpr std::string_view kAdministratorsOrder = "57P01";
+    constexpr std::string_view kCrash = "57P02";
+    const std::string state = field(result, PG_DIAG_SQLSTATE);
+    if (!state.starts_with("57P")) return;
+    if (state == kAdministratorsOrder) loss = server::Loss::killed;
+    if (state == kCrash) loss = server::Loss::shuttingDown;
+    words = field(result, PG_DIAG_MESSAGE_PRIMARY);
+}
+
 }  // namespace
 
 Prepared::~Prepared() {
@@ -145,7 +156,7 @@ void Session::setUp() {
         const Answer answer = send();
         if (const PGresult* failure = answer.failure()) throw setUpFailure(failure, address_);
     } catch (const LostConnection& lost) {
-        throw tsql::worded(address_.language, tsql::kServerUnreachable, {address_.server, lost.reason});
+        throw tsql::worded(address_.language, tsql::kServerUnreachable, {address_.server, lost.words});
     }
 }
 
@@ -216,10 +227,10 @@ Answer Session::receive(const Stream* stream) {
         // The library takes it only before anything of the query has come.
         if (std::exchange(begins, false) && stream != nullptr && at == stream->at)
             PQsetSingleRowMode(connection_.get());
-        awaitResult();
+        awaitResult(answer.failure());
         Result result(PQgetResult(connection_.get()));
         if (!result) {
-            if (PQstatus(connection_.get()) == CONNECTION_BAD) lose();
+            if (PQstatus(connection_.get()) == CONNECTION_BAD) lose(answer.failure());
             ++at;
             begins = true;
             continue;
@@ -234,26 +245,26 @@ Answer Session::receive(const Stream* stream) {
         if (status == PGRES_COMMAND_OK && at < queued_.size() && queued_[at].preparing != nullptr)
             queued_[at].preparing->setKnown();
         answer.results.push_back(std::move(result));
-        if (PQstatus(connection_.get()) == CONNECTION_BAD) lose();
+        if (PQstatus(connection_.get()) == CONNECTION_BAD) lose(answer.failure());
     }
     queued_.clear();
     return answer;
 }
 
-void Session::awaitResult() {
-    while (flush() || PQisBusy(connection_.get()) != 0) {
+void Session::awaitResult(const PGresult* last) {
+    while (flush(last) || PQisBusy(connection_.get()) != 0) {
         const auto awaited = unsent_ ? server::Awaited::either : server::Awaited::readable;
         server::awaitSocket(PQsocket(connection_.get()), awaited, progress_);
-        if (PQconsumeInput(connection_.get()) == 0) lose();
+        if (PQconsumeInput(connection_.get()) == 0) lose(last);
         progress_.report();
     }
 }
 
 // Whether something is left to be sent.
-bool Session::flush() {
+bool Session::flush(const PGresult* last) {
     if (!unsent_) return false;
     const int left = PQflush(connection_.get());
-    if (left < 0) lose();
+    if (left < 0) lose(last);
     unsent_ = left > 0;
     return unsent_;
 }
@@ -348,7 +359,13 @@ void Session::interrupt() noexcept {
     std::swap(silent, progress_);
 }
 
-void Session::lose() const { throw LostConnection{lastWords(connection_.get())}; }
+// A server that ends says why, and its failure is then the last answer.
+void Session::lose(const PGresult* last) const {
+    server::Loss loss = server::Loss::closed;
+    std::string words = lastWords(connection_.get());
+    if (last != nullptr) noteEnd(last, loss, words);
+    throw LostConnection{loss, words};
+}
 
 Prepared Session::newStatement() { return {ownName_ + std::to_string(++names_), gone_}; }
 
@@ -356,15 +373,8 @@ CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape
     if (CachedStatement* known = cache_.find(shape)) return *known;
     CachedStatement entry;
     entry.translation = byCatalog([&] { return tsql::translateForPostgres(sql, catalog_); });
-    const bool native =
-        entry.translation.kind == tsql::StatementKind::query || entry.translation.kind == tsql::StatementKind::change;
-    if (native) entry.statement = newStatement();
-    if (!native || !entry.translation.cacheable) {
-        uncached_ = std::move(entry);
-        return uncached_;
-    }
-    entry.key = shape.key;
-    return cache_.add(std::move(entry));
+    if (tsql::runsAsItIs(entry.translation.kind)) entry.statement = newStatement();
+    return cache_.keep(shape, std::move(entry));
 }
 
 void Session::forgetSchema() {

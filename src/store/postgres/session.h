@@ -1,5 +1,5 @@
 // One session on the server with what is kept with it from use to use: settings, prepared statements, catalog. Lives in
-// the pool between two uses; see handlepool.h.
+// the pool between two uses; see sessionpool.h.
 //
 // What is queued goes out together and comes back in one round trip. The server runs it as one unit: behind the first
 // that fails, nothing more is done. Outside a transaction it is a transaction of its own.
@@ -21,6 +21,7 @@
 #include "store/postgres/parameters.h"
 #include "store/postgres/postgrescatalog.h"
 #include "store/postgres/serveraddress.h"
+#include "store/server/lostconnection.h"
 #include "store/server/progress.h"
 #include "store/tsql/error.h"
 #include "store/tsql/statementcache.h"
@@ -64,7 +65,8 @@ struct Answer {
 
 /// The server has gone, in its own words or the library's.
 struct LostConnection {
-    std::string reason;
+    server::Loss loss;
+    std::string words;
 };
 
 /// What every session has prepared from its beginning.
@@ -147,15 +149,15 @@ private:
     void checkServer() const;
     void setUp();
     Answer receive(const Stream* stream);
-    void awaitResult();
+    void awaitResult(const PGresult* last = nullptr);
     Result sendRows(const std::string& command, std::string_view rows);
     Result lastResult();
     template <typename Put>
     void put(Put put);
     void awaitRoom();
     void interrupt() noexcept;
-    bool flush();
-    [[noreturn]] void lose() const;
+    bool flush(const PGresult* last = nullptr);
+    [[noreturn]] void lose(const PGresult* last = nullptr) const;
 
     struct Queued {
         Prepared* preparing = nullptr;
@@ -168,7 +170,6 @@ private:
     // The names of prepared statements that nobody has any more.
     Prepared::Names gone_ = std::make_shared<std::vector<std::string>>();
     StatementCache cache_;
-    CachedStatement uncached_;  // the last one that is not kept
     std::vector<Queued> queued_;
     std::string ownName_;  // begins the names of its statements
     std::size_t names_ = 0;

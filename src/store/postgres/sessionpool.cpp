@@ -1,5 +1,6 @@
 #include "store/postgres/sessionpool.h"
 
+#include <chrono>
 #include <cstdlib>
 
 #include "store/handlepool.h"
@@ -8,8 +9,11 @@ namespace orvenmod::store::postgres {
 
 namespace {
 
+// Each holds a process of the server with all that it has prepared.
+constexpr std::chrono::minutes kLongestIdle{10};
+
 HandlePool<Session>& pool() {
-    static HandlePool<Session> instance({8, std::chrono::minutes(10)});
+    static HandlePool<Session> instance({.longest = kLongestIdle});
     return instance;
 }
 

@@ -92,15 +92,8 @@ CachedStatement& Database::prepare(std::string_view sql, const tsql::Shape& shap
     catalog_.refresh();
     CachedStatement entry;
     entry.translation = tsql::translateForSqlite(sql, catalog_);
-    const bool native =
-        entry.translation.kind == tsql::StatementKind::query || entry.translation.kind == tsql::StatementKind::change;
-    if (native) entry.statement = prepareNative(entry.translation.statements.front());
-    if (!native || !entry.translation.cacheable) {
-        uncached_ = std::move(entry);
-        return uncached_;
-    }
-    entry.key = shape.key;
-    return cache_.add(std::move(entry));
+    if (tsql::runsAsItIs(entry.translation.kind)) entry.statement = prepareNative(entry.translation.statements.front());
+    return cache_.keep(shape, std::move(entry));
 }
 
 void Database::forget(const CachedStatement& entry) {

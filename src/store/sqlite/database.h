@@ -84,7 +84,6 @@ private:
     Runtime runtime_;
     SqliteCatalog catalog_;
     StatementCache cache_;
-    CachedStatement uncached_;  // the last one that is not kept
     std::vector<std::pair<const char*, Statement>> natives_;
     std::chrono::steady_clock::time_point waitingSince_;
 };

@@ -2,6 +2,7 @@
 
 #include "store/sqlite/binding.h"
 #include "store/sqlite/sqlitefailure.h"
+#include "store/text.h"
 #include "store/tsql/error.h"
 #include "store/tsql/translator.h"
 
@@ -9,18 +10,10 @@ namespace orvenmod::store::sqlite {
 
 namespace {
 
-std::string folded(std::string_view name) {
-    std::string result(name);
-    for (char& c : result) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return result;
-}
-
 // A type that another program declared and the dialect does not know is taken by SQLite's own rule of affinity.
 tsql::Type declaredType(const std::string& declared) {
     if (const auto type = tsql::parseType(declared)) return *type;
-    const std::string name = folded(declared);
+    const std::string name = asciiLower(declared);
     const auto has = [&name](std::string_view part) { return name.find(part) != std::string::npos; };
     if (has("int")) return tsql::typeOf(tsql::Kind::bigint);
     if (has("char") || has("clob") || has("text")) return tsql::textType(tsql::Kind::varchar, -1);
@@ -80,7 +73,7 @@ void SqliteCatalog::detach() {
 }
 
 const tsql::ObjectInfo* SqliteCatalog::find(std::string_view name) const {
-    std::string key = folded(name);
+    std::string key = asciiLower(name);
     const auto known = objects_.find(key);
     if (known != objects_.end()) return known->second.get();
     auto object = read(key);

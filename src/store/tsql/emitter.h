@@ -97,7 +97,8 @@ protected:
     std::string branch(const Query& query, const Names* names);
     std::string columnList(const Query& query, const Names& names) const;
     std::string items(const Select& select, const Names* names);
-    virtual std::string clauses(const Select& select);
+    std::string clauses(const Select& select);
+    virtual std::string havingCondition(const Select& select) { return condition(*select.having); }
     std::string orderBy(const Query& query, ItemNaming naming);
     std::string orderByNames(const Query& query, const Names& names) const;
     std::string sources(const std::vector<SourcePtr>& from);
@@ -121,6 +122,8 @@ protected:
     virtual std::string unary(const Expression& expression);
     std::string caseWhen(const Expression& expression);
     std::string arguments(const Expression& call);
+    /// Functions that every target writes alike, isnull by the target's word; empty for the others.
+    std::string sharedFunction(const Expression& call, const char* isnull);
     bool mayUseIndex(const Expression& like) const;
     const Literal& literalOf(const Expression& expression) const {
         return literals_[static_cast<std::size_t>(expression.literal)];

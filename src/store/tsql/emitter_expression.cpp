@@ -1,4 +1,7 @@
-// Values and conditions.
+// Values and conditions. A comparison writes texts in the form in which equal ones are the same, or in the one by which
+// they are ordered; everything else is written as it is.
+//
+//   fname='A' and fid<9    ((<form of "t"."fname"> = ?1) AND ("t"."fid" < ?2))
 #include "store/tsql/emitter.h"
 #include "store/tsql/error.h"
 
@@ -186,6 +189,30 @@ std::string Emitter::quantified(const Expression& expression) {
     // "all" fails by one row that compares as false, and as well by one that compares as unknown.
     return expression.all ? "(NOT EXISTS (SELECT 1 FROM " + rows + " WHERE " + match + " IS NOT TRUE))"
                           : "EXISTS (SELECT 1 FROM " + rows + " WHERE " + match + ")";
+}
+
+std::string Emitter::sharedFunction(const Expression& call, const char* isnull) {
+    const std::string& name = call.name;
+    // The later arguments are looked at only where the first is null, and a literal among them is converted then.
+    if (name == "isnull" || name == "coalesce") {
+        std::string text = value(*call.operands[0]);
+        ++conditional_;
+        for (std::size_t i = 1; i < call.operands.size(); ++i) {
+            text += ", " + value(*call.operands[i]);
+        }
+        --conditional_;
+        return call.operands.size() == 1 ? text : (name == "isnull" ? isnull : "coalesce") + ("(" + text) + ")";
+    }
+    if (name == "choose") {
+        std::string text = "CASE " + value(*call.operands[0]);
+        ++conditional_;
+        for (std::size_t i = 1; i < call.operands.size(); ++i) {
+            text += " WHEN " + std::to_string(i) + " THEN " + value(*call.operands[i]);
+        }
+        --conditional_;
+        return text + " END";
+    }
+    return name == "len" ? "length(rtrim(" + arguments(call) + "))" : "";
 }
 
 }  // namespace orvenmod::store::tsql

@@ -81,7 +81,7 @@ std::string Emitter::clauses(const Select& select) {
         text += " GROUP BY " + joined(groups);
     }
     if (select.having) {
-        text += " HAVING " + condition(*select.having);
+        text += " HAVING " + havingCondition(select);
     }
     return text;
 }

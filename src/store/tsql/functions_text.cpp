@@ -18,11 +18,9 @@ namespace orvenmod::store::tsql {
 
 namespace {
 
-char folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 std::size_t findFolded(std::string_view text, std::string_view wanted, std::size_t from) {
     const auto found = std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), wanted.begin(),
-                                   wanted.end(), [](char a, char b) { return folded(a) == folded(b); });
+                                   wanted.end(), [](char a, char b) { return asciiLower(a) == asciiLower(b); });
     return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
 }
 
@@ -141,7 +139,7 @@ std::string soundex(std::string_view text) {
     std::string result;
     char last = '0';
     for (const char c : text) {
-        const char letter = folded(c);
+        const char letter = asciiLower(c);
         if (letter < 'a' || letter > 'z') break;
         const char code = kCodes[static_cast<std::size_t>(letter - 'a')];
         if (result.empty()) {

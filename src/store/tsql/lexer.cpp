@@ -11,6 +11,7 @@
 
 #include <array>
 
+#include "store/text.h"
 #include "store/tsql/error.h"
 
 namespace orvenmod::store::tsql {
@@ -20,10 +21,9 @@ constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-constexpr char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 constexpr bool isWordStart(char c) {
-    return (lowered(c) >= 'a' && lowered(c) <= 'z') || c == '_' || c == '#' || static_cast<unsigned char>(c) >= 0x80;
+    return (asciiLower(c) >= 'a' && asciiLower(c) <= 'z') || c == '_' || c == '#' ||
+           static_cast<unsigned char>(c) >= 0x80;
 }
 
 // U+3000, the blank of Chinese input methods, separates words as a blank does.
@@ -43,10 +43,10 @@ constexpr std::array<bool, 256> kPlainWordBytes = [] {
 // Whether a bare word begins there, and no text as in N'...'.
 bool isWord(std::string_view sql, std::size_t position) {
     const char c = sql[position];
-    return isWordStart(c) && !(lowered(c) == 'n' && position + 1 < sql.size() && sql[position + 1] == '\'');
+    return isWordStart(c) && !(asciiLower(c) == 'n' && position + 1 < sql.size() && sql[position + 1] == '\'');
 }
 
-bool isHexDigit(char c) { return isDigit(c) || (lowered(c) >= 'a' && lowered(c) <= 'f'); }
+bool isHexDigit(char c) { return isDigit(c) || (asciiLower(c) >= 'a' && asciiLower(c) <= 'f'); }
 
 }  // namespace
 
@@ -55,20 +55,14 @@ bool sameName(std::string_view left, std::string_view right) {
         return false;
     }
     for (std::size_t i = 0; i < left.size(); ++i) {
-        if (lowered(left[i]) != lowered(right[i])) {
+        if (asciiLower(left[i]) != asciiLower(right[i])) {
             return false;
         }
     }
     return true;
 }
 
-std::string lowerName(std::string_view name) {
-    std::string result(name);
-    for (char& c : result) {
-        c = lowered(c);
-    }
-    return result;
-}
+std::string lowerName(std::string_view name) { return asciiLower(name); }
 
 bool Token::isWord(std::string_view lowerCase) const { return kind == Kind::word && sameName(text, lowerCase); }
 
@@ -122,7 +116,7 @@ Token Lexer::next() {
         end.offset = start;
         return end;
     }
-    if (isDigit(c) && c == '0' && lowered(at(start + 1)) == 'x') {
+    if (isDigit(c) && c == '0' && asciiLower(at(start + 1)) == 'x') {
         return binaryToken(start);
     }
     if (startsNumber(start) || (c == '-' && signMayFollow_ && startsNumber(start + 1))) {
@@ -180,7 +174,7 @@ Token Lexer::numberToken(std::size_t start) {
         }
     }
     const std::size_t exponent = position + (at(position + 1) == '+' || at(position + 1) == '-' ? 2U : 1U);
-    if (lowered(at(position)) == 'e' && isDigit(at(exponent))) {
+    if (asciiLower(at(position)) == 'e' && isDigit(at(exponent))) {
         literal.kind = LiteralKind::real;
         for (position = exponent; isDigit(at(position));) {
             ++position;

@@ -6,16 +6,15 @@
 //   'a%c'   like 'a!%c' escape '!'      1
 #include "store/tsql/like.h"
 
+#include "store/text.h"
 #include "store/tsql/utf8.h"
 
+// Letters are those of ASCII, as the store's text order folds: a pattern's beginning is looked up in that order.
 namespace orvenmod::store::tsql {
 
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
-
-// ASCII only, as the store's text order folds: a pattern's beginning is looked up in that order.
-char32_t folded(char32_t c) { return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c; }
 
 class Matcher {
 public:
@@ -64,14 +63,14 @@ private:
         } else if (wanted == '[') {
             return inSet(character, in);
         }
-        return character == wanted || folded(character) == folded(wanted);
+        return character == wanted || asciiLower(character) == asciiLower(wanted);
     }
 
     // `in` stands behind the '['. A set that is not closed matches nothing.
     bool inSet(char32_t character, std::size_t& in) const {
         const bool negated = in < pattern_.size() && pattern_[in] == '^';
         if (negated) ++in;
-        const char32_t wanted = folded(character);
+        const char32_t wanted = asciiLower(character);
         bool found = false;
         bool first = true;
         // A ']' in front is a member of the set.
@@ -84,7 +83,7 @@ private:
                 ++in;
                 high = nextCharacter(pattern_, in);
             }
-            found = found || (wanted >= folded(low) && wanted <= folded(high));
+            found = found || (wanted >= asciiLower(low) && wanted <= asciiLower(high));
         }
         if (in >= pattern_.size()) return false;
         ++in;

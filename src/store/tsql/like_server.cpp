@@ -5,6 +5,7 @@
 //   [A-C]x_    ~ '^[\u0061-\u0063]x. *$'      blanks at the text's end may be left over
 #include <cstdio>
 
+#include "store/text.h"
 #include "store/tsql/like.h"
 #include "store/tsql/utf8.h"
 
@@ -12,8 +13,6 @@ namespace orvenmod::store::tsql {
 namespace {
 
 constexpr const char* kNothing = ".^";
-
-char32_t folded(char32_t c) { return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c; }
 
 bool isWordCharacter(char32_t c) { return c >= 0x80 || c == ' ' || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z'); }
 
@@ -39,12 +38,12 @@ std::string bracket(std::string_view pattern, std::size_t& in) {
     std::string members;
     bool first = true;
     while (in < pattern.size() && (pattern[in] != ']' || first)) {
-        const char32_t low = folded(nextCharacter(pattern, in));
+        const char32_t low = asciiLower(nextCharacter(pattern, in));
         char32_t high = low;
         first = false;
         if (in + 1 < pattern.size() && pattern[in] == '-' && pattern[in + 1] != ']') {
             ++in;
-            high = folded(nextCharacter(pattern, in));
+            high = asciiLower(nextCharacter(pattern, in));
         }
         if (low <= high) {
             members += low == high ? code(low) : code(low) + "-" + code(high);
@@ -69,7 +68,7 @@ bool isPlainPattern(std::string_view pattern) {
 std::string serverPattern(std::string_view pattern) {
     std::string result;
     for (const char c : pattern) {
-        result += static_cast<char>(folded(static_cast<unsigned char>(c)));
+        result += static_cast<char>(asciiLower(static_cast<unsigned char>(c)));
         if (c == '\\') {
             result += c;
         }
@@ -92,7 +91,7 @@ std::string serverExpression(std::string_view pattern) {
             }
             result += set;
         } else {
-            result += single(folded(c));
+            result += single(asciiLower(c));
         }
     }
     return result + " *$";

@@ -29,7 +29,7 @@ std::string successor(std::string_view prefix) {
     std::u32string characters;
     for (std::size_t at = 0; at < prefix.size();) {
         const char32_t c = nextCharacter(prefix, at);
-        characters += c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c;
+        characters += asciiLower(c);
     }
     while (!characters.empty() && characters.back() >= kLastCharacter)
         characters.pop_back();

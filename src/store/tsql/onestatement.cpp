@@ -91,8 +91,7 @@ constexpr std::string_view kChanges[] = {"insert", "update",   "delete", "create
 bool isOpening(const Token& token) {
     if (token.text.size() < kShortestOpening || token.text.size() > kLongestOpening) return false;
     std::array<char, kLongestOpening> lower{};
-    std::transform(token.text.begin(), token.text.end(), lower.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::transform(token.text.begin(), token.text.end(), lower.begin(), [](char c) { return asciiLower(c); });
     return std::binary_search(kOpening.begin(), kOpening.end(), std::string_view(lower.data(), token.text.size()));
 }
 

@@ -82,7 +82,7 @@ private:
     std::string deliveredRows(const Query& query) override { return deliveredRows(query, nullptr); }
     std::string deliveredRows(const Query& query, const Names* names);
     std::string unaskedOrder(const Query& query);
-    std::string clauses(const Select& select) override;
+    std::string havingCondition(const Select& select) override;
     std::string distinctSelect(const Query& query, const Names* names) override;
     std::string madeDistinct(const std::string& rows, const Query& query, const Names& names) const override;
     std::string matched(const Query& query, const Names& names) override;

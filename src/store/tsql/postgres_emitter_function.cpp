@@ -71,27 +71,9 @@ std::string PostgresEmitter::function(const Expression& call) {
 
 std::string PostgresEmitter::builtin(const Expression& call) {
     const std::string& name = call.name;
-    // The later arguments are looked at only where the first is null, and a literal among them is converted then.
-    if (name == "isnull" || name == "coalesce") {
-        std::vector<std::string> texts = {value(*call.operands[0])};
-        ++conditional_;
-        for (std::size_t i = 1; i < call.operands.size(); ++i) {
-            texts.push_back(value(*call.operands[i]));
-        }
-        --conditional_;
-        return texts.size() == 1 ? texts[0] : "coalesce(" + joined(texts) + ")";
-    }
-    if (name == "choose") {
-        std::string text = "CASE " + value(*call.operands[0]);
-        ++conditional_;
-        for (std::size_t i = 1; i < call.operands.size(); ++i) {
-            text += " WHEN " + std::to_string(i) + " THEN " + value(*call.operands[i]);
-        }
-        --conditional_;
-        return text + " END";
-    }
-    if (name == "len") {
-        return "length(rtrim(" + arguments(call) + "))";
+    const std::string shared = sharedFunction(call, "coalesce");
+    if (!shared.empty()) {
+        return shared;
     }
     if (name == "ltrim" || name == "rtrim" || name == "concat") {
         return name + "(" + arguments(call) + ")";

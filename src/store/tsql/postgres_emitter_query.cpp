@@ -1,8 +1,14 @@
 // PostgreSQL orders nulls last, the dialect first. An index of ours has them first too; a column that can't be null is
-// ordered without a word about them, as the index of a primary key is.
-#include <algorithm>
-
+// ordered without a word about them, as the index of a primary key is, unless its table stands at the outer side of a
+// join:
+//
+//   from a left join b on ...  order by a.id, b.id     ORDER BY "a"."id", "b"."id" NULLS FIRST
+//
+// A column that is grouped by stands for its group in the list and in having, but for its row in from and where; so the
+// groups are known only while those two are written.
 #include "store/tsql/postgres_emitter.h"
+
+#include <algorithm>
 
 namespace orvenmod::store::tsql {
 
@@ -38,27 +44,11 @@ PostgresEmitter::Groups PostgresEmitter::groupedBy(const Select& select) const {
     return groups;
 }
 
-std::string PostgresEmitter::clauses(const Select& select) {
+std::string PostgresEmitter::havingCondition(const Select& select) {
     const Groups outer = groups_;
-    std::string text;
-    if (!select.from.empty()) {
-        text += " FROM " + sources(select.from);
-    }
-    if (select.where) {
-        text += " WHERE " + condition(*select.where);
-    }
-    std::vector<std::string> groups;
-    for (const ExpressionPtr& group : select.groupBy) {
-        groups.push_back(groupKey(*group));
-    }
-    if (!groups.empty()) {
-        text += " GROUP BY " + joined(groups);
-    }
-    if (select.having) {
-        groups_ = groupedBy(select);
-        text += " HAVING " + condition(*select.having);
-        groups_ = outer;
-    }
+    groups_ = groupedBy(select);
+    std::string text = condition(*select.having);
+    groups_ = outer;
     return text;
 }
 

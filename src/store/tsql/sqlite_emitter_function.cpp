@@ -36,27 +36,9 @@ std::string SqliteEmitter::function(const Expression& call) {
 /// What SQLite's own functions do exactly as the server's; empty for the others.
 std::string SqliteEmitter::builtin(const Expression& call) {
     const std::string& name = call.name;
-    // The later arguments are looked at only where the first is null, and a literal among them is converted then.
-    if (name == "isnull" || name == "coalesce") {
-        std::string text = value(*call.operands[0]);
-        ++conditional_;
-        for (std::size_t i = 1; i < call.operands.size(); ++i) {
-            text += ", " + value(*call.operands[i]);
-        }
-        --conditional_;
-        return call.operands.size() == 1 ? text : (name == "isnull" ? "ifnull(" : "coalesce(") + text + ")";
-    }
-    if (name == "choose") {
-        std::string text = "CASE " + value(*call.operands[0]);
-        ++conditional_;
-        for (std::size_t i = 1; i < call.operands.size(); ++i) {
-            text += " WHEN " + std::to_string(i) + " THEN " + value(*call.operands[i]);
-        }
-        --conditional_;
-        return text + " END";
-    }
-    if (name == "len") {
-        return "length(rtrim(" + arguments(call) + "))";
+    const std::string shared = sharedFunction(call, "ifnull");
+    if (!shared.empty()) {
+        return shared;
     }
     if (name == "ltrim" || name == "rtrim" || name == "trim") {
         return name + "(" + arguments(call) + ")";

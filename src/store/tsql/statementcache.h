@@ -51,6 +51,16 @@ public:
         return nullptr;
     }
 
+    /// Keeps the translation of a statement of that shape where it serves another one, else until the next such.
+    Entry& keep(const Shape& shape, Entry entry) {
+        if (!runsAsItIs(entry.translation.kind) || !entry.translation.cacheable) {
+            passing_ = std::move(entry);
+            return passing_;
+        }
+        entry.key = shape.key;
+        return add(std::move(entry));
+    }
+
     Entry& add(Entry entry) {
         if (entries_.size() >= kLimit) drop(entries_.back());
         entries_.push_front(std::move(entry));
@@ -85,6 +95,7 @@ public:
 private:
     using Entries = std::list<Entry>;
 
+    Entry passing_;
     Entries entries_;                                                              // the most recently used first
     std::unordered_multimap<std::string_view, typename Entries::iterator> byKey_;  // views into the entries' keys
 };

@@ -10,6 +10,9 @@ namespace orvenmod::store::tsql {
 
 enum class StatementKind { query, change, ddl, beginTransaction, commitTransaction, rollbackTransaction };
 
+/// Whether the target has it as one statement that can be prepared.
+inline bool runsAsItIs(StatementKind kind) { return kind == StatementKind::query || kind == StatementKind::change; }
+
 /// What is bound to one parameter of the target's text: a literal of the statement, converted when it is bound.
 struct Parameter {
     enum class Use {

@@ -10,6 +10,8 @@
 #include <charconv>
 #include <vector>
 
+#include "store/text.h"
+
 namespace orvenmod::store::tsql {
 namespace {
 
@@ -57,7 +59,7 @@ std::string lower(std::string_view text) {
     std::string result;
     for (const char c : text) {
         if (c != ' ' && c != '\t' && c != '\r' && c != '\n') {
-            result += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+            result += asciiLower(c);
         }
     }
     return result;

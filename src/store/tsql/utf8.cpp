@@ -136,18 +136,6 @@ std::string upperText(std::string_view text) { return changed(text, upperCharact
 
 std::string_view withoutTrailingBlanks(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
 
-std::string foldedText(std::string_view text) {
-    std::string folded(withoutTrailingBlanks(text));
-    for (char& c : folded) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return folded;
-}
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
+std::string foldedText(std::string_view text) { return asciiLower(withoutTrailingBlanks(text)); }
 
 }  // namespace orvenmod::store::tsql

@@ -1,9 +1,13 @@
 // Characters of UTF-8 text, and how long texts are in the server's code page.
+//
+//   中a    2 characters, 4 bytes here, 3 in code page 936
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+
+#include "store/text.h"
 
 namespace orvenmod::store::tsql {
 
@@ -37,7 +41,5 @@ std::string upperText(std::string_view text);
 std::string_view withoutTrailingBlanks(std::string_view text);
 /// Without the blanks at the end and with small ASCII letters: texts that compare as equal are then the same.
 std::string foldedText(std::string_view text);
-/// Without blanks, tabs and line ends at both ends.
-std::string_view trimmed(std::string_view text);
 
 }  // namespace orvenmod::store::tsql

@@ -109,6 +109,34 @@ TEST_F(LostSession, NamesTheServer) {
     EXPECT_NE(failure.text().find(orvenmod::test::PostgresServer::shared().host()), std::string::npos);
 }
 
+// A library may have seen no more than the end of the line.
+void expectTheServersWords(const Failure& failure) {
+    const std::string text = failure.text();
+    EXPECT_TRUE(text.find("\n会话已被管理员终止。\n") != std::string::npos ||
+                text.find("\n服务器关闭了连接。\n") != std::string::npos)
+        << text;
+    EXPECT_TRUE(text.find("administrator command") != std::string::npos ||
+                text.find("server closed the connection") != std::string::npos)
+        << text;
+}
+
+TEST_F(LostSession, TellsTheCauseAndTheServersWords) {
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(2)");
+    terminateSessions();
+    expectTheServersWords(failureOf([&] { connection_->execute("insert into t(id) values(3)"); }));
+    connection_->rollbackTrans();
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(2)");
+    terminateSessions();
+    expectTheServersWords(failureOf([&] { connection_->commitTrans(); }));
+    connection_->rollbackTrans();
+    fill();
+    connection_->setProgress([this] { terminateSessions(); });
+    const Failure awaited = failureOf([&] { connection_->open(kLong); });
+    EXPECT_NE(awaited.text().find("会话已被管理员终止。"), std::string::npos) << awaited.text();
+}
+
 TEST_F(LostSession, IsForgottenWithItsConnection) {
     connection_->beginTrans();
     connection_->execute("insert into t(id) values(2)");
