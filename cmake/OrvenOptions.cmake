@@ -11,6 +11,23 @@ if(ORVEN_SANITIZE)
   # gcc can't follow initialization through its own instrumentation; the other builds still watch it.
   target_compile_options(orven_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
+if(ORVEN_FUZZ)
+  target_compile_options(orven_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+# What is shipped is hardened as the platform can; tests/host/hardened.cmake reads it from a built program. Position
+# independent programs need the linker told too.
+include(CheckCXXCompilerFlag)
+include(CheckPIESupported)
+check_pie_supported()
+set(ORVEN_HARDENED "$<AND:$<CONFIG:Release,RelWithDebInfo>,$<NOT:$<BOOL:${ORVEN_SANITIZE}>>>")
+foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+  string(MAKE_C_IDENTIFIER "ORVEN_HAS${flag}" known)
+  check_cxx_compiler_flag(${flag} ${known})
+  if(${known})
+    target_compile_options(orven_options INTERFACE $<${ORVEN_HARDENED}:${flag}>)
+  endif()
+endforeach()
+target_link_options(orven_options INTERFACE "$<${ORVEN_HARDENED}:LINKER:-z,relro,-z,now,-z,noexecstack>")
 
 # orven_hide(target): what isn't marked ORVENMOD_API stays within the library that the target's code becomes part of.
 function(orven_hide target)
@@ -48,6 +65,8 @@ function(orven_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE orven_options ${ARG_PRIVATE_LINKS})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+  # Only with the optimizer, so not in tests.
+  target_compile_options(${name} PRIVATE "$<${ORVEN_HARDENED}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
   orven_hide(${name})
   orven_reuse_headers(${name} orven_standard_headers)
 endfunction()

@@ -80,7 +80,7 @@ bool clsBasicInfo::mainInterface(const std::int16_t& intFitemClassId, const std:
         fName = state.gRetName;
         dropConnection();
     } catch (const std::exception& failure) {
-        showCritical(failure.what());
+        showCritical(failure);
         closeDB();
     }
     return false;

@@ -7,6 +7,7 @@
 #include "frame/conversion.h"
 #include "frame/openrows.h"
 #include "frame/services.h"
+#include "platform/failuretext.h"
 
 namespace orvenmod {
 
@@ -60,7 +61,7 @@ bool trapped(const std::function<bool()>& routine, void (*showFailure)(const std
     try {
         done = routine();
     } catch (const std::exception& failure) {
-        showFailure(failure.what());
+        showFailure(platform::failureText(failure));
     }
     closeDB();
     return done;
@@ -93,7 +94,7 @@ bool isHaveRight(const std::string& strRight) {
         return granted;
     } catch (const std::exception& failure) {
         // The connection stays open for the next openDB.
-        showCritical(failure.what());
+        showCritical(failure);
         return false;
     }
 }
@@ -123,6 +124,8 @@ void showInformation(const std::string& text) {
 void showCritical(const std::string& text) {
     services().toolkit.message(platform::MessageKind::critical, text, appState().gMsgTitle);
 }
+
+void showCritical(const std::exception& failure) { showCritical(platform::failureText(failure)); }
 
 bool askQuestion(const std::string& text) {
     return services().toolkit.message(platform::MessageKind::question, text, appState().gMsgTitle) ==

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <string>
 
@@ -47,6 +48,7 @@ std::string AppProfileName();
 void showWarning(const std::string& text);
 void showInformation(const std::string& text);
 void showCritical(const std::string& text);
+void showCritical(const std::exception& failure);
 /// Yes or No.
 bool askQuestion(const std::string& text);
 

@@ -59,6 +59,13 @@ std::string dumpOf(const std::string& file) {
     return text;
 }
 
+std::string integrityOf(const std::string& file) {
+    std::string text;
+    for (const std::string& row : RawDatabase(file).rows("pragma integrity_check"))
+        text += (text.empty() ? "" : "\n") + row.substr(0, row.size() - 1);
+    return text;
+}
+
 std::string planOf(const std::string& file, const std::string& nativeSql) {
     std::string text;
     for (const std::string& row : RawDatabase(file).rows("explain query plan " + nativeSql))

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "platform/failuretext.h"
 #include "platform/memory/memorydriver.h"
 #include "platform/memory/memoryreport.h"
 #include "platform/memory/memorywindow.h"
@@ -61,7 +62,7 @@ void MemoryToolkit::guard(const std::function<void()>& handler) {
     try {
         handler();
     } catch (const std::exception& failure) {
-        showEscaped(failure.what());
+        showEscaped(failureText(failure));
     }
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "platform/failuretext.h"
 #include "platform/qt/entrygridview.h"
 
 namespace orvenmod::platform::qt {
@@ -12,7 +13,7 @@ void Core::guard(const std::function<void()>& handler) const {
     try {
         handler();
     } catch (const std::exception& failure) {
-        toolkit_.showEscaped(failure.what());
+        toolkit_.showEscaped(failureText(failure));
     } catch (...) {
         toolkit_.showEscaped("未知错误");
     }

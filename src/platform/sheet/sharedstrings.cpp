@@ -15,9 +15,6 @@ constexpr std::size_t kTextHead = 3;  // bytes: count and flags
 class Filler {
 public:
     explicit Filler(std::string& stream) : stream_(stream) {}
-    ~Filler() { flush(); }
-    Filler(const Filler&) = delete;
-    Filler& operator=(const Filler&) = delete;
 
     void head(std::uint32_t uses, std::uint32_t texts) { payload_.u32(uses).u32(texts); }
 
@@ -35,15 +32,16 @@ public:
         }
     }
 
-private:
-    std::size_t room() const { return kLongestPayload - payload_.bytes().size(); }
-
+    /// Ends the record begun.
     void flush() {
         if (payload_.bytes().empty()) return;
         addRecord(stream_, id_, payload_);
         id_ = Biff::continued;
         payload_ = {};
     }
+
+private:
+    std::size_t room() const { return kLongestPayload - payload_.bytes().size(); }
 
     std::string& stream_;
     Biff id_ = Biff::sharedStrings;
@@ -66,6 +64,7 @@ void SharedStrings::write(std::string& stream) const {
     filler.head(uses_, static_cast<std::uint32_t>(texts_.size()));
     for (const std::string& text : texts_)
         filler.text(toUtf16(text));
+    filler.flush();
 }
 
 }  // namespace orvenmod::platform

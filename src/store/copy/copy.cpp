@@ -41,7 +41,7 @@ public:
     ~HeldSource() {
         try {
             if (source_.inTransaction()) source_.rollbackTrans();
-        } catch (const Failure&) {
+        } catch (const std::exception&) {
             // Nothing was written to it, and closing lets go of it too.
             return;
         }

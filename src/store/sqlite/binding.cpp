@@ -12,8 +12,11 @@
 #include "store/sqlite/binding.h"
 
 #include <charconv>
+#include <new>
 #include <string_view>
 
+#include "store/tsql/error.h"
+#include "store/tsql/failurenumbers.h"
 #include "store/tsql/literals.h"
 #include "store/tsql/sqlite_decimal.h"
 #include "store/tsql/utf8.h"
@@ -29,8 +32,8 @@ using tsql::Parameter;
 
 // A null address would bind a null instead of the empty text.
 void bindText(sqlite3_stmt* statement, int index, std::string_view text, sqlite3_destructor_type destructor) {
-    sqlite3_bind_text(statement, index, text.data() == nullptr ? "" : text.data(), static_cast<int>(text.size()),
-                      destructor);
+    checkBound(sqlite3_bind_text64(statement, index, text.data() == nullptr ? "" : text.data(), text.size(), destructor,
+                                   SQLITE_UTF8));
 }
 
 // The usual cases, which need no conversion: a whole number for a whole number, a text that fits its text column.
@@ -79,7 +82,7 @@ void bindDatum(sqlite3_stmt* statement, int index, const Datum& value) {
             bindText(statement, index, value.text + tsql::kDecimalMark, SQLITE_TRANSIENT);
             break;
         case Datum::Kind::blob:
-            sqlite3_bind_blob64(statement, index, value.text.data(), value.text.size(), SQLITE_TRANSIENT);
+            checkBound(sqlite3_bind_blob64(statement, index, value.text.data(), value.text.size(), SQLITE_TRANSIENT));
             break;
     }
 }
@@ -92,6 +95,24 @@ Datum decimalOf(sqlite3_value* value) {
         result.text = std::string(*digits);
     }
     return result;
+}
+
+void checkBound(int code) {
+    if (code == SQLITE_TOOBIG) throw tsql::Error(tsql::kTruncated);
+    if (code != SQLITE_OK) throw std::bad_alloc();
+}
+
+std::string_view textOf(sqlite3_value* value) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    if (text == nullptr) throw std::bad_alloc();
+    return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+std::string_view bytesOf(sqlite3_value* value) {
+    const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
+    const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
+    if (bytes == nullptr && size > 0) throw std::bad_alloc();
+    return {bytes, size};
 }
 
 Datum datumOf(sqlite3_value* value) {
@@ -107,15 +128,12 @@ Datum datumOf(sqlite3_value* value) {
             break;
         case SQLITE_TEXT:
             result.kind = Datum::Kind::text;
-            result.text.assign(reinterpret_cast<const char*>(sqlite3_value_text(value)),
-                               static_cast<std::size_t>(sqlite3_value_bytes(value)));
+            result.text = textOf(value);
             break;
-        case SQLITE_BLOB: {
+        case SQLITE_BLOB:
             result.kind = Datum::Kind::blob;
-            const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
-            if (bytes != nullptr) result.text.assign(bytes, static_cast<std::size_t>(sqlite3_value_bytes(value)));
+            result.text = bytesOf(value);
             break;
-        }
         default:
             break;
     }

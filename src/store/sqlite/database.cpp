@@ -83,7 +83,7 @@ void Database::open() {
     tryRun(kCacheSize);
     tryRun("PRAGMA temp_store = MEMORY");
     registerFunctions(handle_, runtime_);
-    catalog_.attach(handle_);
+    catalog_.attach(handle_, file_);
     if (!exists) identity_ = file_.identify();
 }
 

@@ -25,11 +25,6 @@ namespace {
 using tsql::Kind;
 using tsql::Type;
 
-std::string_view textOf(sqlite3_value* value) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
-}
-
 void addInteger(Recordset& rows, std::int64_t value) {
     char buffer[24];
     const char* end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
@@ -88,10 +83,8 @@ void addCell(Recordset& rows, sqlite3_value* value, const Type& type) {
             if (type.isDate()) return addDate(rows, value, type);
             if (type.isDecimal()) return rows.addText(tsql::keptDigits(textOf(value)).value_or(textOf(value)));
             return rows.addText(textOf(value));
-        case SQLITE_BLOB: {
-            const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
-            return rows.addText({bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))});
-        }
+        case SQLITE_BLOB:
+            return rows.addText(bytesOf(value));
         case SQLITE_INTEGER:
             if (type.isDate()) return addForeignDate(rows, value, type);
             return addInteger(rows, sqlite3_value_int64(value));

@@ -59,7 +59,8 @@ public:
     void giveArgument(int i) { sqlite3_result_value(context_, values_[i]); }
 
     Runtime& runtime() { return *static_cast<Runtime*>(sqlite3_user_data(context_)); }
-    void fail(const tsql::Error& error);
+    /// Called where nothing may be thrown.
+    void fail(const tsql::Error& error) noexcept;
     void failForMemory() { sqlite3_result_error_nomem(context_); }
 
 private:
@@ -117,12 +118,17 @@ void registerNumberFunctions(sqlite3* database, Runtime& runtime);
 void registerDateFunctions(sqlite3* database, Runtime& runtime);
 void registerAggregates(sqlite3* database, Runtime& runtime);
 
+/// A handle that lacks a function would be kept for the next use. Throws std::bad_alloc.
+inline void checkRegistered(int code) {
+    if (code != SQLITE_OK) throw std::bad_alloc();
+}
+
 template <typename Entries>
 void registerEntries(sqlite3* database, Runtime& runtime, const Entries& entries) {
     for (const FunctionEntry& entry : entries) {
         const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (entry.results == Results::same ? SQLITE_DETERMINISTIC : 0);
-        sqlite3_create_function_v2(database, entry.name, entry.arguments, flags, &runtime, entry.body, nullptr, nullptr,
-                                   nullptr);
+        checkRegistered(sqlite3_create_function_v2(database, entry.name, entry.arguments, flags, &runtime, entry.body,
+                                                   nullptr, nullptr, nullptr));
     }
 }
 

@@ -15,11 +15,7 @@ bool FunctionCall::anyNull() const {
     return false;
 }
 
-std::string_view FunctionCall::text(int i) const {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(values_[i]));
-    if (text == nullptr) return "";
-    return {text, static_cast<std::size_t>(sqlite3_value_bytes(values_[i]))};
-}
+std::string_view FunctionCall::text(int i) const { return isNull(i) ? std::string_view("") : textOf(values_[i]); }
 
 tsql::Datum FunctionCall::number(int i) const {
     tsql::Datum value = decimalOf(values_[i]);
@@ -85,9 +81,13 @@ void FunctionCall::give(const tsql::Datum& value) {
     }
 }
 
-void FunctionCall::fail(const tsql::Error& error) {
-    runtime().error = error;
-    sqlite3_result_error(context_, error.what(), -1);
+void FunctionCall::fail(const tsql::Error& error) noexcept {
+    try {
+        runtime().error = error;
+        sqlite3_result_error(context_, error.what(), -1);
+    } catch (const std::bad_alloc&) {
+        failForMemory();
+    }
 }
 
 namespace {
@@ -101,7 +101,7 @@ int compareTexts(void*, int leftSize, const void* left, int rightSize, const voi
 }  // namespace
 
 void registerFunctions(sqlite3* database, Runtime& runtime) {
-    sqlite3_create_collation_v2(database, "ts_order", SQLITE_UTF8, nullptr, compareTexts, nullptr);
+    checkRegistered(sqlite3_create_collation_v2(database, "ts_order", SQLITE_UTF8, nullptr, compareTexts, nullptr));
     registerConversions(database, runtime);
     registerTextFunctions(database, runtime);
     registerNumberFunctions(database, runtime);

@@ -31,14 +31,23 @@ struct Single {
     std::int64_t rows;
 };
 
+void refuseRows(sqlite3_context* context) noexcept {
+    FunctionCall call(context, 0, nullptr);
+    try {
+        call.fail(tsql::Error(tsql::kSubqueryRows));
+    } catch (const std::bad_alloc&) {
+        call.failForMemory();
+    }
+}
+
 void singleStep(sqlite3_context* context, int, sqlite3_value** values) {
     auto* state = madeState<Single>(context);
     if (state == nullptr) return sqlite3_result_error_nomem(context);
     if (++state->rows > 1) {
-        FunctionCall(context, 0, nullptr).fail(tsql::Error(tsql::kSubqueryRows));
-        return;
+        return refuseRows(context);
     }
     state->value = sqlite3_value_dup(values[0]);
+    if (state->value == nullptr) sqlite3_result_error_nomem(context);
 }
 
 void singleFinal(sqlite3_context* context) {
@@ -150,9 +159,9 @@ constexpr AggregateEntry kEntries[] = {
 
 void registerAggregates(sqlite3* database, Runtime& runtime) {
     for (const AggregateEntry& entry : kEntries) {
-        sqlite3_create_function_v2(database, entry.name, entry.arguments,
-                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, &runtime, nullptr, entry.step,
-                                   entry.final, nullptr);
+        checkRegistered(sqlite3_create_function_v2(database, entry.name, entry.arguments,
+                                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, &runtime,
+                                                   nullptr, entry.step, entry.final, nullptr));
     }
 }
 

@@ -1,6 +1,8 @@
 #include "store/sqlite/sqlitecatalog.h"
 
+#include "store/sqlite/binding.h"
 #include "store/sqlite/createtext.h"
+#include "store/sqlite/sqlitefailure.h"
 #include "store/text.h"
 #include "store/tsql/error.h"
 #include "store/tsql/translator.h"
@@ -8,12 +10,6 @@
 namespace orvenmod::store::sqlite {
 
 namespace {
-
-std::string columnText(sqlite3_stmt* statement, int column) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-    return text == nullptr ? std::string()
-                           : std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
-}
 
 // A type that another program declared and the dialect does not know is taken by SQLite's own rule of affinity.
 tsql::Type declaredType(const std::string& declared) {
@@ -27,20 +23,45 @@ tsql::Type declaredType(const std::string& declared) {
     return tsql::typeOf(tsql::Kind::floating);
 }
 
+// What a statement of the catalog answered. After some failures SQLite has undone the open transaction, so that to go
+// on without an answer would store alone what was to be stored with other things. Any other is told by the statement
+// that asked, in its own words.
+void checkAnswered(sqlite3* database, int code, const DatabaseFile& file) {
+    switch (code & 0xFF) {
+        case SQLITE_NOMEM:
+        case SQLITE_IOERR:
+        case SQLITE_FULL:
+        case SQLITE_INTERRUPT:
+        case SQLITE_BUSY:
+            throw failureOf(database, code, file);
+        default:
+            break;
+    }
+}
+
 class Query {
 public:
-    Query(sqlite3* database, const char* text, const std::string& argument) {
+    Query(sqlite3* database, const DatabaseFile& file, const char* text, const std::string& argument)
+        : database_(database), file_(file) {
         sqlite3_stmt* statement = nullptr;
-        sqlite3_prepare_v2(database, text, -1, &statement, nullptr);
+        checkAnswered(database, sqlite3_prepare_v2(database, text, -1, &statement, nullptr), file);
         statement_.reset(statement);
-        sqlite3_bind_text(statement, 1, argument.data(), static_cast<int>(argument.size()), SQLITE_TRANSIENT);
+        checkBound(sqlite3_bind_text64(statement, 1, argument.data(), argument.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
     }
-    bool next() { return sqlite3_step(statement_.get()) == SQLITE_ROW; }
-    std::string text(int column) { return columnText(statement_.get(), column); }
+    bool next() {
+        const int code = sqlite3_step(statement_.get());
+        checkAnswered(database_, code, file_);
+        return code == SQLITE_ROW;
+    }
+    std::string text(int column) {
+        return isNull(column) ? std::string() : std::string(textOf(sqlite3_column_value(statement_.get(), column)));
+    }
     int integer(int column) { return sqlite3_column_int(statement_.get(), column); }
     bool isNull(int column) { return sqlite3_column_type(statement_.get(), column) == SQLITE_NULL; }
 
 private:
+    sqlite3* database_;
+    const DatabaseFile& file_;
     Statement statement_;
 };
 
@@ -70,11 +91,14 @@ void SqliteCatalog::clear() {
 void SqliteCatalog::refresh() {
     if (!version_) {
         sqlite3_stmt* statement = nullptr;
-        sqlite3_prepare_v2(database_, "PRAGMA schema_version", -1, &statement, nullptr);
+        const int code = sqlite3_prepare_v2(database_, "PRAGMA schema_version", -1, &statement, nullptr);
+        checkAnswered(database_, code, *file_);
         version_.reset(statement);
     }
     const ResetStatement reset(version_.get());
-    const bool known = sqlite3_step(version_.get()) == SQLITE_ROW;
+    const int code = sqlite3_step(version_.get());
+    checkAnswered(database_, code, *file_);
+    const bool known = code == SQLITE_ROW;
     const long long version = known ? sqlite3_column_int64(version_.get(), 0) : -1;
     if (known && version == schemaVersion_) return;
     schemaVersion_ = version;
@@ -83,7 +107,7 @@ void SqliteCatalog::refresh() {
 
 std::unique_ptr<tsql::ObjectInfo> SqliteCatalog::read(const std::string& name) const {
     Query query(
-        database_,
+        database_, *file_,
         "SELECT name, type, sql FROM sqlite_master WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')", name);
     if (!query.next()) return nullptr;
     auto object = std::make_unique<tsql::ObjectInfo>();
@@ -101,11 +125,11 @@ std::unique_ptr<tsql::ObjectInfo> SqliteCatalog::read(const std::string& name) c
 }
 
 void SqliteCatalog::readColumns(tsql::ObjectInfo& object) const {
-    Query query(database_,
+    Query query(database_, *file_,
                 "SELECT name, type, \"notnull\", dflt_value, pk FROM pragma_table_xinfo(?1) WHERE hidden <> 1",
                 object.name);
     // A key that isn't declared so is no identity column: it takes values as any other.
-    Query autoincrement(database_,
+    Query autoincrement(database_, *file_,
                         "SELECT sql LIKE '%autoincrement%' FROM sqlite_master WHERE type = 'table' AND name = ?1",
                         object.name);
     const bool counted = autoincrement.next() && autoincrement.integer(0) != 0;
@@ -122,7 +146,8 @@ void SqliteCatalog::readColumns(tsql::ObjectInfo& object) const {
 }
 
 void SqliteCatalog::readIndexes(tsql::ObjectInfo& object) const {
-    Query query(database_, "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND tbl_name = ?1", object.name);
+    Query query(database_, *file_, "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND tbl_name = ?1",
+                object.name);
     while (query.next()) {
         object.indexes.push_back(query.text(0));
         if (auto codes = codeIndexOf(query.text(1))) object.codeIndexes.push_back(std::move(*codes));

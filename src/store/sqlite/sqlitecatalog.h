@@ -14,6 +14,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "store/sqlite/databasefile.h"
 #include "store/sqlite/statement.h"
 #include "store/tsql/catalog.h"
 
@@ -21,13 +22,17 @@ namespace orvenmod::store::sqlite {
 
 class SqliteCatalog : public tsql::Catalog {
 public:
-    /// `database` outlives the catalog.
-    void attach(sqlite3* database) { database_ = database; }
+    /// Both outlive the catalog.
+    void attach(sqlite3* database, const DatabaseFile& file) {
+        database_ = database;
+        file_ = &file;
+    }
     void detach();
 
+    /// Throws Failure where it can't be read: that there is none would be no answer.
     const tsql::ObjectInfo* find(std::string_view name) const override;
 
-    /// Forgets what it read where the schema has changed since, also by another process.
+    /// Forgets what it read where the schema has changed since, also by another process. Throws Failure.
     void refresh();
     void clear();
 
@@ -37,6 +42,7 @@ private:
     void readIndexes(tsql::ObjectInfo& object) const;
 
     sqlite3* database_ = nullptr;
+    const DatabaseFile* file_ = nullptr;
     Statement version_;
     long long schemaVersion_ = -1;
     // By the name in lower case; an entry without an object is a name that was asked for in vain.

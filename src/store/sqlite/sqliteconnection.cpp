@@ -40,6 +40,7 @@ SqliteConnection::~SqliteConnection() { close(); }
 
 Database& SqliteConnection::database() {
     if (!database_) throw tsql::worded(language_, tsql::kClosed, {});
+    noteLostTransaction();
     if (transaction_ == Transaction::lost) throw tsql::worded(language_, tsql::kTransactionLost, {});
     return *database_;
 }
@@ -269,6 +270,7 @@ void SqliteConnection::commitTrans() {
 }
 
 void SqliteConnection::rollbackTrans() {
+    if (database_) noteLostTransaction();
     if (transaction_ == Transaction::lost) {
         transaction_ = Transaction::none;
         return;

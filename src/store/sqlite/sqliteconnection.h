@@ -41,7 +41,7 @@ public:
     void storeRow(const std::function<void()>& work);
 
 private:
-    /// `lost`: SQLite undid it by itself, on a full disk; it only can be rolled back.
+    /// `lost`: SQLite undid it by itself, on a full disk or without memory; it only can be rolled back.
     enum class Transaction { none, open, lost };
 
     /// Runs `work` so that it has no effect when it throws, and leaves an open transaction open.

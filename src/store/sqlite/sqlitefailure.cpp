@@ -176,6 +176,8 @@ Failure failureOf(sqlite3* handle, int code, const DatabaseFile& file) {
         case SQLITE_PERM:
         case SQLITE_AUTH:
             return text(tsql::kUnreadable, {file.path, message});
+        case SQLITE_NOMEM:
+            return text(tsql::kOutOfMemory, {});
         case SQLITE_TOOBIG:
             return text(tsql::kTruncated, {});
         case SQLITE_ERROR:

@@ -46,11 +46,12 @@ SqliteTableLoader::SqliteTableLoader(SqliteConnection& connection, std::string_v
 
 void SqliteTableLoader::bind(int index, const tsql::ColumnInfo& column, std::string_view value) {
     if (fits(value, column.type)) {
-        sqlite3_bind_text64(statement_.get(), index, value.data(), value.size(), SQLITE_STATIC, SQLITE_UTF8);
+        checkBound(
+            sqlite3_bind_text64(statement_.get(), index, value.data(), value.size(), SQLITE_STATIC, SQLITE_UTF8));
         return;
     }
     if (column.type.isBinary()) {
-        sqlite3_bind_blob64(statement_.get(), index, value.data(), value.size(), SQLITE_STATIC);
+        checkBound(sqlite3_bind_blob64(statement_.get(), index, value.data(), value.size(), SQLITE_STATIC));
         return;
     }
     if (column.type.kind == Kind::integer || column.type.kind == Kind::bigint) {

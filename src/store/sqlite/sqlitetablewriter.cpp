@@ -29,9 +29,9 @@ void SqliteTableWriter::bind(sqlite3_stmt* statement) const {
             bindDatum(statement, index, valueOf(field));
         } else if (field.bytes->empty()) {
             // Contents without a byte have no address, and a null pointer would bind a null.
-            sqlite3_bind_zeroblob(statement, index, 0);
+            checkBound(sqlite3_bind_zeroblob(statement, index, 0));
         } else {
-            sqlite3_bind_blob64(statement, index, field.bytes->data(), field.bytes->size(), SQLITE_STATIC);
+            checkBound(sqlite3_bind_blob64(statement, index, field.bytes->data(), field.bytes->size(), SQLITE_STATIC));
         }
     }
 }

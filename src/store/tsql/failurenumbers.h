@@ -186,6 +186,7 @@ enum FailureNumber : int {
     kStoreReports = 50022,         ///< {path, the store's own words}
     kNoRows = 50023,               ///< {}
     kTransactionOpen = 50024,      ///< {}
+    kOutOfMemory = 50025,          ///< {}
 
     // What can be wrong with a server, whichever it is.
     kServerUnreachable = 50031,  ///< {server, reason}

@@ -1,0 +1,30 @@
+// Allocations of this program that fail on demand: what operator new is asked for, and what the embedded engine takes
+// for itself, in the order in which they come.
+#pragma once
+
+#include <cstdint>
+
+namespace orvenmod::test {
+
+/// The engine's too; before its first use.
+void watchEngineMemory();
+
+struct MemoryTrouble {
+    enum class Kind { none, once, lasting };
+    Kind kind = Kind::none;
+    std::int64_t at = 0;  ///< from 1
+};
+
+/// Counts from 0 again, with that trouble ahead.
+void beginMemory(const MemoryTrouble& trouble);
+/// Allocations since then; from now on none fails and none is counted.
+std::int64_t endMemory();
+bool memoryFailed();
+
+/// Nothing fails and nothing counts between the two; they nest.
+void pauseMemory(bool entering);
+
+/// Blocks that are held now.
+std::int64_t blocksHeld();
+
+}  // namespace orvenmod::test

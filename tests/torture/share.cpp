@@ -1,0 +1,44 @@
+#include "torture/share.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <numeric>
+#include <string>
+
+namespace orvenmod::test {
+
+bool fullLength() {
+    const char* named = std::getenv("ORVEN_TORTURE");
+    return named != nullptr && std::string(named) == "full";
+}
+
+unsigned seed() {
+    static const unsigned seed = [] {
+        const char* given = std::getenv("ORVEN_SEED");
+        const unsigned chosen = given == nullptr ? std::random_device()() : static_cast<unsigned>(std::stoul(given));
+        std::cout << "ORVEN_SEED=" << chosen << " runs this again" << std::endl;
+        return chosen;
+    }();
+    return seed;
+}
+
+std::mt19937 randomFor(const char* test) {
+    std::vector<unsigned> parts = {seed()};
+    for (const char* at = test; *at != '\0'; ++at)
+        parts.push_back(static_cast<unsigned char>(*at));
+    std::seed_seq mixed(parts.begin(), parts.end());
+    return std::mt19937(mixed);
+}
+
+std::vector<int> placesOf(int count, int few, std::mt19937& random) {
+    std::vector<int> places(static_cast<std::size_t>(std::max(count, 0)));
+    std::iota(places.begin(), places.end(), 1);
+    if (fullLength() || count <= few) return places;
+    std::shuffle(places.begin(), places.end() - 1, random);
+    places.erase(places.begin(), places.end() - few);
+    std::sort(places.begin(), places.end());
+    return places;
+}
+
+}  // namespace orvenmod::test

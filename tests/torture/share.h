@@ -1,0 +1,23 @@
+// How much of an anomaly test runs, and how the same one is run again. Tests try each of the places where something can
+// go wrong when ORVEN_TORTURE=full; otherwise a few of them, chosen by a number that is printed and that ORVEN_SEED
+// gives again.
+#pragma once
+
+#include <random>
+#include <vector>
+
+namespace orvenmod::test {
+
+bool fullLength();
+
+/// Of this process; told on its output when it is first asked for.
+unsigned seed();
+
+/// For a test of its own choice, so that one that runs alone chooses as it did among others.
+std::mt19937 randomFor(const char* test);
+
+/// Which of the places from 1 to `count` to try, in order: all of them at full length, otherwise `few`, the last one
+/// among them.
+std::vector<int> placesOf(int count, int few, std::mt19937& random);
+
+}  // namespace orvenmod::test
