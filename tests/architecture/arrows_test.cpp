@@ -26,7 +26,7 @@ const Edges& arrows() {
         {"src/store", {}},
         {"src/store/tsql", {"src/store"}},
         {"src/store/sqlite", {"src/store", "src/store/tsql"}},
-        {"src/store/server", {}},
+        {"src/store/server", {"src/store", "src/store/tsql"}},
         {"src/store/odbc", {"src/store", "src/store/tsql", "src/store/server"}},
         {"src/store/postgres", {"src/store", "src/store/tsql", "src/store/server"}},
         {"src/store/copy", {"src/store", "src/store/tsql"}},
