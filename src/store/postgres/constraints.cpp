@@ -15,6 +15,12 @@ namespace orvenmod::store::postgres {
 
 namespace {
 
+// The server's states.
+constexpr std::string_view kNotNullViolation = "23502";
+constexpr std::string_view kForeignKeyViolation = "23503";
+constexpr std::string_view kUniqueViolation = "23505";
+constexpr std::string_view kCheckViolation = "23514";
+
 constexpr const char* kKey =
     "SELECT coalesce(obj_description(k.oid, 'pg_constraint'), obj_description(i.oid, 'pg_class'), i.relname), "
     "i.relname, "
@@ -103,16 +109,16 @@ Failure constraintFailure(Session& session, const PGresult* failure, const char*
     const std::string native = field(failure, PG_DIAG_TABLE_NAME);
     const std::string constraint = field(failure, PG_DIAG_CONSTRAINT_NAME);
     const std::string table = session.catalog().declaredTable(native);
-    if (state == "23502") {
+    if (state == kNotNullViolation) {
         const std::string column = session.catalog().declaredColumn(native, field(failure, PG_DIAG_COLUMN_NAME));
         return tsql::worded(language, tsql::kNullRefused, {column, table, statement});
     }
-    if (state == "23514" || state == "23503") {
-        return tsql::worded(
-            language, tsql::kConstraintConflict,
-            {statement, state == "23514" ? "CHECK" : "FOREIGN KEY", checkName(session, constraint, native), table});
+    if (state == kCheckViolation || state == kForeignKeyViolation) {
+        return tsql::worded(language, tsql::kConstraintConflict,
+                            {statement, state == kCheckViolation ? "CHECK" : "FOREIGN KEY",
+                             checkName(session, constraint, native), table});
     }
-    if (state != "23505") return reported(failure, session.address());
+    if (state != kUniqueViolation) return reported(failure, session.address());
     const Key key = keyOf(session, constraint);
     std::string text;
     for (const std::string& column : key.columns)

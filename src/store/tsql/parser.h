@@ -38,6 +38,7 @@ private:
     std::string textSince(std::size_t start) const;
     bool isName() const;
     std::string takeName();
+    std::string takeWholeNumber();
     std::string takeObjectName();
     std::optional<std::string> takeAlias();
 

@@ -7,6 +7,9 @@
 //   create table t(id int primary key clustered)                  as without the word
 //   create table t(c varchar(10) collate Chinese_PRC_CI_AS)       likewise
 //   create table t(id int references u)                           40000 'foreign keys'
+#include <charconv>
+#include <cstdint>
+
 #include "store/tsql/error.h"
 #include "store/tsql/parser.h"
 
@@ -73,6 +76,14 @@ ColumnDefinition Parser::parseColumnDefinition(std::vector<KeyConstraint>& keys,
     return column;
 }
 
+std::string Parser::takeWholeNumber() {
+    const std::string_view text = peek().text;
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) fail();
+    return std::string(take().text);
+}
+
 void Parser::parseColumnOption(ColumnDefinition& column, std::vector<KeyConstraint>& keys,
                                std::vector<CheckConstraint>& checks) {
     std::string constraint;
@@ -87,7 +98,7 @@ void Parser::parseColumnOption(ColumnDefinition& column, std::vector<KeyConstrai
     } else if (takeWord("identity")) {
         column.identity = true;
         if (takeSymbol("(")) {
-            column.identitySeed = take().text;
+            column.identitySeed = takeWholeNumber();
             expectSymbol(",");
             if (take().text != "1") {
                 throw Error(kNotSupported, {"identity with an increment other than 1"});

@@ -110,6 +110,15 @@ TEST(Parser, NamesWhatItStumblesOver) {
     EXPECT_EQ(failure("select * from tblSubType where  and   a=1"), "156 and");
 }
 
+// It goes into the target's text as it stands.
+TEST(Parser, TakesAWholeNumberForWhatAnIdentityBeginsWith) {
+    EXPECT_EQ(parsed<CreateTableStatement>("create table t(a int identity(-5,1))").columns[0].identitySeed, "-5");
+    EXPECT_EQ(failure("create table t(a int identity(x,1))"), "102 x");
+    EXPECT_EQ(failure("create table t(a int identity(1.5,1))"), "102 1.5");
+    EXPECT_EQ(failure("create table t(a int identity(99999999999999999999,1))"), "102 99999999999999999999");
+    EXPECT_EQ(failure("create table t(a int identity('7',1))").substr(0, 3), "102");
+}
+
 TEST(Parser, TellsHowLongANameMayBe) {
     const std::string name(600, 'n');
     try {

@@ -3,7 +3,7 @@ CREATE OR REPLACE FUNCTION orven.single_step(seen anyarray, v anyelement) RETURN
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
 BEGIN
     IF seen IS NOT NULL THEN
-        PERFORM orven.ts_fail(512);
+        PERFORM orven.ts_fail(kSubqueryRows);
     END IF;
     RETURN ARRAY[v];
 END $$;

@@ -22,7 +22,7 @@ BEGIN
             BEGIN
                 RETURN orven.%I(v, "from", "to", style);
             EXCEPTION WHEN SQLSTATE 'OV000' THEN
-                IF SQLERRM = '529' THEN
+                IF SQLERRM = 'kNoExplicitConversion' THEN
                     RAISE;
                 END IF;
                 RETURN NULL;

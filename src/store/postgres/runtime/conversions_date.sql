@@ -38,7 +38,7 @@ RETURN CASE
     WHEN style IN (126, 127) THEN
         CASE WHEN date_trunc('second', v) = v THEN to_char(v, 'YYYY-MM-DD"T"HH24:MI:SS')
              ELSE to_char(v, 'YYYY-MM-DD"T"HH24:MI:SS.MS') END
-    ELSE orven.refuse(null::text, v, 281, style::text, 'datetime') END;
+    ELSE orven.refuse(null::text, v, kNoDateStyle, style::text, 'datetime') END;
 
 CREATE OR REPLACE FUNCTION orven.date_text(v timestamp, "from" text, style integer) RETURNS text
 LANGUAGE sql STABLE PARALLEL SAFE
@@ -70,18 +70,18 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.milliseconds(v) / 86400000::do
 -- From noon on it is the next day.
 CREATE OR REPLACE FUNCTION orven.ts_bigint(v timestamp, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS bigint LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN "from" IN ('date', 'time') THEN orven.refuse(0::bigint, v, 529, "from", "to")
+RETURN CASE WHEN "from" IN ('date', 'time') THEN orven.refuse(0::bigint, v, kNoExplicitConversion, "from", "to")
             ELSE orven.ts_bigint(floor(orven.days_of(v) + 0.5)::bigint, 'int', "to") END;
 
 CREATE OR REPLACE FUNCTION orven.ts_numeric(v timestamp, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS numeric LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE WHEN "from" IN ('date', 'time')
-            THEN orven.refuse(0::numeric, v, 529, "from", orven.type_message("to"))
+            THEN orven.refuse(0::numeric, v, kNoExplicitConversion, "from", orven.type_message("to"))
             ELSE orven.ts_numeric(orven.days_of(v), 'float', "to") END;
 
 CREATE OR REPLACE FUNCTION orven.ts_float(v timestamp, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS double precision LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN CASE WHEN "from" IN ('date', 'time') THEN orven.refuse(0::double precision, v, 529, "from", "to")
+RETURN CASE WHEN "from" IN ('date', 'time') THEN orven.refuse(0::double precision, v, kNoExplicitConversion, "from", "to")
             ELSE orven.ts_float(orven.days_of(v), 'float', "to") END;
 
 CREATE OR REPLACE FUNCTION orven.ts_datetime(v timestamp, "from" text, "to" text, style integer DEFAULT 0)
@@ -92,7 +92,7 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN v::time;
 
 CREATE OR REPLACE FUNCTION orven.ts_binary(v timestamp, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS bytea LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.refuse(null::bytea, v, 529, "from", orven.type_message("to"));
+RETURN orven.refuse(null::bytea, v, kNoExplicitConversion, "from", orven.type_message("to"));
 
 -- From times, as moments of 1900-01-01.
 
@@ -112,7 +112,7 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN v;
 
 CREATE OR REPLACE FUNCTION orven.ts_binary(v time, "from" text, "to" text, style integer DEFAULT 0) RETURNS bytea
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.refuse(null::bytea, v, 529, 'time', orven.type_message("to"));
+RETURN orven.refuse(null::bytea, v, kNoExplicitConversion, 'time', orven.type_message("to"));
 
 -- From binary contents.
 
@@ -143,16 +143,16 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.fitted_bytes(v, "to");
 
 CREATE OR REPLACE FUNCTION orven.ts_numeric(v bytea, "from" text, "to" text, style integer DEFAULT 0) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.refuse(0::numeric, v, 529, orven.type_message("from"), orven.type_message("to"));
+RETURN orven.refuse(0::numeric, v, kNoExplicitConversion, orven.type_message("from"), orven.type_message("to"));
 
 CREATE OR REPLACE FUNCTION orven.ts_datetime(v bytea, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS timestamp LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.refuse(null::timestamp, v, 529, orven.type_message("from"), "to");
+RETURN orven.refuse(null::timestamp, v, kNoExplicitConversion, orven.type_message("from"), "to");
 
 CREATE OR REPLACE FUNCTION orven.ts_time(v bytea, "from" text, "to" text, style integer DEFAULT 0) RETURNS time
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.refuse(null::time, v, 529, orven.type_message("from"), "to");
+RETURN orven.refuse(null::time, v, kNoExplicitConversion, orven.type_message("from"), "to");
 
 CREATE OR REPLACE FUNCTION orven.ts_guid(v bytea, "from" text, "to" text, style integer DEFAULT 0) RETURNS text
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.refuse(null::text, v, 529, orven.type_message("from"), "to");
+RETURN orven.refuse(null::text, v, kNoExplicitConversion, orven.type_message("from"), "to");

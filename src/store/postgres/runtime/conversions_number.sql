@@ -27,9 +27,9 @@ BEGIN
     ELSIF type = 'bit' THEN
         RETURN 1;
     ELSIF type IN ('tinyint', 'smallint') THEN
-        RETURN orven.refuse(v, v, 220, type, v::text);
+        RETURN orven.refuse(v, v, kIntegerOverflow, type, v::text);
     END IF;
-    RETURN orven.refuse(v, v, 8115, 'expression', type);
+    RETURN orven.refuse(v, v, kArithmeticOverflow, 'expression', type);
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_bigint(v bigint, "from" text, "to" text, style integer DEFAULT 0) RETURNS bigint
@@ -72,7 +72,7 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE WHEN "to" = 'bit' THEN (v <> 0)::integer
             WHEN orven.whole_number(v, "from") < orven.type_least("to")
                  OR orven.whole_number(v, "from") > orven.type_greatest("to")
-            THEN orven.refuse(0::bigint, v, 8115, orven.type_message("from"), "to")
+            THEN orven.refuse(0::bigint, v, kArithmeticOverflow, orven.type_message("from"), "to")
             ELSE orven.whole_number(v, "from")::bigint END;
 
 CREATE OR REPLACE FUNCTION orven.ts_numeric(v numeric, "from" text, "to" text, style integer DEFAULT 0) RETURNS numeric
@@ -143,9 +143,9 @@ RETURN CASE WHEN "to" = 'bit' THEN (v <> 0)::integer
             WHEN "to" = 'bigint' THEN
                 CASE WHEN trunc(v) < -9223372036854775808::double precision
                           OR trunc(v) >= 9223372036854775808::double precision
-                     THEN orven.refuse(0::bigint, v, 8115, 'expression', "to") ELSE trunc(v)::bigint END
+                     THEN orven.refuse(0::bigint, v, kArithmeticOverflow, 'expression', "to") ELSE trunc(v)::bigint END
             WHEN trunc(v) < orven.type_least("to") OR trunc(v) > orven.type_greatest("to")
-            THEN orven.refuse(0::bigint, v, 232, "to", orven.with_six_decimals(v))
+            THEN orven.refuse(0::bigint, v, kFloatOverflow, "to", orven.with_six_decimals(v))
             ELSE trunc(v)::bigint END;
 
 CREATE OR REPLACE FUNCTION orven.ts_numeric(v double precision, "from" text, "to" text, style integer DEFAULT 0)
@@ -155,7 +155,7 @@ RETURN orven.fitted_number(orven.decimal_of(v), "to", 8115, orven.type_message("
 CREATE OR REPLACE FUNCTION orven.ts_float(v double precision, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS double precision LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE WHEN "to" = 'real' AND abs(v) > 3.4028234663852886e38
-            THEN orven.refuse(v, v, 232, 'real', orven.with_six_decimals(v))
+            THEN orven.refuse(v, v, kFloatOverflow, 'real', orven.with_six_decimals(v))
             ELSE orven.fitted_float(v, "to") END;
 
 -- From numbers to dates: days and a fraction since 1900-01-01.
@@ -165,7 +165,7 @@ DECLARE
     moment timestamp;
 BEGIN
     IF "to" IN ('date', 'time') THEN
-        RETURN orven.refuse(moment, days, 206, orven.type_message("from"), "to");
+        RETURN orven.refuse(moment, days, kTypeClash, orven.type_message("from"), "to");
     END IF;
     IF abs(days) < 3000000 THEN
         moment := orven.from_milliseconds((CASE WHEN days < 0 THEN -floor(0.5 - days * 86400000)
@@ -177,7 +177,7 @@ BEGIN
             RETURN moment;
         END IF;
     END IF;
-    RETURN orven.refuse(moment, days, 8115, 'expression', "to");
+    RETURN orven.refuse(moment, days, kArithmeticOverflow, 'expression', "to");
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_datetime(v bigint, "from" text, "to" text, style integer DEFAULT 0)
@@ -203,8 +203,8 @@ RETURNS time LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN orven.date_of_days(v, "
 -- Conversions that the types never allow.
 CREATE OR REPLACE FUNCTION orven.ts_binary(v numeric, "from" text, "to" text, style integer DEFAULT 0) RETURNS bytea
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.refuse(null::bytea, v, 529, orven.type_message("from"), orven.type_message("to"));
+RETURN orven.refuse(null::bytea, v, kNoExplicitConversion, orven.type_message("from"), orven.type_message("to"));
 
 CREATE OR REPLACE FUNCTION orven.ts_binary(v double precision, "from" text, "to" text, style integer DEFAULT 0)
 RETURNS bytea LANGUAGE sql IMMUTABLE PARALLEL SAFE
-RETURN orven.refuse(null::bytea, v, 529, orven.type_message("from"), orven.type_message("to"));
+RETURN orven.refuse(null::bytea, v, kNoExplicitConversion, orven.type_message("from"), orven.type_message("to"));

@@ -26,7 +26,7 @@ BEGIN
         RETURN (lower(digits) = 'true')::integer;
     END IF;
     IF digits !~ '^[-+]?[0-9]+$' THEN
-        RETURN orven.refuse(0::bigint, v, 245, orven.type_message("from"), v, orven.type_message("to"));
+        RETURN orven.refuse(0::bigint, v, kTextIsNoInteger, orven.type_message("from"), v, orven.type_message("to"));
     END IF;
     number := digits::numeric;
     IF "to" = 'bit' THEN
@@ -34,13 +34,13 @@ BEGIN
     END IF;
     RETURN CASE "to"
         WHEN 'tinyint' THEN CASE WHEN number BETWEEN 0 AND 255 THEN number
-                                 ELSE orven.refuse(0::numeric, v, 244, orven.type_message("from"), v, 'INT1') END
+                                 ELSE orven.refuse(0::numeric, v, kTextBeyondSmallInteger, orven.type_message("from"), v, 'INT1') END
         WHEN 'smallint' THEN CASE WHEN number BETWEEN -32768 AND 32767 THEN number
-                                  ELSE orven.refuse(0::numeric, v, 244, orven.type_message("from"), v, 'INT2') END
+                                  ELSE orven.refuse(0::numeric, v, kTextBeyondSmallInteger, orven.type_message("from"), v, 'INT2') END
         WHEN 'int' THEN CASE WHEN number BETWEEN -2147483648 AND 2147483647 THEN number
-                             ELSE orven.refuse(0::numeric, v, 248, orven.type_message("from"), v) END
+                             ELSE orven.refuse(0::numeric, v, kTextBeyondInteger, orven.type_message("from"), v) END
         ELSE CASE WHEN number BETWEEN -9223372036854775808 AND 9223372036854775807 THEN number
-                  ELSE orven.refuse(0::numeric, v, 8115, 'expression', "to") END END;
+                  ELSE orven.refuse(0::numeric, v, kArithmeticOverflow, 'expression', "to") END END;
 END $$;
 
 -- The number in a decimal or money type, or the failure with these arguments.
@@ -68,12 +68,12 @@ BEGIN
         END LOOP;
         digits := replace(digits, ',', '');
         IF digits !~ '^[-+]?([0-9]+[.]?[0-9]*|[.][0-9]+)$' THEN
-            RETURN orven.refuse(0::numeric, v, 235);
+            RETURN orven.refuse(0::numeric, v, kMoneySyntax);
         END IF;
         RETURN orven.fitted_number(digits::numeric, "to", 236);
     END IF;
     IF digits !~ '^[-+]?([0-9]+[.]?[0-9]*|[.][0-9]+)$' THEN
-        RETURN orven.refuse(0::numeric, v, 8114, orven.type_message("from"), orven.type_message("to"));
+        RETURN orven.refuse(0::numeric, v, kConversionError, orven.type_message("from"), orven.type_message("to"));
     END IF;
     RETURN orven.fitted_number(digits::numeric, "to", 8115, orven.type_message("from"), 'numeric');
 END $$;
@@ -99,7 +99,7 @@ BEGIN
         IF v IS NULL THEN
             RETURN NULL;
         END IF;
-        RETURN orven.refuse(0::double precision, v, 8114, orven.type_message("from"), orven.type_message("to"));
+        RETURN orven.refuse(0::double precision, v, kConversionError, orven.type_message("from"), orven.type_message("to"));
     END IF;
     -- Digits in front of the point, less the zeros that begin, with the exponent.
     number := (coalesce(parts[2], '') || coalesce(parts[3], parts[4], ''))::numeric;
@@ -109,13 +109,13 @@ BEGIN
     place := length(trim_scale(number)::text) - length(coalesce(parts[3], parts[4], ''))
              + coalesce(parts[5], '0')::numeric;
     IF place > 310 THEN
-        RETURN orven.refuse(0::double precision, v, 8115, 'expression', orven.type_message("to"));
+        RETURN orven.refuse(0::double precision, v, kArithmeticOverflow, 'expression', orven.type_message("to"));
     ELSIF place < -330 THEN
         RETURN 0;
     END IF;
     number := digits::numeric;
     IF abs(number) >= (CASE "to" WHEN 'real' THEN 3.4028234663852886e38 + 1e21 ELSE 1.797693134862315807e308 END) THEN
-        RETURN orven.refuse(0::double precision, v, 8115, 'expression', orven.type_message("to"));
+        RETURN orven.refuse(0::double precision, v, kArithmeticOverflow, 'expression', orven.type_message("to"));
     ELSIF abs(number) < 2.4703282292062328e-324 THEN
         RETURN 0;
     END IF;
@@ -127,8 +127,8 @@ LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
 DECLARE
     result timestamp := orven.read_date(v, kind, style);
 BEGIN
-    RETURN CASE result WHEN '-infinity' THEN orven.refuse(result, v, 241)
-                       WHEN 'infinity' THEN orven.refuse(result, v, 242, orven.type_message("from"), kind)
+    RETURN CASE result WHEN '-infinity' THEN orven.refuse(result, v, kDateSyntax)
+                       WHEN 'infinity' THEN orven.refuse(result, v, kDateOutOfRange, orven.type_message("from"), kind)
                        ELSE result END;
 END $$;
 
@@ -151,7 +151,7 @@ DECLARE
 BEGIN
     bare := coalesce(substring(bare FROM '^[{](.{36})[}]$'), bare);
     IF bare !~ '^[0-9A-Fa-f]{8}(-[0-9A-Fa-f]{4}){3}-[0-9A-Fa-f]{12}' THEN
-        RETURN orven.refuse(v, v, 8169);
+        RETURN orven.refuse(v, v, kNoIdentifier);
     END IF;
     RETURN upper(left(bare, 36));
 END $$;

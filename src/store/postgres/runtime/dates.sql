@@ -38,9 +38,9 @@ BEGIN
         WHEN 'date' THEN date_trunc('day', v)
         WHEN 'smalldatetime' THEN
             CASE WHEN orven.minuted(v) < timestamp '1900-01-01' OR orven.minuted(v) >= timestamp '2079-06-07'
-                 THEN orven.refuse(v, v, 242, "from", kind) ELSE orven.minuted(v) END
+                 THEN orven.refuse(v, v, kDateOutOfRange, "from", kind) ELSE orven.minuted(v) END
         ELSE CASE WHEN v < timestamp '1753-01-01' OR orven.ticked(v) >= timestamp '10000-01-01'
-                  THEN orven.refuse(v, v, 242, "from", 'datetime') ELSE orven.ticked(v) END END;
+                  THEN orven.refuse(v, v, kDateOutOfRange, "from", 'datetime') ELSE orven.ticked(v) END END;
 END $$;
 
 -- One moment for the whole of a statement, in the session's zone.
@@ -69,10 +69,10 @@ DECLARE
 BEGIN
     -- The server takes the count as an int.
     IF n > 2147483647 OR n < -2147483648 THEN
-        RETURN orven.refuse(v, v, 8115, 'expression', 'int');
+        RETURN orven.refuse(v, v, kArithmeticOverflow, 'expression', 'int');
     END IF;
     IF abs(n) > most THEN
-        RETURN orven.refuse(v, v, 517, 'datetime');
+        RETURN orven.refuse(v, v, kDateAddOverflow, 'datetime');
     END IF;
     IF months IS NOT NULL THEN
         result := v + make_interval(months => (n * months)::integer);
@@ -80,7 +80,7 @@ BEGIN
         result := orven.from_milliseconds(orven.milliseconds(v) + n * orven.part_length(part));
     END IF;
     IF result < timestamp '1753-01-01' OR result >= timestamp '10000-01-01' THEN
-        RETURN orven.refuse(v, v, 517, 'datetime');
+        RETURN orven.refuse(v, v, kDateAddOverflow, 'datetime');
     END IF;
     RETURN result;
 END $$;
@@ -137,7 +137,7 @@ CREATE OR REPLACE FUNCTION orven.ts_datediff(part text, "from" timestamp, "to" t
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     RETURN CASE WHEN orven.date_distance(part, "from", "to") NOT BETWEEN -2147483648 AND 2147483647
-                THEN orven.refuse(0, orven.date_distance(part, "from", "to"), 535)
+                THEN orven.refuse(0, orven.date_distance(part, "from", "to"), kDateDifferenceOverflow)
                 ELSE orven.date_distance(part, "from", "to")::integer END;
 END $$;
 
@@ -191,7 +191,7 @@ LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     IF year NOT BETWEEN 1 AND 9999 OR month NOT BETWEEN 1 AND 12 OR day < 1
        OR day > orven.days_in_month(year::integer, month::integer) THEN
-        RETURN orven.refuse(null::timestamp, year, 289);
+        RETURN orven.refuse(null::timestamp, year, kDateParts);
     END IF;
     RETURN make_timestamp(year::integer, month::integer, day::integer, 0, 0, 0);
 END $$;

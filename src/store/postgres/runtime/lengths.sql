@@ -64,7 +64,7 @@ BEGIN
     kept := orven.cut_text(t, length, by_characters);
     -- Blanks that don't fit are no loss.
     IF length(rtrim(t, ' ')) > length(kept) THEN
-        RETURN orven.refuse(t, t, 2628, "table", "column", kept);
+        RETURN orven.refuse(t, t, kTextTruncated, "table", "column", kept);
     END IF;
     RETURN CASE WHEN padded THEN orven.padded_text(kept, length, by_characters) ELSE kept END;
 END $$;
@@ -86,7 +86,7 @@ BEGIN
     ELSIF starred THEN
         RETURN CASE WHEN padded THEN rpad('*', length) ELSE '*' END;
     END IF;
-    RETURN orven.refuse(t, t, 8115, "from", "to");
+    RETURN orven.refuse(t, t, kArithmeticOverflow, "from", "to");
 END $$;
 
 -- A number's text in a text type. One too short takes a star for an int or less, and refuses everything else.
@@ -109,5 +109,5 @@ RETURN CASE WHEN orven.type_length(type) <= 0 THEN b
 CREATE OR REPLACE FUNCTION orven.ts_store_binary(v bytea, "from" text, "to" text, "table" text, "column" text)
 RETURNS bytea LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE WHEN orven.type_length("to") > 0 AND octet_length(v) > orven.type_length("to")
-            THEN orven.refuse(v, v, 2628, "table", "column", '')
+            THEN orven.refuse(v, v, kTextTruncated, "table", "column", '')
             ELSE orven.fitted_bytes(v, "to") END;

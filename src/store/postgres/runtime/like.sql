@@ -83,7 +83,7 @@ DECLARE
     result text;
 BEGIN
     IF length(escape) <> 1 THEN
-        RETURN orven.ts_fail(506, escape);
+        RETURN orven.ts_fail(kEscapeCharacter, escape);
     END IF;
     IF pattern IS NULL THEN
         RETURN NULL;

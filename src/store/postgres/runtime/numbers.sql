@@ -11,7 +11,7 @@ CREATE OR REPLACE FUNCTION orven.ts_range(v numeric, type text) RETURNS bigint
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     RETURN CASE WHEN v < -9223372036854775808 OR v > 9223372036854775807
-                THEN orven.refuse(0::bigint, v, 8115, 'expression', 'bigint')
+                THEN orven.refuse(0::bigint, v, kArithmeticOverflow, 'expression', 'bigint')
                 ELSE orven.ts_bigint(v::bigint, 'bigint', type) END;
 END $$;
 
@@ -22,16 +22,16 @@ RETURN orven.within(round(v, s), orven.greatest_decimal(p, s), 8115, 'expression
 CREATE OR REPLACE FUNCTION orven.ts_idiv(a bigint, b bigint) RETURNS bigint
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE b WHEN 0 THEN orven.refuse(a, b, 8134)
+    RETURN CASE b WHEN 0 THEN orven.refuse(a, b, kDivisionByZero)
                   WHEN -1 THEN CASE WHEN a = -9223372036854775808
-                                    THEN orven.refuse(a, a, 8115, 'expression', 'bigint') ELSE -a END
+                                    THEN orven.refuse(a, a, kArithmeticOverflow, 'expression', 'bigint') ELSE -a END
                   ELSE a / b END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_imod(a bigint, b bigint) RETURNS bigint
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE b WHEN 0 THEN orven.refuse(a, b, 8134) WHEN -1 THEN 0 * a ELSE a % b END;
+    RETURN CASE b WHEN 0 THEN orven.refuse(a, b, kDivisionByZero) WHEN -1 THEN 0 * a ELSE a % b END;
 END $$;
 
 -- Results too small for a float are zero, as the processor has them; PostgreSQL refuses them.
@@ -39,7 +39,7 @@ CREATE OR REPLACE FUNCTION orven.ts_div(a double precision, b double precision) 
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     IF b = 0 THEN
-        RETURN orven.refuse(a, b, 8134);
+        RETURN orven.refuse(a, b, kDivisionByZero);
     ELSIF a <> 0 AND abs(log(abs(a)) - log(abs(b))) > 307.6 THEN
         RETURN orven.float_of(orven.decimal_of(a) / orven.decimal_of(b));
     END IF;
@@ -51,7 +51,7 @@ CREATE OR REPLACE FUNCTION orven.float_of(v numeric) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     RETURN CASE WHEN abs(v) >= 1.797693134862315807e308
-                THEN orven.refuse(0::double precision, v, 8115, 'expression', 'float')
+                THEN orven.refuse(0::double precision, v, kArithmeticOverflow, 'expression', 'float')
                 WHEN abs(v) < 2.4703282292062328e-324 THEN 0 ELSE v::double precision END;
 END $$;
 
@@ -59,7 +59,7 @@ CREATE OR REPLACE FUNCTION orven.cut_quotient(a numeric, b numeric, up numeric, 
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     IF b = 0 THEN
-        RETURN orven.refuse(a, b, 8134);
+        RETURN orven.refuse(a, b, kDivisionByZero);
     END IF;
     RETURN div(a * up, b) * down;
 END $$;
@@ -72,7 +72,7 @@ RETURN orven.within(orven.cut_quotient(a, b, orven.power_of_ten(s), orven.power_
 CREATE OR REPLACE FUNCTION orven.ts_decmod(a numeric, b numeric) RETURNS numeric
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN b = 0 THEN orven.refuse(a, b, 8134) ELSE a % b END;
+    RETURN CASE WHEN b = 0 THEN orven.refuse(a, b, kDivisionByZero) ELSE a % b END;
 END $$;
 
 -- Functions of floats. Outside its domain the server refuses.
@@ -80,13 +80,13 @@ END $$;
 CREATE OR REPLACE FUNCTION orven.ts_sqrt(x double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN x < 0 THEN orven.refuse(x, x, 3623) ELSE sqrt(x) END;
+    RETURN CASE WHEN x < 0 THEN orven.refuse(x, x, kFloatDomain) ELSE sqrt(x) END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_exp(x double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN x > 709.782712893384 THEN orven.refuse(x, x, 8115, 'expression', 'float')
+    RETURN CASE WHEN x > 709.782712893384 THEN orven.refuse(x, x, kArithmeticOverflow, 'expression', 'float')
                 WHEN x < -708.4 THEN CASE WHEN x < -745.14 THEN 0 ELSE exp(x / 2) * exp(x / 2) END
                 ELSE exp(x) END;
 END $$;
@@ -94,21 +94,21 @@ END $$;
 CREATE OR REPLACE FUNCTION orven.ts_log(x double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x, 3623) ELSE ln(x) END;
+    RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x, kFloatDomain) ELSE ln(x) END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_log(x double precision, base double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x + base, 3623)
-                WHEN base <= 0 OR base = 1 THEN orven.refuse(x, base + x, 3623)
+    RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x + base, kFloatDomain)
+                WHEN base <= 0 OR base = 1 THEN orven.refuse(x, base + x, kFloatDomain)
                 ELSE ln(x) / ln(base) END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_log10(x double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x, 3623) ELSE log(x) END;
+    RETURN CASE WHEN x <= 0 THEN orven.refuse(x, x, kFloatDomain) ELSE log(x) END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_sin(x double precision) RETURNS double precision
@@ -123,19 +123,19 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN tan(x);
 CREATE OR REPLACE FUNCTION orven.ts_cot(x double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN x = 0 THEN orven.refuse(x, x, 3623) ELSE 1 / tan(x) END;
+    RETURN CASE WHEN x = 0 THEN orven.refuse(x, x, kFloatDomain) ELSE 1 / tan(x) END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_asin(x double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN abs(x) > 1 THEN orven.refuse(x, x, 3623) ELSE asin(x) END;
+    RETURN CASE WHEN abs(x) > 1 THEN orven.refuse(x, x, kFloatDomain) ELSE asin(x) END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_acos(x double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN abs(x) > 1 THEN orven.refuse(x, x, 3623) ELSE acos(x) END;
+    RETURN CASE WHEN abs(x) > 1 THEN orven.refuse(x, x, kFloatDomain) ELSE acos(x) END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_atan(x double precision) RETURNS double precision
@@ -147,13 +147,13 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN atan2(y, x);
 CREATE OR REPLACE FUNCTION orven.ts_degrees(x double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN abs(x) > 1e306 THEN orven.refuse(x, x, 8115, 'expression', 'float') ELSE x * 180 / pi() END;
+    RETURN CASE WHEN abs(x) > 1e306 THEN orven.refuse(x, x, kArithmeticOverflow, 'expression', 'float') ELSE x * 180 / pi() END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_radians(x double precision) RETURNS double precision
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN abs(x) > 5.7e307 THEN orven.refuse(x, x, 8115, 'expression', 'float') ELSE x * pi() / 180 END;
+    RETURN CASE WHEN abs(x) > 5.7e307 THEN orven.refuse(x, x, kArithmeticOverflow, 'expression', 'float') ELSE x * pi() / 180 END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_pi() RETURNS double precision
@@ -197,7 +197,7 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN sign(v);
 CREATE OR REPLACE FUNCTION orven.ts_abs(v bigint) RETURNS bigint
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN v = -9223372036854775808 THEN orven.refuse(v, v, 8115, 'expression', 'bigint') ELSE abs(v) END;
+    RETURN CASE WHEN v = -9223372036854775808 THEN orven.refuse(v, v, kArithmeticOverflow, 'expression', 'bigint') ELSE abs(v) END;
 END $$;
 CREATE OR REPLACE FUNCTION orven.ts_abs(v numeric) RETURNS numeric
 LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN abs(v);
@@ -217,18 +217,18 @@ CREATE OR REPLACE FUNCTION orven.ts_round(v bigint, n bigint, cut bigint DEFAULT
 LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE WHEN n >= 0 AND cut IS NOT NULL THEN v
             WHEN abs(orven.ts_round(v::numeric, n, cut)) > 9223372036854775807
-            THEN orven.refuse(v, v + n, 8115, 'expression', 'bigint')
+            THEN orven.refuse(v, v + n, kArithmeticOverflow, 'expression', 'bigint')
             ELSE orven.ts_round(v::numeric, n, cut)::bigint END;
 
 CREATE OR REPLACE FUNCTION orven.float_power(base double precision, exponent double precision, type text)
 RETURNS double precision LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
     IF base = 0 AND exponent < 0 THEN
-        RETURN orven.refuse(base, base, 8134);
+        RETURN orven.refuse(base, base, kDivisionByZero);
     ELSIF base < 0 AND exponent <> trunc(exponent) THEN
-        RETURN orven.refuse(base, base, 3623);
+        RETURN orven.refuse(base, base, kFloatDomain);
     ELSIF base <> 0 AND exponent * ln(abs(base)) > 709.782712893384 THEN
-        RETURN orven.refuse(base, base, 8115, 'expression', orven.type_kind(type));
+        RETURN orven.refuse(base, base, kArithmeticOverflow, 'expression', orven.type_kind(type));
     ELSIF base <> 0 AND exponent * ln(abs(base)) < -745.13 THEN
         RETURN 0;
     END IF;

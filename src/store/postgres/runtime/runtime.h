@@ -13,15 +13,19 @@
 //
 //   ts_text(v, from, to[, style])       likewise ts_bigint ts_numeric ts_float ts_datetime ts_time ts_binary ts_guid
 //   ts_try_text(v, from, to[, style])   and so on: null where it fails; not in a parallel plan
-//   ts_store_text(v, from, to, table, column)   ts_store_binary(v bytea, ...)     what has no 2628 is converted as
-//   above ts_like(v, pattern[, escape])       boolean ts_order(t)                         a key of bytes; trailing
-//   blanks don't count ts_min(t) ts_max(t)                 aggregates in that order ts_range(v, type) v may be a
-//   numeric, beyond a bigint ts_fail_as(null::type, number, argument ...)        ts_fail where another type than a text
-//   is expected ts_later(v)                         v; keeps the planner from asking for a constant whose conversion
-//   may fail
+//   ts_store_text(v, from, to, table, column)   ts_store_binary(v bytea, ...)
+//                                       what has no 2628 is converted as above
+//   ts_like(v, pattern[, escape])       boolean
+//   ts_order(t)                         a key of bytes; trailing blanks don't count
+//   ts_min(t) ts_max(t)                 aggregates in that order
+//   ts_range(v, type)                   v may be a numeric, beyond a bigint
+//   ts_fail_as(null::type, number, argument ...)
+//                                       ts_fail where another type than a text is expected
+//   ts_later(v)                         v; keeps the planner from asking for a constant whose conversion may fail
 //
-// A failure is SQLSTATE OV000: the number is its message, the arguments are its detail, with chr(31) between. Of the
-// session's settings, TimeZone tells the clock's zone, and extra_float_digits must not be below its default.
+// A failure is SQLSTATE OV000: the number is its message, the arguments are its detail, with chr(31) between. The SQL
+// files have the names of tsql/failurenumbers.h in the place of numbers. Of the session's settings, TimeZone tells the
+// clock's zone, and extra_float_digits must not be below its default.
 #pragma once
 
 #include <string>

@@ -14,19 +14,19 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN lower(t COLLATE "C");
 CREATE OR REPLACE FUNCTION orven.ts_left(t text, n bigint) RETURNS text
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN n < 0 THEN orven.refuse(t, n::text || t, 536, 'left') ELSE left(t, orven.as_count(n)) END;
+    RETURN CASE WHEN n < 0 THEN orven.refuse(t, n::text || t, kNegativeLength, 'left') ELSE left(t, orven.as_count(n)) END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_right(t text, n bigint) RETURNS text
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN n < 0 THEN orven.refuse(t, n::text || t, 536, 'right') ELSE right(t, orven.as_count(n)) END;
+    RETURN CASE WHEN n < 0 THEN orven.refuse(t, n::text || t, kNegativeLength, 'right') ELSE right(t, orven.as_count(n)) END;
 END $$;
 
 CREATE OR REPLACE FUNCTION orven.ts_substring(t text, start bigint, n bigint) RETURNS text
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $$
 BEGIN
-    RETURN CASE WHEN n < 0 THEN orven.refuse(t, start::text || n::text || t, 537, 'substring')
+    RETURN CASE WHEN n < 0 THEN orven.refuse(t, start::text || n::text || t, kNegativeSubstringLength, 'substring')
                 ELSE substr(t, orven.as_count(start), orven.as_count(n)) END;
 END $$;
 

@@ -113,7 +113,7 @@ BEGIN
         FROM pg_constraint k JOIN pg_attribute a ON a.attrelid = k.conrelid AND a.attnum = ANY (k.conkey)
         WHERE k.contype = 'c' AND k.conrelid = to_regclass(quote_ident("table")) AND a.attname = "column"
     LOOP
-        PERFORM orven.ts_fail(5074, CASE WHEN reader.is_key THEN 'constraint' ELSE 'index' END,
+        PERFORM orven.ts_fail(kDependsOnColumn, CASE WHEN reader.is_key THEN 'constraint' ELSE 'index' END,
                               coalesce(reader.declared, reader.name), "column");
     END LOOP;
 END $$;
