@@ -16,7 +16,7 @@ inline constexpr std::int32_t kInvalidPointer = static_cast<std::int32_t>(0x8000
 inline constexpr std::int32_t kRegistrationFailed = static_cast<std::int32_t>(0x80040201u);
 
 /// Makes objects of one class.
-class ORVENMOD_API ClassObject {
+class ClassObject {
 public:
     virtual ~ClassObject() = default;
     /// An object of the class (static_pointer_cast to it). Throws what its constructor throws.
