@@ -7,6 +7,7 @@
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
+#include "hierarchy/frmItemUsage.h"
 #include "hierarchy/usageguard.h"
 
 namespace orvenmod {
@@ -38,26 +39,31 @@ bool changeLock(const LockChange& wanted) {
     });
 }
 
-// What speaks against the delete of an item, "" for nothing: its lock, told by its name, comes before any bill.
-std::string deleteRefusal(const std::string& id) {
+enum class Deletion { free, refused, usageAsked };
+
+// Whether something speaks against the delete of an item, told to the user: its lock, by its name, comes before any
+// bill.
+Deletion tellRefusal(const std::string& id) {
     store::Recordset rows = openRows("select fislock,fname from tblItem where fitemid=" + id);
     for (; !rows.eof(); rows.moveNext()) {
-        if (toInt32(rows.text("fislock", "0")) == 1) return rows.text("fname") + "已经禁用,不能删除!";
+        if (toInt32(rows.text("fislock", "0")) != 1) continue;
+        showWarning(rows.text("fname") + "已经禁用,不能删除!");
+        return Deletion::refused;
     }
-    return usageOf(appState().gCurItemId, Guarded::item);
+    const std::string usage = usageOf(appState().gCurItemId, Guarded::item);
+    if (usage.empty()) return Deletion::free;
+    return showWarningOffering(usage, "使用情况(&S)") ? Deletion::usageAsked : Deletion::refused;
 }
 
 }  // namespace
 
 bool delDetail() {
-    return trappedTransaction([] {
+    Deletion deletion = Deletion::free;
+    const bool deleted = trappedTransaction([&deletion] {
         openDB();
         const std::string id = std::to_string(appState().gCurItemId);
-        const std::string refusal = deleteRefusal(id);
-        if (!refusal.empty()) {
-            showWarning(refusal);
-            return false;
-        }
+        deletion = tellRefusal(id);
+        if (deletion != Deletion::free) return false;
         store::Connection& connection = *appState().gConn;
         connection.beginTrans();
         connection.executeAll(std::vector{"delete from tblItem where fitemid=" + id,
@@ -66,6 +72,8 @@ bool delDetail() {
         connection.commitTrans();
         return true;
     });
+    if (deletion == Deletion::usageAsked) frmItemUsage(appState().gCurItemId).show();
+    return deleted;
 }
 
 bool lockDetail() { return changeLock(kLock); }

@@ -30,6 +30,9 @@ public:
     Answer message(MessageKind kind, const std::string& text, const std::string& title) override {
         return target_.message(kind, text, title);
     }
+    bool warnOffering(const std::string& text, const std::string& title, const std::string& further) override {
+        return target_.warnOffering(text, title, further);
+    }
     void sendTab() override { target_.sendTab(); }
     void openDocument(const std::string& path) override { target_.openDocument(path); }
     void paintPending() override {

@@ -10,7 +10,7 @@ constexpr int kGap = 2;
 
 }  // namespace
 
-ListGridArea::ListGridArea(bool arranges, QWidget* parent)
+ListGridArea::ListGridArea(QWidget* parent)
     : QWidget(parent), line_(new QLineEdit(this)), view_(new ListGridView(this)), status_(new QLabel(this)) {
     line_->setPlaceholderText(QStringLiteral("筛选列表：输入文字或拼音字母，空格隔开多个词，Esc 取消"));
     line_->setAccessibleName(QStringLiteral("筛选"));
@@ -18,7 +18,6 @@ ListGridArea::ListGridArea(bool arranges, QWidget* parent)
     line_->setFocusPolicy(Qt::ClickFocus);
     line_->hide();
     status_->setTextFormat(Qt::PlainText);
-    status_->setVisible(arranges);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kGap);

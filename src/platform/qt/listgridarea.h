@@ -13,7 +13,7 @@ namespace orvenmod::platform::qt {
 class ListGridArea : public QWidget {
     Q_OBJECT
 public:
-    ListGridArea(bool arranges, QWidget* parent);
+    explicit ListGridArea(QWidget* parent);
 
     ListGridView& view() { return *view_; }
     QLineEdit& line() { return *line_; }

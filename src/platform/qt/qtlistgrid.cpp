@@ -8,21 +8,30 @@
 
 namespace orvenmod::platform::qt {
 
+namespace {
+
+QWidget* newBody(const ControlDesign& design, QWidget* parent) {
+    if (design.arranges) return new ListGridArea(parent);
+    return new ListGridView(parent);
+}
+
+}  // namespace
+
 QtListGrid::QtListGrid(Core& core, const ControlDesign& design, QWidget* parent)
-    : QtControl(design, new ListGridArea(design.arranges, parent)),
+    : QtControl(design, newBody(design, parent)),
       core_(core),
       model_(design.columns, design.fixedColumns),
       items_(model_),
-      area_(static_cast<ListGridArea*>(body_.widget())),
-      view_(&area_->view()) {
+      area_(qobject_cast<ListGridArea*>(body_.widget())),
+      view_(area_ != nullptr ? &area_->view() : static_cast<ListGridView*>(body_.widget())) {
+    view_->setModel(&items_);
+    dressColumns();
+    listen();
+    if (area_ == nullptr) return;
     // Robots look for the list itself under the control's name.
     view_->setObjectName(area_->objectName());
     area_->setObjectName(area_->objectName() + QStringLiteral("Area"));
     body_.setFocusPart(view_);
-    view_->setModel(&items_);
-    dressColumns();
-    listen();
-    if (!design.arranges) return;
     listenToHeading();
     listenToLine();
     repaint();
@@ -214,7 +223,7 @@ void QtListGrid::repaint() {
     QTimer::singleShot(0, view_, [this] {
         repaintWaits_ = false;
         view_->viewport()->update();
-        area_->tell(toQt(model_.status()));
+        if (area_ != nullptr) area_->tell(toQt(model_.status()));
     });
 }
 

@@ -85,7 +85,7 @@ private:
     Core& core_;
     model::ListGridModel model_;
     ListGridItems items_;
-    ListGridArea* area_;
+    ListGridArea* area_;  // null where the user arranges nothing
     ListGridView* view_;
     bool repaintWaits_ = false;
 };

@@ -108,6 +108,7 @@ void QtListGrid::sort(int column, SortOrder order) {
 }
 
 void QtListGrid::narrow(const std::string& words) {
+    if (area_ == nullptr) return showNarrowing(toQt(words));
     if (!words.empty()) area_->line().show();
     area_->line().setText(toQt(words));
 }
