@@ -139,6 +139,7 @@ int playTour(SuiteWindow& window, const std::string& folder) {
         pickForBill(guide);
         workWithFewRights(guide);
         keepItems(guide);
+        arrangeItems(guide);
         keepCategories(guide);
         exportItems(guide, folder);
         printItems(guide, folder);
