@@ -2,6 +2,7 @@
 
 #include "frame/appstate.h"
 #include "frame/services.h"
+#include "hierarchy/frmItemUsage_design.h"
 #include "hierarchy/frmParent_design.h"
 #include "platform/progress.h"
 #include "support/keyboardwalk.h"
@@ -52,6 +53,8 @@ private:
 };
 
 TEST_P(HierarchyRoads, theDialogIsWorkedByKeyboard) { walkByKeyboard(stage.script(), parentDesign()); }
+
+TEST_P(HierarchyRoads, theUsageIsReadByKeyboard) { walkByKeyboard(stage.script(), itemUsageDesign()); }
 
 TEST_P(HierarchyRoads, aClerkGrowsTheTree) {
     stage.open([this](User& list) {
