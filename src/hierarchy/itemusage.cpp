@@ -1,5 +1,6 @@
 #include "hierarchy/itemusage.h"
 
+#include <set>
 #include <string_view>
 
 #include "frame/conversion.h"
@@ -30,6 +31,7 @@ std::string allOf(std::string_view probe) {
 /// All bills of the family that use the item, each once; "" where no column can hold one.
 std::string billsOf(const BillFamily& family, const store::Recordset& fields, const std::string& id) {
     std::string bills;
+    std::set<std::string> known;
     for (std::size_t row = 0; row < fields.rowCount(); ++row) {
         const std::int32_t type = toInt32(fields.cell(row, fields.column("ftypeid")).value_or("0"));
         if (type < family.firstType || type > family.lastType) continue;
@@ -37,7 +39,9 @@ std::string billsOf(const BillFamily& family, const store::Recordset& fields, co
         const std::string_view probe = head ? family.headProbe : family.entryProbe;
         if (probe.empty()) continue;
         const std::string name(fields.cell(row, fields.column("fFieldName")).value_or(""));
-        bills += (bills.empty() ? "" : " union") + allOf(probe) + name + "=" + id;
+        // The types of a family share their tables, and name the same columns.
+        const std::string column = allOf(probe) + name + "=" + id;
+        if (known.insert(column).second) bills += (bills.empty() ? "" : " union") + column;
     }
     return bills;
 }
