@@ -54,6 +54,8 @@ void measureFile(Report& report, const std::string& folder, const std::vector<in
         all.back().save = measureSave(report, folder, goods);
     }
     compareSizes(report, all);
+    report.heading("sorting and narrowing");
+    measureArranging(report);
     report.heading("tree");
     measureTree(report, folder);
     measureShownTrees(report, folder);

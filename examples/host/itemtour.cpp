@@ -107,6 +107,20 @@ void keepItems(Guide& guide) {
     });
 }
 
+void arrangeItems(Guide& guide) {
+    guide.play(Guide::kAdministrator, {}, [&guide](Visitor& visitor) {
+        visitor.clickRow("vsf1", 1);
+        guide.within("frmItemUsage",
+                     [](Visitor& usage) { usage.picture("item-usage", "使用情况：哪些单据用了这个货品"); });
+        visitor.chooseMenu("MenuItemUsage");
+        visitor.clickHeading("vsf1", "名称");
+        visitor.press("Ctrl+F");
+        visitor.typeKeys("bi");
+        visitor.picture("sorted-narrowed", "按拼音排序，并用拼音字母筛选");
+        visitor.press("Esc");
+    });
+}
+
 void keepCategories(Guide& guide) {
     guide.play(Guide::kAdministrator, {}, [&guide](Visitor& visitor) {
         visitor.clickNode("tv1", "五金工具");

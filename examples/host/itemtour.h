@@ -7,6 +7,8 @@
 namespace orvenmod::sample {
 
 void keepItems(Guide& guide);
+/// Sorts and narrows the list, and shows who uses an item.
+void arrangeItems(Guide& guide);
 void keepCategories(Guide& guide);
 /// Leaves the list of goods as a workbook in the folder.
 void exportItems(Guide& guide, const std::string& folder);

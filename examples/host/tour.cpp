@@ -136,6 +136,7 @@ int playTour(SuiteWindow& window, const std::string& folder) {
         pickForBill(guide);
         workWithFewRights(guide);
         keepItems(guide);
+        arrangeItems(guide);
         keepCategories(guide);
         bringGoodsIn(guide);
         exportItems(guide, folder);

@@ -7,6 +7,7 @@
 #include <QDateEdit>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -131,6 +132,19 @@ void Visitor::clickRow(const QString& grid, int row) {
 }
 
 void Visitor::clickLastRow(const QString& grid) { clickRow(grid, find<QTableView>(grid).model()->rowCount()); }
+
+void Visitor::clickHeading(const QString& grid, const QString& titleBegin) {
+    auto& view = find<QTableView>(grid);
+    QHeaderView& heading = *view.horizontalHeader();
+    for (int column = 0; column < heading.count(); ++column) {
+        const QString title = view.model()->headerData(column, Qt::Horizontal).toString();
+        if (view.isColumnHidden(column) || !title.startsWith(titleBegin)) continue;
+        const int middle = heading.sectionViewportPosition(column) + heading.sectionSize(column) / 2;
+        QTest::mouseClick(heading.viewport(), Qt::LeftButton, {}, QPoint(middle, heading.height() / 2));
+        return;
+    }
+    throw std::runtime_error("no heading " + titleBegin.toStdString());
+}
 
 void Visitor::doubleClickRow(const QString& grid, int row) {
     auto& view = find<QTableView>(grid);

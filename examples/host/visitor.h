@@ -47,6 +47,7 @@ public:
     void clickNode(const QString& tree, const QString& textBegin);
     void clickRow(const QString& grid, int row);
     void clickLastRow(const QString& grid);
+    void clickHeading(const QString& grid, const QString& titleBegin);
     void doubleClickRow(const QString& grid, int row);
     void keyOnGrid(const QString& grid, Qt::Key key);
     void clickCell(const QString& grid, int row, int column);

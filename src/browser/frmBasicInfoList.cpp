@@ -67,6 +67,7 @@ struct frmBasicInfoList::Shown {
     SeekBar seekBar;
     BillArea bill;
     ListKeys keys;
+    int headingColumn = 0;  // whose menu was asked
     std::vector<ControlPos> positions;
 };
 
@@ -133,6 +134,22 @@ void frmBasicInfoList::connectMenus() {
     onClick("MenuUnLockDetail", [this] { ItemCommands(*this).MenuUnLockDetail_Click(); });
     shown().tv1.mouseDown = popUp("MenuParentEdit");
     shown().vsf1.mouseDown = popUp("MenuEdit");
+    onClick("MenuItemUsage", [this] { ItemCommands(*this).MenuItemUsage_Click(); });
+    connectHeading();
+}
+
+void frmBasicInfoList::connectHeading() {
+    const auto onClick = [this](const char* name, auto action) {
+        shown().window->get<Menu>(name).click = [this, action] { action(shown()); };
+    };
+    shown().vsf1.headingMenu = [this](int column) {
+        shown().headingColumn = column;
+        shown().window->get<Menu>("MenuHeading").popUp();
+    };
+    onClick("MenuHeadingUp", [](Shown& form) { form.vsf1.sort(form.headingColumn, platform::SortOrder::ascending); });
+    onClick("MenuHeadingDown",
+            [](Shown& form) { form.vsf1.sort(form.headingColumn, platform::SortOrder::descending); });
+    onClick("MenuHeadingReset", [](Shown& form) { form.list->columns().reset(); });
 }
 
 void frmBasicInfoList::Form_Load() {
@@ -141,6 +158,7 @@ void frmBasicInfoList::Form_Load() {
     form.report = std::make_unique<ListReport>(services().toolkit.createReport(), form.vsf1, letPaint);
     appState().gIniPath = appState().gAppPath + "\\setupInfo.ini";
     buildCaptions();
+    form.list->columns().load();
     getListInfo(3);
     form.seekBar.addToFpsA();
     form.bill.setDecimals(appState().gZeroNumber);
@@ -192,6 +210,7 @@ void frmBasicInfoList::Form_Unload() {
     saveSetting("ShowStock", "StockId", "0");
     saveSetting("ShowStock", "PerFKC", "0");
     shown().report.reset();
+    shown().list->columns().save();
 }
 
 platform::Tree& frmBasicInfoList::tv1() { return shown().tv1; }

@@ -61,6 +61,7 @@ private:
     void cmdAddItem_Click();
     void Toolbar1_ButtonClick(const std::string& key);
     void exportAndTell();
+    void connectHeading();
 
     void MenuEditNew_Click();
     void MenuEditUpdate_Click();

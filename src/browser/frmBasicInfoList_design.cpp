@@ -151,7 +151,8 @@ std::vector<ControlDesign> list() {
          .tag = "t",
          .parent = "Frame2",
          .accessibleName = "明细",
-         .fixedColumns = 1},
+         .fixedColumns = 1,
+         .arranges = true},
         {.kind = ControlKind::dataControl, .name = "Adodc1", .parent = "Frame2", .visible = false},
     };
 }
@@ -228,7 +229,8 @@ std::vector<ControlDesign> controls() {
     return all;
 }
 
-// MenuLockDetail and MenuUnLockDetail are switched off here, and nothing of this window switches them on.
+// MenuLockDetail and MenuUnLockDetail are switched off here, and nothing of this window switches them on. MenuHeading
+// isn't in the bar: it pops up on a heading of the list.
 std::vector<MenuDesign> menus() {
     return {
         {.name = "MenuFile", .caption = "文件(&F)"},
@@ -243,7 +245,12 @@ std::vector<MenuDesign> menus() {
         {.name = "MenuEditDelete", .caption = "删除明细", .parent = "MenuEdit"},
         {.name = "MenuLockDetail", .caption = "禁用明细", .parent = "MenuEdit", .enabled = false},
         {.name = "MenuUnLockDetail", .caption = "反禁用明细", .parent = "MenuEdit", .enabled = false},
+        {.name = "MenuItemUsage", .caption = "使用情况(&S)", .parent = "MenuEdit"},
         {.name = "MenuImport", .caption = "导入(&I)…", .parent = "MenuEdit"},
+        {.name = "MenuHeading", .caption = "列", .visible = false},
+        {.name = "MenuHeadingUp", .caption = "升序(&A)", .parent = "MenuHeading"},
+        {.name = "MenuHeadingDown", .caption = "降序(&D)", .parent = "MenuHeading"},
+        {.name = "MenuHeadingReset", .caption = "恢复默认列(&R)", .parent = "MenuHeading"},
     };
 }
 

@@ -5,6 +5,7 @@
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
+#include "platform/numberformat.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -27,9 +28,10 @@ void ItemList::getListInfo(std::int16_t intType) {
         readColumnSpec();
         const std::string sql = query(spec_.columns, "", searchCondition(appState().gFindValue), kInnerSelect);
         Adodc1_.setConnectionString(appState().gConnStr);
-        bindAndDress(sql);
+        showRows(sql);
+    } else {
+        clearZero(vsf1_);
     }
-    clearZero(vsf1_);
     closeDB();
 }
 
@@ -38,8 +40,7 @@ bool ItemList::findInfo(std::int16_t intType, std::int32_t treeItemId) {
     openDB();
     if (intType == 1) makeTreeFilter(treeItemId);
     state.gListFilter = state.gTreeFilter;
-    bindAndDress(query(listColumnsCopy_, state.gTreeFilter, "", kInnerSelect));
-    clearZero(vsf1_);
+    showRows(query(listColumnsCopy_, state.gTreeFilter, "", kInnerSelect));
     closeDB();
     return true;
 }
@@ -48,8 +49,7 @@ bool ItemList::findInfo2(const std::string& strParamSQL) {
     openDB();
     const std::string sql = query(listColumnsCopy_, strParamSQL, "", kInnerSelectOfSearch);
     Adodc1_.setConnectionString(appState().gConnStr);
-    bindAndDress(sql);
-    clearZero(vsf1_);
+    showRows(sql);
     closeDB();
     return true;
 }
@@ -103,10 +103,23 @@ std::string ItemList::query(const std::string& columns, const std::string& filte
     return plainQuery(columns, state.gViewName, conditions);
 }
 
+// Blanked zeros sort and are found as the blanks they show as, so the rows are arranged last.
+void ItemList::showRows(const std::string& sql) {
+    columns_.note();
+    bindAndDress(sql);
+    columns_.apply(spec_);
+    clearZero(vsf1_);
+    columns_.arrange();
+}
+
 void ItemList::bindAndDress(const std::string& sql) {
     Adodc1_.setRecordSource(sql);
     Adodc1_.refresh();
     dressList(vsf1_, spec_);
+    for (int column = 0; column < vsf1_.columnCount(); ++column) {
+        const bool numbers = holdsNumbers(column) || platform::isNumberFormat(vsf1_.columnFormat(column));
+        vsf1_.setColumnKind(column, numbers ? platform::ColumnKind::number : platform::ColumnKind::text);
+    }
 }
 
 }  // namespace orvenmod

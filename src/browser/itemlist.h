@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "browser/listcolumns.h"
 #include "browser/listquery.h"
 #include "frame/adodc.h"
 #include "platform/listgrid.h"
@@ -16,7 +17,7 @@ namespace orvenmod {
 class ItemList {
 public:
     ItemList(platform::ListGrid& vsf1, platform::Tree& tv1, const StockChoice& stock)
-        : vsf1_(vsf1), tv1_(tv1), Adodc1_(vsf1), stock_(stock) {}
+        : vsf1_(vsf1), tv1_(tv1), Adodc1_(vsf1), stock_(stock), columns_(vsf1) {}
 
     /// 1 rebuilds the tree, 2 columns and rows, 3 both.
     void getListInfo(std::int16_t intType);
@@ -28,6 +29,9 @@ public:
     /// Whether a column of vsf1 shows a number type of the last query. Its first is the grid's own.
     bool holdsNumbers(int column) const { return Adodc1_.holdsNumbers(column - 1); }
 
+    /// What the user makes of the columns.
+    ListColumns& columns() { return columns_; }
+
     bool hasTimeQty() const { return spec_.hasTimeQty; }
     std::int16_t timeQtyEntryId() const { return spec_.timeQtyEntryId; }
 
@@ -38,12 +42,14 @@ private:
     void makeTreeFilter(std::int32_t treeItemId);
     std::string query(const std::string& columns, const std::string& filter, const std::string& search,
                       std::string_view innerSelect) const;
+    void showRows(const std::string& sql);
     void bindAndDress(const std::string& sql);
 
     platform::ListGrid& vsf1_;
     platform::Tree& tv1_;
     Adodc Adodc1_;
     StockChoice stock_;
+    ListColumns columns_;
     ColumnSpec spec_;
     std::string listColumnsCopy_;
     std::string listHidden_;

@@ -38,7 +38,8 @@ Exported exported(const platform::ListGrid& list, int column, const NumberColumn
 // Hidden columns (the ids, and what the clerk may not see) are left out: in a sheet anybody could unhide them.
 std::vector<Exported> exportedColumns(const platform::ListGrid& list, const NumberColumns& holdsNumbers) {
     std::vector<Exported> columns;
-    for (int column = 0; column < list.columnCount(); ++column) {
+    for (int place = 0; place < list.columnCount(); ++place) {
+        const int column = list.columnAt(place);
         if (list.columnHidden(column)) continue;
         columns.push_back(exported(list, column, holdsNumbers));
     }

@@ -35,13 +35,14 @@ void ListReport::DefineDetailGrid() {
     report_->setTitle(state.gItemName + "打印");
     report_->setHeaderText(1, "fTitle", state.gItemName);
     report_->setHeaderText(1, "fbiller", "打印人：" + state.gLoginUserName);
-    for (int column = 0; column < vsf1_.columnCount(); ++column)
-        defineColumn(column);
+    for (int place = 0; place < vsf1_.columnCount(); ++place)
+        defineColumn(place);
 }
 
-void ListReport::defineColumn(int column) {
+void ListReport::defineColumn(int place) {
+    const int column = vsf1_.columnAt(place);
     const std::string title = vsf1_.text(0, column);
-    const int field = column + 1;
+    const int field = place + 1;
     if (const auto format = numberFormat(vsf1_.columnFormat(column))) {
         report_->addField(title, ReportFieldType::number);
         report_->setFieldFormat(field, *format);
@@ -50,21 +51,21 @@ void ListReport::defineColumn(int column) {
     }
     // Bound by number: two columns of one title each show their own field.
     report_->addColumn(title, title, field, vsf1_.columnWidth(column) / kGridUnitsPerCentimetre);
-    report_->setTitleAlignment(column, ReportAlignment::centre);
+    report_->setTitleAlignment(place, ReportAlignment::centre);
     const int alignment = vsf1_.columnAlignment(column);
     if (alignment == static_cast<int>(Alignment::centre)) {
-        report_->setContentAlignment(column, ReportAlignment::centre);
+        report_->setContentAlignment(place, ReportAlignment::centre);
     } else if (alignment == static_cast<int>(Alignment::right)) {
-        report_->setContentAlignment(column, ReportAlignment::right);
+        report_->setContentAlignment(place, ReportAlignment::right);
     }
-    if (vsf1_.columnHidden(column)) report_->hideColumn(column);
+    if (vsf1_.columnHidden(column)) report_->hideColumn(place);
 }
 
 void ListReport::Report_FetchRecord() {
     for (int row = 1; row < vsf1_.rowCount(); ++row) {
         report_->appendRecord();
-        for (int column = 0; column < vsf1_.columnCount(); ++column)
-            report_->setFieldText(column + 1, vsf1_.text(row, column));
+        for (int place = 0; place < vsf1_.columnCount(); ++place)
+            report_->setFieldText(place + 1, vsf1_.text(row, vsf1_.columnAt(place)));
         report_->postRecord();
         if (row % kRowsBetweenBreaths == 0) breathe_();
     }

@@ -24,7 +24,7 @@ private:
     void Report_Initialize();
     void Report_FetchRecord();
     void DefineDetailGrid();
-    void defineColumn(int column);
+    void defineColumn(int place);
 
     std::unique_ptr<platform::Report> report_;
     const platform::ListGrid& vsf1_;

@@ -117,6 +117,10 @@ void showWarning(const std::string& text) {
     services().toolkit.message(platform::MessageKind::warning, text, appState().gMsgTitle);
 }
 
+bool showWarningOffering(const std::string& text, const std::string& further) {
+    return services().toolkit.warnOffering(text, appState().gMsgTitle, further);
+}
+
 void showInformation(const std::string& text) {
     services().toolkit.message(platform::MessageKind::information, text, appState().gMsgTitle);
 }

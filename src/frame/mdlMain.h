@@ -46,6 +46,8 @@ std::string AppProfileName();
 
 /// Boxes titled gMsgTitle.
 void showWarning(const std::string& text);
+/// With a further button; true where that was pressed.
+bool showWarningOffering(const std::string& text, const std::string& further);
 void showInformation(const std::string& text);
 void showCritical(const std::string& text);
 void showCritical(const std::exception& failure);

@@ -2,12 +2,16 @@
 // and of the bills, and what the user is told on a hit.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
 namespace orvenmod {
 
 struct BillFamily {
+    std::string_view name;
+    /// The types of its bills in the catalogues.
+    std::int32_t firstType, lastType;
     /// Reads the names of the head fields; worded for items (fFieldType=1).
     std::string_view headFields;
     /// Joined to it for the entry fields; "" for bills that have none.

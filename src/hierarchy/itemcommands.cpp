@@ -6,6 +6,7 @@
 #include "frame/classright.h"
 #include "frame/mdlMain.h"
 #include "frame/treenodes.h"
+#include "hierarchy/frmItemUsage.h"
 #include "hierarchy/frmParent.h"
 #include "hierarchy/itemroutines.h"
 #include "hierarchy/selecteditem.h"
@@ -45,6 +46,10 @@ void ItemCommands::MenuUnLockDetail_Click() {
     if (!unLockDetail()) return;
     showInformation("反禁用成功！");
     if (row >= 1) list_.vsf1().setRowColour(row, nullptr);
+}
+
+void ItemCommands::MenuItemUsage_Click() {
+    if (takeSelectedItem(list_.vsf1())) frmItemUsage(appState().gCurItemId).show();
 }
 
 void ItemCommands::MenuParentEditNew_Click() {

@@ -13,6 +13,8 @@ public:
     void MenuEditDelete_Click();
     void MenuLockDetail_Click();
     void MenuUnLockDetail_Click();
+    /// Shows which bills use the selected item.
+    void MenuItemUsage_Click();
     void MenuParentEditNew_Click();
     void MenuParentEditUpdate_Click();
     void MenuParentEditDelete_Click();

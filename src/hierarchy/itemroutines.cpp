@@ -7,6 +7,7 @@
 #include "frame/conversion.h"
 #include "frame/mdlMain.h"
 #include "frame/openrows.h"
+#include "hierarchy/frmItemUsage.h"
 #include "hierarchy/usageguard.h"
 
 namespace orvenmod {
@@ -38,20 +39,20 @@ bool changeLock(const LockChange& wanted) {
     });
 }
 
-// What speaks against the delete of an item, "" for nothing: its lock, told by its name, comes before any bill.
-std::string deleteRefusal(std::int32_t itemId) {
+// What speaks against the delete of an item: its lock, told by its name, comes before any bill.
+DeleteRefusal refusalOf(std::int32_t itemId) {
     store::Recordset rows = openRows("select fislock,fname from tblItem where fitemid=" + std::to_string(itemId));
     for (; !rows.eof(); rows.moveNext()) {
-        if (toInt32(rows.text("fislock", "0")) == 1) return rows.text("fname") + "已经禁用,不能删除!";
+        if (toInt32(rows.text("fislock", "0")) == 1) return {rows.text("fname") + "已经禁用,不能删除!"};
     }
-    return usageOf(itemId, Guarded::item);
+    return {usageOf(itemId, Guarded::item), DeleteRefusal::Cause::used};
 }
 
 }  // namespace
 
-std::string deleteUnused(std::int32_t itemId) {
-    const std::string refusal = deleteRefusal(itemId);
-    if (!refusal.empty()) return refusal;
+DeleteRefusal deleteUnused(std::int32_t itemId) {
+    DeleteRefusal refusal = refusalOf(itemId);
+    if (!refusal.text.empty()) return refusal;
     const std::string id = std::to_string(itemId);
     store::Connection& connection = *appState().gConn;
     connection.beginTrans();
@@ -59,16 +60,24 @@ std::string deleteUnused(std::int32_t itemId) {
                                       "delete from " + appState().gItemTable + "  where fitemid=" + id,
                                       "delete from tblItemFJ where fitemid=" + id});
     connection.commitTrans();
-    return "";
+    return {};
 }
 
 bool delDetail() {
-    return trappedTransaction([] {
+    bool usageAsked = false;
+    const bool deleted = trappedTransaction([&usageAsked] {
         openDB();
-        const std::string refusal = deleteUnused(appState().gCurItemId);
-        if (!refusal.empty()) showWarning(refusal);
-        return refusal.empty();
+        const DeleteRefusal refusal = deleteUnused(appState().gCurItemId);
+        if (refusal.text.empty()) return true;
+        if (refusal.cause == DeleteRefusal::Cause::used) {
+            usageAsked = showWarningOffering(refusal.text, "使用情况(&S)");
+        } else {
+            showWarning(refusal.text);
+        }
+        return false;
     });
+    if (usageAsked) frmItemUsage(appState().gCurItemId).show();
+    return deleted;
 }
 
 bool lockDetail() { return changeLock(kLock); }

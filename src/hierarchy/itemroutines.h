@@ -11,9 +11,16 @@ namespace orvenmod {
 /// failure (of the rollback) goes to the caller and leaves the store open.
 bool delDetail();
 
-/// The same for any item of the class, on gConn, which is open: why it stays, "" where it is deleted. What fails goes
+/// Why an item stays; the text is "" where nothing speaks against its delete.
+struct DeleteRefusal {
+    enum class Cause { locked, used };
+    std::string text;
+    Cause cause = Cause::locked;
+};
+
+/// The same for any item of the class, on gConn, which is open: why it stays, or that it is deleted. What fails goes
 /// to the caller, who rolls back where a transaction is open then.
-std::string deleteUnused(std::int32_t itemId);
+DeleteRefusal deleteUnused(std::int32_t itemId);
 
 /// Disables and enables the detail gCurItemId. False where it is so already.
 bool lockDetail();

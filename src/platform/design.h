@@ -74,6 +74,7 @@ struct ControlDesign {
     std::string_view accessibleName = "";      ///< for controls that have no caption
     std::vector<GridColumn> columns = {};      ///< grids
     int fixedColumns = 0;                      ///< list grids
+    bool arranges = false;                     ///< list grids: the user sorts, narrows and copies; a line tells counts
     std::vector<std::string_view> pages = {};  ///< tabs: their captions
 };
 

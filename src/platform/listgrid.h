@@ -10,15 +10,16 @@
 #include "platform/control.h"
 #include "platform/event.h"
 #include "platform/keys.h"
+#include "platform/listarrangement.h"
 #include "platform/rowsource.h"
 
 namespace orvenmod::platform {
 
-class ListGrid : public Control {
+class ListGrid : public Control, public ListArrangement {
 public:
-    /// Shows the source's rows: column fixedColumns() + i shows the source's column i. Drops what was written to
-    /// cells, row colours and the selection; the first row becomes the current and only selected one, 0 (none) where
-    /// there are no rows. Column properties stay.
+    /// Shows the source's rows in their own order: column fixedColumns() + i shows the source's column i. Drops what
+    /// was written to cells, row colours and the selection; the first row becomes the current and only selected one, 0
+    /// (none) where there are no rows. Column properties stay.
     virtual void bind(std::shared_ptr<const RowSource> source) = 0;
 
     /// Rows with the heading, columns with the fixed ones.

@@ -16,7 +16,8 @@ namespace orvenmod::platform {
 
 enum class MessageKind { warning, information, critical, question };
 
-enum class Answer { ok, yes, no };
+/// `further` is of the scripts alone: the further button of a warning.
+enum class Answer { ok, yes, no, further };
 
 class Toolkit {
 public:
@@ -29,6 +30,9 @@ public:
 
     /// A modal box: OK, or Yes and No for a question, where closing it counts as No.
     virtual Answer message(MessageKind kind, const std::string& text, const std::string& title) = 0;
+
+    /// A modal warning with OK and a further button of that caption; true where that was pressed.
+    virtual bool warnOffering(const std::string& text, const std::string& title, const std::string& further) = 0;
 
     /// Moves the focus on as the Tab key does.
     virtual void sendTab() = 0;

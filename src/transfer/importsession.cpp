@@ -156,7 +156,7 @@ std::vector<KeptItem> ImportSession::takeBack(platform::Progress& progress) {
             reason = "没有撤回";
         } else {
             try {
-                reason = deleteUnused(outcome.itemId);
+                reason = deleteUnused(outcome.itemId).text;
             } catch (const store::Failure& failure) {
                 reason = failure.text();
                 if (appState().gConn->inTransaction()) appState().gConn->rollbackTrans();

@@ -188,6 +188,16 @@ TEST(Arrows, theHeaderOfTheQtRoomThatOthersIncludeIsFreeOfQt) {
     }
 }
 
+TEST(Arrows, onlyTheToolkitsSharedModelsAskForTheLettersOfTheChinese) {
+    for (const SourceFile& file : product()) {
+        for (const Include& include : file.includes) {
+            if (startsWith(include.path, "unicode/")) {
+                EXPECT_EQ(roomOf(file.path), "src/platform/model") << file.path << " includes " << include.path;
+            }
+        }
+    }
+}
+
 TEST(Arrows, eachNativeStoreHeaderStaysInItsRoom) {
     const std::map<std::string, std::string> homes = {
         {"sqlite3.h", "src/store/sqlite"}, {"sql.h", "src/store/odbc"},      {"sqlext.h", "src/store/odbc"},

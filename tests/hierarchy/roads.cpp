@@ -2,6 +2,7 @@
 
 #include "frame/appstate.h"
 #include "frame/services.h"
+#include "hierarchy/frmItemUsage_design.h"
 #include "hierarchy/frmParent_design.h"
 #include "platform/progress.h"
 #include "support/keyboardwalk.h"
@@ -30,6 +31,9 @@ public:
     Answer message(MessageKind kind, const std::string& text, const std::string& title) override {
         return target_.message(kind, text, title);
     }
+    bool warnOffering(const std::string& text, const std::string& title, const std::string& further) override {
+        return target_.warnOffering(text, title, further);
+    }
     void sendTab() override { target_.sendTab(); }
     void openDocument(const std::string& path) override { target_.openDocument(path); }
     void paintPending() override {
@@ -49,6 +53,8 @@ private:
 };
 
 TEST_P(HierarchyRoads, theDialogIsWorkedByKeyboard) { walkByKeyboard(stage.script(), parentDesign()); }
+
+TEST_P(HierarchyRoads, theUsageIsReadByKeyboard) { walkByKeyboard(stage.script(), itemUsageDesign()); }
 
 TEST_P(HierarchyRoads, aClerkGrowsTheTree) {
     stage.open([this](User& list) {

@@ -58,6 +58,8 @@ void MemoryUser::paste(const std::string& text) {
 
 std::string MemoryUser::copied() { return clipboard_; }
 
+std::string MemoryUser::copiedHtml() { return clipboardHtml_; }
+
 std::vector<std::string> MemoryUser::openedList() {
     auto* grid = focusedGrid();
     if (!grid || !grid->listOpen()) return {};

@@ -8,6 +8,7 @@
 #include "platform/memory/memoryentrygrid.h"
 #include "platform/memory/memorylistgrid.h"
 #include "platform/memory/memorytree.h"
+#include "platform/model/listoutput.h"
 #include "support/letters.h"
 #include "support/memory_user.h"
 
@@ -59,13 +60,54 @@ void MemoryUser::press(const std::string& shortcut) {
         guard([menu] { menu->click.raise(); });
         return;
     }
-    if (pressInGrid(shortcut) || !leaveCell()) return;
+    if (pressInGrid(shortcut) || !leaveCell() || pressInArrangement(shortcut)) return;
     if (turnPage(shortcut) || pressMnemonic(shortcut)) return;
     if (shortcut == "Tab" || shortcut == "Shift+Tab") {
         window_.moveFocus(shortcut == "Tab" ? FocusWay::on : FocusWay::back);
     } else if (ControlCore* focus = window_.focused()) {
         pressOn(*focus, shortcut);
     }
+}
+
+void MemoryUser::pressForMenu(const std::string& shortcut, const std::string& chooseMenu) {
+    popUpWhile(shortcut, chooseMenu, [&] { press(shortcut); });
+}
+
+MemoryListGrid* MemoryUser::lineInFocus() const {
+    ControlCore* focus = window_.focused();
+    auto* grid = focus ? dynamic_cast<MemoryListGrid*>(&focus->control()) : nullptr;
+    return grid && grid->inLine() ? grid : nullptr;
+}
+
+bool MemoryUser::pressInArrangement(const std::string& key) {
+    if (key == "Ctrl+F") {
+        for (Control* each : window_.controls()) {
+            auto* grid = dynamic_cast<MemoryListGrid*>(each);
+            if (!grid || !grid->design().arranges || !grid->usable()) continue;
+            grid->openLine();
+            return true;
+        }
+    }
+    ControlCore* focus = window_.focused();
+    auto* grid = focus ? dynamic_cast<MemoryListGrid*>(&focus->control()) : nullptr;
+    if (!grid || !grid->design().arranges) return false;
+    if (key == "Esc" && grid->lineOpen()) return grid->closeLine(), true;
+    if (grid->inLine()) {
+        if (key == "Backspace") grid->typeInLine("");
+        if (key == "Down" || key == "Up" || key == "Enter" || key == "Tab" || key == "Shift+Tab") grid->leaveLine();
+        return true;
+    }
+    if (key == "Ctrl+H") {
+        const int column = std::max(grid->model().currentColumn(), 0);
+        guard([&] { grid->headingMenu.raise(column); });
+        return true;
+    }
+    if (key != "Ctrl+C") return false;
+    const model::CopiedRows copied = model::copySelectedRows(grid->model());
+    if (copied.html.empty()) return true;
+    clipboard_ = copied.text;
+    clipboardHtml_ = copied.html;
+    return true;
 }
 
 bool MemoryUser::turnPage(const std::string& shortcut) {
@@ -214,6 +256,8 @@ void MemoryUser::typeKeys(const std::string& text) {
         if (auto* edit = dynamic_cast<Edit*>(&control)) {
             const std::string next = (window_.marked() ? std::string() : edit->text()) + letter;
             guard([&] { edit->setText(next); });
+        } else if (auto* line = lineInFocus()) {
+            line->typeInLine(letter);
         } else if (auto* grid = dynamic_cast<MemoryListGrid*>(&control)) {
             typeOnList(*grid, letter);
         } else if (auto* tree = dynamic_cast<MemoryTree*>(&control)) {

@@ -121,29 +121,82 @@ void MemoryUser::rightClickRow(const std::string& grid, int row, const std::stri
 }
 
 void MemoryUser::popUpOver(Control& control, const std::string& chooseMenu) {
+    popUpWhile(control.name(), chooseMenu, [&] {
+        if (auto* tree = dynamic_cast<Tree*>(&control)) {
+            guard([tree] { tree->mouseDown.raise(MouseButton::right); });
+        } else if (auto* grid = dynamic_cast<ListGrid*>(&control)) {
+            guard([grid] { grid->mouseDown.raise(MouseButton::right); });
+        }
+    });
+}
+
+void MemoryUser::popUpWhile(const std::string& over, const std::string& chooseMenu, const std::function<void()>& act) {
     popUp_ = {true, chooseMenu};
-    if (auto* tree = dynamic_cast<Tree*>(&control)) {
-        guard([tree] { tree->mouseDown.raise(MouseButton::right); });
-    } else if (auto* grid = dynamic_cast<ListGrid*>(&control)) {
-        guard([grid] { grid->mouseDown.raise(MouseButton::right); });
-    }
+    act();
     const bool missed = popUp_.waiting && !chooseMenu.empty();
     popUp_ = {};
-    if (missed) stop("no menu popped up over " + control.name());
+    if (missed) stop("no menu popped up over " + over);
 }
+
+namespace {
+
+/// A row is clicked in its first column that shows.
+void standInFirstColumn(MemoryListGrid& grid) {
+    for (int place = 0; place < grid.columnCount(); ++place) {
+        const int column = grid.columnAt(place);
+        if (!grid.columnHidden(column)) return grid.model().setCurrentColumn(column);
+    }
+}
+
+}  // namespace
 
 void MemoryUser::selectRow(const std::string& grid, int row) {
     if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
     if (row == 0) stop("the heading of " + grid + " can't be selected");
+    reached.leaveLine();
+    standInFirstColumn(reached);
     reached.setCurrentRow(row);
     guard([&reached] { reached.mouseDown.raise(MouseButton::left); });
+}
+
+void MemoryUser::selectCell(const std::string& grid, int row, int column) {
+    selectRow(grid, row);
+    auto& reached = reachRow(grid, row);
+    if (reached.columnHidden(column)) stop(grid + " hides column " + std::to_string(column));
+    reached.model().setCurrentColumn(column);
+}
+
+void MemoryUser::clickHeading(const std::string& grid, int column) {
+    if (!leaveCell()) return;
+    auto& reached = reach<MemoryListGrid>(grid);
+    if (reached.columnHidden(column)) stop(grid + " hides column " + std::to_string(column));
+    if (!reached.design().arranges) return;
+    reached.model().setCurrentColumn(column);
+    reached.model().sortOn(column);
+}
+
+void MemoryUser::rightClickHeading(const std::string& grid, int column, const std::string& chooseMenu) {
+    if (!leaveCell()) return;
+    auto& reached = reach<MemoryListGrid>(grid);
+    if (reached.columnHidden(column)) stop(grid + " hides column " + std::to_string(column));
+    popUpWhile(grid, chooseMenu, [&] {
+        reached.model().setCurrentColumn(column);
+        guard([&] { reached.headingMenu.raise(column); });
+    });
+}
+
+void MemoryUser::dragHeading(const std::string& grid, int column, int ontoColumn) {
+    if (!leaveCell()) return;
+    auto& reached = reach<MemoryListGrid>(grid);
+    if (reached.design().arranges) reached.moveColumn(column, reached.model().placeOf(ontoColumn));
 }
 
 void MemoryUser::alsoSelectRow(const std::string& grid, int row) {
     if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
     if (row == 0) stop("the heading of " + grid + " can't be selected");
+    standInFirstColumn(reached);
     reached.model().setCurrentOnly(row);
     reached.setSelected(row, !reached.isSelected(row));
     guard([&reached] { reached.mouseDown.raise(MouseButton::left); });

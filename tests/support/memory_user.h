@@ -70,6 +70,10 @@ private:
     bool pressMnemonic(const std::string& shortcut);
     void pressOn(platform::memory::ControlCore& focus, const std::string& key);
     void pressOnList(platform::memory::MemoryListGrid& grid, const std::string& key);
+    /// A key of the arrangement of a list; false where it isn't one.
+    bool pressInArrangement(const std::string& key);
+    platform::memory::MemoryListGrid* lineInFocus() const;
+    void popUpWhile(const std::string& over, const std::string& chooseMenu, const std::function<void()>& act);
     void typeOnList(platform::memory::MemoryListGrid& grid, const std::string& letter);
     void pressOnTree(platform::memory::MemoryTree& tree, const std::string& key);
     void typeOnTree(platform::memory::MemoryTree& tree, const std::string& letter);
@@ -80,6 +84,7 @@ private:
     ScriptBook& book_;
     PopUpChoice& popUp_;
     std::string clipboard_;
+    std::string clipboardHtml_;
 };
 
 }  // namespace orvenmod::test

@@ -64,6 +64,8 @@ private:
     void clickRow(const std::string& grid, int row, Qt::KeyboardModifiers modifiers);
     /// The middle of an item in its view's viewport, scrolled into sight.
     QPoint spot(QAbstractItemView& view, const QModelIndex& index) const;
+    /// The middle of a heading, scrolled into sight.
+    QPoint headingSpot(QTableView& view, int column) const;
     static int shownColumn(const QTableView& view);
     void openMenus(QAction& entry);
     QWidget& keyTarget();

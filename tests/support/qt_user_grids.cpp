@@ -5,13 +5,17 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCompleter>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
+#include <QMouseEvent>
 #include <QTableView>
 #include <QTest>
 #include <QTreeWidget>
+#include <algorithm>
 
 #include "platform/qt/keycodes.h"
 #include "support/letters.h"
@@ -144,6 +148,68 @@ void QtUser::alsoSelectRow(const std::string& grid, int row) {
     settle();
 }
 
+void QtUser::selectCell(const std::string& grid, int row, int column) {
+    auto& view = reachRow(grid, row);
+    if (row == 0 || view.isColumnHidden(column)) stop(grid + " shows no such cell");
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      spot(view, view.model()->index(row - 1, column)));
+    settle();
+}
+
+QPoint QtUser::headingSpot(QTableView& view, int column) const {
+    QHeaderView* heading = view.horizontalHeader();
+    if (view.isColumnHidden(column)) stop(view.objectName().toStdString() + " hides that column");
+    const int left = heading->sectionViewportPosition(column);
+    const int middle = std::clamp(left + heading->sectionSize(column) / 2, 0, heading->viewport()->width() - 1);
+    if (heading->logicalIndexAt(middle) != column) stop(view.objectName().toStdString() + " doesn't show that heading");
+    return {middle, heading->height() / 2};
+}
+
+void QtUser::clickHeading(const std::string& grid, int column) {
+    auto& view = reach<QTableView>(grid);
+    QTest::mouseClick(view.horizontalHeader()->viewport(), Qt::LeftButton, Qt::NoModifier, headingSpot(view, column));
+    settle();
+}
+
+void QtUser::rightClickHeading(const std::string& grid, int column, const std::string& chooseMenu) {
+    auto& view = reach<QTableView>(grid);
+    const QPoint place = headingSpot(view, column);
+    menus_ = {QtMenuPlan::Next::choose, chooseMenu};
+    QWidget* heading = view.horizontalHeader()->viewport();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, heading->mapToGlobal(place));
+    QApplication::sendEvent(heading, &event);
+    settle();
+    const bool missed = menus_.next == QtMenuPlan::Next::choose && !chooseMenu.empty();
+    menus_ = {};
+    if (missed) stop("no menu popped up over the heading of " + grid);
+}
+
+void QtUser::dragHeading(const std::string& grid, int column, int ontoColumn) {
+    auto& view = reach<QTableView>(grid);
+    const QPoint from = headingSpot(view, column);
+    const QPoint onto = headingSpot(view, ontoColumn);
+    QWidget* heading = view.horizontalHeader()->viewport();
+    const auto move = [&](QEvent::Type type, const QPoint& at, Qt::MouseButton button, Qt::MouseButtons held) {
+        QMouseEvent event(type, at, heading->mapToGlobal(at), button, held, Qt::NoModifier);
+        QApplication::sendEvent(heading, &event);
+    };
+    // Past the middle of the other heading, which is where the two change places.
+    const int past = onto.x() + (onto.x() > from.x() ? 5 : -5);
+    move(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    for (int part = 1; part <= 4; ++part)
+        move(QEvent::MouseMove, {from.x() + (past - from.x()) * part / 4, onto.y()}, Qt::NoButton, Qt::LeftButton);
+    move(QEvent::MouseButtonRelease, {past, onto.y()}, Qt::LeftButton, Qt::NoButton);
+    settle();
+}
+
+void QtUser::pressForMenu(const std::string& shortcut, const std::string& chooseMenu) {
+    menus_ = {QtMenuPlan::Next::choose, chooseMenu};
+    press(shortcut);
+    const bool missed = menus_.next == QtMenuPlan::Next::choose && !chooseMenu.empty();
+    menus_ = {};
+    if (missed) stop("no menu popped up by " + shortcut);
+}
+
 void QtUser::doubleClickRow(const std::string& grid, int row) {
     auto& view = reachRow(grid, row);
     if (row == 0) {
@@ -208,6 +274,11 @@ void QtUser::typeKeys(const std::string& text) {
 void QtUser::paste(const std::string& text) {
     QGuiApplication::clipboard()->setText(QString::fromStdString(text));
     press("Ctrl+V");
+}
+
+std::string QtUser::copiedHtml() {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    return data != nullptr ? data->html().toStdString() : "";
 }
 
 std::string QtUser::copied() { return QGuiApplication::clipboard()->text().toStdString(); }

@@ -47,7 +47,8 @@ Answer ScriptBook::takeAnswer(MessageKind kind, const std::string& text, const s
     }
     const Answer answer = next.answer;
     boxes_.pop_front();
-    if ((kind == MessageKind::question) == (answer == Answer::ok)) {
+    const bool settles = answer == Answer::ok || answer == Answer::further;
+    if ((kind == MessageKind::question) == settles) {
         ADD_FAILURE() << "no such answer on a " << describeBox(kind, text);
         return safe;
     }

@@ -58,8 +58,10 @@ std::string converted(const std::string& file, const std::string& suffix, const 
     const TemporaryFolder folder;
     const std::string log = folder.file("log");
     // The reader has a locale of its own, whatever that of the test.
+    const bool page = fs::path(file).extension() == ".html";
+    const std::string read = page ? "--infilter='HTML (StarCalc)' " : "";
     const std::string command = "LC_ALL=C.UTF-8 soffice -env:UserInstallation=file://" + folder.path() +
-                                "/profile --headless --convert-to '" + suffix + filter + "' --outdir '" +
+                                "/profile --headless " + read + "--convert-to '" + suffix + filter + "' --outdir '" +
                                 folder.path() + "' '" + file + "' >'" + log + "' 2>&1";
     const int status = std::system(command.c_str());
     for (const auto& entry : fs::directory_iterator(folder.path())) {

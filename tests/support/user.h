@@ -50,7 +50,9 @@ public:
     virtual void click(const std::string& button, int index = -1) = 0;
     virtual void clickTool(const std::string& key) = 0;
     virtual void chooseMenu(const std::string& menu) = 0;  ///< a disabled or hidden one fails the test
-    virtual void press(const std::string& shortcut) = 0;   ///< "Ctrl+A", "Enter", "Tab" ... at the focus
+    /// As press, where a menu pops up: then that entry of it, "" for none.
+    virtual void pressForMenu(const std::string& shortcut, const std::string& chooseMenu) = 0;
+    virtual void press(const std::string& shortcut) = 0;  ///< "Ctrl+A", "Enter", "Tab" ... at the focus
     virtual void type(const std::string& edit, const std::string& text, int index = -1) = 0;  ///< replaces the text
     virtual void pick(const std::string& combo, int row, int index = -1) = 0;
     virtual void pickDate(const std::string& picker, const platform::Date& date) = 0;
@@ -59,15 +61,20 @@ public:
                             const std::string& chooseMenu) = 0;  ///< then that entry of the popup, "" for none
     virtual void rightClickNode(const std::string& tree, const std::string& key, const std::string& chooseMenu) = 0;
     virtual void rightClickRow(const std::string& grid, int row, const std::string& chooseMenu) = 0;
-    virtual void selectRow(const std::string& grid, int row) = 0;       ///< click: current, the only selected
-    virtual void alsoSelectRow(const std::string& grid, int row) = 0;   ///< Ctrl+click
-    virtual void doubleClickRow(const std::string& grid, int row) = 0;  ///< 0 double clicks the heading
+    virtual void selectRow(const std::string& grid, int row) = 0;               ///< click: current, the only selected
+    virtual void alsoSelectRow(const std::string& grid, int row) = 0;           ///< Ctrl+click
+    virtual void doubleClickRow(const std::string& grid, int row) = 0;          ///< 0 double clicks the heading
+    virtual void selectCell(const std::string& grid, int row, int column) = 0;  ///< click on a cell of the row
+    virtual void clickHeading(const std::string& grid, int column) = 0;
+    virtual void rightClickHeading(const std::string& grid, int column, const std::string& chooseMenu) = 0;
+    virtual void dragHeading(const std::string& grid, int column, int ontoColumn) = 0;  ///< into the place of the other
     virtual void keyOnGrid(const std::string& grid, int key) = 0;
     /// Clicks the cell, types all of its text and presses Enter; then it is active, or open where it refuses.
     virtual void typeCell(const std::string& grid, int column, int row, const std::string& text) = 0;
     virtual void typeKeys(const std::string& text) = 0;  ///< at the focus, which stays where it is
     virtual void paste(const std::string& text) = 0;     ///< the same by the clipboard and Ctrl+V
     virtual std::string copied() = 0;                    ///< what the clipboard holds
+    virtual std::string copiedHtml() = 0;                ///< the same as HTML, "" for none
     virtual std::vector<std::string> openedList() = 0;   ///< what the list of the open cell shows, empty for none
     virtual void pickCell(const std::string& grid, int column, int row, int item) = 0;
     virtual void clickCell(const std::string& grid, int column,

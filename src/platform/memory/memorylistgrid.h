@@ -39,12 +39,36 @@ public:
     bool isSelected(int row) const override { return model_.isSelected(row); }
     void setSelected(int row, bool selected) override { model_.setSelected(row, selected); }
     void setRowColour(int row, const Colour* colour) override { model_.setRowColour(row, colour); }
+    void sort(int column, SortOrder order) override { model_.sort(column, order); }
+    int sortedColumn() const override { return model_.sortedColumn(); }
+    SortOrder sortOrder() const override { return model_.sortOrder(); }
+    void narrow(const std::string& words) override;
+    std::string narrowing() const override { return model_.narrowing(); }
+    void arrange() override { model_.arrange(); }
+    void setColumnKind(int column, ColumnKind kind) override { model_.column(column).kind = kind; }
+    ColumnKind columnKind(int column) const override { return model_.column(column).kind; }
+    void moveColumn(int column, int place) override { model_.moveColumn(column, place); }
+    int columnAt(int place) const override { return model_.columnAt(place); }
+    std::string status() const override { return model_.status(); }
+
+    /// Whether the line that narrows is in sight, and whether the keyboard stands in it.
+    bool lineOpen() const { return lineOpen_; }
+    bool inLine() const { return inLine_ && focused(); }
+    void openLine();
+    /// Back to the list.
+    void leaveLine() { inLine_ = false; }
+    void closeLine();
+    /// A letter typed in the line, "" takes the last one away.
+    void typeInLine(const std::string& letter);
 
     model::ListGridModel& model() { return model_; }
     const model::ListGridModel& model() const { return model_; }
 
 private:
     model::ListGridModel model_;
+    bool lineOpen_ = false;
+    bool inLine_ = false;
+    bool marked_ = false;  // what is typed next takes the line's place
 };
 
 }  // namespace orvenmod::platform::memory

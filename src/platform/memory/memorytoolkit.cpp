@@ -40,6 +40,10 @@ std::unique_ptr<Window> MemoryToolkit::createWindow(const WindowDesign& design) 
 
 std::unique_ptr<Report> MemoryToolkit::createReport() { return std::make_unique<MemoryReport>(*this); }
 
+bool MemoryToolkit::warnOffering(const std::string& text, const std::string& title, const std::string&) {
+    return driver_.onMessage(MessageKind::warning, text, title) == Answer::further;
+}
+
 Answer MemoryToolkit::message(MessageKind kind, const std::string& text, const std::string& title) {
     return driver_.onMessage(kind, text, title);
 }

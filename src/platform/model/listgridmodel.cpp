@@ -55,6 +55,7 @@ void ListGridModel::addRow(std::string_view cells) {
     if (static_cast<int>(row.size()) > columnCount_) setColumnCount(static_cast<int>(row.size()));
     rows_.append();
     own_.push_back(std::move(row));
+    forgetTexts();
 }
 
 void ListGridModel::removeRow(int row) {
@@ -65,7 +66,7 @@ void ListGridModel::removeRow(int row) {
     colours_.erase(slot);
     if (!source_) own_[slot] = {};
     if (!source_ && slot + 1 == rows_.slotCount()) {
-        rows_.truncate(rows_.size() - 1);
+        rows_.truncate(rows_.heldCount() - 1);
         own_.resize(rows_.slotCount());
     } else {
         rows_.remove(static_cast<std::size_t>(row) - 1);
@@ -81,7 +82,10 @@ void ListGridModel::removeRow(int row) {
 std::string_view ListGridModel::value(int row, int column) const {
     checkColumn(column);
     if (row == 0) return columns_[static_cast<std::size_t>(column)].title;
-    const std::size_t slot = slotOf(row);
+    return valueAt(slotOf(row), column);
+}
+
+std::string_view ListGridModel::valueAt(std::size_t slot, int column) const {
     const auto place = static_cast<std::size_t>(column);
     if (!source_) return place < own_[slot].size() ? std::string_view(own_[slot][place]) : std::string_view();
     if (place < blanked_.size() && blanked_[place].test(slot)) return {};
@@ -93,9 +97,13 @@ std::string_view ListGridModel::value(int row, int column) const {
 }
 
 std::string ListGridModel::text(int row, int column) const {
-    const std::string_view own = value(row, column);
+    checkColumn(column);
+    return row == 0 ? columns_[static_cast<std::size_t>(column)].title : textAt(slotOf(row), column);
+}
+
+std::string ListGridModel::textAt(std::size_t slot, int column) const {
+    const std::string_view own = valueAt(slot, column);
     const std::string& format = columns_[static_cast<std::size_t>(column)].format;
-    if (row == 0) return std::string(own);
     return format.empty() ? std::string(withoutMidnight(own)) : formatNumber(own, format);
 }
 
@@ -107,6 +115,7 @@ void ListGridModel::setText(int row, int column, std::string_view text) {
         return;
     }
     const std::size_t slot = slotOf(row);
+    forgetTexts();
     if (!source_) {
         if (own_[slot].size() <= place) own_[slot].resize(place + 1);
         own_[slot][place] = text;
@@ -199,6 +208,7 @@ void ListGridModel::setColumnCount(int columns) {
 
 void ListGridModel::dropRows(std::size_t count) {
     rows_.reset(count);
+    forgetTexts();
     own_.clear();
     written_.clear();
     blanked_.clear();

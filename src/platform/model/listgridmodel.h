@@ -1,12 +1,14 @@
 // What a list grid holds, for every toolkit: the bound source or the rows of its own, what code wrote over them,
 // removed rows, selection, colours and column properties. Rows and columns count as in platform::ListGrid: row 0 is the
-// heading. A bound row costs no memory; a written cell costs its text, a blanked one a bit.
+// heading, and a data row is counted as it is shown. A bound row costs no memory; a written cell costs its text, a
+// blanked one a bit.
 //
 // Rows and columns that aren't throw std::out_of_range.
 #pragma once
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,8 +16,11 @@
 
 #include "platform/design.h"
 #include "platform/keys.h"
+#include "platform/listarrangement.h"
 #include "platform/model/bitset.h"
-#include "platform/model/rowindex.h"
+#include "platform/model/narrowing.h"
+#include "platform/model/shownrows.h"
+#include "platform/model/sortkeys.h"
 #include "platform/rowsource.h"
 
 namespace orvenmod::platform::model {
@@ -29,6 +34,7 @@ public:
         int headerAlignment = static_cast<int>(Alignment::centre);
         bool hidden = false;
         std::string format;
+        ColumnKind kind = ColumnKind::text;
     };
 
     ListGridModel(const std::vector<GridColumn>& columns, int fixedColumns);
@@ -63,14 +69,41 @@ public:
     std::size_t selectedCount() const { return selectedCount_; }
     void clearSelection();
 
+    /// The arrangement, as ListArrangement tells.
+    void sort(int column, SortOrder order);
+    /// What a click on the column's heading does: up, down, back to the told order.
+    void sortOn(int column);
+    int sortedColumn() const { return sortOrder_ == SortOrder::told ? -1 : sortedColumn_; }
+    SortOrder sortOrder() const { return sortOrder_; }
+    void narrow(std::string_view words);
+    const std::string& narrowing() const { return narrowing_; }
+    void arrange();
+    void moveColumn(int column, int place);
+    int columnAt(int place) const;
+    int placeOf(int column) const;
+    /// Readies the narrowing, so that the first key needn't.
+    void readyNarrowing();
+
+    /// The column the user stands in.
+    int currentColumn() const { return currentColumn_; }
+    void setCurrentColumn(int column) { currentColumn_ = column; }
+    std::string status() const;
+
     /// Null for the system's own.
     const Colour* rowColour(int row) const;
     void setRowColour(int row, const Colour* colour);
 
 private:
-    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+    static constexpr std::size_t kNone = ShownRows::kNone;
 
     std::size_t slotOf(int row) const;
+    std::string_view valueAt(std::size_t slot, int column) const;
+    std::string textAt(std::size_t slot, int column) const;
+    void applySort();
+    void applyNarrowing(bool further);
+    void dropUnshown();
+    void forgetTexts();
+    std::string selectedSum() const;
     void checkColumn(int column) const;
     void setColumnCount(int columns);
     void dropRows(std::size_t count);
@@ -80,7 +113,7 @@ private:
     int columnCount_ = 0;
     std::vector<Column> columns_;  // never fewer than columnCount_
     std::shared_ptr<const RowSource> source_;
-    RowIndex rows_;
+    ShownRows rows_;
     std::vector<std::vector<std::string>> own_;  // by slot, of an unbound grid
 
     std::unordered_map<std::uint64_t, std::string> written_;  // over the source
@@ -90,6 +123,15 @@ private:
     std::size_t selectedCount_ = 0;
     std::size_t lastSelected_ = kNone;
     std::size_t current_ = kNone;  // slot
+
+    int sortedColumn_ = -1;
+    SortOrder sortOrder_ = SortOrder::told;
+    std::optional<SortKeys> sortKeys_;  // of the sorted column
+    std::string narrowing_;
+    BitSet found_;  // slots
+    std::optional<SoughtTexts> sought_;
+    std::vector<int> places_;  // columns by place; empty for the design's order
+    int currentColumn_ = -1;
 };
 
 }  // namespace orvenmod::platform::model

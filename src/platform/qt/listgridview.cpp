@@ -56,6 +56,7 @@ void ListGridView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ListGridView::keyPressEvent(QKeyEvent* event) {
+    if (onOwnKey && onOwnKey(*event)) return;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     // Enter that is held down would act on whatever row comes to lie under it.
     if (onKey && !(enter && event->isAutoRepeat())) onKey(keyCodeOf(*event));

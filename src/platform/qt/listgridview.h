@@ -22,6 +22,7 @@ public:
     std::function<void()> onDoubleClick;
     std::function<void(int)> onKey;
     std::function<bool(const QString&)> onTyped;  ///< whether somebody takes the letters
+    std::function<bool(QKeyEvent&)> onOwnKey;     ///< whether the list's own keys took it
     std::function<void(MouseButton, const QPoint& global)> onMouse;
 
     /// Keeps the view from making a row current by itself, as it would on taking the focus.

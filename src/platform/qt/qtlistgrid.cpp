@@ -8,15 +8,33 @@
 
 namespace orvenmod::platform::qt {
 
+namespace {
+
+QWidget* newBody(const ControlDesign& design, QWidget* parent) {
+    if (design.arranges) return new ListGridArea(parent);
+    return new ListGridView(parent);
+}
+
+}  // namespace
+
 QtListGrid::QtListGrid(Core& core, const ControlDesign& design, QWidget* parent)
-    : QtControl(design, new ListGridView(parent)),
+    : QtControl(design, newBody(design, parent)),
       core_(core),
       model_(design.columns, design.fixedColumns),
       items_(model_),
-      view_(static_cast<ListGridView*>(body_.widget())) {
+      area_(qobject_cast<ListGridArea*>(body_.widget())),
+      view_(area_ != nullptr ? &area_->view() : static_cast<ListGridView*>(body_.widget())) {
     view_->setModel(&items_);
     dressColumns();
     listen();
+    if (area_ == nullptr) return;
+    // Robots look for the list itself under the control's name.
+    view_->setObjectName(area_->objectName());
+    area_->setObjectName(area_->objectName() + QStringLiteral("Area"));
+    body_.setFocusPart(view_);
+    listenToHeading();
+    listenToLine();
+    repaint();
 }
 
 void QtListGrid::listen() {
@@ -29,9 +47,17 @@ void QtListGrid::listen() {
     view_->onMouse = [this](MouseButton button, const QPoint& global) { mouse(button, global); };
     const QItemSelectionModel* selection = view_->selectionModel();
     QObject::connect(selection, &QItemSelectionModel::selectionChanged, view_,
-                     [this](const auto& selected, const auto& deselected) { mirror(selected, deselected); });
+                     [this](const auto& selected, const auto& deselected) {
+                         mirror(selected, deselected);
+                         repaint();
+                     });
     QObject::connect(selection, &QItemSelectionModel::currentRowChanged, view_, [this](const QModelIndex& current) {
         if (!view_->writing) model_.setCurrentOnly(current.isValid() ? current.row() + 1 : 0);
+    });
+    QObject::connect(selection, &QItemSelectionModel::currentChanged, view_, [this](const QModelIndex& current) {
+        if (view_->writing || !current.isValid()) return;
+        model_.setCurrentColumn(current.column());
+        repaint();
     });
     QObject::connect(view_->horizontalHeader(), &QHeaderView::sectionResized, view_,
                      [this](int column, int, int pixels) {
@@ -46,6 +72,7 @@ void QtListGrid::bind(std::shared_ptr<const RowSource> source) {
     dressColumns();
     showCurrent(Selection::currentOnly);
     view_->scrollToTop();
+    repaint();
 }
 
 void QtListGrid::setRowCount(int rows) {
@@ -69,6 +96,7 @@ void QtListGrid::removeRow(int row) {
     model_.value(row, 0);  // a row that isn't fails here, before the view hears of it
     items_.removeRow(row);
     showCurrent(Selection::kept);
+    repaint();
 }
 
 void QtListGrid::setText(int row, int column, std::string_view text) {
@@ -131,6 +159,10 @@ void QtListGrid::dressColumns() {
         view_->setColumnWidth(column, toPixels(static_cast<float>(look.width)));
         view_->setColumnHidden(column, look.hidden);
     }
+    for (int place = 0; place < model_.columnCount(); ++place) {
+        const int shown = view_->horizontalHeader()->visualIndex(model_.columnAt(place));
+        if (shown != place) view_->horizontalHeader()->moveSection(shown, place);
+    }
 }
 
 // Brings the view to the model's current row.
@@ -142,7 +174,8 @@ void QtListGrid::showCurrent(Selection wanted) {
         selection->clearCurrentIndex();
         return;
     }
-    int column = view_->currentIndex().isValid() ? view_->currentIndex().column() : 0;
+    int column = view_->currentIndex().isValid() ? view_->currentIndex().column() : model_.currentColumn();
+    if (column < 0 || column >= model_.columnCount()) column = 0;
     while (column + 1 < model_.columnCount() && model_.column(column).hidden)
         ++column;
     const QItemSelectionModel::SelectionFlags whole = QItemSelectionModel::Rows;
@@ -156,11 +189,18 @@ void QtListGrid::showCurrent(Selection wanted) {
 
 // After a reset, which empties the view's selection.
 void QtListGrid::showSelection() {
-    for (int row = 1; model_.selectedCount() > 0 && row < model_.rowCount(); ++row) {
-        if (model_.isSelected(row))
-            view_->selectionModel()->select(items_.index(row - 1, 0),
-                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QItemSelection selected;
+    std::size_t left = model_.selectedCount();
+    for (int row = 1; left > 0 && row < model_.rowCount(); ++row) {
+        if (!model_.isSelected(row)) continue;
+        const int first = row;
+        while (row < model_.rowCount() && model_.isSelected(row)) {
+            ++row;
+            --left;
+        }
+        selected.select(items_.index(first - 1, 0), items_.index(row - 2, model_.columnCount() - 1));
     }
+    view_->selectionModel()->select(selected, QItemSelectionModel::Select);
     showCurrent(Selection::kept);
 }
 
@@ -183,6 +223,7 @@ void QtListGrid::repaint() {
     QTimer::singleShot(0, view_, [this] {
         repaintWaits_ = false;
         view_->viewport()->update();
+        if (area_ != nullptr) area_->tell(toQt(model_.status()));
     });
 }
 

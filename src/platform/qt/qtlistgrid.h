@@ -7,6 +7,7 @@
 #include "platform/listgrid.h"
 #include "platform/qt/controlbody.h"
 #include "platform/qt/core.h"
+#include "platform/qt/listgridarea.h"
 #include "platform/qt/listgriditems.h"
 #include "platform/qt/listgridview.h"
 
@@ -44,6 +45,21 @@ public:
     void setSelected(int row, bool selected) override;
     void setRowColour(int row, const Colour* colour) override;
 
+    void sort(int column, SortOrder order) override;
+    int sortedColumn() const override { return model_.sortedColumn(); }
+    SortOrder sortOrder() const override { return model_.sortOrder(); }
+    void narrow(const std::string& words) override;
+    std::string narrowing() const override { return model_.narrowing(); }
+    void arrange() override;
+    void setColumnKind(int column, ColumnKind kind) override { model_.column(column).kind = kind; }
+    ColumnKind columnKind(int column) const override { return model_.column(column).kind; }
+    void moveColumn(int column, int place) override;
+    int columnAt(int place) const override { return model_.columnAt(place); }
+    std::string status() const override { return model_.status(); }
+
+    /// The list alone: what readers and the Tab key know as the control.
+    QWidget* widget() const { return view_; }
+
 private:
     enum class Selection {
         currentOnly,  ///< the current row becomes the only selected one in the view too
@@ -51,6 +67,14 @@ private:
     };
 
     void listen();
+    void listenToHeading();
+    void listenToLine();
+    bool ownKey(const QKeyEvent& key);
+    void copySelected() const;
+    void showNarrowing(const QString& words);
+    void closeLine();
+    void showArrangement();
+    void askHeadingMenu(int column, const QPoint& global);
     void dressColumns();
     void showCurrent(Selection wanted);
     void showSelection();
@@ -61,6 +85,7 @@ private:
     Core& core_;
     model::ListGridModel model_;
     ListGridItems items_;
+    ListGridArea* area_;  // null where the user arranges nothing
     ListGridView* view_;
     bool repaintWaits_ = false;
 };

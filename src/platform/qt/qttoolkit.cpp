@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QUrl>
 #include <stdexcept>
 
@@ -37,6 +38,15 @@ QMessageBox::Icon iconOf(MessageKind kind) {
     return QMessageBox::NoIcon;
 }
 
+void dressMessage(QMessageBox& box, MessageKind kind, const std::string& text, const std::string& title) {
+    dressBox(box);
+    box.setObjectName(QStringLiteral("message"));
+    box.setIcon(iconOf(kind));
+    box.setWindowTitle(toQt(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(toQt(text));
+}
+
 }  // namespace
 
 QtToolkit::QtToolkit() : core_(std::make_unique<Core>(*this)) {
@@ -56,16 +66,23 @@ Answer QtToolkit::message(MessageKind kind, const std::string& text, const std::
     const PlainPointer pointer;
     const ChineseWhileShown texts;
     QMessageBox box(core_->front());
-    dressBox(box);
-    box.setObjectName(QStringLiteral("message"));
-    box.setIcon(iconOf(kind));
-    box.setWindowTitle(toQt(title));
-    box.setTextFormat(Qt::PlainText);
-    box.setText(toQt(text));
+    dressMessage(box, kind, text, title);
     box.setStandardButtons(kind == MessageKind::question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
     const int pressed = box.exec();
     if (kind != MessageKind::question) return Answer::ok;
     return pressed == QMessageBox::Yes ? Answer::yes : Answer::no;
+}
+
+bool QtToolkit::warnOffering(const std::string& text, const std::string& title, const std::string& further) {
+    const PlainPointer pointer;
+    QMessageBox box(core_->front());
+    dressMessage(box, MessageKind::warning, text, title);
+    box.setStandardButtons(QMessageBox::Ok);
+    box.setDefaultButton(QMessageBox::Ok);
+    box.setEscapeButton(QMessageBox::Ok);
+    const QAbstractButton* offered = box.addButton(toQt(further), QMessageBox::ActionRole);
+    box.exec();
+    return box.clickedButton() == offered;
 }
 
 void QtToolkit::sendTab() {

@@ -25,6 +25,7 @@ public:
     std::unique_ptr<Window> createWindow(const WindowDesign& design) override;
     std::unique_ptr<Report> createReport() override;
     Answer message(MessageKind kind, const std::string& text, const std::string& title) override;
+    bool warnOffering(const std::string& text, const std::string& title, const std::string& further) override;
     void sendTab() override;
     void openDocument(const std::string& path) override;
     void paintPending() override;

@@ -145,5 +145,13 @@ TEST_F(ToolkitContract, aDocumentThatIsMissingCannotBeOpened) {
     EXPECT_TRUE(script->documents().empty());
 }
 
+TEST_F(ToolkitContract, aWarningMayOfferAFurtherButton) {
+    for (const Answer answer : {Answer::ok, Answer::further}) {
+        script->answer(MessageKind::warning, "已经使用", answer);
+        EXPECT_EQ(toolkit.warnOffering("已经使用", "标题", "使用情况(&S)"), answer == Answer::further);
+        EXPECT_EQ(script->messages().back(), (ShownMessage{MessageKind::warning, "已经使用", "标题"}));
+    }
+}
+
 }  // namespace
 }  // namespace orvenmod::test

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include "store/sqlite/databasefile.h"
 #include "store/sqlite/functions.h"
 #include "store/sqlite/sqlitecatalog.h"
 #include "store/tsql/translator.h"
@@ -14,7 +15,7 @@ protected:
     Plan() {
         EXPECT_EQ(sqlite3_open(":memory:", &database_), SQLITE_OK);
         sqlite::registerFunctions(database_, runtime_);
-        catalog_.attach(database_);
+        catalog_.attach(database_, file_);
         run("create table tblItem(fItemId int primary key,fNumber varchar(100),fName varchar(100),fParentId int,"
             "fNBNumber varchar(200),fItemClassId int)");
         run("create index number on tblItem(fItemClassId,fNumber)");
@@ -57,6 +58,7 @@ protected:
 
     sqlite3* database_ = nullptr;
     sqlite::Runtime runtime_;
+    sqlite::DatabaseFile file_{.path = ":memory:"};
     sqlite::SqliteCatalog catalog_;
 };
 

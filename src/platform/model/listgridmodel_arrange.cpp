@@ -1,0 +1,139 @@
+// How a list grid's rows and columns are arranged.
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+#include "platform/model/listgridmodel.h"
+#include "platform/model/listoutput.h"
+
+namespace orvenmod::platform::model {
+
+void ListGridModel::sort(int column, SortOrder order) {
+    checkColumn(column);
+    if (column != sortedColumn_) sortKeys_.reset();
+    sortedColumn_ = column;
+    sortOrder_ = order;
+    applySort();
+}
+
+void ListGridModel::sortOn(int column) {
+    if (sortedColumn() != column) return sort(column, SortOrder::ascending);
+    sort(column, sortOrder_ == SortOrder::ascending ? SortOrder::descending : SortOrder::told);
+}
+
+void ListGridModel::applySort() {
+    if (sortOrder_ == SortOrder::told || sortedColumn_ >= columnCount_) return rows_.setOrder(std::nullopt);
+    if (!sortKeys_) {
+        sortKeys_.emplace(column(sortedColumn_).kind);
+        for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot)
+            sortKeys_->add(valueAt(slot, sortedColumn_));
+    }
+    rows_.setOrder(sortKeys_->sorted(rows_.heldSlots(), sortOrder_));
+}
+
+void ListGridModel::readyNarrowing() {
+    if (sought_) return;
+    sought_.emplace();
+    for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot) {
+        for (int column = 0; column < columnCount_; ++column) {
+            if (!columns_[static_cast<std::size_t>(column)].hidden) sought_->addCell(textAt(slot, column));
+        }
+        sought_->endRow();
+    }
+}
+
+void ListGridModel::narrow(std::string_view words) {
+    // More of the same words finds nothing that less of them didn't.
+    const bool further = sought_ && !narrowing_.empty() && words.starts_with(narrowing_);
+    narrowing_ = words;
+    applyNarrowing(further);
+    dropUnshown();
+}
+
+void ListGridModel::applyNarrowing(bool further) {
+    if (narrowing_.empty()) {
+        found_.clear();
+        return rows_.setShown(std::nullopt);
+    }
+    readyNarrowing();
+    const std::vector<SoughtWord> words = soughtWords(narrowing_);
+    BitSet found;
+    for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot) {
+        if (further && !found_.test(slot)) continue;
+        const std::u16string_view texts = sought_->row(slot);
+        if (std::ranges::all_of(words, [&](const SoughtWord& word) { return word.in(texts); })) found.set(slot);
+    }
+    found_ = found;
+    rows_.setShown(std::move(found));
+}
+
+void ListGridModel::dropUnshown() {
+    for (std::size_t slot = 0, left = selectedCount_; left > 0 && slot < rows_.slotCount(); ++slot) {
+        if (!selected_.test(slot)) continue;
+        --left;
+        if (rows_.positionOf(slot) != kNone) continue;
+        selected_.reset(slot);
+        --selectedCount_;
+    }
+    const bool lost = current_ == kNone || rows_.positionOf(current_) == kNone;
+    if (lost) setCurrentRow(rowCount() > 1 ? 1 : 0);
+}
+
+void ListGridModel::arrange() {
+    applySort();
+    applyNarrowing(false);
+    setCurrentRow(rowCount() > 1 ? 1 : 0);
+}
+
+void ListGridModel::forgetTexts() {
+    sortKeys_.reset();
+    sought_.reset();
+}
+
+void ListGridModel::moveColumn(int column, int place) {
+    checkColumn(column);
+    checkColumn(place);
+    const int before = placeOf(column);
+    if (before == place) return;
+    if (places_.size() != static_cast<std::size_t>(columnCount_)) {
+        places_.resize(static_cast<std::size_t>(columnCount_));
+        std::iota(places_.begin(), places_.end(), 0);
+    }
+    places_.erase(places_.begin() + before);
+    places_.insert(places_.begin() + place, column);
+}
+
+int ListGridModel::columnAt(int place) const {
+    checkColumn(place);
+    return places_.size() == static_cast<std::size_t>(columnCount_) ? places_[static_cast<std::size_t>(place)] : place;
+}
+
+int ListGridModel::placeOf(int column) const {
+    checkColumn(column);
+    if (places_.size() != static_cast<std::size_t>(columnCount_)) return column;
+    return static_cast<int>(std::ranges::find(places_, column) - places_.begin());
+}
+
+std::string ListGridModel::selectedSum() const {
+    if (currentColumn_ < 0 || currentColumn_ >= columnCount_ || selectedCount_ == 0) return {};
+    const Column& column = columns_[static_cast<std::size_t>(currentColumn_)];
+    if (column.hidden || column.kind != ColumnKind::number) return {};
+    NumberSum sum;
+    for (std::size_t slot = 0, left = selectedCount_; left > 0; ++slot) {
+        if (!selected_.test(slot)) continue;
+        --left;
+        sum.add(valueAt(slot, currentColumn_));
+    }
+    return column.title + "合计 " + sum.text(column.format);
+}
+
+std::string ListGridModel::status() const {
+    const std::size_t shown = rows_.size();
+    std::string line = "显示 " + std::to_string(shown) + " 行";
+    if (shown != rows_.heldCount()) line += "，共 " + std::to_string(rows_.heldCount()) + " 行";
+    line += "，选中 " + std::to_string(selectedCount_) + " 行";
+    const std::string sum = selectedSum();
+    return sum.empty() ? line : line + "，" + sum;
+}
+
+}  // namespace orvenmod::platform::model

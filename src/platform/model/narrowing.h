@@ -1,0 +1,57 @@
+// Finds rows by words, as fast as a user types. The shown texts of a row stand one behind the other as they are compared;
+// a word is sought in them by an automaton whose states are the bits of one number: bit i says that the first i units of
+// the word end here. A character that equals the unit moves a bit by one; a Chinese one is met by a beginning of one of
+// its readings as well, and moves a bit by as many letters:
+//
+//   内六角   "nlj" n|l|j    "neiliujiao" nei|liu|jiao    "neil" nei|l    "六j"
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvenmod::platform::model {
+
+/// The texts of rows, by slot.
+class SoughtTexts {
+public:
+    /// Adds a cell to the last row.
+    void addCell(std::string_view text);
+    void endRow() { ends_.push_back(units_.size()); }
+    std::u16string_view row(std::size_t slot) const {
+        return std::u16string_view(units_).substr(ends_[slot], ends_[slot + 1] - ends_[slot]);
+    }
+
+private:
+    std::u16string units_;
+    std::vector<std::size_t> ends_ = {0};
+};
+
+class SoughtWord {
+public:
+    /// At most kLongest units of a word count.
+    explicit SoughtWord(std::u16string_view word);
+    bool in(std::u16string_view text) const;
+
+    static constexpr std::size_t kLongest = 63;
+
+private:
+    struct Step {
+        std::uint64_t from;
+        unsigned units;
+    };
+    void takeReadings(const std::u16string& word);
+
+    std::uint64_t whole_;
+    std::array<std::uint64_t, 128> ascii_ = {};
+    std::vector<std::pair<char16_t, std::uint64_t>> others_;
+    std::vector<std::vector<Step>> steps_;  // by reading number; empty for a word without letters
+};
+
+/// The words of a text that was typed.
+std::vector<SoughtWord> soughtWords(std::string_view typed);
+
+}  // namespace orvenmod::platform::model

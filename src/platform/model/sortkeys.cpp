@@ -1,0 +1,149 @@
+#include "platform/model/sortkeys.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+
+#include "platform/model/chinese.h"
+
+namespace orvenmod::platform::model {
+
+namespace {
+
+constexpr std::size_t kHead = 8;  // bytes compared at once
+constexpr int kExponentOfOne = 0x4000;
+constexpr int kExtreme = 0x3000;  // of an exponent, so that no number begins as what is none
+constexpr unsigned char kPositive = 0x80;
+constexpr unsigned char kNoNumber = 0xFF;  // behind every number
+
+/// A number's digits without leading and trailing zeros, 0.digits * 10^exponent.
+struct Decimal {
+    bool valid = false;
+    bool negative = false;
+    std::string digits;
+    int exponent = 0;
+};
+
+Decimal decimalOf(std::string_view text) {
+    Decimal number;
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+        number.negative = text.front() == '-';
+        text.remove_prefix(1);
+    }
+    bool behindPoint = false;
+    std::size_t at = 0;
+    for (; at < text.size(); ++at) {
+        const char c = text[at];
+        if (c == '.' && !behindPoint) {
+            behindPoint = true;
+        } else if (c >= '0' && c <= '9') {
+            number.valid = true;
+            if (number.digits.empty() && c == '0') {
+                if (behindPoint) --number.exponent;
+                continue;
+            }
+            number.digits += c;
+            if (!behindPoint) ++number.exponent;
+        } else {
+            break;
+        }
+    }
+    if (number.valid && at < text.size()) {
+        int power = 0;
+        std::string_view tail = text.substr(at);
+        const bool raised = tail.front() == 'e' || tail.front() == 'E';
+        tail.remove_prefix(tail.size() > 1 && tail[1] == '+' ? 2 : 1);
+        const auto [end, error] = std::from_chars(tail.data(), tail.data() + tail.size(), power);
+        number.valid = raised && error == std::errc() && end == tail.data() + tail.size();
+        number.exponent += std::clamp(power, -kExtreme, kExtreme);
+    }
+    while (!number.digits.empty() && number.digits.back() == '0')
+        number.digits.pop_back();
+    if (number.digits.size() % 2 == 1) number.digits += '0';
+    return number;
+}
+
+bool isBlank(std::string_view cell) { return cell.find_first_not_of(' ') == std::string_view::npos; }
+
+}  // namespace
+
+void SortKeys::add(std::string_view cell) {
+    if (!isBlank(cell)) kind_ == ColumnKind::number ? addNumber(cell) : addText(cell);
+    ends_.push_back(bytes_.size());
+}
+
+void SortKeys::addNumber(std::string_view cell) {
+    const auto first = cell.find_first_not_of(' ');
+    const Decimal number = decimalOf(cell.substr(first, cell.find_last_not_of(' ') + 1 - first));
+    if (!number.valid) {
+        bytes_.push_back(kNoNumber);
+        return addText(cell);
+    }
+    const std::size_t from = bytes_.size();
+    if (number.digits.empty()) {
+        bytes_.insert(bytes_.end(), {kPositive, 0});
+        return;
+    }
+    const int exponent = std::clamp(number.exponent, -kExtreme, kExtreme) + kExponentOfOne;
+    bytes_.push_back(static_cast<unsigned char>(kPositive | (exponent >> 8)));
+    bytes_.push_back(static_cast<unsigned char>(exponent));
+    for (std::size_t i = 0; i < number.digits.size(); i += 2)
+        bytes_.push_back(static_cast<unsigned char>((number.digits[i] - '0') * 10 + number.digits[i + 1] - '0' + 1));
+    if (!number.negative) return;
+    bytes_.push_back(0);  // turned, it puts -1 behind -1.5
+    for (std::size_t i = from; i < bytes_.size(); ++i)
+        bytes_[i] = static_cast<unsigned char>(~bytes_[i]);
+}
+
+void SortKeys::addText(std::string_view cell) { appendCollationKey(cell, bytes_); }
+
+std::vector<std::uint32_t> SortKeys::sorted(const std::vector<std::uint32_t>& slots, SortOrder order) const {
+    std::vector<Entry> entries;
+    entries.reserve(slots.size());
+    for (const std::uint32_t slot : slots) {
+        if (length(slot) > 0) entries.push_back({headOf(slot, 0), slot});
+    }
+    sortFrom(0, entries.data(), entries.data() + entries.size(), order);
+    std::vector<std::uint32_t> result;
+    result.reserve(slots.size());
+    for (const Entry& entry : entries)
+        result.push_back(entry.slot);
+    for (const std::uint32_t slot : slots) {
+        if (length(slot) == 0) result.push_back(slot);
+    }
+    return result;
+}
+
+std::uint64_t SortKeys::headOf(std::uint32_t slot, std::size_t depth) const {
+    std::uint64_t head = 0;
+    const std::size_t end = ends_[slot + 1];
+    for (std::size_t at = ends_[slot] + depth, i = 0; i < kHead; ++i, ++at)
+        head = (head << 8) | (at < end ? bytes_[at] : 0U);
+    return head;
+}
+
+void SortKeys::sortFrom(std::size_t depth, Entry* first, Entry* last, SortOrder order) const {
+    if (order == SortOrder::descending)
+        std::sort(first, last, [](const Entry& a, const Entry& b) {
+            return a.head != b.head ? a.head > b.head : a.slot < b.slot;
+        });
+    else
+        std::sort(first, last, [](const Entry& a, const Entry& b) {
+            return a.head != b.head ? a.head < b.head : a.slot < b.slot;
+        });
+    depth += kHead;
+    for (Entry* run = first; run != last;) {
+        Entry* end = run;
+        bool goesOn = false;
+        for (; end != last && end->head == run->head; ++end)
+            goesOn = goesOn || length(end->slot) > depth;
+        if (goesOn && end - run > 1) {
+            for (Entry* each = run; each != end; ++each)
+                each->head = headOf(each->slot, depth);
+            sortFrom(depth, run, end, order);
+        }
+        run = end;
+    }
+}
+
+}  // namespace orvenmod::platform::model

@@ -1,0 +1,160 @@
+// What the user does to the arrangement of a list, and how the view follows it.
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QScopedValueRollback>
+#include <QShortcut>
+
+#include "platform/model/listoutput.h"
+#include "platform/qt/qtlistgrid.h"
+#include "platform/qt/text.h"
+
+namespace orvenmod::platform::qt {
+
+namespace {
+
+/// Calls where a key is pressed in the line.
+class LineKeys : public QObject {
+public:
+    LineKeys(QObject* parent, std::function<bool(int)> onKey) : QObject(parent), onKey_(std::move(onKey)) {}
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        return event->type() == QEvent::KeyPress && onKey_(static_cast<QKeyEvent*>(event)->key());
+    }
+
+private:
+    std::function<bool(int)> onKey_;
+};
+
+}  // namespace
+
+void QtListGrid::listenToHeading() {
+    QHeaderView* heading = view_->horizontalHeader();
+    heading->setSectionsMovable(true);
+    heading->setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(heading, &QHeaderView::sectionClicked, view_, [this](int column) {
+        core_.guard([this, column] {
+            model_.setCurrentColumn(column);
+            items_.reset([this, column] { model_.sortOn(column); });
+            showArrangement();
+        });
+    });
+    QObject::connect(heading, &QHeaderView::sectionMoved, view_, [this](int column, int, int place) {
+        if (!view_->writing) model_.moveColumn(column, place);
+    });
+    QObject::connect(heading, &QHeaderView::customContextMenuRequested, view_, [this, heading](const QPoint& at) {
+        const int column = heading->logicalIndexAt(at);
+        if (column >= 0) askHeadingMenu(column, heading->mapToGlobal(at));
+    });
+    view_->onOwnKey = [this](QKeyEvent& key) { return ownKey(key); };
+}
+
+void QtListGrid::listenToLine() {
+    QLineEdit& line = area_->line();
+    line.setObjectName(view_->objectName() + QStringLiteral("Line"));
+    QObject::connect(&line, &QLineEdit::textChanged, view_,
+                     [this](const QString& words) { core_.guard([this, &words] { showNarrowing(words); }); });
+    line.installEventFilter(new LineKeys(&line, [this](int key) {
+        if (key == Qt::Key_Escape) {
+            closeLine();
+        } else if (key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_Return || key == Qt::Key_Enter ||
+                   key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+            view_->setFocus(Qt::OtherFocusReason);
+        } else {
+            return false;
+        }
+        return true;
+    }));
+    auto* find = new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), area_);
+    QObject::connect(find, &QShortcut::activated, view_, [this] {
+        if (!area_->isVisible() || !area_->isEnabled()) return;
+        model_.readyNarrowing();
+        area_->line().show();
+        area_->line().setFocus(Qt::ShortcutFocusReason);
+        area_->line().selectAll();
+    });
+}
+
+bool QtListGrid::ownKey(const QKeyEvent& key) {
+    if (key.modifiers() == Qt::ControlModifier && key.key() == Qt::Key_C) {
+        copySelected();
+    } else if (key.modifiers() == Qt::ControlModifier && key.key() == Qt::Key_H) {
+        const QRect cell = view_->visualRect(view_->currentIndex());
+        if (view_->currentIndex().isValid())
+            askHeadingMenu(view_->currentIndex().column(), view_->viewport()->mapToGlobal(QPoint(cell.left(), 0)));
+    } else if (key.key() == Qt::Key_Escape && area_->line().isVisible()) {
+        closeLine();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void QtListGrid::copySelected() const {
+    const model::CopiedRows copied = model::copySelectedRows(model_);
+    if (copied.html.empty()) return;
+    auto* data = new QMimeData;
+    data->setText(toQt(copied.text));
+    data->setHtml(toQt(copied.html));
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
+void QtListGrid::sort(int column, SortOrder order) {
+    items_.reset([this, column, order] { model_.sort(column, order); });
+    showArrangement();
+}
+
+void QtListGrid::narrow(const std::string& words) {
+    if (area_ == nullptr) return showNarrowing(toQt(words));
+    if (!words.empty()) area_->line().show();
+    area_->line().setText(toQt(words));
+}
+
+void QtListGrid::showNarrowing(const QString& words) {
+    items_.reset([this, &words] { model_.narrow(fromQt(words)); });
+    showArrangement();
+}
+
+void QtListGrid::closeLine() {
+    core_.guard([this] { area_->line().clear(); });
+    area_->line().hide();
+    view_->setFocus(Qt::OtherFocusReason);
+}
+
+void QtListGrid::arrange() {
+    items_.reset([this] { model_.arrange(); });
+    showArrangement();
+}
+
+void QtListGrid::moveColumn(int column, int place) {
+    model_.moveColumn(column, place);
+    dressColumns();
+}
+
+// A reset empties the view's selection and forgets where it stood.
+void QtListGrid::showArrangement() {
+    const QScopedValueRollback<bool> writing(view_->writing, true);
+    QHeaderView* heading = view_->horizontalHeader();
+    const int column = model_.sortedColumn();
+    heading->setSortIndicatorShown(column >= 0);
+    if (column >= 0)
+        heading->setSortIndicator(
+            column, model_.sortOrder() == SortOrder::ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    dressColumns();
+    showSelection();
+    if (view_->currentIndex().isValid()) view_->scrollTo(view_->currentIndex());
+    repaint();
+}
+
+void QtListGrid::askHeadingMenu(int column, const QPoint& global) {
+    const QScopedValueRollback<std::optional<QPoint>> place(core_.popUpPlace, global);
+    core_.guard([this, column] {
+        model_.setCurrentColumn(column);
+        headingMenu.raise(column);
+    });
+}
+
+}  // namespace orvenmod::platform::qt

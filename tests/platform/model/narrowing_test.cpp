@@ -1,0 +1,72 @@
+// What words find.
+#include "platform/model/narrowing.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "platform/model/chinese.h"
+
+namespace orvenmod::platform::model {
+namespace {
+
+bool finds(const std::string& typed, const std::vector<std::string>& cells) {
+    SoughtTexts texts;
+    for (const std::string& cell : cells)
+        texts.addCell(cell);
+    texts.endRow();
+    return std::ranges::all_of(soughtWords(typed), [&](const SoughtWord& word) { return word.in(texts.row(0)); });
+}
+
+TEST(Narrowing, findsChineseByItsLetters) {
+    for (const char* typed : {"nlj", "neiliujiao", "NLJ", "neil", "n", "liujiao", "lj", "内六角", "六角", "内lj", "neiliuj"})
+        EXPECT_TRUE(finds(typed, {"内六角"})) << typed;
+    for (const char* typed : {"nj", "ln", "neijiao", "内角", "x", "neiliujiaoo"})
+        EXPECT_FALSE(finds(typed, {"内六角"})) << typed;
+}
+
+TEST(Narrowing, findsACharacterByEachOfItsReadings) {
+    for (const char* typed : {"zl", "zhongliang", "cl", "chongliang"})
+        EXPECT_TRUE(finds(typed, {"重量"})) << typed;
+    for (const char* typed : {"cd", "zd", "changdu", "zhangdu"})
+        EXPECT_TRUE(finds(typed, {"长度"})) << typed;
+    for (const char* typed : {"ls", "lvse", "luse"})
+        EXPECT_TRUE(finds(typed, {"绿色"})) << typed;
+}
+
+TEST(Narrowing, goesOnFromLettersToChinese) {
+    EXPECT_TRUE(finds("m8nlj", {"M8内六角"}));
+    EXPECT_TRUE(finds("角m8", {"内六角M8x20"}));
+    EXPECT_FALSE(finds("m8j", {"M8内六角"}));
+}
+
+TEST(Narrowing, findsEveryWordAnywhereButNoneAcrossCells) {
+    EXPECT_TRUE(finds("20 nlj", {"01.002", "内六角", "M8x20"}));
+    EXPECT_TRUE(finds("  M8   01 ", {"01.002", "内六角", "m8x20"}));
+    EXPECT_FALSE(finds("20 nlj 30", {"01.002", "内六角", "M8x20"}));
+    EXPECT_FALSE(finds("002内", {"01.002", "内六角"}));
+    EXPECT_TRUE(finds("", {"01.002"}));
+}
+
+TEST(Narrowing, takesNoNoticeOfCaseAndWidth) {
+    EXPECT_TRUE(finds("m8", {"Ｍ８"}));
+    EXPECT_TRUE(finds("Ｍ８", {"m8"}));
+    EXPECT_TRUE(finds("É", {"é"}));
+}
+
+TEST(Narrowing, readsAVeryLongWordByItsBeginning) {
+    const std::string word(100, 'a');
+    EXPECT_TRUE(finds(word, {word}));
+    EXPECT_FALSE(finds(word, {std::string(50, 'a')}));
+}
+
+TEST(Chinese, readsWhatIsNotChineseNotAtAll) {
+    EXPECT_TRUE(readingsOf(u'a').empty());
+    EXPECT_TRUE(readingsOf(u'。').empty());
+    EXPECT_EQ(readingsOf(u'内'), std::vector<std::string>{"nei"});
+    EXPECT_EQ(readingsOf(u'重'), (std::vector<std::string>{"zhong", "chong"}));
+}
+
+}  // namespace
+}  // namespace orvenmod::platform::model

@@ -1,0 +1,88 @@
+// How cells sort.
+#include "platform/model/sortkeys.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <numeric>
+#include <random>
+#include <string>
+
+namespace orvenmod::platform::model {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Texts sorted(const Texts& cells, ColumnKind kind, SortOrder order = SortOrder::ascending) {
+    SortKeys keys(kind);
+    for (const std::string& cell : cells)
+        keys.add(cell);
+    std::vector<std::uint32_t> slots(cells.size());
+    std::iota(slots.begin(), slots.end(), 0U);
+    Texts result;
+    for (const std::uint32_t slot : keys.sorted(slots, order))
+        result.push_back(cells[slot]);
+    return result;
+}
+
+TEST(SortKeys, sortNumbersAsNumbers) {
+    EXPECT_EQ(sorted({"10", "9", "-1", "-1.5", "0", "100.01", "100", "0.5", "0.05", "-0.001", "-10", "-1.001"},
+                     ColumnKind::number),
+              (Texts{"-10", "-1.5", "-1.001", "-1", "-0.001", "0", "0.05", "0.5", "9", "10", "100", "100.01"}));
+}
+
+TEST(SortKeys, takeAllDigitsOfALongNumberAndExponents) {
+    EXPECT_EQ(sorted({"12345678901234567891", "12345678901234567890", "1e+20", "2E-3", "0.0019999"}, ColumnKind::number),
+              (Texts{"0.0019999", "2E-3", "12345678901234567890", "12345678901234567891", "1e+20"}));
+}
+
+TEST(SortKeys, agreeWithTheArithmeticOnRandomNumbers) {
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int> number(-2000000, 2000000);
+    Texts cells;
+    std::vector<double> expected;
+    for (int i = 0; i < 3000; ++i) {
+        const int value = number(random) / (i % 3 == 0 ? 1000 : 1);
+        cells.push_back(std::to_string(value / 1000.0));
+        expected.push_back(std::stod(cells.back()));
+    }
+    std::ranges::sort(expected);
+    std::vector<double> found;
+    for (const std::string& cell : sorted(cells, ColumnKind::number))
+        found.push_back(std::stod(cell));
+    EXPECT_EQ(found, expected);
+}
+
+TEST(SortKeys, putWhatIsNoNumberBehindTheNumbersAndBlanksLast) {
+    EXPECT_EQ(sorted({"", "约3", "7", " ", "-2"}, ColumnKind::number), (Texts{"-2", "7", "约3", "", " "}));
+    EXPECT_EQ(sorted({"", "7", " ", "-2"}, ColumnKind::number, SortOrder::descending), (Texts{"7", "-2", "", " "}));
+}
+
+TEST(SortKeys, sortChineseByItsLetters) {
+    EXPECT_EQ(sorted({"张三", "螺丝", "安装", "扳手", "内六角", "重量", "开关"}, ColumnKind::text),
+              (Texts{"安装", "扳手", "开关", "螺丝", "内六角", "张三", "重量"}));
+}
+
+TEST(SortKeys, sortDatesAsDates) {
+    EXPECT_EQ(sorted({"2024-10-01 00:00:00", "2024-09-30 23:59:00", "1999-12-31 00:00:00", "2024-09-30 00:00:00"},
+                     ColumnKind::text),
+              (Texts{"1999-12-31 00:00:00", "2024-09-30 00:00:00", "2024-09-30 23:59:00", "2024-10-01 00:00:00"}));
+}
+
+TEST(SortKeys, keepEqualCellsInTheirOrderBothWays) {
+    const Texts cells = {"b", "A", "a", "B", "a", "０1", "01"};
+    EXPECT_EQ(sorted(cells, ColumnKind::text), (Texts{"０1", "01", "A", "a", "a", "b", "B"}));
+    EXPECT_EQ(sorted(cells, ColumnKind::text, SortOrder::descending), (Texts{"b", "B", "A", "a", "a", "０1", "01"}));
+}
+
+TEST(SortKeys, tellLongTextsApartByTheirEnds) {
+    Texts cells;
+    for (int i = 0; i < 300; ++i)
+        cells.push_back("01.002.003.0004.货品." + std::to_string(1000 + (i * 7) % 300));
+    Texts expected = cells;
+    std::ranges::sort(expected);
+    EXPECT_EQ(sorted(cells, ColumnKind::text), expected);
+}
+
+}  // namespace
+}  // namespace orvenmod::platform::model
