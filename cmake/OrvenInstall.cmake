@@ -21,7 +21,7 @@ if(BUILD_SHARED_LIBS)
   set(ORVEN_PC_LIBS "")
 else()
   set(ORVEN_PC_REQUIRES "Qt6Widgets Qt6PrintSupport Qt6Svg xcb sqlite3 odbc libpq icu-i18n libgsf-1 libxml-2.0 freexl xlsxwriter")
-  set(ORVEN_PC_LIBS " -lodbcinst -lstdc++ -ldl -lpthread")
+  set(ORVEN_PC_LIBS " -lsimpleini -lodbcinst -lstdc++ -ldl -lpthread")
 endif()
 # Found from where the file lies, so that an unpacked folder will do.
 file(RELATIVE_PATH ORVEN_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
