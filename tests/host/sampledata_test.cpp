@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "frame/appstate.h"
+#include "frame/mdlMain.h"
+#include "hierarchy/itemusage.h"
 #include "store/schema.h"
 #include "store/sqlite/sqlitestore.h"
 #include "support/database.h"
@@ -109,6 +112,20 @@ TEST_F(Sample, namesInItsCatalogueOnlyColumnsThatTheBillsHave) {
         }
         EXPECT_NE(value(std::string("select count(*) from ") + head), "0") << head;
     }
+}
+
+TEST_F(Sample, tellsOfEveryKindOfGoodsWhichBillsUseIt) {
+    appState().gConn = make("usage.db", 30);
+    const auto goods = column("select fItemId from ICItem order by fItemId", *appState().gConn);
+    int orders = 0;
+    for (const std::string& id : goods) {
+        const auto usage = itemUsage(std::stoi(id));
+        const std::string bills = "select distinct fInterId from icorderbillentry where fItemId=" + id;
+        EXPECT_EQ(usage.at(1).bills, std::to_string(column(bills, *appState().gConn).size())) << id;
+        orders += std::stoi(usage.at(1).bills);
+    }
+    closeDB();
+    EXPECT_GT(orders, 0);
 }
 
 TEST_F(Sample, leavesSomeGoodsWithoutBillsAndBalances) {
