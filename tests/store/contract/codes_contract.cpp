@@ -13,6 +13,7 @@ protected:
     void SetUp() override {
         StoreContract::SetUp();
         if (IsSkipped()) return;
+        NEEDS_THE_DIALECT();
         connection_->execute("create table plain(id int not null primary key,p int,k int,code varchar(20))");
         connection_->execute("create table served(id int not null primary key,p int,k int,code varchar(20))");
         connection_->execute("create index by_code on served(k,p) include(code)");
@@ -25,8 +26,14 @@ protected:
         connection_->execute("insert into served" + values);
     }
 
+    // Of texts that differ in their trailing blanks alone either may be the greatest.
+    std::string bare(const std::string& sql) {
+        std::string text = value(sql);
+        text.erase(text.find_last_not_of(' ') + 1);
+        return text;
+    }
     void expectSame(const std::string& before, const std::string& behind) {
-        EXPECT_EQ(value(before + " served " + behind), value(before + " plain " + behind)) << before << "|" << behind;
+        EXPECT_EQ(bare(before + " served " + behind), bare(before + " plain " + behind)) << before << "|" << behind;
     }
 
     void expectSameProposals(int parent) {
@@ -37,7 +44,7 @@ protected:
             expectSame("select isnull(max(cast(code as varchar(10))),0) as code from", sought);
             expectSame("select max(cast(code as varchar(2))) from", sought);
             expectSame("select max(code) from", sought + " and code<>'77'");
-            expectSame("select 'a'+max(code)+'z' from", sought + " and id>40 or id=1");
+            expectSame("select 'a'+rtrim(max(code))+'z' from", sought + " and id>40 or id=1");
             expectSame("select max(code) from",
                        siblings + " and id>40 and 2+" + std::to_string(length - 2) + "=len(code)");
         }

@@ -59,9 +59,10 @@ INSTANTIATE_TEST_SUITE_P(Stores, CopyMemory,
 
 TEST_P(CopyMemory, OfManyPhotosIsThatOfAFew) {
     const double few = mostMemory(2);
-    const double many = mostMemory(16);
-    std::cout << "2 photos of 2 MiB: " << few << " MiB, 16: " << many << " MiB\n";
-    EXPECT_LT(many, few + 12);
+    const double many = mostMemory(40);
+    std::cout << "2 photos of 2 MiB: " << few << " MiB, 40: " << many << " MiB\n";
+    // Kept until the end they would be 76 more; what the allocator leaves unused was seen to be 16.
+    EXPECT_LT(many, few + 30);
 }
 
 }  // namespace
