@@ -11,7 +11,7 @@ const char* const kUsage =
     "orvensuite --database FILE                       opens the sample suite\n"
     "orvensuite --database FILE --create [--items N]  makes the sample database, with N goods\n"
     "orvensuite --database FILE --upgrade             brings a database of an earlier version to the newest\n"
-    "orvensuite --database FILE --tour FOLDER         plays a tour, a picture of each window into FOLDER\n"
+    "orvensuite --database FILE --tour FOLDER         plays a tour in a database just made, pictures into FOLDER\n"
     "orvensuite --database FILE --server STRING ...   likewise with the tables on a server; FILE tells the folder\n";
 
 namespace {

@@ -26,9 +26,12 @@ void upgradeOlder(Album& album) {
     const Suite older(file);
     older.create(1);
     Statements("Provider=SQLite;Data Source=" + file).execute("drop table tblOrvenmodVersion");
-    answerBox(album, QMessageBox::Yes, "upgrade-box", "数据库由较早的版本建立：打开前先问", [] {});
+    std::string other;
+    const QObject asker;
+    answerBox(asker, album, QMessageBox::Yes, "upgrade-box", "数据库由较早的版本建立：打开前先问",
+              [&other](const std::string& text) { other = text; });
     if (!isReadyToOpen(older) || older.age() != DatabaseAge::present)
-        throw std::runtime_error("the older database wasn't upgraded");
+        throw std::runtime_error("the older database wasn't upgraded: " + other);
 }
 
 void manageGoods(Guide& guide) {

@@ -29,14 +29,14 @@ namespace {
 constexpr int kPatience = 5000;  // milliseconds for something that must come
 constexpr int kLook = 20;
 
-/// Calls `act` as soon as `ready` gives something, from the loop that is running then.
+/// Calls `act` as soon as `ready` gives something, from the loop that is running then; never once `asker` has gone.
 template <class Ready, class Act>
-void whenReady(Ready ready, Act act, int waited = 0) {
-    QTimer::singleShot(kLook, qApp, [=] {
+void whenReady(const QObject* asker, Ready ready, Act act, int waited = 0) {
+    QTimer::singleShot(kLook, asker, [=] {
         if (auto* thing = ready()) {
             act(*thing);
         } else if (waited < kPatience) {
-            whenReady(ready, act, waited + kLook);
+            whenReady(asker, ready, act, waited + kLook);
         }
     });
 }
@@ -60,12 +60,16 @@ QModelIndex cellOf(const QTableView& view, int row, int column) {
 
 }  // namespace
 
-void answerBox(Album& album, QMessageBox::StandardButton answer, const std::string& name, const std::string& caption,
-               const std::function<void()>& came) {
-    whenReady(shownBox, [&album, answer, name, caption, came](QMessageBox& box) {
-        came();
+void answerBox(const QObject& asker, Album& album, QMessageBox::StandardButton answer, const std::string& name,
+               const std::string& caption, const std::function<void(const std::string&)>& came) {
+    whenReady(&asker, shownBox, [&album, answer, name, caption, came](QMessageBox& box) {
+        QAbstractButton* button = box.button(answer);
+        came(button != nullptr ? "" : box.text().toStdString());
         album.add(box, name, caption);
-        box.button(answer)->click();
+        if (button != nullptr)
+            button->click();
+        else
+            box.reject();
     });
 }
 
@@ -242,11 +246,12 @@ void Visitor::chooseTab(const QString& tabs, int page) {
 
 void Visitor::pictureMenuOf(const QString& view, const std::string& name, const std::string& caption) {
     QWidget* port = find<QAbstractScrollArea>(view).viewport();
-    whenReady([] { return QApplication::activePopupWidget(); },
-              [this, name, caption](QWidget& menu) {
-                  album_.add(window_, name, caption);
-                  menu.close();
-              });
+    whenReady(
+        &asker_, [] { return QApplication::activePopupWidget(); },
+        [this, name, caption](QWidget& menu) {
+            album_.add(window_, name, caption);
+            menu.close();
+        });
     QTest::mouseClick(port, Qt::RightButton, {}, QPoint(60, 36));
 }
 
@@ -261,7 +266,10 @@ void Visitor::chooseMenu(const QString& action) { find<QAction>(action).trigger(
 
 void Visitor::expectBox(QMessageBox::StandardButton answer, const std::string& name, const std::string& caption) {
     ++boxes_;
-    answerBox(album_, answer, name, caption, [this] { --boxes_; });
+    answerBox(asker_, album_, answer, name, caption, [this, name](const std::string& other) {
+        --boxes_;
+        if (!other.empty() && otherBox_.empty()) otherBox_ = "instead of " + name + " came: " + other;
+    });
 }
 
 void Visitor::chooseFile(const QString& path) {
@@ -270,7 +278,7 @@ void Visitor::chooseFile(const QString& path) {
         auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
         return dialog != nullptr && dialog->isVisible() ? dialog : nullptr;
     };
-    whenReady(shown, [this, path](QFileDialog& dialog) {
+    whenReady(&asker_, shown, [this, path](QFileDialog& dialog) {
         --boxes_;
         dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
         QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open), Qt::LeftButton);
@@ -283,7 +291,7 @@ void Visitor::expectDialog(const QString& dialog, const std::string& name, const
         QWidget* top = QApplication::activeModalWidget();
         return top != nullptr && top->objectName() == dialog && top->isVisible() ? top : nullptr;
     };
-    whenReady(shown, [this, name, caption](QWidget& widget) {
+    whenReady(&asker_, shown, [this, name, caption](QWidget& widget) {
         --boxes_;
         QTest::qWait(10 * kLook);
         album_.add(widget, name, caption);
@@ -294,7 +302,7 @@ void Visitor::expectDialog(const QString& dialog, const std::string& name, const
 void Visitor::saveTo(const QString& file, const std::string& name, const std::string& caption) {
     ++boxes_;
     const auto shown = [] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); };
-    whenReady(shown, [this, file, name, caption](QFileDialog& dialog) {
+    whenReady(&asker_, shown, [this, file, name, caption](QFileDialog& dialog) {
         --boxes_;
         dialog.setDirectory(QFileInfo(file).absolutePath());
         dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QFileInfo(file).fileName());
@@ -307,7 +315,7 @@ void Visitor::saveTo(const QString& file, const std::string& name, const std::st
 void Visitor::printTo(const QString& file, const std::string& name, const std::string& caption) {
     ++boxes_;
     const auto shown = [] { return qobject_cast<QPrintDialog*>(QApplication::activeModalWidget()); };
-    whenReady(shown, [this, file, name, caption](QPrintDialog& dialog) {
+    whenReady(&asker_, shown, [this, file, name, caption](QPrintDialog& dialog) {
         --boxes_;
         dialog.findChild<QLineEdit*>(QStringLiteral("filename"))->setText(file);
         QTest::qWait(kLook);
@@ -317,6 +325,7 @@ void Visitor::printTo(const QString& file, const std::string& name, const std::s
 }
 
 void Visitor::boxesDone() const {
+    if (!otherBox_.empty()) throw std::runtime_error(otherBox_);
     if (boxes_ != 0) throw std::runtime_error("a box that was expected didn't come");
 }
 

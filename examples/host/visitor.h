@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMessageBox>
+#include <QObject>
 #include <QString>
 #include <QWidget>
 #include <functional>
@@ -30,9 +31,11 @@ private:
     std::vector<std::pair<std::string, std::string>> pictures_;
 };
 
-/// The next box is pictured and answered with the button; `came` is called when it is there.
-void answerBox(Album& album, QMessageBox::StandardButton answer, const std::string& name, const std::string& caption,
-               const std::function<void()>& came);
+/// The next box is pictured and answered with the button; `came` is called when it is there. A box that has no such
+/// button is another one: `came` gets its text, and it is closed without an answer. Nothing happens once `asker` has
+/// gone.
+void answerBox(const QObject& asker, Album& album, QMessageBox::StandardButton answer, const std::string& name,
+               const std::string& caption, const std::function<void(const std::string&)>& came);
 
 class Visitor {
 public:
@@ -81,7 +84,7 @@ public:
     void saveTo(const QString& file, const std::string& name, const std::string& caption);
     /// The next print goes to that PDF file; its dialog is pictured.
     void printTo(const QString& file, const std::string& name, const std::string& caption);
-    /// Throws where an expected box didn't come.
+    /// Throws where an expected box didn't come, or another did.
     void boxesDone() const;
 
     /// The window is left by itself: nobody need close it, and the tour ends where it stays.
@@ -96,7 +99,9 @@ private:
 
     QWidget& window_;
     Album& album_;
+    QObject asker_;
     int boxes_ = 0;
+    std::string otherBox_;
     bool closed_ = false;
 };
 

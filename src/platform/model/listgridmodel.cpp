@@ -208,6 +208,7 @@ void ListGridModel::setColumnCount(int columns) {
 
 void ListGridModel::dropRows(std::size_t count) {
     rows_.reset(count);
+    found_.reset();
     forgetTexts();
     own_.clear();
     written_.clear();

@@ -128,7 +128,7 @@ private:
     SortOrder sortOrder_ = SortOrder::told;
     std::optional<SortKeys> sortKeys_;  // of the sorted column
     std::string narrowing_;
-    BitSet found_;  // slots
+    std::optional<BitSet> found_;  // slots; none where the rows aren't narrowed
     std::optional<SoughtTexts> sought_;
     std::vector<int> places_;  // columns by place; empty for the design's order
     int currentColumn_ = -1;

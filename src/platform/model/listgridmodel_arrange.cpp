@@ -44,7 +44,7 @@ void ListGridModel::readyNarrowing() {
 
 void ListGridModel::narrow(std::string_view words) {
     // More of the same words finds nothing that less of them didn't.
-    const bool further = sought_ && !narrowing_.empty() && words.starts_with(narrowing_);
+    const bool further = sought_ && found_ && words.starts_with(narrowing_);
     narrowing_ = words;
     applyNarrowing(further);
     dropUnshown();
@@ -52,14 +52,14 @@ void ListGridModel::narrow(std::string_view words) {
 
 void ListGridModel::applyNarrowing(bool further) {
     if (narrowing_.empty()) {
-        found_.clear();
+        found_.reset();
         return rows_.setShown(std::nullopt);
     }
     readyNarrowing();
     const std::vector<SoughtWord> words = soughtWords(narrowing_);
     BitSet found;
     for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot) {
-        if (further && !found_.test(slot)) continue;
+        if (further && !found_->test(slot)) continue;
         const std::u16string_view texts = sought_->row(slot);
         if (std::ranges::all_of(words, [&](const SoughtWord& word) { return word.in(texts); })) found.set(slot);
     }

@@ -108,7 +108,8 @@ void QtListGrid::sort(int column, SortOrder order) {
 }
 
 void QtListGrid::narrow(const std::string& words) {
-    if (area_ == nullptr) return showNarrowing(toQt(words));
+    // A line whose text stays tells of nothing.
+    if (area_ == nullptr || area_->line().text() == toQt(words)) return showNarrowing(toQt(words));
     if (!words.empty()) area_->line().show();
     area_->line().setText(toQt(words));
 }

@@ -201,6 +201,27 @@ TEST_F(ToolkitContract, aDraggedHeadingTakesTheOthersPlace) {
     });
 }
 
+TEST_F(ToolkitContract, rowsThatWereBoundSinceAreFoundByMoreOfTheSameWords) {
+    use(arrangedWindow(), fillGoods, [](User& user) {
+        listOf(user).narrow("000");
+        listOf(user).narrow("0001");
+        fillGoods(user.window());
+        listOf(user).setText(4, 0, "00012");
+        user.press("Ctrl+F");
+        listOf(user).narrow("00012");
+        EXPECT_EQ(codesOf(user), (Texts{"00012"}));
+    });
+}
+
+TEST_F(ToolkitContract, theSameWordsAgainFindWhatWasWrittenSince) {
+    use(arrangedWindow(), fillGoods, [](User& user) {
+        listOf(user).narrow("000");
+        listOf(user).setText(1, 0, "7");
+        listOf(user).narrow("000");
+        EXPECT_EQ(codesOf(user), (Texts{"0001", "0002", "0004"}));
+    });
+}
+
 TEST_F(ToolkitContract, theLineBelowTellsCountsAndTheSumOfANumberColumn) {
     use(arrangedWindow(), fillGoods, [](User& user) {
         EXPECT_EQ(listOf(user).status(), "显示 4 行，选中 1 行");
