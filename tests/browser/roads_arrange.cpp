@@ -158,7 +158,7 @@ TEST_P(Roads, aDeleteTakesTheRowThatShows) {
     fillCatalogues(stage.database());
     stage.database().addItem(3, 110, "09.1", "轴承乙", 14);
     stage.database().addItem(3, 111, "09.2", "轴承甲", 14);
-    stage.open(kManagement, [this](User& user) {
+    stage.open(kManagement, [](User& user) {
         user.clickHeading("vsf1", kName);
         EXPECT_EQ(shownCodes(user).at(4), "09.2");
         user.press("Ctrl+F");
