@@ -56,8 +56,10 @@ class Object:
         self._closing = weakref.finalize(self, native.library().orvenmod_release, handle)
 
     def close(self) -> None:
-        """Ends the object. A second time does nothing."""
-        self._closing()
+        """Ends the object. A second time does nothing. Raises InvalidCall on a thread that it doesn't belong to."""
+        if self._closing.alive:
+            native.call("orvenmod_release", self._handle)
+            self._closing.detach()
 
     def __enter__(self: Self) -> Self:
         return self
