@@ -18,8 +18,8 @@
 // handed out is null, 0 or ORVENMOD_NOTHING. Texts are UTF-8 and end with a zero byte. What is passed in belongs to the caller and is copied; what is handed out belongs to the caller too, who frees
 // it by orvenmod_free and nothing else.
 //
-// One thread: that which created the first object. Another one gets an error, and so does a call of a method while the
-// window of another is open. A method returns when the window that it shows is closed.
+// Objects are for one thread: that which created the first one. Another one gets an error, and so does a call of a
+// method while the window of another is open. A method returns when the window that it shows is closed.
 #pragma once
 
 #include <stddef.h>
