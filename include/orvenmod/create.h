@@ -152,7 +152,11 @@ struct ToC {
     orvenmod_value operator()(std::int16_t value) const { return {ORVENMOD_INT16, value, 0, nullptr}; }
     orvenmod_value operator()(std::int32_t value) const { return {ORVENMOD_INT32, value, 0, nullptr}; }
     orvenmod_value operator()(double value) const { return {ORVENMOD_DOUBLE, 0, value, nullptr}; }
-    orvenmod_value operator()(const std::string& value) const { return {ORVENMOD_TEXT, 0, 0, value.c_str()}; }
+    orvenmod_value operator()(const std::string& value) const {
+        if (value.find('\0') != std::string::npos)
+            throw ObjectFailure(ORVENMOD_E_INVALID_CALL, "无效的过程调用或参数：文本含有零字符");
+        return {ORVENMOD_TEXT, 0, 0, value.c_str()};
+    }
     orvenmod_value operator()(const std::shared_ptr<void>&) const {
         throw ObjectFailure(ORVENMOD_E_TYPE_MISMATCH, "类型不匹配");
     }

@@ -72,7 +72,7 @@ struct frmBasicInfoList::Shown {
 };
 
 frmBasicInfoList& frmBasicInfoList::instance() {
-    static frmBasicInfoList window;
+    static auto& window = *new frmBasicInfoList;  // the process may end while it is shown
     return window;
 }
 

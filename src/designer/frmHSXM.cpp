@@ -54,7 +54,7 @@ std::string gridRow(const store::Recordset& row) {
 }  // namespace
 
 frmHSXM& frmHSXM::instance() {
-    static frmHSXM window;
+    static auto& window = *new frmHSXM;  // the process may end while it is shown
     return window;
 }
 

@@ -45,7 +45,7 @@ Items typeCodes() {
 }  // namespace
 
 frmHSXMDetailNew& frmHSXMDetailNew::instance() {
-    static frmHSXMDetailNew window;
+    static auto& window = *new frmHSXMDetailNew;  // the process may end while it is shown
     return window;
 }
 

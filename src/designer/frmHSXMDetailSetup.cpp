@@ -29,7 +29,7 @@ std::string orZero(const std::string& text) { return text.empty() ? "0" : text; 
 }  // namespace
 
 frmHSXMDetailSetup& frmHSXMDetailSetup::instance() {
-    static frmHSXMDetailSetup window;
+    static auto& window = *new frmHSXMDetailSetup;  // the process may end while it is shown
     return window;
 }
 

@@ -23,7 +23,7 @@ bool isEmptyOrZero(const std::string& text) { return text.empty() || text == "0"
 }  // namespace
 
 frmHSXMNew& frmHSXMNew::instance() {
-    static frmHSXMNew window;
+    static auto& window = *new frmHSXMNew;  // the process may end while it is shown
     return window;
 }
 

@@ -43,7 +43,7 @@ frmJCBasicInfo::frmJCBasicInfo() = default;
 frmJCBasicInfo::~frmJCBasicInfo() = default;
 
 frmJCBasicInfo& frmJCBasicInfo::instance() {
-    static frmJCBasicInfo window;
+    static auto& window = *new frmJCBasicInfo;  // the process may end while it is shown
     return window;
 }
 

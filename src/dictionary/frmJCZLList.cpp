@@ -41,7 +41,7 @@ frmJCZLList::frmJCZLList() = default;
 frmJCZLList::~frmJCZLList() = default;
 
 frmJCZLList& frmJCZLList::instance() {
-    static frmJCZLList window;
+    static auto& window = *new frmJCZLList;  // the process may end while it is shown
     return window;
 }
 

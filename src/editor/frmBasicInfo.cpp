@@ -57,7 +57,7 @@ struct frmBasicInfo::Shown {
 };
 
 frmBasicInfo& frmBasicInfo::instance() {
-    static frmBasicInfo window;
+    static auto& window = *new frmBasicInfo;  // the process may end while it is shown
     return window;
 }
 

@@ -13,7 +13,7 @@ namespace orvenmod {
 using platform::Button;
 
 frmFJNew& frmFJNew::instance() {
-    static frmFJNew window;
+    static auto& window = *new frmFJNew;  // the process may end while it is shown
     return window;
 }
 

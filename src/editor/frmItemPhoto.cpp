@@ -17,7 +17,7 @@ using platform::Button;
 using platform::Picture;
 
 frmItemPhoto& frmItemPhoto::instance() {
-    static frmItemPhoto window;
+    static auto& window = *new frmItemPhoto;  // the process may end while it is shown
     return window;
 }
 

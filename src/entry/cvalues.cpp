@@ -1,5 +1,7 @@
 #include "entry/cvalues.h"
 
+#include <array>
+
 #include "entry/handles.h"
 #include "frame/conversion.h"
 #include "store/tsql/utf8.h"
@@ -34,13 +36,18 @@ std::int32_t typeOf(ValueType type) {
     return ORVENMOD_NOTHING;
 }
 
-// The decoder gives a byte that belongs to no character in the range of half characters, which no text has either.
+// The decoder gives a byte that belongs to no character in the range of half characters, which no text has either. It
+// takes characters beyond the last one, and such as need fewer bytes than they have.
 bool isUtf8(const std::string& text) {
     constexpr char32_t kFirstHalf = 0xD800;
     constexpr char32_t kBehindHalves = 0xE000;
+    constexpr char32_t kLast = 0x10FFFF;
+    constexpr std::array<char32_t, 5> kLeastOfBytes = {0, 0, 0x80, 0x800, 0x10000};
     for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = at;
         const char32_t character = store::tsql::nextCharacter(text, at);
-        if (character >= kFirstHalf && character < kBehindHalves) return false;
+        const bool half = character >= kFirstHalf && character < kBehindHalves;
+        if (half || character > kLast || character < kLeastOfBytes[at - begin]) return false;
     }
     return true;
 }

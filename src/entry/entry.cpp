@@ -4,8 +4,8 @@
 #include <array>
 #include <atomic>
 #include <charconv>
+#include <mutex>
 #include <stdexcept>
-#include <thread>
 
 #include "entry/startup.h"
 #include "frame/appstate.h"
@@ -19,13 +19,21 @@ namespace {
 std::atomic<int> alive = 0;
 bool entryRuns = false;
 
-// The thread that the first object was made on.
-std::atomic<std::thread::id> ownThread;
+// The number of the thread that the first object was made on; 0 before.
+std::atomic<std::uint64_t> ownThread = 0;
 
 void requireOwnThread() {
-    const std::thread::id own = ownThread;
-    if (own != std::thread::id() && own != std::this_thread::get_id())
-        throw std::runtime_error("组件只能在最先使用它的线程里使用");
+    const std::uint64_t own = ownThread;
+    if (own != 0 && own != threadNumber()) throw std::runtime_error("组件只能在最先使用它的线程里使用");
+}
+
+// Of two threads that start at once one becomes the component's, and the other is refused.
+void startUpOnOwnThread() {
+    static std::mutex starting;
+    const std::lock_guard lock(starting);
+    requireOwnThread();
+    startUp();
+    ownThread = threadNumber();
 }
 
 struct AsText {
@@ -49,10 +57,14 @@ struct AsText {
 
 }  // namespace
 
+std::uint64_t threadNumber() noexcept {
+    static std::atomic<std::uint64_t> last = 0;
+    thread_local const std::uint64_t own = ++last;
+    return own;
+}
+
 void initializeClass() {
-    requireOwnThread();
-    startUp();
-    ownThread = std::this_thread::get_id();
+    startUpOnOwnThread();
     appState().gMsgTitle = setting("SystemSetup", "msgTitle", "奥文软件");
     appState().gIsAdmin = settingInt16("SystemLogin", "IsAdmin", "0");
 }

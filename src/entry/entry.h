@@ -8,6 +8,9 @@
 
 namespace orvenmod {
 
+/// The calling thread's own, never given twice: the system gives a thread's id to another once it has ended.
+std::uint64_t threadNumber() noexcept;
+
 /// Starts the component up and reads the settings that all classes read.
 void initializeClass();
 

@@ -2,8 +2,8 @@
 
 #include <exception>
 #include <filesystem>
-#include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include <orvenmod/component.h>
@@ -34,23 +34,27 @@ const ClassObject& classObjectOf(const BoundClass& made) {
     return objects[static_cast<std::size_t>(&made - all.data())];
 }
 
-// The file that this code was loaded from.
-std::string moduleFile() {
+// The file that this code was loaded from; "" where that can't be told.
+std::string moduleFile() noexcept {
     Dl_info info{};
-    if (dladdr(kApplication, &info) == 0 || info.dli_fname == nullptr) throw std::runtime_error("no file");
-    // Whoever reads the entry stands in another folder.
-    return std::filesystem::absolute(info.dli_fname).string();
+    if (dladdr(kApplication, &info) == 0 || info.dli_fname == nullptr) return "";
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::absolute(info.dli_fname, error);
+    return error ? "" : file.string();
 }
+
+// Asked when the library is loaded: a relative path counts from the current folder of that time.
+const std::string kModuleFile = moduleFile();
 
 }  // namespace
 
 extern "C" {
 
 std::int32_t DllRegisterServer() {
+    if (kModuleFile.empty()) return kRegistrationFailed;
     try {
-        const std::string file = moduleFile();
         for (const BoundClass& each : boundClasses())
-            sharedSettings().save(kApplication, kSection, each.name, file);
+            sharedSettings().save(kApplication, kSection, each.name, kModuleFile);
         return kSuccess;
     } catch (const std::exception&) {
         return kRegistrationFailed;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "entry/entry.h"
 #include "frame/conversion.h"
 
 namespace orvenmod {
@@ -28,7 +29,7 @@ orvenmod_object* Handles::add(std::shared_ptr<LateObject> object) {
     const std::lock_guard lock(mutex_);
     last_ += kStep;
     const std::uintptr_t number = kFirst + last_;
-    objects_.emplace(number, Owned{std::move(object), std::this_thread::get_id()});
+    objects_.emplace(number, Owned{std::move(object), threadNumber()});
     return handleOf(number);
 }
 
@@ -48,7 +49,7 @@ void Handles::remove(const orvenmod_object* handle) {
 Handles::Objects::iterator Handles::located(const orvenmod_object* handle) {
     const auto found = objects_.find(reinterpret_cast<std::uintptr_t>(handle));
     if (found == objects_.end()) throw CallFailure(CallFailure::kObjectRequired, "要求对象");
-    if (found->second.thread != std::this_thread::get_id())
+    if (found->second.thread != threadNumber())
         throw ConversionFailure(ConversionFailure::kInvalidCall, "对象只能由建立它的线程使用");
     return found;
 }

@@ -7,7 +7,6 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
 
 #include <orvenmod/orvenmod_c.h>
 
@@ -35,7 +34,7 @@ public:
 private:
     struct Owned {
         std::shared_ptr<LateObject> object;
-        std::thread::id thread;
+        std::uint64_t thread;  ///< its threadNumber
     };
     using Objects = std::map<std::uintptr_t, Owned>;
 

@@ -79,7 +79,7 @@ struct frmImport::Shown {
 };
 
 frmImport& frmImport::instance() {
-    static frmImport window;
+    static auto& window = *new frmImport;  // the process may end while it is shown
     return window;
 }
 

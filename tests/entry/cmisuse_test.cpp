@@ -129,6 +129,25 @@ protected:
     Trial trial;
 };
 
+TEST_F(CMisuse, aTextOfBytesThatAreNoCharacterIsRefused) {
+    const std::pair<const char*, const char*> broken[] = {{"a byte that continues nothing", "a\x80"},
+                                                          {"an end that is missing", "\xE8\x9E"},
+                                                          {"a half character", "\xED\xA0\x80"},
+                                                          {"two bytes for a quotation mark", "\xC0\xA7"},
+                                                          {"three bytes for one", "\xE0\x80\xA7"},
+                                                          {"four bytes for one", "\xF0\x80\x80\xA7"},
+                                                          {"a character beyond the last", "\xF4\x90\x80\x80"}};
+    for (const auto& [what, text] : broken) {
+        const orvenmod_value value = {ORVENMOD_TEXT, 0, 0, text};
+        EXPECT_EQ(orvenmod_put(trial.items, "fName", &value), ORVENMOD_E_INVALID_CALL) << what;
+    }
+    for (const char* text : {"", "a", "\x7F", "\xC2\x80", "\xE0\xA0\x80", "\xEF\xBF\xBF", "螺丝", "\xF0\x90\x80\x80",
+                             "\xF4\x8F\xBF\xBF"}) {
+        const orvenmod_value value = {ORVENMOD_TEXT, 0, 0, text};
+        EXPECT_EQ(orvenmod_put(trial.items, "fName", &value), 0) << text;
+    }
+}
+
 TEST_F(CMisuse, everyWrongCallGivesItsErrorAndHandsOutNothing) {
     for (const Misuse& misuse : misuses()) {
         trial.value = kWord;

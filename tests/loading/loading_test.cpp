@@ -48,13 +48,14 @@ protected:
 
 class Library {
 public:
-    Library() : loaded_(dlopen(ORVENMOD_LIBRARY, RTLD_NOW | RTLD_LOCAL)) {
+    explicit Library(const char* file = ORVENMOD_LIBRARY) : loaded_(dlopen(file, RTLD_NOW | RTLD_LOCAL)) {
         if (loaded_ == nullptr) ADD_FAILURE() << dlerror();
     }
     template <class Function>
     Function* find(const char* name) const {
         return reinterpret_cast<Function*>(dlsym(loaded_, name));
     }
+    void letGo() const { EXPECT_EQ(dlclose(loaded_), 0); }
 
 private:
     void* loaded_;
@@ -84,6 +85,24 @@ TEST_F(Loading, theLibraryHasItsFourExports) {
     EXPECT_EQ(canUnload(), kNo);
     items.reset();
     EXPECT_EQ(canUnload(), kSuccess);
+}
+
+TEST_F(Loading, theLibraryStaysOnceItIsLoaded) {
+    if (dlopen(ORVENMOD_LIBRARY, RTLD_NOW | RTLD_NOLOAD) != nullptr) return;  // another case holds it
+    const Library library;
+    library.letGo();
+    EXPECT_NE(dlopen(ORVENMOD_LIBRARY, RTLD_NOW | RTLD_NOLOAD), nullptr);
+}
+
+TEST_F(Loading, aLibraryOfTheCurrentFolderIsRegisteredWhereverThatIsLater) {
+    const fs::path before = fs::current_path();
+    const fs::path file = ORVENMOD_LIBRARY;
+    fs::current_path(file.parent_path());
+    const Library library(("./" + file.filename().string()).c_str());
+    fs::current_path(folder.path());
+    EXPECT_EQ(library.find<std::int32_t()>("DllRegisterServer")(), kSuccess);
+    EXPECT_TRUE(fs::equivalent(RegisteredFile(kItems), file));
+    fs::current_path(before);
 }
 
 TEST_F(Loading, aClassThatIsNotRegisteredCannotBeCreated) { EXPECT_EQ(creating(kItems), ORVENMOD_E_CANNOT_CREATE); }
@@ -125,6 +144,7 @@ TEST_F(Loading, whatDoesNotFitFailsAsItDoesWithin) {
     EXPECT_EQ(number([&] { items.put("Status", "abc"); }), ORVENMOD_E_TYPE_MISMATCH);
     EXPECT_EQ(number([&] { items.put("Status", 40000); }), ORVENMOD_E_OVERFLOW);
     EXPECT_EQ(number([&] { items.put("UserRight", std::make_shared<int>(1)); }), ORVENMOD_E_TYPE_MISMATCH);
+    EXPECT_EQ(number([&] { items.put("fName", std::string("a\0b", 3)); }), ORVENMOD_E_INVALID_CALL);
     EXPECT_EQ(number([&] { items.call("mainInterface"); }), ORVENMOD_E_ARGUMENT_REQUIRED);
     EXPECT_EQ(number([&] { items.get("fNone"); }), ORVENMOD_E_NO_SUCH_MEMBER);
 }

@@ -58,14 +58,17 @@ def _registered_files() -> list[str]:
     """What the class is registered with: for the user, then for the machine."""
     own = os.environ.get("XDG_CONFIG_HOME", "")
     shared = os.environ.get("XDG_CONFIG_DIRS") or "/etc/xdg"
-    folders = [own if own.startswith("/") else os.path.expanduser("~/.config"), *shared.split(":")]
+    folders = [own if own.startswith("/") else os.path.expanduser("~/.config")]
+    # A relative one would be found in whatever folder is the current one.
+    folders += [folder for folder in shared.split(":") if folder.startswith("/")]
     files = []
     for folder in folders:
         registrations = configparser.RawConfigParser(delimiters="=", comment_prefixes=(";", "#"), strict=False)
         try:
-            registrations.read_string(pathlib.Path(folder, "orvenmod", "orvenmod.ini").read_text("utf-8"))
+            ini = pathlib.Path(folder, "orvenmod", "orvenmod.ini").read_text("utf-8", "surrogateescape")
+            registrations.read_string(ini)
             file = registrations.get("Classes", "Orvenmod.clsBasicInfo", fallback="")
-        except (OSError, UnicodeDecodeError, configparser.Error):
+        except (OSError, configparser.Error):
             continue  # a file that can't be read registers nothing
         if file:
             files.append(re.sub(rb"%([0-9A-Fa-f]{2})", lambda pair: bytes([int(pair[1], 16)]), os.fsencode(file)))
@@ -85,7 +88,7 @@ def library() -> ctypes.CDLL:
             function.restype = c_int32
         for name in ("orvenmod_version", "orvenmod_error_text"):
             getattr(loaded, name).restype = c_char_p
-    except (OSError, AttributeError) as why:
+    except (OSError, AttributeError, UnicodeDecodeError) as why:
         raise error(LIBRARY_NOT_LOADED, f"加载动态库错误：{why}") from why
     return loaded
 
@@ -125,8 +128,12 @@ def to_c(value: Value, kept: list[bytes]) -> CValue:
     if isinstance(value, bool):
         return CValue(BOOLEAN, integer=int(value))
     if isinstance(value, int):
-        # Beyond 32 bits only a number with a fraction is left; members of 16 bits then refuse it as too large.
-        return CValue(INT32, integer=value) if -(2**31) <= value < 2**31 else CValue(DOUBLE, number=float(value))
+        if -(2**31) <= value < 2**31:
+            return CValue(INT32, integer=value)
+        # A number with a fraction keeps fifteen digits, a text all; members of 16 bits refuse either as too large.
+        if abs(value) < 10**15:
+            return CValue(DOUBLE, number=float(value))
+        value = str(value)
     if isinstance(value, float):
         return CValue(DOUBLE, number=value)
     kept.append(encoded(value))

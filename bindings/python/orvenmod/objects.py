@@ -41,7 +41,7 @@ class Object:
     """An object of a class of the component, by the names of its members; case doesn't matter.
 
     It belongs to the thread that made it. Close it, or use it in a `with` statement; else it is closed when nothing
-    refers to it any more.
+    refers to it any more, or lives until the program ends where another thread was the last to refer to it.
 
     >>> with Object("Orvenmod.clsBasicInfo") as items:
     ...     items.put("Status", "3")
@@ -56,8 +56,10 @@ class Object:
         self._closing = weakref.finalize(self, native.library().orvenmod_release, handle)
 
     def close(self) -> None:
-        """Ends the object. A second time does nothing."""
-        self._closing()
+        """Ends the object. A second time does nothing. Raises InvalidCall on a thread that it doesn't belong to."""
+        if self._closing.alive:
+            native.call("orvenmod_release", self._handle)
+            self._closing.detach()
 
     def __enter__(self: Self) -> Self:
         return self

@@ -123,7 +123,7 @@ QFont windowFont() {
 void ensureApplication() {
     if (QCoreApplication::instance() == nullptr) makeApplication();
     if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
-        throw std::logic_error("the host's QCoreApplication can't show windows: it must be a QApplication");
+        throw std::runtime_error("宿主程序建立的不是 QApplication，无法显示窗口");
     if (QThread::currentThread() != QCoreApplication::instance()->thread())
         throw std::runtime_error("组件的窗口只能在创建 QApplication 的线程里打开");
     initIcons();

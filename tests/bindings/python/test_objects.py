@@ -106,6 +106,31 @@ class Objects(SuiteTest):
             self.assertEqual(items.name, "")
         self.assertEqual(len(failures), 1)
 
+    def test_another_thread_cannot_close_an_object(self) -> None:
+        failures: list[BaseException] = []
+
+        def close(items: orvenmod.BasicInfo) -> None:
+            try:
+                items.close()
+            except orvenmod.InvalidCall as failure:
+                failures.append(failure)
+
+        items = orvenmod.BasicInfo()
+        other = threading.Thread(target=close, args=(items,))
+        other.start()
+        other.join()
+        self.assertEqual(len(failures), 1)
+        self.assertEqual(items.name, "")
+        items.close()
+        self.assertRaises(orvenmod.Released, items.get, "fName")
+
+    def test_a_long_number_keeps_its_digits(self) -> None:
+        with orvenmod.BasicInfo() as items:
+            for number in (6901234567890, 6901234567890123, -(2**63), 10**400):
+                items.put("fName", number)
+                self.assertEqual(items.name, str(number))
+                self.assertRaises(orvenmod.Overflow, items.put, "Status", number)
+
     def test_an_exception_goes_through_a_pickle(self) -> None:
         failures = (orvenmod.Error(2627, "重复"), orvenmod.Overflow(6, "溢出"), orvenmod.LibraryNotFound(48, "无"))
         for failure in failures:
@@ -152,6 +177,28 @@ class Finding(SuiteTest):
         self.assertEqual(self.loaded().stdout.strip(), library)
         self.register(self.folder / "settings", "/none/here.so")
         self.assertIn("/none/here.so", self.loaded().stderr)
+
+    def test_a_registration_in_the_current_folder_is_nobodys(self) -> None:
+        self.register(self.folder, "/none/here.so")
+        program = "import orvenmod.native as native; print(native._registered_files())"
+        done = subprocess.run(
+            [sys.executable, "-c", program],
+            env={**os.environ, "XDG_CONFIG_HOME": str(self.folder / "none"), "XDG_CONFIG_DIRS": "::."},
+            cwd=self.folder,
+            capture_output=True,
+            encoding="utf-8",
+        )
+        self.assertEqual(done.stdout, "[]\n", done.stderr)
+
+    def test_a_registered_path_may_be_any_bytes(self) -> None:
+        file = self.folder / os.fsdecode(b"\xd5\xfd.so")
+        self.register(self.folder / "machine", "HERE")
+        ini = self.folder / "machine" / "orvenmod" / "orvenmod.ini"
+        ini.write_bytes(ini.read_bytes().replace(b"HERE", os.fsencode(file)))
+        self.assertIn("LibraryNotFound", self.loaded().stderr)
+        file.symlink_to(os.environ["ORVENMOD_LIBRARY"])
+        done = self.run_program([sys.executable, "-c", "import orvenmod; print(orvenmod.version())"], ORVENMOD_LIBRARY="")
+        self.assertEqual(done.stdout.strip(), orvenmod.version())
 
     def test_what_orvenregister_writes_is_found(self) -> None:
         library = os.environ["ORVENMOD_LIBRARY"]
