@@ -188,6 +188,12 @@ TEST_F(OdbcStatements, FailWithTheirCauseAmongAllRecords) {
         failureFor({{"42000", 5074, "[Scripted]depends"}, {"42000", 4922, "[Scripted]failed"}, {"01000", 3621, "end"}});
     EXPECT_EQ(both.number(), 5074);
     EXPECT_EQ(both.text(), "depends\nfailed");
+    script_.clear();
+    const Failure behindPrint =
+        failureFor({{"01000", 0, "[Scripted]printed"}, {"42000", 50000, "[Scripted]a trigger's own"}});
+    EXPECT_EQ(behindPrint.kind(), FailureKind::other);
+    EXPECT_EQ(behindPrint.number(), 50000);
+    EXPECT_EQ(behindPrint.text(), "a trigger's own");
 }
 
 TEST_F(OdbcStatements, ThatWaitForARowInVainTellWhoHoldsItAndHowLongTheyWaited) {
