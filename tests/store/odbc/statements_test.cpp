@@ -268,6 +268,27 @@ TEST_F(OdbcStatements, AreCancelledByAProgressThatThrows) {
     }
 }
 
+TEST_F(OdbcStatements, ThatEndATransactionAreNotEndedThemselves) {
+    Answer waiting;
+    waiting.waits = true;
+    answer("commit", waiting);
+    answer("rollback", waiting);
+    for (const bool commits : {true, false}) {
+        const auto connection = connect();
+        connection->beginTrans();
+        connection->execute("update t set a=1");
+        int calls = 0;
+        connection->setProgress([&] {
+            if (++calls == 2) server_.release();
+            throw std::runtime_error("stop");
+        });
+        EXPECT_NO_THROW(commits ? connection->commitTrans() : connection->rollbackTrans());
+        EXPECT_GE(calls, 2);
+        EXPECT_EQ(server_.cancels, 0);
+        EXPECT_FALSE(connection->inTransaction());
+    }
+}
+
 TEST_F(OdbcStatements, OfAServerThatHearsNoCancelAreGivenUp) {
     Answer waiting = oneRow({"1"});
     waiting.waits = true;
