@@ -60,6 +60,16 @@ TEST(Encryption, IsWhatTheProviderDoesByItself) {
     EXPECT_FALSE(vendor("Driver={ODBC Driver 18 for SQL Server};Server=h").has("Encrypt"));
 }
 
+TEST(Encryption, OfADataSourceIsNotOverruledByTheBridge) {
+    const Drivers source{kVendor.installed,
+                         {{"suite", {{"driver", kVendor.installed.front().name}, {"encrypt", "yes"}}}}};
+    for (const char* string : {"Provider=MSDASQL;Data Source=suite", "Provider=SQLOLEDB;DSN=suite"})
+        EXPECT_FALSE(ConnectionString(serverStrings(string, source).front().text).has("Encrypt")) << string;
+    EXPECT_EQ(ConnectionString(serverStrings("DSN=suite;Encrypt=no", source).front().text).get("Encrypt"), "no");
+    EXPECT_FALSE(vendor("Provider=MSDASQL;Extended Properties=\"Driver={ODBC Driver 18 for SQL Server};Server=h\"")
+                     .has("Encrypt"));
+}
+
 TEST(Encryption, ChecksTheServersCertificateUnlessAnyWillDo) {
     const ServerString checked = freeTds(kOleDb + "Encrypt=yes");
     EXPECT_EQ(ConnectionString(checked.text).get("Servername"), "orvenmod");
