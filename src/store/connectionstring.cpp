@@ -49,9 +49,9 @@ ConnectionString::ConnectionString(std::string_view text) {
     std::size_t at = 0;
     while (at < text.size()) {
         const std::size_t end = text.find_first_of("=;", at);
-        if (end == std::string_view::npos) break;
-        if (text[end] == ';') {
-            at = end + 1;
+        if (end == std::string_view::npos || text[end] == ';') {
+            looseText_ = looseText_ || !trimmed(text.substr(at, end - at)).empty();
+            at = std::min(end, text.size()) + 1;
             continue;
         }
         std::string key = asciiLower(trimmed(text.substr(at, end - at)));

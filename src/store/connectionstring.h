@@ -16,11 +16,15 @@ public:
     std::string get(std::string_view key, std::string_view fallback = "") const;
     bool has(std::string_view key) const;
 
+    /// Whether something stands between the pairs that is none, for want of a '='.
+    bool hasLooseText() const { return looseText_; }
+
     /// All of them in their order, the keys in small letters.
     const std::vector<std::pair<std::string, std::string>>& parts() const { return parts_; }
 
 private:
     std::vector<std::pair<std::string, std::string>> parts_;
+    bool looseText_ = false;
 };
 
 }  // namespace orvenmod::store

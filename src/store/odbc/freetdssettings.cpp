@@ -13,6 +13,11 @@ namespace {
 
 constexpr const char* kVariable = "FREETDSCONF";
 
+std::shared_mutex& place() {
+    static std::shared_mutex instance;
+    return instance;
+}
+
 // A new file that only its owner reads.
 std::string writtenFile(const std::string& text) {
     std::error_code error;
@@ -30,7 +35,11 @@ std::string writtenFile(const std::string& text) {
 }  // namespace
 
 FreeTdsSettings::FreeTdsSettings(const std::string& text) {
-    if (text.empty()) return;
+    if (text.empty()) {
+        reading_ = std::shared_lock(place());
+        return;
+    }
+    writing_ = std::unique_lock(place());
     file_ = writtenFile(text);
     if (const char* before = ::getenv(kVariable)) before_ = before;
     ::setenv(kVariable, file_.c_str(), 1);

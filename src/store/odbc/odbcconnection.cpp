@@ -127,8 +127,12 @@ OdbcHandle OdbcConnection::statement() {
 }
 
 void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost) {
+    run(work, ifLost, progress_);
+}
+
+void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost, server::Progress& progress) {
     try {
-        session_->waiter().run(work, progress_);
+        session_->waiter().run(work, progress);
     } catch (const Failure& reported) {
         const std::optional<server::Loss> loss = lossOf(reported.number());
         const bool lost =
@@ -192,10 +196,25 @@ void OdbcConnection::prepare() {
     if (text_.touchesSession()) session_->spoil();
 }
 
-std::int64_t OdbcConnection::change(std::string_view sql, server::Outcome ifLost) {
+std::int64_t OdbcConnection::change(std::string_view sql) {
     const auto work = std::make_shared<Change>(statement(), sql);
-    run(work, ifLost);
+    run(work);
     return work->touched();
+}
+
+// What ends a transaction can't be ended itself: nobody would know what has become of the work. Windows paint on.
+void OdbcConnection::end(std::string_view sql, server::Outcome ifLost) {
+    server::Progress painting;
+    const auto paint = [this] {
+        try {
+            progress_.report();
+        } catch (...) {
+            return;  // too late
+        }
+    };
+    if (progress_) painting.set(paint);
+    progress_.start();
+    run(std::make_shared<Change>(statement(), sql), ifLost, painting);
 }
 
 std::int64_t OdbcConnection::execute(std::string_view sql) {
@@ -281,14 +300,14 @@ void OdbcConnection::beginTrans() {
 
 void OdbcConnection::commitTrans() {
     if (transaction_ == Transaction::none) throw failure(session_ ? tsql::kCommitWithoutBegin : tsql::kClosed);
-    change(kCommit, server::Outcome::unknown);
+    end(kCommit, server::Outcome::unknown);
     transaction_ = Transaction::none;
 }
 
 void OdbcConnection::rollbackTrans() {
     if (transaction_ == Transaction::none) throw failure(session_ ? tsql::kRollbackWithoutBegin : tsql::kClosed);
     try {
-        if (transaction_ == Transaction::open) change(kRollback);
+        if (transaction_ == Transaction::open) end(kRollback);
     } catch (...) {
         // What the server has ended meanwhile needs no end.
         if (transaction_ == Transaction::open) throw;
@@ -305,7 +324,7 @@ void OdbcConnection::setProgress(std::function<void()> progress) {
 void OdbcConnection::undo() noexcept {
     if (std::exchange(transaction_, Transaction::none) != Transaction::open) return;
     try {
-        change(kRollback);
+        end(kRollback);
     } catch (...) {
         if (session_) session_->spoil();
     }

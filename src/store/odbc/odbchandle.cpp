@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "store/odbc/nativesigns.h"
 #include "store/tsql/messages.h"
 
 namespace orvenmod::store::odbc {
@@ -83,7 +84,7 @@ Failure OdbcHandle::failure() const {
     std::vector<Diagnostic> records = diagnostics();
     // Hints come along with failures, in front of them or behind: "the statement has been terminated" and the like.
     const auto isHint = [](const Diagnostic& record) {
-        return record.number == kStatementTerminated || (record.state.starts_with("01") && record.state != "01000");
+        return record.number == kStatementTerminated || (record.state.starts_with("01") && !lossOf(record.number));
     };
     const auto isCause = [](const Diagnostic& record) { return tsql::kindOf(record.number) != FailureKind::other; };
     if (!std::all_of(records.begin(), records.end(), isHint)) std::erase_if(records, isHint);

@@ -69,6 +69,7 @@ public:
     std::vector<ServerString> run() {
         const bool ofOdbc = parts_.get("Provider").empty();
         if (kindOf(driver_) == DriverKind::other && ofOdbc) return {wordForWord()};
+        refuseLooseText();
         const Wishes wishes = wishesOf(parts_, kindOf(driver_));
         std::vector<ServerString> result = {written(wishes, driver_, wishes.server, language_)};
         // The vendor's driver knows of the partner.
@@ -100,6 +101,13 @@ private:
         std::copy_if(pairs_.begin(), pairs_.end(), std::back_inserter(pairs),
                      [](const auto& pair) { return pair.first != "dsn"; });
         parts_ = ConnectionString(joined(pairs));
+    }
+
+    // "Encrypt" without a value would be missing unseen. It isn't told: it may be the rest of a password.
+    void refuseLooseText() const {
+        const ConnectionString outer(string_);
+        if (!outer.hasLooseText() && !ConnectionString(outer.get("Extended Properties")).hasLooseText()) return;
+        throw tsql::refusedString(language_, "其中有一段没有“=”", "a part of it has no '='");
     }
 
     ServerString wordForWord() const {

@@ -172,10 +172,12 @@ private:
     }
 
     // The vendor's driver from 18 on encrypts where nothing is said; hosts that name an older provider never asked for
-    // it.
+    // it. The bridge to ODBC and a data source leave it to the driver: what the source says would be overruled.
     std::string vendorEncryption() const {
         std::string text;
-        const bool older = !wishes_.provider.empty() && !wishes_.provider.starts_with("msoledbsql19");
+        const std::string& provider = wishes_.provider;
+        const bool ofOdbc = provider.empty() || provider.starts_with("msdasql") || !wishes_.source.empty();
+        const bool older = !ofOdbc && !provider.starts_with("msoledbsql19");
         if (wishes_.encryption == Encryption::strict) {
             text = "Encrypt=strict;";
         } else if (result_.encrypted) {

@@ -123,6 +123,23 @@ bool holdsForeignBlank(std::string_view word) {
     return false;
 }
 
+// The signs of money of the dialect, beyond the dollar.
+bool isCurrency(char32_t c) {
+    return (c >= 0xA2 && c <= 0xA5) || c == 0x9F2 || c == 0x9F3 || c == 0xE3F || c == 0x17DB ||
+           (c >= 0x20A0 && c <= 0x20CF) || c == 0xFDFC || c == 0xFE69 || c == 0xFF04 || (c >= 0xFFE0 && c <= 0xFFE6);
+}
+
+// Whether a server reads the beginning of the word as a number: 1e and a sign of money are one, without any digit
+// behind them, so that it finds an opening word in 1edelete.
+bool beginsAsNumber(const Token& word, const Token& previous) {
+    std::size_t at = 0;
+    if (isCurrency(nextCharacter(word.text, at))) return true;
+    constexpr std::array kNumbers = {LiteralKind::integer, LiteralKind::decimal, LiteralKind::real, LiteralKind::money};
+    const bool number = previous.kind == Token::Kind::literal &&
+                        std::find(kNumbers.begin(), kNumbers.end(), previous.literal.kind) != kNumbers.end();
+    return number && previous.offset + previous.text.size() == word.offset && asciiLower(word.text.front()) == 'e';
+}
+
 bool beyondAscii(std::string_view text) {
     return std::any_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
 }
@@ -162,6 +179,10 @@ void OneStatement::take(const Token& token) {
         inserts_ = is(token, "insert");
     }
     if (tokens_ == 2) second_ = token;
+    // A begin or a commit with a name is one too, and would pass by the connection's own count.
+    const bool begins = is(first_, "begin");
+    const bool whole = tokens_ == 2 && (isTransactionWord(token) || (!begins && token.isWord("work")));
+    if (tokens_ > 1 && !whole && (begins || is(first_, "commit"))) throw Error(kSyntaxNear, {std::string(token.text)});
     if (token.isSymbol("(")) ++depth_;
     if (token.isSymbol(")")) --depth_;
     if (token.kind == Token::Kind::word) takeWord(token);
@@ -179,6 +200,7 @@ void OneStatement::take(const Token& token) {
 void OneStatement::takeWord(const Token& token) {
     // A server that takes one for a blank would find an opening word behind it.
     if (beyondAscii(token.text) && holdsForeignBlank(token.text)) throw Error(kSyntaxNear, {std::string(token.text)});
+    if (beginsAsNumber(token, previous_)) throw Error(kSyntaxNear, {std::string(token.text)});
     if (isOpening(token)) {
         if (tokens_ > 1 && !belongs(token)) throw Error(kSyntaxNearKeyword, {std::string(token.text)});
         if (depth_ == 0 && is(first_, "with") && is(previous_, ")")) {

@@ -65,6 +65,7 @@ TEST_F(StoreContract, RefusesASecondStatementAndComments) {
     EXPECT_EQ(numberOf([&] { connection_->open("select id from t where c=''; delete from t"); }), 102);
     EXPECT_EQ(numberOf([&] { connection_->open("select id from t where c='' delete from t where ''=''"); }), 156);
     EXPECT_EQ(numberOf([&] { connection_->execute("update t set c='x' where c='' delete from t"); }), 156);
+    EXPECT_EQ(numberOf([&] { connection_->open("select id from t where id=1edelete from t"); }), 102);
     EXPECT_EQ(numberOf([&] { connection_->execute("delete from t -- where id=1"); }), 102);
     EXPECT_EQ(numberOf([&] { connection_->open("select id from t where c='"); }), 105);
     EXPECT_EQ(value("select count(*) from t where c is null or c='甲'"), "2");

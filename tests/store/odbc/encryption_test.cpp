@@ -1,8 +1,15 @@
 // What a connection string says of encryption, trust and the login, and what the driver gets of it.
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdlib>
+#include <fstream>
+#include <thread>
+#include <vector>
+
 #include "store/connectionstring.h"
 #include "store/failure.h"
+#include "store/odbc/freetdssettings.h"
 #include "store/odbc/serverstring.h"
 #include "store/tsql/failurenumbers.h"
 
@@ -51,6 +58,16 @@ TEST(Encryption, IsWhatTheProviderDoesByItself) {
     EXPECT_EQ(vendor(kOleDb).get("Encrypt"), "no");
     EXPECT_FALSE(vendor(kNewOleDb).has("Encrypt"));
     EXPECT_FALSE(vendor("Driver={ODBC Driver 18 for SQL Server};Server=h").has("Encrypt"));
+}
+
+TEST(Encryption, OfADataSourceIsNotOverruledByTheBridge) {
+    const Drivers source{kVendor.installed,
+                         {{"suite", {{"driver", kVendor.installed.front().name}, {"encrypt", "yes"}}}}};
+    for (const char* string : {"Provider=MSDASQL;Data Source=suite", "Provider=SQLOLEDB;DSN=suite"})
+        EXPECT_FALSE(ConnectionString(serverStrings(string, source).front().text).has("Encrypt")) << string;
+    EXPECT_EQ(ConnectionString(serverStrings("DSN=suite;Encrypt=no", source).front().text).get("Encrypt"), "no");
+    EXPECT_FALSE(vendor("Provider=MSDASQL;Extended Properties=\"Driver={ODBC Driver 18 for SQL Server};Server=h\"")
+                     .has("Encrypt"));
 }
 
 TEST(Encryption, ChecksTheServersCertificateUnlessAnyWillDo) {
@@ -103,6 +120,30 @@ TEST(Encryption, ThatTheDriverCantDoIsRefused) {
     EXPECT_EQ(numberOf(kOleDb + "Encrypt=perhaps", kFreeTds), tsql::kBadConnectionString);
     EXPECT_EQ(numberOf(kOleDb + "CA File={/etc/a\n\tcheck certificate hostname = no}", kFreeTds),
               tsql::kBadConnectionString);
+}
+
+TEST(Encryption, OfOneThreadIsNotThatOfAnother) {
+    constexpr int kThreads = 4;
+    constexpr int kRounds = 200;
+    ::setenv("FREETDSCONF", "/of/the/host", 1);
+    std::atomic<int> foreign = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+        threads.emplace_back([&foreign, own = std::to_string(i)] {
+            for (int round = 0; round < kRounds; ++round) {
+                const FreeTdsSettings settings(own);
+                std::this_thread::yield();
+                std::string text;
+                std::ifstream(std::getenv("FREETDSCONF")) >> text;
+                if (text != own) ++foreign;
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(foreign, 0);
+    EXPECT_STREQ(std::getenv("FREETDSCONF"), "/of/the/host");
+    ::unsetenv("FREETDSCONF");
 }
 
 TEST(IntegratedSecurity, GoesToADriverThatHasIt) {

@@ -196,6 +196,17 @@ TEST(ServerString, RefusesAKeyThatMeansNothing) {
     EXPECT_NE(failureOf("Provider=SQLOLEDB;Foo=1;Language=us_english").text().find("is not known"), std::string::npos);
 }
 
+TEST(ServerString, RefusesAKeyWithoutAValueAndTellsNoneOfIt) {
+    for (const char* string : {"Provider=SQLOLEDB;Data Source=h;Encrypt", "Provider=SQLOLEDB;Encrypt ;Data Source=h",
+                               "Driver=FreeTDS;Server=h;Password=a;secret",
+                               "Provider=MSDASQL;Extended Properties=\"Driver=FreeTDS;Server=h;Encrypt\""}) {
+        const Failure failure = failureOf(string);
+        EXPECT_EQ(failure.number(), tsql::kBadConnectionString) << string;
+        EXPECT_EQ(failure.text().find("secret"), std::string::npos);
+    }
+    EXPECT_EQ(freeTds(" ; Provider=SQLOLEDB;;Data Source=h; ").get("Server"), "h");
+}
+
 TEST(ServerString, TakesWhatAWizardWritesIntoOne) {
     EXPECT_EQ(failureOf("Provider=SQLOLEDB.1;Persist Security Info=False;User ID=sa;Initial Catalog=suite;"
                         "Data Source=h;Use Procedure for Prepare=1;Auto Translate=True;Packet Size=4096;"

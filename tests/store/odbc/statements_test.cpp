@@ -188,6 +188,12 @@ TEST_F(OdbcStatements, FailWithTheirCauseAmongAllRecords) {
         failureFor({{"42000", 5074, "[Scripted]depends"}, {"42000", 4922, "[Scripted]failed"}, {"01000", 3621, "end"}});
     EXPECT_EQ(both.number(), 5074);
     EXPECT_EQ(both.text(), "depends\nfailed");
+    script_.clear();
+    const Failure behindPrint =
+        failureFor({{"01000", 0, "[Scripted]printed"}, {"42000", 50000, "[Scripted]a trigger's own"}});
+    EXPECT_EQ(behindPrint.kind(), FailureKind::other);
+    EXPECT_EQ(behindPrint.number(), 50000);
+    EXPECT_EQ(behindPrint.text(), "a trigger's own");
 }
 
 TEST_F(OdbcStatements, ThatWaitForARowInVainTellWhoHoldsItAndHowLongTheyWaited) {
@@ -259,6 +265,27 @@ TEST_F(OdbcStatements, AreCancelledByAProgressThatThrows) {
         connection->setProgress({});
         connection->execute("update t set a=1");
         EXPECT_EQ(sent().back(), "update t set a=1");
+    }
+}
+
+TEST_F(OdbcStatements, ThatEndATransactionAreNotEndedThemselves) {
+    Answer waiting;
+    waiting.waits = true;
+    answer("commit", waiting);
+    answer("rollback", waiting);
+    for (const bool commits : {true, false}) {
+        const auto connection = connect();
+        connection->beginTrans();
+        connection->execute("update t set a=1");
+        int calls = 0;
+        connection->setProgress([&] {
+            if (++calls == 2) server_.release();
+            throw std::runtime_error("stop");
+        });
+        EXPECT_NO_THROW(commits ? connection->commitTrans() : connection->rollbackTrans());
+        EXPECT_GE(calls, 2);
+        EXPECT_EQ(server_.cancels, 0);
+        EXPECT_FALSE(connection->inTransaction());
     }
 }
 

@@ -94,6 +94,24 @@ TEST(OneStatement, RefusesASecondOneWithoutASignInBetween) {
     EXPECT_EQ(refusal("insert into t select a from (delete from u output deleted.a) d"), "156 delete");
 }
 
+// A server reads 1e and a sign of money as numbers, and what stands behind them as another word.
+TEST(OneStatement, RefusesASecondOneThatIsGluedToANumber) {
+    EXPECT_EQ(refusal("select * from t where a=1edelete from t"), "102 edelete");
+    EXPECT_EQ(refusal("select * from t where a=.5Eexec p"), "102 Eexec");
+    EXPECT_EQ(refusal("select * from t where a=1.edelete from t"), "102 edelete");
+    EXPECT_EQ(refusal("select * from t where a=1e5edelete from t"), "102 edelete");
+    EXPECT_EQ(refusal("select * from t where a=$1edelete from t"), "102 edelete");
+    EXPECT_EQ(refusal("select * from t where a=\xC2\xA3"
+                      "delete from t"),
+              "102 \xC2\xA3"
+              "delete");
+    EXPECT_EQ(refusal("select * from t where a=\xEF\xBF\xA5"
+                      "delete from t"),
+              "102 \xEF\xBF\xA5"
+              "delete");
+    EXPECT_EQ(refusal("select 1e5,1 elements,'\xC2\xA3' as [\xC2\xA3],'1'edge from t where a=1or b=0xe"), "");
+}
+
 TEST(OneStatement, IsRefusedAsTheParserRefusesIt) {
     for (const char* sql : {"select * from t where c='' delete from t where ''=''", "select 1; select 2",
                             "select 1 -- x", "select 'x", "insert into t values(1) drop table t",
@@ -147,6 +165,15 @@ TEST(OneStatement, TellsWhatControlsTransactions) {
     EXPECT_EQ(control("rollback tran"), OneStatement::Control::rollback);
     EXPECT_EQ(control("rollback tran point"), OneStatement::Control::none);
     EXPECT_EQ(control("select 1"), OneStatement::Control::none);
+}
+
+TEST(OneStatement, RefusesABeginAndACommitThatTheConnectionWouldNotCount) {
+    EXPECT_EQ(refusal("begin transaction t1"), "102 t1");
+    EXPECT_EQ(refusal("begin distributed transaction"), "102 distributed");
+    EXPECT_EQ(refusal("begin try"), "102 try");
+    EXPECT_EQ(refusal("commit tran t1"), "102 t1");
+    EXPECT_EQ(refusal("commit work with (delayed_durability=on)"), "102 with");
+    EXPECT_EQ(refusal("rollback tran point"), "");
 }
 
 TEST(OneStatement, TellsWhatLeavesSomethingInTheSession) {
