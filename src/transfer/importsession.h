@@ -45,7 +45,8 @@ public:
     void matchColumns(const std::string& remembered) { match = matchHeadings(headings_, fields_, remembered); }
     std::string remembered() const { return rememberedMatch(headings_, fields_, match); }
 
-    /// Judges every row; asks the store. False where the user cancelled.
+    /// Judges every row; asks the store. False where the user cancelled: what was judged before stays then, with its
+    /// result, as it does where the store fails.
     bool check(platform::Progress& progress);
     std::size_t count(RowState state) const { return counts_[static_cast<std::size_t>(state)]; }
     RowState state(std::size_t place) const { return states_[place]; }
@@ -75,7 +76,6 @@ public:
 
 private:
     void findHeading();
-    void judge(std::size_t place);
 
     platform::Date today_;
     FileChoice choice_;
