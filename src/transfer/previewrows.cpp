@@ -16,6 +16,16 @@ const char* stateText(RowState state) {
     return kTexts[static_cast<std::size_t>(state)];
 }
 
+// A list measures and paints what it shows; a cell of megabytes would hold it up.
+std::string shortened(std::string text) {
+    constexpr std::size_t kShown = 600;
+    if (text.size() <= kShown) return text;
+    std::size_t end = kShown;
+    while ((static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        --end;
+    return text.replace(end, std::string::npos, "…");
+}
+
 std::vector<std::size_t> shownFields(const ImportSession& session) {
     std::vector<std::size_t> fields;
     for (std::size_t field = 0; field < session.fields().size(); ++field) {
@@ -60,7 +70,7 @@ std::vector<std::string> CheckedRows::texts(std::size_t row) const {
     std::vector<std::string> texts = {std::to_string(session_.row(place) + 1), stateText(checked.state),
                                       reasonText(checked.reasons, session_.fields())};
     for (const std::size_t field : shownFields(session_)) {
-        texts.push_back(session_.text(place, field));
+        texts.push_back(shortened(session_.text(place, field)));
         for (const CellReason& reason : checked.reasons) {
             if (reason.field == field) texts.back() += " ◀ " + reason.text;
         }

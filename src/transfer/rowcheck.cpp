@@ -23,6 +23,12 @@ std::string unreadable(const SheetCell& cell) {
     }
 }
 
+/// Why a code may not be found that was written well.
+std::string changedBySpreadsheet(const SheetCell& cell) {
+    if (cell.kind == CellKind::number) return "，电子表格可能把代码变成了数字";
+    return cell.kind == CellKind::date ? "，电子表格可能把代码变成了日期" : "";
+}
+
 double numberOr0(const std::string& text) { return isNumeric(text) ? toDouble(text) : 0; }
 
 std::string idOr0(const std::string& text) { return trim(text).empty() ? "0" : trim(text); }
@@ -162,6 +168,8 @@ void RowCheck::checkFields(std::size_t row, CheckedRow& checked, const Codes& co
         } else if (columnOf_[field] >= 0) {
             std::string text = valueOf(row, field, checked);
             if (checked.reasons.size() == before) checkValue(field, std::move(text), value, checked);
+            if (checked.reasons.size() > before && fields_[field].isReference())
+                checked.reasons.back().text += changedBySpreadsheet(cellOf(row, field));
         } else if (checked.itemId != 0) {
             takeStored(field, checked.itemId, value);
         }
