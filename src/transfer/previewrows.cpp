@@ -9,6 +9,7 @@ namespace {
 constexpr int kNumberWidth = 750;
 constexpr int kStateWidth = 750;
 constexpr int kReasonWidth = 4500;
+constexpr int kOutcomeReasonWidth = 7200;
 constexpr int kFieldWidth = 1650;
 
 const char* stateText(RowState state) {
@@ -92,7 +93,7 @@ std::vector<ListColumn> ResultRows::columns() {
             {"结果", kStateWidth},
             {"代码", 2 * kFieldWidth},
             {"名称", 2 * kFieldWidth},
-            {"原因", kReasonWidth}};
+            {"原因", kOutcomeReasonWidth}};
 }
 
 // Those that the store or the check refused stand first: they are what is left to do.
