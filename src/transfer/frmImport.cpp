@@ -353,7 +353,7 @@ void frmImport::cmdMend_Click() {
     bool coded = false;
     for (const auto& [field, text] : changes) {
         form.session.mend(place, field, text);
-        coded = coded || field == kShortCodeField || field == kCodeField || form.session.fields()[field].column.empty();
+        coded = coded || isCodeField(form.session.fields(), field);
     }
     if (!coded) {
         form.session.rejudge(place);

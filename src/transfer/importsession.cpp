@@ -118,6 +118,11 @@ std::string ImportSession::text(std::size_t place, std::size_t field) const {
     return column < 0 ? "" : file_.rows.cell(rows_[place], column).text;
 }
 
+bool ImportSession::isCode(int column) const {
+    const int field = match[static_cast<std::size_t>(column)];
+    return field >= 0 && isCodeField(fields_, static_cast<std::size_t>(field));
+}
+
 void ImportSession::mend(std::size_t place, std::size_t field, const std::string& text) {
     const int column = check_->columnOf(field);
     if (column >= 0) file_.rows.mend(rows_[place], column, text);

@@ -56,6 +56,8 @@ public:
     CheckedRow checked(std::size_t place) const { return check_->check(rows_[place]); }
     /// What the file holds for the field.
     std::string text(std::size_t place, std::size_t field) const;
+    /// Whether the file's column goes into a code.
+    bool isCode(int column) const;
     int columnOf(std::size_t field) const { return check_->columnOf(field); }
     /// Takes what was typed in place of the file's; rejudge() tells what that changes.
     void mend(std::size_t place, std::size_t field, const std::string& text);

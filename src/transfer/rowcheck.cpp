@@ -1,5 +1,9 @@
 #include "transfer/rowcheck.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
 #include "frame/conversion.h"
 #include "platform/model/cellinput.h"
 
@@ -8,6 +12,12 @@ namespace orvenmod {
 namespace {
 
 constexpr const char* kNoDate = "1900-01-01";
+
+// A text that was saved by a spreadsheet has the errors as texts.
+bool isErrorText(const std::string& text) {
+    constexpr std::string_view kErrors[] = {"#N/A", "#REF!", "#VALUE!", "#DIV/0!", "#NAME?", "#NULL!", "#NUM!"};
+    return std::find(std::begin(kErrors), std::end(kErrors), text) != std::end(kErrors);
+}
 
 /// What can't be read out of the cell, "" where it can.
 std::string unreadable(const SheetCell& cell) {
@@ -19,7 +29,7 @@ std::string unreadable(const SheetCell& cell) {
         case CellKind::merged:
             return "合并的单元格，请先拆分";
         default:
-            return "";
+            return isErrorText(cell.text) ? "单元格是错误值" : "";
     }
 }
 
@@ -72,8 +82,9 @@ std::string RowCheck::valueOf(std::size_t row, std::size_t field, CheckedRow& ch
     if (!problem.empty()) checked.reasons.push_back({field, problem});
     std::string text = trim(platform::model::onOneLine(cell.text));
     if (!problem.empty()) text.clear();
-    const bool code = field == kShortCodeField || field == kCodeField || field == categoryField();
-    if (code && cell.kind == CellKind::date) checked.reasons.push_back({field, "电子表格把代码变成了日期，请改成文本"});
+    const bool code = isCodeField(fields_, field);
+    if (code && cell.kind == CellKind::date)
+        checked.reasons.push_back({field, "电子表格把代码变成了日期 " + cell.text + "，请改成文本"});
     if (code && cell.kind == CellKind::number && options_.numberCode == WhenCodeIsNumber::refuse)
         checked.reasons.push_back({field, "电子表格把代码变成了数字，前面的零可能丢了，请改成文本"});
     if (text.find('\'') != std::string::npos) checked.reasons.push_back({field, "不能有单引号"});

@@ -153,7 +153,7 @@ TEST_F(ImportBadInput, aCodeThatASpreadsheetChangedIsToldAtItsCell) {
     makeSheet(path("number.xlsx"), heading + "<row r=\"2\"><c><v>12</v></c>" + name);
     EXPECT_EQ(reason(path("number.xlsx")), "短代码：电子表格把代码变成了数字，前面的零可能丢了，请改成文本");
     makeSheet(path("day.xlsx"), heading + "<row r=\"2\"><c s=\"1\"><v>45355</v></c>" + name);
-    EXPECT_EQ(reason(path("day.xlsx")), "短代码：电子表格把代码变成了日期，请改成文本");
+    EXPECT_EQ(reason(path("day.xlsx")), "短代码：电子表格把代码变成了日期 2024-03-04，请改成文本");
     makeSheet(path("formula.xlsx"), heading + "<row r=\"2\"><c><f>A9</f></c>" + name);
     EXPECT_EQ(reason(path("formula.xlsx")), "短代码：公式没有存下结果，请在电子表格里打开并保存一次");
     makeSheet(path("error.xlsx"), heading + "<row r=\"2\"><c t=\"e\"><v>#REF!</v></c>" + name);
@@ -161,6 +161,34 @@ TEST_F(ImportBadInput, aCodeThatASpreadsheetChangedIsToldAtItsCell) {
     makeSheet(path("merged.xlsx"), heading + "<row r=\"2\"><c r=\"B2\"><v>1</v></c></row>",
               "<mergeCells><mergeCell ref=\"A1:A2\"/></mergeCells>");
     EXPECT_EQ(reason(path("merged.xlsx")), "短代码：合并的单元格，请先拆分");
+}
+
+TEST_F(ImportBadInput, whatCantBeReadStaysRefusedWhenItIsSavedAndBroughtInAgain) {
+    const auto text = [](const std::string& value) { return "<c t=\"str\"><v>" + value + "</v></c>"; };
+    const auto row = [](int number, const std::string& cells) {
+        return "<row r=\"" + std::to_string(number) + "\">" + cells + "</row>";
+    };
+    makeSheet(path("a.xlsx"),
+              row(1, text("短代码") + text("名称") + text("规格型号")) + row(2, "<c><v>12</v></c>" + text("a")) +
+                  row(3, "<c s=\"1\"><v>45355</v></c>" + text("b")) +
+                  row(4, text("4") + text("c") + "<c t=\"e\"><v>#REF!</v></c>") +
+                  row(5, text("5") + text("d") + "<c><f>A9</f></c>") + row(6, text("6") + text("e") + text("M")) +
+                  row(7, text("7") + text("f")),
+              "<mergeCells><mergeCell ref=\"C6:C7\"/></mergeCells>");
+    const auto refused = [](User& user) {
+        EXPECT_EQ(caption(user, "lblCounts").substr(caption(user, "lblCounts").find("拒绝")), "拒绝 5");
+    };
+    stage.import([&](User& user) {
+        toCheck(user, path("a.xlsx"));
+        refused(user);
+        user.chooseFile(path("refused.xlsx"));
+        user.answer(MessageKind::information, "拒绝的行已保存！");
+        user.click("cmdSaveRefused");
+    });
+    stage.import([&](User& user) {
+        toCheck(user, path("refused.xlsx"));
+        refused(user);
+    });
 }
 
 TEST_F(ImportBadInput, aLookupThatASpreadsheetChangedIsToldAtItsCell) {
