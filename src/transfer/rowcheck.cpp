@@ -102,7 +102,8 @@ RowCheck::Codes RowCheck::codesOf(std::size_t row, CheckedRow& checked) {
         codes.category = categories_.find(category);
         if (!codes.category && options_.category == WhenCategoryMissing::make && checked.reasons.empty())
             codes.category = categories_.plan(category, refusal);
-        if (!codes.category) checked.reasons.push_back({categoryField(), refusal});
+        if (codes.category) refusal = plannedRefusal(*codes.category);
+        if (!refusal.empty()) checked.reasons.push_back({categoryField(), refusal});
     } else if (!codes.code.empty()) {
         codes.category = &categories_.around(codes.code);
     }
@@ -117,6 +118,17 @@ RowCheck::Codes RowCheck::codesOf(std::size_t row, CheckedRow& checked) {
     }
     codes.code = composed;
     return codes;
+}
+
+// What is stored was accepted before.
+std::string RowCheck::plannedRefusal(const ImportCategory& category) const {
+    std::string refusal;
+    for (const ImportCategory* each = &category; each->id < 0 && refusal.empty();
+         each = &categories_.at(each->parentId)) {
+        refusal = lengthRefusal(each->name, fields_[kNameField]);
+        if (refusal.empty()) refusal = lengthRefusal(each->code, fields_[kCodeField]);
+    }
+    return refusal;
 }
 
 void RowCheck::noteCode(std::size_t row) {
