@@ -28,7 +28,7 @@ std::string allOf(std::string_view probe) {
     return text;
 }
 
-/// All bills of the family that use the item, each once; "" where no column can hold one.
+/// The bills of the family that use the item, one for each use; "" where no column can hold one.
 std::string billsOf(const BillFamily& family, const store::Recordset& fields, const std::string& id) {
     std::string bills;
     std::set<std::string> known;
@@ -41,7 +41,7 @@ std::string billsOf(const BillFamily& family, const store::Recordset& fields, co
         const std::string name(fields.cell(row, fields.column("fFieldName")).value_or(""));
         // The types of a family share their tables, and name the same columns.
         const std::string column = allOf(probe) + name + "=" + id;
-        if (known.insert(column).second) bills += (bills.empty() ? "" : " union") + column;
+        if (known.insert(column).second) bills += std::string(bills.empty() ? "" : kChainWord) + column;
     }
     return bills;
 }
@@ -52,9 +52,10 @@ std::string usageStatement(const BillFamily& family, const std::string& bills, c
         statement += (statement.empty() ? "select " : " union all select ") + std::to_string(kind) + " as fkind," +
                      value + " as fvalue from (" + from + ") as t";
     };
+    // Made distinct around the chain: a "union" within it would nest as deep as the family has columns.
     if (!bills.empty()) {
-        part(kCount, "count(finterid)", bills);
-        part(kLatest, "finterid", "select top 10 finterid from (" + bills + ") as b order by finterid desc");
+        part(kCount, "count(distinct finterid)", bills);
+        part(kLatest, "finterid", "select distinct top 10 finterid from (" + bills + ") as b order by finterid desc");
     }
     for (const std::string_view balance : family.balancesAlone)
         part(kBalance, "finterid", std::string(balance.substr(balance.find("select"))) + id);

@@ -2,8 +2,8 @@
 // words, the columns in an order of the user's. All row numbers of the grid mean the rows as they are shown.
 //
 // The user arranges too where the design says so: a click on a heading sorts up, then down, then not at all; a heading
-// is dragged; Ctrl+F anywhere in the window opens a line that narrows, Esc in it shows all rows again; Ctrl+C copies the
-// selected rows.
+// is dragged; Ctrl+F anywhere in the window opens a line that narrows, Esc in it shows all rows again; Ctrl+C copies
+// the selected rows.
 #pragma once
 
 #include <string>

@@ -117,6 +117,26 @@ TEST_F(ListReportTest, printsTheListAsFilteredAtThatMoment) {
     EXPECT_EQ(printedRows()[0][0], "02.001");
 }
 
+TEST_F(ListReportTest, printsRowsAndColumnsInTheOrderTheyShow) {
+    preview([](User& user) {
+        user.clickHeading("vsf1", 2);
+        user.clickHeading("vsf1", 2);
+        user.dragHeading("vsf1", 5, 2);
+        user.dragHeading("vsf1", 3, 5);
+    });
+    EXPECT_EQ(printedRows(), (Rows{{"劳保手套", "", "03", "", ""},
+                                   {"墙壁开关", "5.00", "02.001", "", ""},
+                                   {"螺母", "", "01.01.002", "", ""},
+                                   {"内六角螺丝", "1,244.50", "01.01.001", "", ""}}));
+    Texts titles;
+    for (const auto& column : shown().columns) {
+        if (!column.hidden) titles.push_back(column.title);
+    }
+    EXPECT_EQ(titles, (Texts{"名称", "库存数", "代码", "规格型号", "最低库存"}));
+    EXPECT_EQ(shown().columns[3].contentAlignment, report::TextAlignment::right) << "a column takes its look along";
+    EXPECT_DOUBLE_EQ(shown().columns[2].width, 100) << "of the name";
+}
+
 TEST_F(ListReportTest, ofAnEmptyListHasThePageAndNoRows) {
     preview([](User& user) {
         user.pick("PC", 2, 0);

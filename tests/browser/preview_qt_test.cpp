@@ -138,6 +138,24 @@ TEST_F(ListPreview, isNotNeededToPrint) {
     EXPECT_EQ(pdfText(pdf()).find("墙壁开关"), std::string::npos) << "the list as filtered";
 }
 
+TEST_F(ListPreview, printsRowsAndColumnsInTheOrderTheyShow) {
+    stage.open(kPicker, [this](User& user) {
+        user.clickHeading("vsf1", 2);
+        user.clickHeading("vsf1", 2);
+        user.dragHeading("vsf1", 3, 2);
+        onDialog(
+            "print", [&user] { user.clickTool("Print"); }, [this](QDialog& print) { printToFile(print); });
+    });
+    rows_ = {{"劳保手套", "03"}, {"墙壁开关", "02.001"}};
+    for (int i = 99; i >= 0; --i)
+        rows_.push_back({"垫圈" + std::to_string(i), "01.01." + std::to_string(1000 + i)});
+    rows_.push_back({"螺母", "01.01.002"});
+    rows_.push_back({"内六角螺丝", "01.01.001"});
+    expectRowsInPdf();
+    const std::string text = pdfText(pdf());
+    EXPECT_LT(text.find("名称"), text.find("代码")) << text;
+}
+
 TEST_F(ListPreview, aCancelledPrintDialogPrintsNothing) {
     stage.open(kPicker, [](User& user) {
         onDialog(

@@ -1,6 +1,8 @@
 // The window around the list: captions, modes, commands and sizes.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "browser/browsertest.h"
 #include "browser/frmBasicInfoList.h"
 #include "frame/appstate.h"
@@ -399,9 +401,8 @@ TEST_F(BrowserWindow, theNodeOfTheLastUseStaysForAListThatIsNarrowedAgain) {
 
 TEST_F(BrowserWindow, aSecondEntryWhileTheWindowIsShownIsRefused) {
     stage.open(kManagement, [&](User& user) {
-        user.answer(MessageKind::critical, "窗体已显示；不能以模态方式显示");
         clsBasicInfo second;
-        second.mainInterface(3, "", "", stage.connectionString(), 0);
+        EXPECT_THROW(second.mainInterface(3, "", "", stage.connectionString(), 0), std::runtime_error);
         user.clickNode("tv1", "D14");
         EXPECT_EQ(codes(user), Texts{"02.001"});
     });

@@ -37,6 +37,14 @@ cmake -DROOT="$root" -DOUTPUT="$fresh/root/host/readme_snippet.cpp" -P tests/pac
 c++ -std=c++20 -shared -fPIC tests/package/clerk.cpp $(pkg-config --cflags --libs Qt6Widgets) -o "$fresh/root/host/clerk.so"
 inside sh /host/tryhost.sh /host
 echo 'select 1+1 as two' | inside orvensql 'Provider=SQLite;Data Source=/tmp/new.db;Mode=Create'
-[ ! -d "$fresh/root/usr/lib/python3/dist-packages/orvenmod" ] || inside python3 -c 'import orvenmod'
+inside orvenregister --machine liborvenmod.so.0
+inside grep -q '^Orvenmod.clsBasicInfo = .*/liborvenmod.so.0$' /etc/xdg/orvenmod/orvenmod.ini
+inside QT_QPA_PLATFORM=offscreen python3 - <<'END'
+import orvenmod
+with orvenmod.BasicInfo() as items:
+    assert items.members(), "the class tells its members"
+print("python:", orvenmod.version())
+END
+inside orvenregister --machine --remove liborvenmod.so.0
 rm -rf "$fresh/root"
 say "the packages work in a fresh root"

@@ -1,5 +1,5 @@
-// What the Chinese language says of a text: where it stands in a list sorted by the letters of its readings, and by which
-// letters its characters are read. Both are ICU's.
+// What the Chinese language says of a text: where it stands in a list sorted by the letters of its readings, and by
+// which letters its characters are read. Both are ICU's.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +15,8 @@ void appendCollationKey(std::string_view text, std::vector<unsigned char>& bytes
 /// The text in UTF-16 for comparing as a reader would: small letters, narrow forms.
 std::u16string folded(std::string_view text);
 
-/// The readings of a character, small letters without tones: "zhong" and "chong" of 重; none of what isn't Chinese. 绿 is
-/// read "lu" and, as keyboards want it, "lv".
+/// The readings of a character, small letters without tones: "zhong" and "chong" of 重; none of what isn't Chinese. 绿
+/// is read "lu" and, as keyboards want it, "lv".
 const std::vector<std::string>& readingsOf(char16_t character);
 
 /// A number for the readings of a character, the same for characters that are read alike; 0 for none.

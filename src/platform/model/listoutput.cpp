@@ -14,7 +14,8 @@ namespace {
 
 constexpr int kMostDecimals = 10;
 
-// A spreadsheet would turn codes into numbers and dates: Excel takes the style's word for it, LibreOffice the attribute's.
+// A spreadsheet would turn codes into numbers and dates: Excel takes the style's word for it, LibreOffice the
+// attribute's.
 constexpr std::string_view kTextCell = "<td style='mso-number-format:\"\\@\"' sdnum=\"2052;0;@\">";
 constexpr std::string_view kNumberCell = "<td sdnum=\"2052;0;General\" sdval=\"";
 
@@ -92,7 +93,8 @@ CopiedRows copySelectedRows(const ListGridModel& list) {
     CopiedRows copied;
     if (list.selectedCount() == 0) return copied;
     const std::vector<int> columns = shownColumns(list);
-    copied.html = "<html><head><meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\"></head><body><table>\n";
+    copied.html =
+        "<html><head><meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\"></head><body><table>\n";
     addRow(list, columns, 0, copied);
     for (int row = 1; row < list.rowCount(); ++row) {
         if (list.isSelected(row)) addRow(list, columns, row, copied);

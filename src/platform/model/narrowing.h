@@ -1,7 +1,7 @@
-// Finds rows by words, as fast as a user types. The shown texts of a row stand one behind the other as they are compared;
-// a word is sought in them by an automaton whose states are the bits of one number: bit i says that the first i units of
-// the word end here. A character that equals the unit moves a bit by one; a Chinese one is met by a beginning of one of
-// its readings as well, and moves a bit by as many letters:
+// Finds rows by words, as fast as a user types. The shown texts of a row stand one behind the other as they are
+// compared; a word is sought in them by an automaton whose states are the bits of one number: bit i says that the first
+// i units of the word end here. A character that equals the unit moves a bit by one; a Chinese one is met by a
+// beginning of one of its readings as well, and moves a bit by as many letters:
 //
 //   内六角   "nlj" n|l|j    "neiliujiao" nei|liu|jiao    "neil" nei|l    "六j"
 #pragma once

@@ -124,13 +124,11 @@ std::uint64_t SortKeys::headOf(std::uint32_t slot, std::size_t depth) const {
 
 void SortKeys::sortFrom(std::size_t depth, Entry* first, Entry* last, SortOrder order) const {
     if (order == SortOrder::descending)
-        std::sort(first, last, [](const Entry& a, const Entry& b) {
-            return a.head != b.head ? a.head > b.head : a.slot < b.slot;
-        });
+        std::sort(first, last,
+                  [](const Entry& a, const Entry& b) { return a.head != b.head ? a.head > b.head : a.slot < b.slot; });
     else
-        std::sort(first, last, [](const Entry& a, const Entry& b) {
-            return a.head != b.head ? a.head < b.head : a.slot < b.slot;
-        });
+        std::sort(first, last,
+                  [](const Entry& a, const Entry& b) { return a.head != b.head ? a.head < b.head : a.slot < b.slot; });
     depth += kHead;
     for (Entry* run = first; run != last;) {
         Entry* end = run;

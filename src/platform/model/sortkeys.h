@@ -1,5 +1,5 @@
-// A column's cells as strings of bytes that sort as the cells should, made once for both directions. A blank cell has the
-// empty key.
+// A column's cells as strings of bytes that sort as the cells should, made once for both directions. A blank cell has
+// the empty key.
 //
 //   number   sign and exponent, two bytes | two digits a byte, each 1 to 100; a negative one with all bits turned
 //   text     the bytes of the collation of the Chinese by their letters, which takes no notice of case and width

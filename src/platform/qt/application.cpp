@@ -82,7 +82,7 @@ private:
 };
 
 void makeApplication() {
-    requireDisplay();
+    const DisplayHold display = requireDisplay();
     static int argumentCount = 1;
     static std::array<char, 8> name = {'o', 'r', 'v', 'e', 'n', '\0'};
     static std::array<char*, 2> arguments = {name.data(), nullptr};

@@ -12,7 +12,6 @@
 #include <QPluginLoader>
 #include <QStringList>
 #include <algorithm>
-#include <memory>
 #include <stdexcept>
 
 #include "platform/qt/text.h"
@@ -48,10 +47,10 @@ bool isInstalled(const QString& platform) {
 }
 
 // With its handshake: a server may be there and refuse.
-bool isWindowServerReached() {
-    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(xcb_connect(nullptr, nullptr),
-                                                                                  &xcb_disconnect);
-    return xcb_connection_has_error(connection.get()) == 0;
+bool isWindowServerReached(DisplayHold& hold) {
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    hold = DisplayHold(connection, [connection](void*) { xcb_disconnect(connection); });
+    return xcb_connection_has_error(connection) == 0;
 }
 
 bool isWaylandReached() {
@@ -79,11 +78,11 @@ QStringList platforms() {
 }
 
 /// "" where windows can be shown on the platform, else what stands in the way.
-QString hindrance(const QString& platform) {
+QString hindrance(const QString& platform, DisplayHold& hold) {
     if (!isInstalled(platform)) return QStringLiteral("没有安装 QT_QPA_PLATFORM 的插件：") + platform;
     if (platform == QLatin1String(kWindows)) {
         if (qEnvironmentVariableIsEmpty("DISPLAY")) return QStringLiteral("环境变量 DISPLAY 未设置");
-        if (!isWindowServerReached()) return QStringLiteral("连不上 DISPLAY=") + qEnvironmentVariable("DISPLAY");
+        if (!isWindowServerReached(hold)) return QStringLiteral("连不上 DISPLAY=") + qEnvironmentVariable("DISPLAY");
     }
     if (platform.startsWith(QLatin1String(kWayland)) && !isWaylandReached())
         return QStringLiteral("连不上 WAYLAND_DISPLAY=") + qEnvironmentVariable("WAYLAND_DISPLAY");
@@ -92,11 +91,12 @@ QString hindrance(const QString& platform) {
 
 }  // namespace
 
-void requireDisplay() {
+DisplayHold requireDisplay() {
     QString last;
     for (const QString& platform : platforms()) {
-        last = hindrance(platform);
-        if (last.isEmpty()) return;
+        DisplayHold hold;
+        last = hindrance(platform, hold);
+        if (last.isEmpty()) return hold;
     }
     throw std::runtime_error("没有可用的显示：" + fromQt(last));
 }

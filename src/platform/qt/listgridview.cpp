@@ -3,7 +3,9 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QResizeEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 #include "platform/qt/keycodes.h"
 
@@ -78,6 +80,33 @@ void ListGridView::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() == QContextMenuEvent::Keyboard && onMouse)
         onMouse(MouseButton::right, viewport()->mapToGlobal(visualRect(currentIndex()).center()));
     event->accept();
+}
+
+void ListGridView::resizeEvent(QResizeEvent* event) {
+    const int top = rowViewportPosition(currentIndex().row());
+    const bool shown = currentIndex().isValid() && top >= 0 && top < event->oldSize().height();
+    QTableView::resizeEvent(event);
+    if (!shown) return;
+    const int across = horizontalScrollBar()->value();
+    scrollTo(currentIndex());
+    horizontalScrollBar()->setValue(across);
+}
+
+void ListGridView::updateGeometries() {
+    QTableView::updateGeometries();
+    alignTopRow();
+}
+
+void ListGridView::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    if (dy != 0) alignTopRow();
+}
+
+// At its end the table would align the last row with the bottom, and cut the one at the top.
+void ListGridView::alignTopRow() {
+    const int before = verticalHeader()->offset();
+    verticalHeader()->setOffsetToSectionPosition(verticalScrollBar()->value());
+    if (verticalHeader()->offset() != before) viewport()->update();
 }
 
 void ListGridView::focusInEvent(QFocusEvent* event) {

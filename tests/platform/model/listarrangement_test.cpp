@@ -28,8 +28,8 @@ private:
 
 ListGridModel goods() {
     ListGridModel list({}, 0);
-    list.bind(std::make_shared<Cells>(std::vector<Texts>{
-        {"03", "内六角", "5"}, {"01", "扳手", ""}, {"02", "螺丝", "10.5"}, {"04", "垫片", "-2"}}));
+    list.bind(std::make_shared<Cells>(
+        std::vector<Texts>{{"03", "内六角", "5"}, {"01", "扳手", ""}, {"02", "螺丝", "10.5"}, {"04", "垫片", "-2"}}));
     for (int column = 0; const char* title : {"代码", "名称", "数量"})
         list.column(column++).title = title;
     list.column(2).kind = ColumnKind::number;
@@ -104,7 +104,8 @@ TEST(ListArrangement, rowsBoundLaterAreArrangedWhenAsked) {
     ListGridModel list = goods();
     list.sort(0, SortOrder::descending);
     list.narrow("0 s");
-    list.bind(std::make_shared<Cells>(std::vector<Texts>{{"07", "螺丝", "0"}, {"08", "垫片", "1"}, {"09", "扳手", "1"}}));
+    list.bind(
+        std::make_shared<Cells>(std::vector<Texts>{{"07", "螺丝", "0"}, {"08", "垫片", "1"}, {"09", "扳手", "1"}}));
     EXPECT_EQ(codes(list), (Texts{"07", "08", "09"}));
     list.arrange();
     EXPECT_EQ(codes(list), (Texts{"09", "07"}));

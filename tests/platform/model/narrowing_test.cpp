@@ -20,7 +20,8 @@ bool finds(const std::string& typed, const std::vector<std::string>& cells) {
 }
 
 TEST(Narrowing, findsChineseByItsLetters) {
-    for (const char* typed : {"nlj", "neiliujiao", "NLJ", "neil", "n", "liujiao", "lj", "内六角", "六角", "内lj", "neiliuj"})
+    for (const char* typed :
+         {"nlj", "neiliujiao", "NLJ", "neil", "n", "liujiao", "lj", "内六角", "六角", "内lj", "neiliuj"})
         EXPECT_TRUE(finds(typed, {"内六角"})) << typed;
     for (const char* typed : {"nj", "ln", "neijiao", "内角", "x", "neiliujiaoo"})
         EXPECT_FALSE(finds(typed, {"内六角"})) << typed;

@@ -32,8 +32,9 @@ TEST(SortKeys, sortNumbersAsNumbers) {
 }
 
 TEST(SortKeys, takeAllDigitsOfALongNumberAndExponents) {
-    EXPECT_EQ(sorted({"12345678901234567891", "12345678901234567890", "1e+20", "2E-3", "0.0019999"}, ColumnKind::number),
-              (Texts{"0.0019999", "2E-3", "12345678901234567890", "12345678901234567891", "1e+20"}));
+    EXPECT_EQ(
+        sorted({"12345678901234567891", "12345678901234567890", "1e+20", "2E-3", "0.0019999"}, ColumnKind::number),
+        (Texts{"0.0019999", "2E-3", "12345678901234567890", "12345678901234567891", "1e+20"}));
 }
 
 TEST(SortKeys, agreeWithTheArithmeticOnRandomNumbers) {
