@@ -49,7 +49,7 @@ Times bringIn(const std::string& path, std::size_t expected) {
     ImportSession session({2026, 11, 20});
     openDB();
     session.readFields();
-    session.readFile({.path = path}, [] {});
+    session.readFile({.path = path}, [](std::uint64_t, std::uint64_t) {});
     session.matchColumns("");
     Times times;
     times.checked = leastOf(1, [&] { session.check(progress); });

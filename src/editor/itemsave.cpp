@@ -30,9 +30,10 @@ Place placeOf(const std::string& parent, std::int32_t itemId) {
 
 std::string butItself(std::int32_t itemId) { return " and fitemid<>" + std::to_string(itemId); }
 
-bool isItemLocked(std::int32_t itemId) {
+std::optional<bool> itemLock(std::int32_t itemId) {
     const auto rows = openRows("select fislock as fislock1 from tblItem where fitemid=" + std::to_string(itemId));
-    return !rows.eof() && rows.text("fislock1", "0") == "1";
+    if (rows.eof()) return std::nullopt;
+    return rows.text("fislock1", "0") == "1";
 }
 
 bool codeIsTaken(const ItemDraft& item, const std::string& others) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,9 @@ inline constexpr const char* kLockedItem = "该项目已经禁用!不能修改";
 /// What the searches for others leave out.
 std::string butItself(std::int32_t itemId);
 
-bool isItemLocked(std::int32_t itemId);
+/// Whether the item is locked; nothing where there is none of that id.
+std::optional<bool> itemLock(std::int32_t itemId);
+inline bool isItemLocked(std::int32_t itemId) { return itemLock(itemId).value_or(false); }
 /// Whether another row of the class has the code: categories count as well.
 bool codeIsTaken(const ItemDraft& item, const std::string& others);
 bool nameIsTaken(const ItemDraft& item, const std::string& others);

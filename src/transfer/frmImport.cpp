@@ -176,11 +176,12 @@ bool frmImport::readFile() {
     if (same && choice.sheet == form.choice.sheet && choice.encoding == form.choice.encoding &&
         choice.separator == form.choice.separator && !form.session.fileChanged())
         return true;
-    // How long a file is shows when it has been read.
-    const auto progress = newProgress("正在读文件，请稍候…", 1);
+    static constexpr std::uint64_t kSteps = 1000;
+    const auto progress = newProgress("正在读文件，请稍候…", kSteps);
     try {
-        form.session.readFile(choice, [&progress] {
-            if (!progress->advance(1)) throw CancelledReading();
+        form.session.readFile(choice, [&progress](std::uint64_t done, std::uint64_t whole) {
+            const std::uint64_t step = whole == 0 ? kSteps : std::min(kSteps, done * kSteps / whole);
+            if (!progress->advance(static_cast<int>(step))) throw CancelledReading();
         });
     } catch (const CancelledReading&) {
         return false;
@@ -352,7 +353,7 @@ void frmImport::cmdMend_Click() {
     bool coded = false;
     for (const auto& [field, text] : changes) {
         form.session.mend(place, field, text);
-        coded = coded || field == kShortCodeField || field == kCodeField || form.session.fields()[field].column.empty();
+        coded = coded || isCodeField(form.session.fields(), field);
     }
     if (!coded) {
         form.session.rejudge(place);

@@ -50,6 +50,11 @@ inline constexpr std::size_t kShortCodeField = 0;
 inline constexpr std::size_t kCodeField = 1;
 inline constexpr std::size_t kNameField = 2;
 
+/// Whether the field is a code or composes one, as the category does.
+inline bool isCodeField(const std::vector<ImportField>& fields, std::size_t field) {
+    return field == kShortCodeField || field == kCodeField || fields[field].column.empty();
+}
+
 /// Reads on gConn, which is open, for class gItemClassId; what fails goes to the caller, as it does for the editor.
 std::vector<ImportField> readImportFields();
 

@@ -175,7 +175,9 @@ std::int32_t ImportRun::insertItem(const ItemDraft& item) {
 }
 
 void ImportRun::updateItem(const ItemDraft& item, std::int32_t itemId) {
-    if (isItemLocked(itemId)) throw Refusal(kLockedItem);
+    const std::optional<bool> locked = itemLock(itemId);
+    if (!locked) throw Refusal("核对以后，该项目已被删除");
+    if (*locked) throw Refusal(kLockedItem);
     if (codeIsTaken(item, butItself(itemId))) throw Refusal(kTakenCode);
     if (nameIsTaken(item, butItself(itemId)) && check_.options().doubledName == WhenNameDoubled::refuse)
         throw Refusal("名称已经存在");

@@ -79,30 +79,34 @@ std::string ImportSession::sample(std::size_t column) const {
     return text;
 }
 
+// What was checked before stays until all is judged: the lists that show it go on asking for it.
 bool ImportSession::check(platform::Progress& progress) {
-    check_ = std::make_unique<RowCheck>(file_.rows, fields_, match, options, today_);
-    check_->readStored();
-    states_.assign(rows_.size(), RowState::refused);
-    counts_ = {};
+    auto fresh = std::make_unique<RowCheck>(file_.rows, fields_, match, options, today_);
+    fresh->readStored();
     for (std::size_t place = 0; place < rows_.size(); ++place) {
         if (place % kRowsAStep == 0 && !progress.advance(static_cast<int>(place / 2))) return false;
-        check_->noteCode(rows_[place]);
+        fresh->noteCode(rows_[place]);
     }
+    std::vector<RowState> states;
+    states.reserve(rows_.size());
     for (std::size_t place = 0; place < rows_.size(); ++place) {
         if (place % kRowsAStep == 0 && !progress.advance(static_cast<int>((rows_.size() + place) / 2))) return false;
-        judge(place);
+        states.push_back(fresh->check(rows_[place]).state);
     }
-    return progress.advance(static_cast<int>(rows_.size()));
-}
-
-void ImportSession::judge(std::size_t place) {
-    states_[place] = check_->check(rows_[place]).state;
-    ++counts_[static_cast<std::size_t>(states_[place])];
+    if (!progress.advance(static_cast<int>(rows_.size()))) return false;
+    check_ = std::move(fresh);
+    states_ = std::move(states);
+    counts_ = {};
+    for (const RowState state : states_)
+        ++counts_[static_cast<std::size_t>(state)];
+    result_ = {};
+    return true;
 }
 
 void ImportSession::rejudge(std::size_t place) {
     --counts_[static_cast<std::size_t>(states_[place])];
-    judge(place);
+    states_[place] = check_->check(rows_[place]).state;
+    ++counts_[static_cast<std::size_t>(states_[place])];
 }
 
 std::size_t ImportSession::placeOf(std::size_t row) const {
@@ -112,6 +116,11 @@ std::size_t ImportSession::placeOf(std::size_t row) const {
 std::string ImportSession::text(std::size_t place, std::size_t field) const {
     const int column = check_->columnOf(field);
     return column < 0 ? "" : file_.rows.cell(rows_[place], column).text;
+}
+
+bool ImportSession::isCode(int column) const {
+    const int field = match[static_cast<std::size_t>(column)];
+    return field >= 0 && isCodeField(fields_, static_cast<std::size_t>(field));
 }
 
 void ImportSession::mend(std::size_t place, std::size_t field, const std::string& text) {

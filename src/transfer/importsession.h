@@ -45,7 +45,8 @@ public:
     void matchColumns(const std::string& remembered) { match = matchHeadings(headings_, fields_, remembered); }
     std::string remembered() const { return rememberedMatch(headings_, fields_, match); }
 
-    /// Judges every row; asks the store. False where the user cancelled.
+    /// Judges every row; asks the store. False where the user cancelled: what was judged before stays then, with its
+    /// result, as it does where the store fails.
     bool check(platform::Progress& progress);
     std::size_t count(RowState state) const { return counts_[static_cast<std::size_t>(state)]; }
     RowState state(std::size_t place) const { return states_[place]; }
@@ -55,6 +56,8 @@ public:
     CheckedRow checked(std::size_t place) const { return check_->check(rows_[place]); }
     /// What the file holds for the field.
     std::string text(std::size_t place, std::size_t field) const;
+    /// Whether the file's column goes into a code.
+    bool isCode(int column) const;
     int columnOf(std::size_t field) const { return check_->columnOf(field); }
     /// Takes what was typed in place of the file's; rejudge() tells what that changes.
     void mend(std::size_t place, std::size_t field, const std::string& text);
@@ -75,7 +78,6 @@ public:
 
 private:
     void findHeading();
-    void judge(std::size_t place);
 
     platform::Date today_;
     FileChoice choice_;

@@ -98,8 +98,8 @@ std::string textOf(const Record& record) {
 void addMerged(const Record& record, SheetRows& rows) {
     for (std::size_t range = 0; range < record.u16(0); ++range) {
         const std::size_t at = 2 + range * 8;
-        markMerged(rows, record.u16(at), static_cast<int>(record.u16(at + 4)), record.u16(at + 2),
-                   static_cast<int>(record.u16(at + 6)));
+        rows.markMerged(record.u16(at), static_cast<int>(record.u16(at + 4)), record.u16(at + 2),
+                        static_cast<int>(record.u16(at + 6)));
     }
 }
 

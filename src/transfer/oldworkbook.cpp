@@ -54,7 +54,7 @@ void readRows(const Book& book, SheetRows& rows, const WhileReading& meanwhile) 
     unsigned short width = 0;
     freexl_worksheet_dimensions(book.get(), &height, &width);
     for (unsigned row = 0; row < height; ++row) {
-        if (row % kRowsAStep == 0) meanwhile();
+        if (row % kRowsAStep == 0) meanwhile(row, height);
         for (unsigned short column = 0; column < width; ++column) {
             FreeXL_CellValue value{};
             if (freexl_get_cell_value(book.get(), row, column, &value) != FREEXL_OK) continue;
@@ -72,6 +72,8 @@ SheetFile readOldWorkbook(const FileChoice& choice, const WhileReading& meanwhil
     SheetFile file;
     unsigned sheets = 0;
     freexl_get_info(book.get(), FREEXL_BIFF_SHEET_COUNT, &sheets);
+    // The library tells no sheets of a book that it knows no way through.
+    if (sheets == 0) throw UnreadableFile("旧格式的文件读不出，请另存为 .xlsx 再导入：" + choice.path);
     for (unsigned short sheet = 0; sheet < sheets; ++sheet) {
         const char* name = nullptr;
         freexl_get_worksheet_name(book.get(), sheet, &name);

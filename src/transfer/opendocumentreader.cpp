@@ -1,6 +1,7 @@
 // Workbooks of OpenDocument, .ods: one part holds all sheets, and a cell or row that repeats stands once.
 #include <algorithm>
 #include <charconv>
+#include <stdexcept>
 #include <utility>
 
 #include "platform/numberformat.h"
@@ -15,6 +16,9 @@ namespace {
 constexpr std::size_t kRowsAStep = 500;
 // What repeats beyond this is the sheet's empty rest.
 constexpr int kMostRepeats = 1048576;
+constexpr int kMostBlanks = 255;
+// Bytes of cells that stand once for many; those of a list differ.
+constexpr std::size_t kMostRepeated = 256UL << 20;
 
 int repeats(const XmlPart& xml, const char* name) {
     const std::string text = xml.attribute(name);
@@ -38,7 +42,7 @@ std::string textWithin(XmlPart& xml) {
         if (xml.isStart()) {
             const std::string_view name = xml.name();
             if (name == "p" && !std::exchange(first, false)) text += '\n';
-            if (name == "s") text.append(static_cast<std::size_t>(repeats(xml, "c")), ' ');
+            if (name == "s") text.append(static_cast<std::size_t>(std::min(repeats(xml, "c"), kMostBlanks)), ' ');
             if (name == "tab") text += '\t';
             if (name == "line-break") text += '\n';
         }
@@ -73,7 +77,8 @@ SheetCell cellOf(XmlPart& xml) {
 
 class Table {
 public:
-    Table(SheetRows& rows, const WhileReading& meanwhile) : rows_(rows), meanwhile_(meanwhile) {}
+    Table(SheetRows& rows, std::uint64_t size, const WhileReading& meanwhile)
+        : rows_(rows), size_(size), meanwhile_(meanwhile) {}
 
     void read(XmlPart& xml) {
         if (xml.isEmpty()) return;
@@ -86,18 +91,27 @@ public:
 
 private:
     void readRow(XmlPart& xml) {
-        if (row_ % kRowsAStep == 0) meanwhile_();
+        if (row_ % kRowsAStep == 0) meanwhile_(xml.position(), size_);
         const auto rows = static_cast<std::size_t>(repeats(xml, "number-rows-repeated"));
         std::vector<std::pair<int, SheetCell>> cells;
         readCells(xml, cells);
+        if (!cells.empty() && row_ + rows > kMostSheetRows) throw std::length_error("rows");
+        for (const auto& [column, cell] : cells)
+            noteRepeated(cell, rows - 1);
         for (std::size_t copy = 0; copy < rows && !cells.empty(); ++copy) {
+            if (copy > 0 && copy % kRowsAStep == 0) meanwhile_(xml.position(), size_);
             for (const auto& [column, cell] : cells)
                 rows_.put(row_ + copy, column, cell);
         }
         row_ += rows;
     }
 
-    static void readCells(XmlPart& xml, std::vector<std::pair<int, SheetCell>>& cells) {
+    void noteRepeated(const SheetCell& cell, std::size_t times) {
+        repeated_ += (cell.text.size() + 2) * times;
+        if (repeated_ > kMostRepeated) throw std::length_error("repeated cells");
+    }
+
+    void readCells(XmlPart& xml, std::vector<std::pair<int, SheetCell>>& cells) {
         if (xml.isEmpty()) return;
         const int depth = xml.depth();
         int column = 0;
@@ -108,6 +122,7 @@ private:
             const int copies = repeats(xml, "number-columns-repeated");
             SheetCell cell = cellOf(xml);
             if (covered && cell.isEmpty()) cell.kind = CellKind::merged;
+            if (!cell.isEmpty()) noteRepeated(cell, static_cast<std::size_t>(std::min(copies, kMostColumns) - 1));
             for (int copy = 0; copy < copies && !cell.isEmpty() && column + copy <= kMostColumns; ++copy)
                 cells.emplace_back(column + copy, cell);
             column += copies;
@@ -115,8 +130,10 @@ private:
     }
 
     SheetRows& rows_;
+    std::uint64_t size_;
     const WhileReading& meanwhile_;
     std::size_t row_ = 0;
+    std::size_t repeated_ = 0;
 };
 
 }  // namespace
@@ -131,7 +148,7 @@ void readOpenDocument(const Package& package, SheetFile& file, int chosen, const
         }
         file.sheets.push_back(xml->attribute("name"));
         if (static_cast<int>(file.sheets.size()) - 1 == chosen) {
-            Table(file.rows, meanwhile).read(*xml);
+            Table(file.rows, package.size("content.xml"), meanwhile).read(*xml);
             more = xml->next();
         } else {
             more = xml->nextBeyond();

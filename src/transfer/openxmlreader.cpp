@@ -4,6 +4,7 @@
 #include <charconv>
 #include <filesystem>
 #include <map>
+#include <stdexcept>
 
 #include "platform/numberformat.h"
 #include "transfer/daynumber.h"
@@ -15,6 +16,7 @@ namespace orvenmod {
 namespace {
 
 constexpr std::size_t kRowsAStep = 500;
+constexpr int kLastColumn = 16384;  // XFD
 
 int numberOf(std::string_view text, int fallback = 0) {
     int number = fallback;
@@ -74,11 +76,14 @@ std::string textWithin(XmlPart& xml) {
 
 class Book {
 public:
-    explicit Book(const Package& package) : package_(package) {
+    Book(const Package& package, int chosen, const WhileReading& meanwhile) : package_(package) {
         part_ = partOfType(relationsOf(package, ""), "officeDocument");
         const auto relations = relationsOf(package, part_);
         readSheets(relations);
-        readTexts(partOfType(relations, "sharedStrings"));
+        const std::string texts = partOfType(relations, "sharedStrings");
+        textBytes_ = texts.empty() ? 0 : package.size(texts);
+        bytes_ = textBytes_ + (names_.empty() ? 0 : package.size(part(static_cast<std::size_t>(chosen))));
+        readTexts(texts, meanwhile);
         readFormats(partOfType(relations, "styles"));
     }
 
@@ -93,6 +98,9 @@ public:
                days_[static_cast<std::size_t>(format)];
     }
     DayZero dayZero() const { return dayZero_; }
+    /// Of the texts, and with those of the chosen sheet.
+    std::uint64_t textBytes() const { return textBytes_; }
+    std::uint64_t bytes() const { return bytes_; }
 
 private:
     void readSheets(const std::map<std::string, Relation>& relations) {
@@ -111,12 +119,13 @@ private:
         }
     }
 
-    void readTexts(const std::string& part) {
+    void readTexts(const std::string& part, const WhileReading& meanwhile) {
         const auto xml = part.empty() ? nullptr : package_.open(part);
         while (xml && xml->next()) {
             if (!xml->isStart() || xml->name() != "si") continue;
             texts_.addText(textWithin(*xml));
             texts_.endRow();
+            if (texts_.rowCount() % kRowsAStep == 0) meanwhile(xml->position(), bytes_);
         }
     }
 
@@ -140,6 +149,8 @@ private:
     std::vector<std::string> names_;
     std::vector<std::string> parts_;
     store::Recordset texts_{std::vector<store::Column>{{"text"}}};
+    std::uint64_t textBytes_ = 0;
+    std::uint64_t bytes_ = 0;
     std::vector<bool> days_;
     DayZero dayZero_ = DayZero::of1900;
 };
@@ -149,12 +160,13 @@ struct Address {
     int column = 0;
 };
 
-/// "AB12", from 0.
+/// "AB12", from 0; a column that no sheet has is none.
 Address addressOf(std::string_view text) {
     int column = 0;
     std::size_t at = 0;
     for (; at < text.size() && text[at] >= 'A' && text[at] <= 'Z'; ++at)
-        column = column * 26 + (text[at] - 'A' + 1);
+        column = column > kLastColumn ? kLastColumn + 1 : column * 26 + (text[at] - 'A' + 1);
+    if (column > kLastColumn) column = 0;
     return {numberOf(text.substr(at)) - 1, column - 1};
 }
 
@@ -177,7 +189,9 @@ private:
     void beginRow(const XmlPart& xml) {
         at_.row = numberOf(xml.attribute("r"), at_.row + 2) - 1;
         at_.column = -1;
-        if (static_cast<std::size_t>(at_.row) % kRowsAStep == 0) meanwhile_();
+        if (at_.row >= static_cast<int>(kMostSheetRows)) throw std::length_error("rows");
+        if (static_cast<std::size_t>(at_.row) % kRowsAStep == 0)
+            meanwhile_(book_.textBytes() + xml.position(), book_.bytes());
     }
 
     void readCell(XmlPart& xml) {
@@ -231,8 +245,8 @@ private:
         rows_.finish();
         const Address first = addressOf(std::string_view(range).substr(0, colon));
         const Address last = addressOf(std::string_view(range).substr(colon + 1));
-        markMerged(rows_, static_cast<std::size_t>(std::max(first.row, 0)), first.column,
-                   static_cast<std::size_t>(std::max(last.row, 0)), last.column);
+        rows_.markMerged(static_cast<std::size_t>(std::max(first.row, 0)), first.column,
+                         static_cast<std::size_t>(std::max(last.row, 0)), last.column);
     }
 
     const Book& book_;
@@ -244,7 +258,7 @@ private:
 }  // namespace
 
 void readOpenXml(const Package& package, SheetFile& file, int chosen, const WhileReading& meanwhile) {
-    const Book book(package);
+    const Book book(package, chosen, meanwhile);
     file.sheets = book.names();
     if (file.sheets.empty()) return;
     const auto xml = package.open(book.part(static_cast<std::size_t>(chosen)));

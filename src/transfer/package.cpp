@@ -86,6 +86,8 @@ std::string_view XmlPart::name() const { return viewOf(xmlTextReaderConstLocalNa
 std::string_view XmlPart::text() const { return viewOf(xmlTextReaderConstValue(reader_)); }
 int XmlPart::depth() const { return xmlTextReaderDepth(reader_); }
 
+std::uint64_t XmlPart::position() const { return static_cast<std::uint64_t>(gsf_input_tell(part_)); }
+
 std::string XmlPart::attribute(const char* name) const {
     std::string value;
     for (int more = xmlTextReaderMoveToFirstAttribute(reader_); more == 1;
@@ -129,6 +131,11 @@ bool Package::has(const std::string& part) const { return Owned<GsfInput>(find(p
 std::unique_ptr<XmlPart> Package::open(const std::string& part) const {
     GsfInput* input = find(part);
     return std::unique_ptr<XmlPart>(input ? new XmlPart(input) : nullptr);
+}
+
+std::uint64_t Package::size(const std::string& part) const {
+    const Owned<GsfInput> found(find(part));
+    return found ? static_cast<std::uint64_t>(gsf_input_size(found.get())) : 0;
 }
 
 std::uint64_t Package::unpackedSize() const { return sizeBelow(zip_); }

@@ -34,6 +34,8 @@ public:
     std::string_view name() const;  ///< without its namespace
     std::string_view text() const;
     int depth() const;
+    /// How many of its bytes were read.
+    std::uint64_t position() const;
     /// By its name without namespace, "" where it hasn't one.
     std::string attribute(const char* name) const;
 
@@ -57,6 +59,8 @@ public:
     bool has(const std::string& part) const;
     /// Null where there is none of that path.
     std::unique_ptr<XmlPart> open(const std::string& part) const;
+    /// How many bytes the part has unpacked, 0 where there is none.
+    std::uint64_t size(const std::string& part) const;
     /// How many bytes the parts have unpacked, by the container's directory.
     std::uint64_t unpackedSize() const;
 

@@ -9,11 +9,22 @@ namespace {
 constexpr int kNumberWidth = 750;
 constexpr int kStateWidth = 750;
 constexpr int kReasonWidth = 4500;
+constexpr int kOutcomeReasonWidth = 7200;
 constexpr int kFieldWidth = 1650;
 
 const char* stateText(RowState state) {
     constexpr const char* kTexts[kRowStates] = {"新增", "修改", "相同", "拒绝"};
     return kTexts[static_cast<std::size_t>(state)];
+}
+
+// A list measures and paints what it shows; a cell of megabytes would hold it up.
+std::string shortened(std::string text) {
+    constexpr std::size_t kShown = 600;
+    if (text.size() <= kShown) return text;
+    std::size_t end = kShown;
+    while ((static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        --end;
+    return text.replace(end, std::string::npos, "…");
 }
 
 std::vector<std::size_t> shownFields(const ImportSession& session) {
@@ -60,7 +71,7 @@ std::vector<std::string> CheckedRows::texts(std::size_t row) const {
     std::vector<std::string> texts = {std::to_string(session_.row(place) + 1), stateText(checked.state),
                                       reasonText(checked.reasons, session_.fields())};
     for (const std::size_t field : shownFields(session_)) {
-        texts.push_back(session_.text(place, field));
+        texts.push_back(shortened(session_.text(place, field)));
         for (const CellReason& reason : checked.reasons) {
             if (reason.field == field) texts.back() += " ◀ " + reason.text;
         }
@@ -82,7 +93,7 @@ std::vector<ListColumn> ResultRows::columns() {
             {"结果", kStateWidth},
             {"代码", 2 * kFieldWidth},
             {"名称", 2 * kFieldWidth},
-            {"原因", kReasonWidth}};
+            {"原因", kOutcomeReasonWidth}};
 }
 
 // Those that the store or the check refused stand first: they are what is left to do.

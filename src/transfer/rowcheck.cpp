@@ -1,5 +1,9 @@
 #include "transfer/rowcheck.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
 #include "frame/conversion.h"
 #include "platform/model/cellinput.h"
 
@@ -8,6 +12,12 @@ namespace orvenmod {
 namespace {
 
 constexpr const char* kNoDate = "1900-01-01";
+
+// A text that was saved by a spreadsheet has the errors as texts.
+bool isErrorText(const std::string& text) {
+    constexpr std::string_view kErrors[] = {"#N/A", "#REF!", "#VALUE!", "#DIV/0!", "#NAME?", "#NULL!", "#NUM!"};
+    return std::find(std::begin(kErrors), std::end(kErrors), text) != std::end(kErrors);
+}
 
 /// What can't be read out of the cell, "" where it can.
 std::string unreadable(const SheetCell& cell) {
@@ -19,8 +29,14 @@ std::string unreadable(const SheetCell& cell) {
         case CellKind::merged:
             return "合并的单元格，请先拆分";
         default:
-            return "";
+            return isErrorText(cell.text) ? "单元格是错误值" : "";
     }
+}
+
+/// Why a code may not be found that was written well.
+std::string changedBySpreadsheet(const SheetCell& cell) {
+    if (cell.kind == CellKind::number) return "，电子表格可能把代码变成了数字";
+    return cell.kind == CellKind::date ? "，电子表格可能把代码变成了日期" : "";
 }
 
 double numberOr0(const std::string& text) { return isNumeric(text) ? toDouble(text) : 0; }
@@ -66,8 +82,9 @@ std::string RowCheck::valueOf(std::size_t row, std::size_t field, CheckedRow& ch
     if (!problem.empty()) checked.reasons.push_back({field, problem});
     std::string text = trim(platform::model::onOneLine(cell.text));
     if (!problem.empty()) text.clear();
-    const bool code = field == kShortCodeField || field == kCodeField || field == categoryField();
-    if (code && cell.kind == CellKind::date) checked.reasons.push_back({field, "电子表格把代码变成了日期，请改成文本"});
+    const bool code = isCodeField(fields_, field);
+    if (code && cell.kind == CellKind::date)
+        checked.reasons.push_back({field, "电子表格把代码变成了日期 " + cell.text + "，请改成文本"});
     if (code && cell.kind == CellKind::number && options_.numberCode == WhenCodeIsNumber::refuse)
         checked.reasons.push_back({field, "电子表格把代码变成了数字，前面的零可能丢了，请改成文本"});
     if (text.find('\'') != std::string::npos) checked.reasons.push_back({field, "不能有单引号"});
@@ -85,7 +102,8 @@ RowCheck::Codes RowCheck::codesOf(std::size_t row, CheckedRow& checked) {
         codes.category = categories_.find(category);
         if (!codes.category && options_.category == WhenCategoryMissing::make && checked.reasons.empty())
             codes.category = categories_.plan(category, refusal);
-        if (!codes.category) checked.reasons.push_back({categoryField(), refusal});
+        if (codes.category) refusal = plannedRefusal(*codes.category);
+        if (!refusal.empty()) checked.reasons.push_back({categoryField(), refusal});
     } else if (!codes.code.empty()) {
         codes.category = &categories_.around(codes.code);
     }
@@ -100,6 +118,17 @@ RowCheck::Codes RowCheck::codesOf(std::size_t row, CheckedRow& checked) {
     }
     codes.code = composed;
     return codes;
+}
+
+// What is stored was accepted before.
+std::string RowCheck::plannedRefusal(const ImportCategory& category) const {
+    std::string refusal;
+    for (const ImportCategory* each = &category; each->id < 0 && refusal.empty();
+         each = &categories_.at(each->parentId)) {
+        refusal = lengthRefusal(each->name, fields_[kNameField]);
+        if (refusal.empty()) refusal = lengthRefusal(each->code, fields_[kCodeField]);
+    }
+    return refusal;
 }
 
 void RowCheck::noteCode(std::size_t row) {
@@ -162,6 +191,8 @@ void RowCheck::checkFields(std::size_t row, CheckedRow& checked, const Codes& co
         } else if (columnOf_[field] >= 0) {
             std::string text = valueOf(row, field, checked);
             if (checked.reasons.size() == before) checkValue(field, std::move(text), value, checked);
+            if (checked.reasons.size() > before && fields_[field].isReference())
+                checked.reasons.back().text += changedBySpreadsheet(cellOf(row, field));
         } else if (checked.itemId != 0) {
             takeStored(field, checked.itemId, value);
         }

@@ -74,6 +74,8 @@ private:
 
     SheetCell cellOf(std::size_t row, std::size_t field) const;
     std::string valueOf(std::size_t row, std::size_t field, CheckedRow& checked) const;
+    /// Why a category that is to be made can't be.
+    std::string plannedRefusal(const ImportCategory& category) const;
     Codes codesOf(std::size_t row, CheckedRow& checked);
     void checkFields(std::size_t row, CheckedRow& checked, const Codes& codes);
     void checkValue(std::size_t field, std::string text, FieldRow& into, CheckedRow& checked) const;

@@ -29,15 +29,6 @@ std::string beginning(const std::string& path) {
 
 }  // namespace
 
-void markMerged(SheetRows& rows, std::size_t top, int left, std::size_t bottom, int right) {
-    for (std::size_t row = top; row <= bottom && row < rows.rowCount(); ++row) {
-        for (int column = left; column <= right && column < kMostColumns; ++column) {
-            const bool first = row == top && column == left;
-            if (!first && rows.cell(row, column).isEmpty()) rows.put(row, column, {CellKind::merged});
-        }
-    }
-}
-
 bool isTextFile(const std::string& path) {
     const std::string name = platform::lowerCase(path);
     return name.ends_with(".csv") || name.ends_with(".txt") || name.ends_with(".tsv");
@@ -51,7 +42,12 @@ SheetFile readSheetFile(const FileChoice& choice, const WhileReading& meanwhile)
                       : isTextFile(choice.path) ? readText
                                                 : nullptr;
     if (!read) throw UnreadableFile("不是电子表格文件（.xlsx、.ods、.xls、.csv）：" + choice.path);
-    SheetFile file = read(choice, meanwhile);
+    SheetFile file;
+    try {
+        file = read(choice, meanwhile);
+    } catch (const std::length_error&) {
+        throw UnreadableFile("文件展开后过大，不能导入：" + choice.path);
+    }
     if (file.rows.columnCount() > kMostColumns) {
         throw UnreadableFile("列太多（" + std::to_string(file.rows.columnCount()) + "列），最多" +
                              std::to_string(kMostColumns) + "列：" + choice.path);

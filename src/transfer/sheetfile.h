@@ -1,6 +1,7 @@
 // A file that is brought in: a workbook or a text of separated values, read whole into rows.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -28,9 +29,6 @@ struct FileChoice {
     char separator = 0;  ///< of the values of a text; 0 to detect it
 };
 
-/// The most columns that a sheet may have.
-inline constexpr int kMostColumns = 1000;
-
 struct SheetFile {
     std::vector<std::string> sheets;  ///< the names of all; none for a text
     SheetRows rows;                   ///< of the chosen one
@@ -42,8 +40,8 @@ public:
     CancelledReading() : std::runtime_error("cancelled") {}
 };
 
-/// Called now and then; a CancelledReading ends the reading.
-using WhileReading = std::function<void()>;
+/// Called now and then with how much of the whole is read; a CancelledReading ends the reading.
+using WhileReading = std::function<void(std::uint64_t done, std::uint64_t whole)>;
 
 /// Whether the file is a text of separated values, by its name.
 bool isTextFile(const std::string& path);
@@ -58,8 +56,5 @@ SheetFile readText(const FileChoice& choice, const WhileReading& meanwhile);    
 
 void readOpenXml(const Package& package, SheetFile& file, int chosen, const WhileReading& meanwhile);
 void readOpenDocument(const Package& package, SheetFile& file, int chosen, const WhileReading& meanwhile);
-
-/// Says of the empty cells of a merged one, but its first, what they are.
-void markMerged(SheetRows& rows, std::size_t top, int left, std::size_t bottom, int right);
 
 }  // namespace orvenmod

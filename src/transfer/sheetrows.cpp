@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <stdexcept>
 #include <utility>
 
 namespace orvenmod {
@@ -9,6 +10,7 @@ namespace orvenmod {
 namespace {
 
 constexpr unsigned char kLong = 0xFF;
+constexpr std::size_t kMostMerged = 1UL << 22;
 
 void append(std::string& row, const SheetCell& cell) {
     row += static_cast<char>(cell.kind);
@@ -52,6 +54,7 @@ void SheetRows::flush() {
 
 void SheetRows::put(std::size_t row, int column, SheetCell cell) {
     columns_ = std::max(columns_, column + 1);
+    if (column >= kMostColumns) return;
     if (row < rows_.rowCount()) {
         changed_[row][column] = std::move(cell);
         return;
@@ -65,6 +68,16 @@ void SheetRows::put(std::size_t row, int column, SheetCell cell) {
 
 void SheetRows::finish() {
     if (!open_.empty()) flush();
+}
+
+void SheetRows::markMerged(std::size_t top, int left, std::size_t bottom, int right) {
+    for (std::size_t row = top; row <= bottom && row < rowCount(); ++row) {
+        for (int at = std::max(left, 0); at <= right && at < columns_ && at < kMostColumns; ++at) {
+            const bool first = row == top && at == left;
+            if (!first && ++merged_ > kMostMerged) throw std::length_error("merged cells");
+            if (!first && cell(row, at).isEmpty()) put(row, at, {CellKind::merged});
+        }
+    }
 }
 
 const SheetCell* SheetRows::changedCell(std::size_t row, int column) const {

@@ -34,12 +34,21 @@ struct SheetCell {
     bool isEmpty() const { return kind == CellKind::empty || kind == CellKind::emptyDate; }
 };
 
+/// The most columns that a sheet may have.
+inline constexpr int kMostColumns = 1000;
+/// The most rows that a spreadsheet's sheet holds; a text may have more.
+inline constexpr std::size_t kMostSheetRows = 1048576;
+
 class SheetRows {
 public:
     SheetRows();
 
-    /// A cell of the file, rows and columns from 0. Rows come in their order; what comes late changes its cell.
+    /// A cell of the file, rows and columns from 0. Rows come in their order; what comes late changes its cell. Columns
+    /// beyond the most are counted and not kept.
     void put(std::size_t row, int column, SheetCell cell);
+    /// The empty cells of a merged one, but its first, say what they are. Behind all cells. Throws std::length_error
+    /// where the merged ones hold more than any sheet that was made by hand.
+    void markMerged(std::size_t top, int left, std::size_t bottom, int right);
     /// No more comes.
     void finish();
 
@@ -59,6 +68,7 @@ private:
     std::vector<SheetCell> open_;
     std::map<std::size_t, std::map<int, SheetCell>> changed_;
     int columns_ = 0;
+    std::size_t merged_ = 0;
 };
 
 }  // namespace orvenmod

@@ -12,6 +12,13 @@ constexpr const char* kReason = "未导入的原因";
 constexpr int kWidth = 2000;
 constexpr int kReasonWidth = 5000;
 
+/// As the file has it; what can't be read out of the file must not be taken for a value when it comes again.
+platform::SheetCell refusedCell(const SheetCell& cell, bool code) {
+    const bool lost = cell.kind == CellKind::uncomputed || cell.kind == CellKind::merged;
+    if (lost || (code && cell.kind == CellKind::date)) return {.text = "#N/A"};
+    return {.text = cell.text, .number = cell.kind == CellKind::number};
+}
+
 SheetColumn templateColumn(const ImportField& field) {
     SheetColumn column{.title = field.caption + (field.required ? "*" : ""), .width = kWidth, .format = "@"};
     if (field.isNumber()) column.format = "General";
@@ -45,14 +52,15 @@ void writeRefused(const std::string& path, const ImportSession& session) {
     }
     layout.columns.push_back({.title = kReason, .width = kReasonWidth, .format = "@"});
     const auto sheet = platform::newXlsxWriter(path, layout);
-    std::vector<std::string> texts(layout.columns.size());
+    std::vector<SheetCell> held(columns.size());
     std::vector<platform::SheetCell> cells(layout.columns.size());
     for (const std::size_t place : session.refused()) {
-        for (std::size_t i = 0; i < columns.size(); ++i)
-            texts[i] = session.rows().cell(session.row(place), columns[i]).text;
-        texts.back() = session.reasonOf(place);
-        for (std::size_t i = 0; i < texts.size(); ++i)
-            cells[i] = {.text = texts[i]};
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            held[i] = session.rows().cell(session.row(place), columns[i]);
+            cells[i] = refusedCell(held[i], session.isCode(columns[i]));
+        }
+        const std::string reason = session.reasonOf(place);
+        cells.back() = {.text = reason};
         sheet->addRow(cells);
     }
     sheet->finish();

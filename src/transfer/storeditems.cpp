@@ -129,6 +129,8 @@ const ImportCategory& ImportCategories::add(ImportCategory category) {
     std::string path = above.empty() ? lookupKey(category.name) : above + "/" + lookupKey(category.name);
     byCode_.emplace(lookupKey(category.code), category.id);
     byPath_.emplace(path, category.id);
+    const auto [same, only] = byName_.emplace(lookupKey(category.name), category.id);
+    if (!only) same->second = kSeveral;
     paths_[category.id] = std::move(path);
     shortCodes_[category.parentId].push_back(category.shortCode);
     const std::int32_t id = category.id;
@@ -142,13 +144,8 @@ const ImportCategory* ImportCategories::find(const std::string& text) const {
     const auto path = byPath_.find(pathKey(text));
     if (path != byPath_.end()) return &categories_.at(path->second);
     // A name that only one category has.
-    const ImportCategory* only = nullptr;
-    for (const auto& [id, category] : categories_) {
-        if (id == 0 || lookupKey(category.name) != key) continue;
-        if (only) return nullptr;
-        only = &category;
-    }
-    return only;
+    const auto name = byName_.find(key);
+    return name == byName_.end() || name->second == kSeveral ? nullptr : &categories_.at(name->second);
 }
 
 const ImportCategory& ImportCategories::around(const std::string& code) const {

@@ -73,6 +73,7 @@ private:
     std::unordered_map<std::int32_t, ImportCategory> categories_;
     std::unordered_map<std::string, std::int32_t> byCode_;
     std::unordered_map<std::string, std::int32_t> byPath_;
+    std::unordered_map<std::string, std::int32_t> byName_;  ///< 0 where several have it
     std::unordered_map<std::int32_t, std::string> paths_;
     std::unordered_map<std::int32_t, std::vector<std::string>> shortCodes_;  ///< of the children
     std::int32_t lastPlanned_ = 0;

@@ -1,5 +1,6 @@
 // Workbooks of packed parts: what the container tells is judged before anything is unpacked.
 #include <filesystem>
+#include <stdexcept>
 
 #include "transfer/package.h"
 #include "transfer/sheetfile.h"
@@ -46,6 +47,8 @@ SheetFile readWorkbook(const FileChoice& choice, const WhileReading& meanwhile) 
     } catch (const UnreadableFile&) {
         throw;
     } catch (const CancelledReading&) {
+        throw;
+    } catch (const std::length_error&) {
         throw;
     } catch (const std::exception&) {
         // Told below, as a package without sheets is.

@@ -123,4 +123,12 @@ Cells readSpreadsheetFormats(const std::string& file) {
     return formats;
 }
 
+Cells readSpreadsheetChoices(const std::string& file) {
+    Cells lists;
+    for (const std::string& list :
+         allOf(converted(file, "fods", ""), "table:condition=\"of:cell-content-is-in-list\\(([^)]*)\\)"))
+        lists.push_back(allOf(list, "&quot;(.*?)&quot;"));
+    return lists;
+}
+
 }  // namespace orvenmod::test

@@ -32,4 +32,7 @@ SheetLook readLook(const std::string& file);
 /// The number formats of the first sheet's cells ("@" for text), "" for an empty cell and one without a format.
 std::vector<std::vector<std::string>> readSpreadsheetFormats(const std::string& file);
 
+/// What the cells of a list each offer to be picked.
+std::vector<std::vector<std::string>> readSpreadsheetChoices(const std::string& file);
+
 }  // namespace orvenmod::test

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/sheet/sheetwriter.h"
 #include "support/machinelimits.h"
 #include "transfer/importtest.h"
 
@@ -57,6 +58,14 @@ TEST_F(ImportBadInput, aFileThatIsNoSpreadsheetIsTold) {
     refuses(stage.text("短代码,名称\n1,\"a", "open.csv"), "第2行的引号不成对：" + path("open.csv"));
 }
 
+TEST_F(ImportBadInput, anOldWorkbookWhoseSheetsCantBeFoundIsTold) {
+    platform::SheetLayout layout;
+    layout.name = "Sheet1";
+    layout.columns.resize(1);
+    platform::newXlsWriter(path("a.xls"), layout)->finish();
+    refuses(path("a.xls"), "旧格式的文件读不出，请另存为 .xlsx 再导入：" + path("a.xls"));
+}
+
 TEST_F(ImportBadInput, aFileUnderAPasswordIsTold) {
     makePackage(path("a.ods"), {{"content.xml", "xx"},
                                 {"META-INF/manifest.xml", "<m><file-entry><encryption-data/></file-entry></m>"}});
@@ -76,6 +85,27 @@ TEST_F(ImportBadInput, aPackageThatGrowsBeyondMeasureIsNotUnpacked) {
     makePackage(path("bomb.xlsx"), {{"xl/workbook.xml", std::string(300UL << 20, ' ')}});
     ASSERT_LT(std::filesystem::file_size(path("bomb.xlsx")), 1U << 20);
     refuses(path("bomb.xlsx"), "文件展开后过大（300 MB），不能导入：" + path("bomb.xlsx"));
+}
+
+TEST_F(ImportBadInput, aSmallFileThatClaimsToHoldAHugeSheetIsNotRead) {
+    const std::string text = "文件展开后过大，不能导入：";
+    makeSheet(path("rows.xlsx"), "<row r=\"2000000000\"><c><v>1</v></c></row>");
+    refuses(path("rows.xlsx"), text + path("rows.xlsx"));
+    makeSheet(path("merged.xlsx"),
+              "<row r=\"1\"><c r=\"A1\"><v>1</v></c><c r=\"ALL1\"><v>1</v></c></row>"
+              "<row r=\"1048576\"><c r=\"A1048576\"><v>1</v></c></row>",
+              "<mergeCells><mergeCell ref=\"A1:ALL1048576\"/></mergeCells>");
+    refuses(path("merged.xlsx"), text + path("merged.xlsx"));
+    const std::string cell =
+        "<table:table-cell table:number-columns-repeated=\"1000\" office:value-type=\"string\"><text:p>";
+    makeOpenDocument(path("rows.ods"), "<table:table-row table:number-rows-repeated=\"1048576\">" + cell +
+                                           "a</text:p></table:table-cell></table:table-row>");
+    refuses(path("rows.ods"), text + path("rows.ods"));
+    makeOpenDocument(path("cells.ods"), "<table:table-row>" + cell + std::string(1UL << 20, 'a') +
+                                            "</text:p></table:table-cell></table:table-row>");
+    refuses(path("cells.ods"), text + path("cells.ods"));
+    makeSheet(path("letters.xlsx"), "<row r=\"1\"><c r=\"ZZZZZZZZ1\"><v>1</v></c></row>");
+    refuses(path("letters.xlsx"), "文件里没有数据！");
 }
 
 TEST_F(ImportBadInput, aPartThatDeclaresEntitiesIsNotRead) {
@@ -123,7 +153,7 @@ TEST_F(ImportBadInput, aCodeThatASpreadsheetChangedIsToldAtItsCell) {
     makeSheet(path("number.xlsx"), heading + "<row r=\"2\"><c><v>12</v></c>" + name);
     EXPECT_EQ(reason(path("number.xlsx")), "短代码：电子表格把代码变成了数字，前面的零可能丢了，请改成文本");
     makeSheet(path("day.xlsx"), heading + "<row r=\"2\"><c s=\"1\"><v>45355</v></c>" + name);
-    EXPECT_EQ(reason(path("day.xlsx")), "短代码：电子表格把代码变成了日期，请改成文本");
+    EXPECT_EQ(reason(path("day.xlsx")), "短代码：电子表格把代码变成了日期 2024-03-04，请改成文本");
     makeSheet(path("formula.xlsx"), heading + "<row r=\"2\"><c><f>A9</f></c>" + name);
     EXPECT_EQ(reason(path("formula.xlsx")), "短代码：公式没有存下结果，请在电子表格里打开并保存一次");
     makeSheet(path("error.xlsx"), heading + "<row r=\"2\"><c t=\"e\"><v>#REF!</v></c>" + name);
@@ -131,6 +161,44 @@ TEST_F(ImportBadInput, aCodeThatASpreadsheetChangedIsToldAtItsCell) {
     makeSheet(path("merged.xlsx"), heading + "<row r=\"2\"><c r=\"B2\"><v>1</v></c></row>",
               "<mergeCells><mergeCell ref=\"A1:A2\"/></mergeCells>");
     EXPECT_EQ(reason(path("merged.xlsx")), "短代码：合并的单元格，请先拆分");
+}
+
+TEST_F(ImportBadInput, whatCantBeReadStaysRefusedWhenItIsSavedAndBroughtInAgain) {
+    const auto text = [](const std::string& value) { return "<c t=\"str\"><v>" + value + "</v></c>"; };
+    const auto row = [](int number, const std::string& cells) {
+        return "<row r=\"" + std::to_string(number) + "\">" + cells + "</row>";
+    };
+    makeSheet(path("a.xlsx"),
+              row(1, text("短代码") + text("名称") + text("规格型号")) + row(2, "<c><v>12</v></c>" + text("a")) +
+                  row(3, "<c s=\"1\"><v>45355</v></c>" + text("b")) +
+                  row(4, text("4") + text("c") + "<c t=\"e\"><v>#REF!</v></c>") +
+                  row(5, text("5") + text("d") + "<c><f>A9</f></c>") + row(6, text("6") + text("e") + text("M")) +
+                  row(7, text("7") + text("f")),
+              "<mergeCells><mergeCell ref=\"C6:C7\"/></mergeCells>");
+    const auto refused = [](User& user) {
+        EXPECT_EQ(caption(user, "lblCounts").substr(caption(user, "lblCounts").find("拒绝")), "拒绝 5");
+    };
+    stage.import([&](User& user) {
+        toCheck(user, path("a.xlsx"));
+        refused(user);
+        user.chooseFile(path("refused.xlsx"));
+        user.answer(MessageKind::information, "拒绝的行已保存！");
+        user.click("cmdSaveRefused");
+    });
+    stage.import([&](User& user) {
+        toCheck(user, path("refused.xlsx"));
+        refused(user);
+    });
+}
+
+TEST_F(ImportBadInput, aLookupThatASpreadsheetChangedIsToldAtItsCell) {
+    const std::string heading =
+        "<row r=\"1\"><c t=\"str\"><v>短代码</v></c><c t=\"str\"><v>名称</v></c>"
+        "<c t=\"str\"><v>主供应商</v></c></row><row r=\"2\"><c t=\"str\"><v>9</v></c><c t=\"str\"><v>a</v></c>";
+    makeSheet(path("number.xlsx"), heading + "<c><v>1</v></c></row>");
+    EXPECT_EQ(reason(path("number.xlsx")), "主供应商：没有这一项，电子表格可能把代码变成了数字");
+    makeSheet(path("day.xlsx"), heading + "<c s=\"1\"><v>45355</v></c></row>");
+    EXPECT_EQ(reason(path("day.xlsx")), "主供应商：没有这一项，电子表格可能把代码变成了日期");
 }
 
 TEST_F(ImportBadInput, aFileThatChangesBehindTheCheckIsStoredAsChecked) {

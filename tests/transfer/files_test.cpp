@@ -1,4 +1,5 @@
 // What a file holds, as it is read into rows.
+#include <algorithm>
 #include <fstream>
 
 #include "platform/sheet/sheetwriter.h"
@@ -26,7 +27,8 @@ protected:
         return read("a.csv", separator, encoding);
     }
     SheetFile read(const std::string& name, char separator = 0, TextEncoding encoding = TextEncoding::detected) {
-        return readSheetFile({.path = path(name), .encoding = encoding, .separator = separator}, [] {});
+        return readSheetFile({.path = path(name), .encoding = encoding, .separator = separator},
+                             [](std::uint64_t, std::uint64_t) {});
     }
     SheetFile readSheet(const std::string& rows, const std::string& behind = "", const std::string& texts = "") {
         makeSheet(path("a.xlsx"), rows, behind, texts);
@@ -137,12 +139,69 @@ TEST_F(Files, formulasAndMergedCellsOfAnOldWorkbookAreTold) {
     EXPECT_EQ(cells(file, 1), (Texts{"m", " ", " ", "n7"}));
 }
 
+TEST_F(Files, aTextOfManyBlocksIsReadAsOneOfOne) {
+    // Letters of two and three bytes, marks and line ends fall on the blocks' ends in turn.
+    const std::string gb = "\xB4\xFA\xC2\xEB";  // 代码
+    for (const std::string& letters : {std::string("代码"), gb}) {
+        for (std::size_t shift = 0; shift < 12; ++shift) {
+            SCOPED_TRACE(letters + std::to_string(shift));
+            std::string text(shift + 1, 'x');
+            constexpr std::size_t kLines = 20000;
+            for (std::size_t line = 0; line < kLines; ++line)
+                text += "\r\n" + letters + ",\"\"\"" + letters + "\"";
+            const SheetFile file = readText(text);
+            ASSERT_EQ(file.rows.rowCount(), kLines + 1);
+            for (std::size_t line = 1; line <= kLines; ++line)
+                ASSERT_EQ(cells(file, line), (Texts{"t代码", "t\"代码"})) << line;
+        }
+    }
+}
+
+TEST_F(Files, aReadingTellsHowMuchOfTheFileItHasRead) {
+    platform::SheetLayout layout;
+    layout.name = "Sheet1";
+    layout.columns.resize(1);
+    layout.columns[0].title = "代码";
+    std::string csv = "代码\n";
+    std::string ods;
+    const auto xlsx = platform::newXlsxWriter(path("a.xlsx"), layout);
+    const auto xls = platform::newXlsWriter(path("a.xls"), layout);
+    for (int i = 0; i < 30000; ++i) {
+        const std::string code = "第" + std::to_string(i);
+        csv += code + "\n";
+        ods += "<table:table-row><table:table-cell office:value-type=\"string\"><text:p>" + code +
+               "</text:p></table:table-cell></table:table-row>";
+        xlsx->addRow({{.text = code}});
+        xls->addRow({{.text = code}});
+    }
+    xlsx->finish();
+    xls->finish();
+    makeOpenDocument(path("a.ods"), ods);
+    std::ofstream(path("a.csv")) << csv;
+    for (const char* name : {"a.csv", "a.xlsx", "a.ods", "a.xls"}) {
+        SCOPED_TRACE(name);
+        std::vector<double> told;
+        const SheetFile file = readSheetFile({.path = path(name)}, [&](std::uint64_t done, std::uint64_t whole) {
+            told.push_back(static_cast<double>(done) / static_cast<double>(whole));
+        });
+        EXPECT_GE(file.rows.rowCount(), 30000U);
+        EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+        ASSERT_GT(told.size(), 5U);
+        EXPECT_LT(told.front(), 0.5);
+        EXPECT_GT(told.back(), 0.8);
+        EXPECT_LE(told.back(), 1.0);
+        EXPECT_TRUE(std::any_of(told.begin(), told.end(), [](double part) { return part > 0.3 && part < 0.7; }));
+    }
+}
+
 TEST_F(Files, aCancelledReadingEnds) {
     std::string text = "代码\n";
     for (int i = 0; i < 3000; ++i)
         text += std::to_string(i) + "\n";
     std::ofstream(path("long.csv")) << text;
-    EXPECT_THROW(readSheetFile({.path = path("long.csv")}, [] { throw CancelledReading(); }), CancelledReading);
+    EXPECT_THROW(
+        readSheetFile({.path = path("long.csv")}, [](std::uint64_t, std::uint64_t) { throw CancelledReading(); }),
+        CancelledReading);
 }
 
 }  // namespace

@@ -110,6 +110,19 @@ TEST_P(ImportRoads, whatWasAddedIsTakenBackBehindTheGuardOfTheDelete) {
     EXPECT_EQ(stage.added(), Texts{"005|垫圈|0|1|.203."});
 }
 
+TEST_P(ImportRoads, aDisabledItemIsNotTakenBack) {
+    const std::string file = stage.workbook({kHeadings, {"005", "垫圈"}});
+    stage.import([&](User& user) {
+        toCheck(user, file);
+        user.click("cmdNext");
+        stage.database().execute("update tblItem set fIsLock=1 where fItemId=203");
+        user.answer(MessageKind::question, "确定要撤回新增的行吗？", Answer::yes);
+        user.click("cmdTakeBack");
+        EXPECT_NE(shownRows(user, "vsfResult", 5)[0][4], "");
+    });
+    EXPECT_EQ(stage.added(), Texts{"005|垫圈|0|1|.203."});
+}
+
 TEST_P(ImportRoads, aCancelledRunKeepsWholeRowsAndASecondOneFinishes) {
     Lines lines = {kHeadings};
     for (int i = 1; i <= 1200; ++i)

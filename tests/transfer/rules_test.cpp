@@ -92,6 +92,16 @@ TEST_F(ImportRules, missingCategoriesAreRefusedOrMadeWithTheirParents) {
                      "01.02.001.9|a|204|4|.12.203.204.205.", "01.02.8|b|203|3|.12.203.206."}));
 }
 
+TEST_F(ImportRules, aMissingCategoryIsAsLongAsTheStoreTakesAtMost) {
+    std::string name;
+    for (int i = 0; i < 51; ++i)
+        name += "长";
+    EXPECT_EQ(judged({{"短代码", "名称", "所属分类"}, {"9", "a", "五金/" + name}, {"8", "b", name + "/短"}},
+                     [](User& user) { user.pick("cmbCategory", 1, -1); }),
+              (Rows{{"拒绝", "所属分类：太长，最多 50 个汉字或 100 个字母"},
+                    {"拒绝", "所属分类：太长，最多 50 个汉字或 100 个字母"}}));
+}
+
 TEST_F(ImportRules, whatIsFoundByItsCodeIsChangedOrLeft) {
     const Lines lines = {{"代码", "名称"}, {"02.001", "新开关"}};
     EXPECT_EQ(judged(lines)[0][0], "修改");

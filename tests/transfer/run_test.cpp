@@ -160,6 +160,60 @@ TEST_F(ImportRun, everyOperationOfTheCheckFailsOnceAndIsTold) {
     }
 }
 
+TEST_F(ImportRun, anItemThatIsDeletedBehindTheCheckIsRefusedAndNotToldAsChanged) {
+    const std::string file = stage.workbook({{"代码", "名称"}, {"02.001", "新开关"}});
+    stage.import([&](User& user) {
+        toCheck(user, file);
+        for (const char* table : {"tblItem", "ICItem"})
+            database().execute("delete from " + std::string(table) + " where fItemId=103");
+        user.click("cmdNext");
+        EXPECT_EQ(caption(user, "lblResult"), "新增 0 行，修改 0 行，拒绝 1 行。");
+        EXPECT_EQ(shownRows(user, "vsfResult", 5)[0][4], "核对以后，该项目已被删除");
+    });
+}
+
+TEST_F(ImportRun, aCheckThatFailsOrIsCancelledBehindTheRunLeavesItsResult) {
+    const std::string file = stage.workbook({kHeadings, {"7", "a"}, {"", "b"}});
+    const Rows expected = {{"3", "拒绝", "", "b", "短代码：没有代码"}, {"2", "新增", "7", "a", ""}};
+    const std::string refused = database().folder().file("refused.xlsx");
+    stage.import([&](User& user) {
+        toCheck(user, file);
+        user.click("cmdNext");
+        stage.faults() = {.failAt = 2};
+        user.answer(MessageKind::critical, kFault);
+        user.click("cmdBack");
+        stage.faults() = {};
+        EXPECT_EQ(shownRows(user, "vsfResult", 5), expected);
+        user.cancelProgress(1);
+        user.click("cmdBack");
+        EXPECT_TRUE(user.control<platform::Frame>("FrameResult").visible());
+        EXPECT_EQ(shownRows(user, "vsfResult", 5), expected);
+        user.chooseFile(refused);
+        user.answer(MessageKind::information, "拒绝的行已保存！");
+        user.click("cmdSaveFailed");
+    });
+    EXPECT_EQ(readSpreadsheet(refused), (Lines{{"短代码", "名称", "未导入的原因"}, {"", "b", "短代码：没有代码"}}));
+}
+
+TEST_F(ImportRun, aSecondCheckForgetsWhyTheStoreRefusedTheFirstRun) {
+    database().execute("create unique index ux on ICItem(fModel)");
+    database().execute("update ICItem set fModel=fNumber");
+    const std::string file =
+        stage.workbook({{"短代码", "名称", "规格型号"}, {"7", "a", "M1"}, {"8", "b", "M1"}, {"", "c", "M2"}});
+    const std::string refused = database().folder().file("refused.xlsx");
+    stage.import([&](User& user) {
+        toCheck(user, file);
+        user.click("cmdNext");
+        EXPECT_EQ(caption(user, "lblResult"), "新增 1 行，修改 0 行，拒绝 2 行。");
+        user.click("cmdBack");
+        EXPECT_EQ(caption(user, "lblCounts"), "共 3 行：新增 1，修改 0，相同 1，拒绝 1");
+        user.chooseFile(refused);
+        user.answer(MessageKind::information, "拒绝的行已保存！");
+        user.click("cmdSaveRefused");
+    });
+    EXPECT_EQ(readSpreadsheet(refused).size(), 2U);
+}
+
 TEST_F(ImportRun, theTemplateHasTheCaptionsAndIsBroughtInWhenFilled) {
     const std::string file = database().folder().file("template.xlsx");
     stage.import([&](User& user) {
@@ -172,6 +226,7 @@ TEST_F(ImportRun, theTemplateHasTheCaptionsAndIsBroughtInWhenFilled) {
     });
     EXPECT_EQ(readSpreadsheet(file),
               (Lines{{"短代码*", "名称*", "规格型号", "最低库存", "建档日期", "主供应商", "所属分类"}}));
+    EXPECT_EQ(readSpreadsheetChoices(file), (Lines{{"华东供应", "华南供应"}}));
 }
 
 }  // namespace
