@@ -35,6 +35,8 @@ constexpr Otherwise kOtherwise[] = {
     {1317, "it has no alter view"},
     {1323, "a column's default reaches the rows that are there"},
     {1324, "one column at a time is added"},
+    {1419, "money and a decimal in one expression end the session"},
+    {1423, "money that is converted is padded"},
 };
 
 // Likewise a case of the contract, by its name.
