@@ -15,8 +15,8 @@
 //
 // Every call but orvenmod_version and orvenmod_error_* gives 0, or the number of what went wrong; then nothing was
 // changed (a method that came as far as its database has noted its class in fItemClassId), and what would have been
-// handed out is null, 0 or ORVENMOD_NOTHING. Texts are UTF-8 and end with a zero byte. What is passed in belongs to the caller and is copied; what is handed out belongs to the caller too, who frees
-// it by orvenmod_free and nothing else.
+// handed out is null, 0 or ORVENMOD_NOTHING. Texts are UTF-8 and end with a zero byte. What is passed in belongs to the
+// caller and is copied; what is handed out belongs to the caller too, who frees it by orvenmod_free and nothing else.
 //
 // Objects are for one thread: that which created the first one. Another one gets an error, and so does a call of a
 // method while the window of another is open. A method returns when the window that it shows is closed.
