@@ -1,5 +1,4 @@
 // Photos pass through one at a time, so that many of them take no more memory than a few.
-#include <cstdlib>
 #include <iostream>
 
 #include "store/copy/sides.h"
@@ -10,14 +9,6 @@ namespace {
 
 class CopyMemory : public ::testing::TestWithParam<Road> {
 protected:
-    CopyMemory() {
-        // A sanitizer keeps what was given back, which would count.
-        const char* options = std::getenv("ASAN_OPTIONS");
-        before_ = options == nullptr ? "" : options;
-        ::setenv("ASAN_OPTIONS", (before_ + ":quarantine_size_mb=1").c_str(), 1);
-    }
-    ~CopyMemory() override { ::setenv("ASAN_OPTIONS", before_.c_str(), 1); }
-
     static std::unique_ptr<Side> withPhotos(int photos) {
         auto side = makeSide(GetParam().from);
         const auto connection = side->connect();
@@ -47,9 +38,6 @@ protected:
         EXPECT_EQ(program.end(), 0);
         return program.mostMemory();
     }
-
-private:
-    std::string before_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Stores, CopyMemory,
