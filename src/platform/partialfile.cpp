@@ -1,5 +1,6 @@
 #include "platform/partialfile.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -52,10 +53,8 @@ PartialFile::PartialFile(const std::string& path) : path_(replaceable(path).stri
     if (fs::exists(replaced)) fs::permissions(partial_, replaced.permissions(), error);
 }
 
-PartialFile::~PartialFile() {
-    std::error_code error;
-    fs::remove(partial_, error);
-}
+// A path of fs would take memory, which may be what is lacking.
+PartialFile::~PartialFile() { std::remove(partial_.c_str()); }
 
 void PartialFile::commit() {
     std::error_code error;

@@ -8,6 +8,7 @@
 
 #include <unistd.h>
 
+#include "platform/partialfile.h"
 #include "store/sqlite/sqlitestore.h"
 #include "support/temporary.h"
 #include "torture/commands.h"
@@ -138,6 +139,19 @@ TEST_P(Memory, anAllocationThatFailsLeaksNothing) {
         run({MemoryTrouble::Kind::once, at});
         EXPECT_EQ(heldAfterwards(), held);
     }
+}
+
+TEST(MemoryOfFiles, aPartialFileGoesThoughMemoryIsOut) {
+    const TemporaryFolder folder;
+    std::string left;
+    {
+        const platform::PartialFile file(folder.file("list.xls"));
+        left = file.partialPath();
+        EXPECT_EQ(::access(left.c_str(), F_OK), 0);
+        beginMemory({MemoryTrouble::Kind::lasting, 1});
+    }
+    endMemory();
+    EXPECT_NE(::access(left.c_str(), F_OK), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Torture, Memory, testing::ValuesIn(allCommands()),
