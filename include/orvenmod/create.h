@@ -188,28 +188,29 @@ inline Variant fromC(const Library& library, const orvenmod_value& value) {
 class Object {
 public:
     Object(std::shared_ptr<const detail::Library> library, const std::string& className)
-        : library_(std::move(library)) {
-        library_->check(library_->create(className.c_str(), &handle_));
+        : component_(std::move(library)) {
+        component_->check(component_->create(className.c_str(), &handle_));
     }
     ~Object() {
-        if (handle_ != nullptr) library_->release(handle_);
+        if (handle_ != nullptr) component_->release(handle_);
     }
-    Object(Object&& other) noexcept : library_(std::move(other.library_)), handle_(std::exchange(other.handle_, {})) {}
+    Object(Object&& other) noexcept
+        : component_(std::move(other.component_)), handle_(std::exchange(other.handle_, {})) {}
     Object& operator=(Object&& other) noexcept {
-        std::swap(library_, other.library_);
+        std::swap(component_, other.component_);
         std::swap(handle_, other.handle_);
         return *this;
     }
 
     Variant get(const std::string& property) const {
         orvenmod_value value;
-        library_->check(library_->get(handle_, property.c_str(), &value));
-        return detail::fromC(*library_, value);
+        component_->check(component_->get(handle_, property.c_str(), &value));
+        return detail::fromC(*component_, value);
     }
 
     void put(const std::string& property, const Variant& value) {
         const orvenmod_value given = std::visit(detail::ToC(), value);
-        library_->check(library_->put(handle_, property.c_str(), &given));
+        component_->check(component_->put(handle_, property.c_str(), &given));
     }
 
     /// An empty argument counts as left out.
@@ -218,25 +219,25 @@ public:
         for (const Variant& each : arguments)
             given.push_back(std::visit(detail::ToC(), each));
         orvenmod_value result;
-        library_->check(library_->call(handle_, method.c_str(), given.data(), given.size(), &result));
-        return detail::fromC(*library_, result);
+        component_->check(component_->call(handle_, method.c_str(), given.data(), given.size(), &result));
+        return detail::fromC(*component_, result);
     }
 
     /// What the object has: ORVENMOD_PROPERTY or ORVENMOD_METHOD, and the name.
     std::vector<std::pair<std::int32_t, std::string>> members() const {
         std::int32_t count = 0;
-        library_->check(library_->memberCount(handle_, &count));
+        component_->check(component_->memberCount(handle_, &count));
         std::vector<std::pair<std::int32_t, std::string>> all;
         for (std::int32_t at = 0; at < count; ++at) {
             orvenmod_member member;
-            library_->check(library_->memberAt(handle_, at, &member));
+            component_->check(component_->memberAt(handle_, at, &member));
             all.emplace_back(member.kind, member.name);
         }
         return all;
     }
 
 private:
-    std::shared_ptr<const detail::Library> library_;
+    std::shared_ptr<const detail::Library> component_;
     orvenmod_object* handle_ = nullptr;
 };
 

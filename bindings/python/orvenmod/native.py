@@ -76,7 +76,7 @@ def _registered_files() -> list[str]:
 
 
 @functools.cache
-def library() -> ctypes.CDLL:
+def component() -> ctypes.CDLL:
     """The library: the one that ORVENMOD_LIBRARY names, else the one registered, else the one installed."""
     named = os.environ.get("ORVENMOD_LIBRARY")
     file = named or next(iter(_registered_files()), _SONAME)
@@ -95,7 +95,7 @@ def library() -> ctypes.CDLL:
 
 def call(name: str, *arguments: object) -> None:
     """Calls a function of the library; raises what it fails with."""
-    loaded = library()
+    loaded = component()
     number = getattr(loaded, name)(*arguments)
     if number != 0:
         raise error(number, loaded.orvenmod_error_text().decode("utf-8", "replace"))
@@ -118,7 +118,7 @@ def taken(text: c_void_p | int | None) -> str:
     try:
         return ctypes.string_at(address).decode("utf-8", "replace")
     finally:
-        library().orvenmod_free(address)
+        component().orvenmod_free(address)
 
 
 def to_c(value: Value, kept: list[bytes]) -> CValue:

@@ -53,7 +53,7 @@ class Object:
         handle = c_void_p()
         native.call("orvenmod_create", native.encoded(class_name), byref(handle))
         self._handle = handle
-        self._closing = weakref.finalize(self, native.library().orvenmod_release, handle)
+        self._closing = weakref.finalize(self, native.component().orvenmod_release, handle)
 
     def close(self) -> None:
         """Ends the object. A second time does nothing. Raises InvalidCall on a thread that it doesn't belong to."""

@@ -10,7 +10,7 @@ from .native import encoded
 
 def version() -> str:
     """ "major.minor.patch" of the library that is loaded."""
-    return str(native.library().orvenmod_version().decode())
+    return str(native.component().orvenmod_version().decode())
 
 
 def get_setting(application: str, section: str, key: str, fallback: str = "") -> str:

@@ -82,7 +82,7 @@ class Objects(SuiteTest):
         from orvenmod import native
 
         def unloadable() -> int:
-            return int(native.library().DllCanUnloadNow())
+            return int(native.component().DllCanUnloadNow())
 
         items = orvenmod.BasicInfo()
         self.assertEqual(unloadable(), 1)
@@ -163,7 +163,7 @@ class Finding(SuiteTest):
     """Which library is loaded: each start is a process of its own."""
 
     def loaded(self, library: str = "") -> subprocess.CompletedProcess[str]:
-        program = "import orvenmod.native as native; print(native.library()._name)"
+        program = "import orvenmod.native as native; print(native.component()._name)"
         return self.run_program([sys.executable, "-c", program], ORVENMOD_LIBRARY=library)
 
     def register(self, folder: pathlib.Path, file: str) -> None:
