@@ -9,6 +9,7 @@
 // FILE may be empty for no attachments.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <iostream>
 #include <string>
@@ -73,11 +74,17 @@ private:
                 return;
             }
             const bool kept = screen(user) == typed;
-            std::cout << "refused\t" << describeBox(box_.kind, "") << "\t" << box_.title << "\t" << box_.text << "\t"
-                      << (kept ? "kept" : "lost") << std::endl;
+            std::cout << "refused\t" << describeBox(box_.kind, "") << "\t" << box_.title << "\t" << oneLine(box_.text)
+                      << "\t" << (kept ? "kept" : "lost") << std::endl;
             if (!kept) break;
         }
         ADD_FAILURE() << "never stored: " << box_.text;
+    }
+
+    // What is told to the test is a line each.
+    static std::string oneLine(std::string text) {
+        std::replace(text.begin(), text.end(), '\n', ' ');
+        return text;
     }
 
     // All that was typed, chosen and added.
