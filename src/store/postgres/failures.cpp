@@ -119,21 +119,20 @@ bool isSchemaChange(const PGresult* failure) {
 
 bool isConstraint(const PGresult* failure) { return field(failure, PG_DIAG_SQLSTATE).starts_with("23"); }
 
-Failure connectFailure(const PGconn* connection, const ServerAddress& address,
-                       std::chrono::steady_clock::duration taken) {
+Failure connectFailure(const PGconn* connection, const ServerAddress& address, const Refusal& refusal) {
     const tsql::Language language = address.language;
-    const std::string words = lastWords(connection);
-    const auto says = [&words](std::string_view text) { return words.find(text) != std::string::npos; };
-    if (PQconnectionNeedsPassword(connection) != 0 || says("authentication failed") ||
-        (says("role \"") && says("does not exist")) || says("no pg_hba.conf entry"))
+    const auto is = [&refusal](const char* state) { return refusal.states.find(state) != std::string::npos; };
+    const auto says = [&refusal](const char* text) { return refusal.words.find(text) != std::string::npos; };
+    // A pooler's states say nothing.
+    if (PQconnectionNeedsPassword(connection) != 0 || is(": 28P01") || is(": 28000") || says("authentication failed"))
         return worded(language, tsql::kLoginFailed, {PQuser(connection)});
-    if (says("database \"") && says("does not exist"))
-        return worded(language, tsql::kCannotOpenDatabase, {PQdb(connection)});
+    // Missing, or the role may not connect to it.
+    if (is(": 3D000") || is(": 42501")) return worded(language, tsql::kCannotOpenDatabase, {PQdb(connection)});
     const auto limit = std::max(address.connectTimeout, std::chrono::seconds(2));
-    if (says("timeout expired") || (address.connectTimeout.count() > 0 && taken >= limit)) {
+    if (says("timeout expired") || (address.connectTimeout.count() > 0 && refusal.taken >= limit)) {
         return worded(language, tsql::kServerSilent, {address.server, std::to_string(limit.count())});
     }
-    return worded(language, tsql::kServerUnreachable, {address.server, words});
+    return worded(language, tsql::kServerUnreachable, {address.server, refusal.words});
 }
 
 Failure setUpFailure(const PGresult* failure, const ServerAddress& address) {

@@ -26,9 +26,15 @@ bool isSchemaChange(const PGresult* failure);
 /// Whether a key, a check or a null refused a row.
 bool isConstraint(const PGresult* failure);
 
-/// The failure of an attempt to connect that took so long.
-Failure connectFailure(const PGconn* connection, const ServerAddress& address,
-                       std::chrono::steady_clock::duration taken);
+/// An attempt to connect that failed.
+struct Refusal {
+    std::string words;   ///< in the server's language or the library's
+    std::string states;  ///< the same with nothing but the states
+    std::chrono::steady_clock::duration taken{};
+};
+
+/// Its failure.
+Failure connectFailure(const PGconn* connection, const ServerAddress& address, const Refusal& refusal);
 
 /// The failure of a new session's settings.
 Failure setUpFailure(const PGresult* failure, const ServerAddress& address);

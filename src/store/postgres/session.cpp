@@ -21,6 +21,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// Who refuses does it sooner; who says nothing isn't waited for twice.
+constexpr std::chrono::seconds kSoon{1};
+
 struct FixedText {
     const char* name;
     const char* text;
@@ -114,7 +117,17 @@ void Session::connect() {
     const auto start = Clock::now();
     connection_.reset(PQconnectdbParams(names.data(), values.data(), 0));
     if (PQstatus(connection_.get()) == CONNECTION_OK) return;
-    throw connectFailure(connection_.get(), address_, Clock::now() - start);
+    Refusal refusal{lastWords(connection_.get()), {}, Clock::now() - start};
+    // Who has answered is asked again for the state alone: the words are in whatever language, and before the first
+    // attempt the library takes no wish.
+    if (refusal.taken < kSoon) {
+        PQsetErrorVerbosity(connection_.get(), PQERRORS_SQLSTATE);
+        PQreset(connection_.get());
+        PQsetErrorVerbosity(connection_.get(), PQERRORS_DEFAULT);
+        if (PQstatus(connection_.get()) == CONNECTION_OK) return;
+        refusal.states = lastWords(connection_.get());
+    }
+    throw connectFailure(connection_.get(), address_, refusal);
 }
 
 void Session::checkServer() const {
