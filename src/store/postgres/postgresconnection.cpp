@@ -405,8 +405,9 @@ void PostgresConnection::rollbackTrans() {
 }
 
 void PostgresConnection::setProgress(std::function<void()> progress) {
+    if (!open_) throw tsql::worded(language_, tsql::kClosed, {});
     progress_ = std::move(progress);
-    session().progress().set(progress_);
+    if (session_) session_->progress().set(progress_);
 }
 
 void PostgresConnection::close() noexcept {

@@ -145,6 +145,16 @@ TEST_F(LostSession, IsForgottenWithItsConnection) {
     EXPECT_EQ(value(*connect(), "select count(*) from t"), "1");
 }
 
+TEST_F(LostSession, IsNotNeededForAnotherProgress) {
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(2)");
+    terminateSessions();
+    failureOf([&] { connection_->commitTrans(); });
+    connection_->setProgress([] {});
+    connection_->rollbackTrans();
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "1");
+}
+
 using Awaiting = LostSession;
 
 TEST_F(Awaiting, LetsWindowsPaint) {
