@@ -4,6 +4,7 @@
 #include <charconv>
 #include <vector>
 
+#include "store/text.h"
 #include "store/tsql/error.h"
 #include "store/tsql/messages.h"
 #include "store/tsql/utf8.h"
@@ -62,9 +63,10 @@ std::string typeOutOfRange(std::string_view function) {
     return names('4') ? "int" : "smallint";
 }
 
+constexpr const char* kDigits = "0123456789";
+
 // "Process 12 waits for ShareLock on transaction 34; ..." tells first of the one that was ended.
 std::string firstNumber(const std::string& text) {
-    constexpr const char* kDigits = "0123456789";
     const std::size_t start = text.find_first_of(kDigits);
     if (start == std::string::npos) return "?";
     return text.substr(start, text.find_first_not_of(kDigits, start) - start);
@@ -90,6 +92,7 @@ Failure reported(const PGresult* failure, const ServerAddress& address) {
         {"22012", tsql::kDivisionByZero, {}},
         {"22003", tsql::kArithmeticOverflow, {"expression", typeOutOfRange(field(failure, PG_DIAG_SOURCE_FUNCTION))}},
         {"22001", tsql::kTruncated, {}},
+        {"22008", tsql::kDateOutOfRange, {"varchar", "datetime"}},
         {"21000", tsql::kSubqueryRows, {}},
         {"22021", tsql::kNoText, {}},
         {"22P05", tsql::kNoText, {}},
@@ -118,6 +121,21 @@ bool isSchemaChange(const PGresult* failure) {
 }
 
 bool isConstraint(const PGresult* failure) { return field(failure, PG_DIAG_SQLSTATE).starts_with("23"); }
+
+// The name stands behind the one word that calls it a column.
+std::optional<CopyPlace> placeInCopy(const std::string& context, const std::string& table) {
+    const std::size_t named = context.find(table);
+    if (named == std::string::npos) return std::nullopt;
+    const std::size_t number = context.find_first_of(kDigits, named + table.size());
+    if (number == std::string::npos) return std::nullopt;
+    CopyPlace place;
+    std::from_chars(context.data() + number, context.data() + context.size(), place.line);
+    const std::size_t behind = std::min(context.find_first_not_of(kDigits, number), context.size());
+    const std::string words = context.substr(behind, context.find(':', behind) - behind);
+    const std::size_t blank = words.find(' ', words.find_first_not_of(", "));
+    if (blank != std::string::npos) place.column = trimmed(std::string_view(words).substr(blank));
+    return place;
+}
 
 Failure connectFailure(const PGconn* connection, const ServerAddress& address, const Refusal& refusal) {
     const tsql::Language language = address.language;

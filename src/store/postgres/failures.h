@@ -7,6 +7,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,6 +26,15 @@ bool isSchemaChange(const PGresult* failure);
 
 /// Whether a key, a check or a null refused a row.
 bool isConstraint(const PGresult* failure);
+
+/// A row of a COPY that was refused.
+struct CopyPlace {
+    std::size_t line = 0;  ///< the first is 1
+    std::string column;    ///< as the server names it; empty where it tells none
+};
+
+/// Out of the context of a failure: "COPY tblitem, line 3, column fnumber: ...", in whatever language.
+std::optional<CopyPlace> placeInCopy(const std::string& context, const std::string& table);
 
 /// An attempt to connect that failed.
 struct Refusal {

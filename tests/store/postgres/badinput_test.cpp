@@ -253,6 +253,42 @@ TEST_F(BadInput, ADatabaseWithoutTheSuitesTablesAnswersThatTheyAreUnknown) {
     EXPECT_EQ(failureOf([&] { connection_->open("select * from tblItem"); }).number(), 208);
 }
 
+TEST_F(BadInput, ADayThatIsNoneIsToldAsADayWithItsPlaceAmongLoadedRows) {
+    connection_->execute("create table days(id int, made datetime)");
+    connection_->beginTrans();
+    const auto loader = connection_->openLoader("days", {"id", "made"});
+    Recordset rows({{"id", ColumnType::integer}, {"made", ColumnType::date}});
+    for (const char* day : {"2026-02-28 00:00:00", "2026-02-30 00:00:00"}) {
+        rows.addText("1");
+        rows.addText(day);
+        rows.endRow();
+    }
+    try {
+        loader->add(rows);
+        ADD_FAILURE() << "it was stored";
+    } catch (const RowFailure& failure) {
+        EXPECT_EQ(failure.number(), tsql::kDateOutOfRange) << failure.text();
+        EXPECT_EQ(failure.row(), 1U);
+        EXPECT_EQ(failure.column(), 1);
+    }
+    connection_->rollbackTrans();
+}
+
+TEST_F(BadInput, RowsGoIntoATableThatWasMadeByHandWhateverItsCase) {
+    foreignly("CREATE TABLE \"Mixed\"(\"Id\" integer)");
+    const auto writer = connection_->openTable("mixed");
+    writer->addNew();
+    writer->set("id", "1");
+    writer->update();
+    connection_->beginTrans();
+    Recordset rows({{"id", ColumnType::integer}});
+    rows.addText("2");
+    rows.endRow();
+    connection_->openLoader("mixed", {"id"})->add(rows);
+    connection_->commitTrans();
+    EXPECT_EQ(value(*connection_, "select sum(Id) from Mixed"), "3");
+}
+
 TEST_F(BadInput, AZeroInAStatementIsRefusedAndStoresNothing) {
     using namespace std::string_literals;
     const std::string sql = "insert into t(c) values('a\0b')"s;
