@@ -127,12 +127,8 @@ OdbcHandle OdbcConnection::statement() {
 }
 
 void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost) {
-    run(work, ifLost, progress_);
-}
-
-void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost, server::Progress& progress) {
     try {
-        session_->waiter().run(work, progress);
+        session_->waiter().run(work, progress_);
     } catch (const Failure& reported) {
         const std::optional<server::Loss> loss = lossOf(reported.number());
         const bool lost =
@@ -202,19 +198,9 @@ std::int64_t OdbcConnection::change(std::string_view sql) {
     return work->touched();
 }
 
-// What ends a transaction can't be ended itself: nobody would know what has become of the work. Windows paint on.
 void OdbcConnection::end(std::string_view sql, server::Outcome ifLost) {
-    server::Progress painting;
-    const auto paint = [this] {
-        try {
-            progress_.report();
-        } catch (...) {
-            return;  // too late
-        }
-    };
-    if (progress_) painting.set(paint);
-    progress_.start();
-    run(std::make_shared<Change>(statement(), sql), ifLost, painting);
+    const server::Progress::Unstoppable toTheEnd(progress_);
+    run(std::make_shared<Change>(statement(), sql), ifLost);
 }
 
 std::int64_t OdbcConnection::execute(std::string_view sql) {

@@ -61,7 +61,6 @@ private:
     void prepareQuery(std::string_view sql);
     void checkCharacters(std::string_view text);
     std::int64_t change(std::string_view sql);
-    void run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost, server::Progress& progress);
     void end(std::string_view sql, server::Outcome ifLost = server::Outcome::undone);
     void settle(const std::shared_ptr<OdbcWork>& work) noexcept;
     bool isLost() const;

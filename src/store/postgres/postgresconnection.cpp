@@ -113,7 +113,7 @@ void PostgresConnection::undoUnit() {
     if (transaction_ == Transaction::none) return;
     session_->queue(Fixed::rollbackTo);
     session_->queue(Fixed::release);
-    const Answer answer = session_->send();
+    const Answer answer = session_->sendToTheEnd();
     if (answer.failure() != nullptr) transaction_ = Transaction::lost;
 }
 
@@ -356,7 +356,7 @@ void PostgresConnection::commitOpen() {
     session_->queue(Fixed::commit);
     Answer answer;
     try {
-        answer = session_->send();
+        answer = session_->sendToTheEnd();
     } catch (const LostConnection& lost) {
         failForLoss(lost, server::Outcome::unknown);
     }
@@ -380,7 +380,7 @@ void PostgresConnection::rollbackTrans() {
         if (std::exchange(transaction_, Transaction::none) == Transaction::begun) return;
         session_->queue(Fixed::rollback);
         try {
-            session_->send();
+            session_->sendToTheEnd();
         } catch (const LostConnection&) {
             // The server has undone it by itself.
             session_.reset();

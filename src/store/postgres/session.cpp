@@ -232,6 +232,11 @@ Answer Session::send(const Stream* stream) {
     }
 }
 
+Answer Session::sendToTheEnd() {
+    const server::Progress::Unstoppable toTheEnd(progress_);
+    return send();
+}
+
 // Each that was queued gives its result and a null, the end of all a result of its own. What the server didn't come to,
 // behind a failure, is none of the answer.
 Answer Session::receive(const Stream* stream) {

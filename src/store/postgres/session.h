@@ -121,6 +121,8 @@ public:
 
     /// Throws LostConnection, and what the progress or the stream throws; the server has then been told to stop.
     Answer send(const Stream* stream = nullptr);
+    /// Likewise, without an end by the progress.
+    Answer sendToTheEnd();
 
     /// Runs a COPY from the client; the rows are in its text form. Its result, or its failure, which leaves a
     /// transaction that only can be rolled back. Throws LostConnection, and what the progress throws.

@@ -191,6 +191,30 @@ TEST_F(Awaiting, IsEndedWithinATransactionThatStaysOpen) {
     EXPECT_EQ(value(*connection_, "select count(*) from t where id=99"), "1");
 }
 
+// Its check comes with the commit, and needs a row that somebody else holds.
+TEST_F(Awaiting, ACommitIsNotEndedByTheProgress) {
+    foreignly(
+        "CREATE FUNCTION touch() RETURNS trigger LANGUAGE plpgsql AS "
+        "$$BEGIN UPDATE t SET n = 7 WHERE id = 1; RETURN NULL; END$$; "
+        "CREATE CONSTRAINT TRIGGER touches AFTER INSERT ON t DEFERRABLE INITIALLY DEFERRED "
+        "FOR EACH ROW EXECUTE FUNCTION touch()");
+    const auto holder = connect();
+    holder->beginTrans();
+    holder->execute("update t set n=1 where id=1");
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(99)");
+    int calls = 0;
+    connection_->setProgress([&] {
+        if (++calls == 2) holder->rollbackTrans();
+        throw std::runtime_error("stop");
+    });
+    EXPECT_NO_THROW(connection_->commitTrans());
+    EXPECT_GE(calls, 2);
+    EXPECT_FALSE(connection_->inTransaction());
+    connection_->setProgress({});
+    EXPECT_EQ(value(*connection_, "select count(*) from t where id=99"), "1");
+}
+
 // The server hears no cancel any more.
 class HungServer : public LostSession {
 protected:
