@@ -54,7 +54,9 @@ void startUp() {
 platform::Settings& sharedSettings() { return hasServices() ? services().settings : ownSettings(); }
 
 store::Store& componentStore() {
-    static StoreFactory factory;
+    static StoreFactory factory([] {
+        if (hasServices()) services().toolkit.paintPending();
+    });
     return factory;
 }
 
