@@ -48,7 +48,13 @@ Services& ownServices() {
 
 void startUp() {
     if (!hasServices()) useServices(&ownServices());
+    requireWindows();
     services().toolkit.setFailureTitle([] { return appState().gMsgTitle; });
+}
+
+void requireWindows() {
+    if (const auto* windows = dynamic_cast<const platform::qt::QtToolkit*>(&services().toolkit))
+        windows->requireApplication();
 }
 
 platform::Settings& sharedSettings() { return hasServices() ? services().settings : ownSettings(); }

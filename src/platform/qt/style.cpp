@@ -42,6 +42,7 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const {
+    const WithSharedPalette palette(palettes_, option);
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     // Fusion frames lists, trees and grids the same with and without the focus.
     if (element != PE_Frame || !option->state.testFlag(State_HasFocus)) return;
@@ -50,6 +51,18 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
     painter->restore();
+}
+
+void Style::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                        const QWidget* widget) const {
+    const WithSharedPalette palette(palettes_, option);
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                               const QWidget* widget) const {
+    const WithSharedPalette palette(palettes_, option);
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
 }  // namespace orvenmod::platform::qt
