@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <ctime>
 #include <future>
+#include <iterator>
 #include <random>
 #include <system_error>
 #include <thread>
@@ -212,7 +213,8 @@ std::size_t Session::queueRun(Prepared& statement, const std::string& text, cons
 
 Answer Session::send(const Stream* stream) {
     const std::size_t asked = queued_.size();
-    for (const std::string& name : std::exchange(*gone_, {})) {
+    std::vector<std::string> gone = std::exchange(*gone_, {});
+    for (const std::string& name : gone) {
         PQsendQueryParams(connection_.get(), ("DEALLOCATE " + name).c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0);
         queued_.emplace_back();
     }
@@ -221,6 +223,8 @@ Answer Session::send(const Stream* stream) {
     progress_.start();
     try {
         Answer answer = receive(stream);
+        // Behind a failure none of them went.
+        if (answer.failure() != nullptr) std::move(gone.begin(), gone.end(), std::back_inserter(*gone_));
         if (answer.results.size() > asked) answer.results.resize(asked);
         return answer;
     } catch (const LostConnection&) {
