@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <vector>
 
 #include "platform/model/listgridmodel.h"
 #include "platform/numberformat.h"
@@ -59,15 +58,6 @@ std::string escaped(std::string_view text) {
     return out;
 }
 
-std::vector<int> shownColumns(const ListGridModel& list) {
-    std::vector<int> columns;
-    for (int place = 0; place < list.columnCount(); ++place) {
-        const int column = list.columnAt(place);
-        if (!list.column(column).hidden) columns.push_back(column);
-    }
-    return columns;
-}
-
 void addRow(const ListGridModel& list, const std::vector<int>& columns, int row, CopiedRows& copied) {
     copied.html += "<tr>";
     const char* between = "";
@@ -88,6 +78,15 @@ void addRow(const ListGridModel& list, const std::vector<int>& columns, int row,
 }
 
 }  // namespace
+
+std::vector<int> shownColumns(const ListGridModel& list) {
+    std::vector<int> columns;
+    for (int place = 0; place < list.columnCount(); ++place) {
+        const int column = list.columnAt(place);
+        if (!list.column(column).hidden) columns.push_back(column);
+    }
+    return columns;
+}
 
 CopiedRows copySelectedRows(const ListGridModel& list) {
     CopiedRows copied;
