@@ -107,8 +107,10 @@ void ListColumns::note() {
     }
     for (int place = 0; place < grid_.columnCount(); ++place) {
         const int column = grid_.columnAt(place) - kFirstColumn;
-        if (column >= 0 && column < static_cast<int>(told.size()))
-            shown.push_back(told[static_cast<std::size_t>(column)]);
+        if (column < 0 || column >= static_cast<int>(told.size())) continue;
+        const std::string& field = told[static_cast<std::size_t>(column)];
+        // A field that the metadata lists twice is kept by its first place.
+        if (std::ranges::find(shown, field) == shown.end()) shown.push_back(field);
     }
     if (shown != wantedOrder()) {
         // A field that isn't shown now keeps the place that it had.

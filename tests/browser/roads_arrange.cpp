@@ -278,6 +278,19 @@ TEST_P(Roads, aColumnMovedMeanwhileLeavesThePlaceOfTheOneThatIsNotShown) {
     stage.open(kPicker, [](User& user) { EXPECT_EQ(listOf(user).columnAt(2), kStock); });
 }
 
+TEST_P(Roads, aListWithAFieldTwiceKeepsItsColumnsToo) {
+    stage.database().execute(
+        "insert into tblFindinfoEntry(ftypeid,fentryid,fFieldName,fTitlename,fAlign,fDataFormat,fWidth) "
+        "select ftypeid,50,fFieldName,'又名',fAlign,fDataFormat,1234 from tblFindinfoEntry where fFieldName='fName'");
+    stage.open(kManagement, [](User& user) { user.dragHeading("vsf1", kName, kCode); });
+    EXPECT_EQ(stage.get("ListColumns", "7.3"), "order fName,fNumber,fModel,fMinQty");
+    stage.open(kManagement, [](User& user) {
+        EXPECT_EQ(listOf(user).columnAt(2), kName);
+        EXPECT_EQ(listOf(user).text(0, listOf(user).columnAt(6)), "又名");
+    });
+    EXPECT_EQ(stage.get("ListColumns", "7.3"), "order fName,fNumber,fModel,fMinQty");
+}
+
 TEST_P(Roads, aFieldAddedLaterAppearsWhereTheMetadataPutsIt) {
     stage.set("ListColumns", "7.3", "order fModel,fTimeQty,fNumber,fName");
     stage.open(kPicker, [](User& user) {
