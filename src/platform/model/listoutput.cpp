@@ -66,7 +66,9 @@ void addRow(const ListGridModel& list, const std::vector<int>& columns, int row,
         const std::string_view value = list.value(row, column);
         copied.text += between + oneLine(text);
         between = "\t";
-        const bool number = row > 0 && list.column(column).kind == ColumnKind::number && plainNumeral(value);
+        const ListGridModel::Column& of = list.column(column);
+        const bool quantity = plainNumeral(value) && (!of.format.empty() || !losesDigits(value));
+        const bool number = row > 0 && of.kind == ColumnKind::number && quantity;
         if (number)
             copied.html += std::string(kNumberCell) + std::string(value) + "\">" + std::string(value);
         else
