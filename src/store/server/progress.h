@@ -34,13 +34,15 @@ public:
     /// transaction, since nobody would know what has become of one whose end was ended.
     class Unstoppable {
     public:
-        explicit Unstoppable(Progress& progress) : progress_(progress) { progress_.stoppable_ = false; }
-        ~Unstoppable() { progress_.stoppable_ = true; }
+        explicit Unstoppable(Progress& progress)
+            : progress_(progress), before_(std::exchange(progress.stoppable_, false)) {}
+        ~Unstoppable() { progress_.stoppable_ = before_; }
         Unstoppable(const Unstoppable&) = delete;
         Unstoppable& operator=(const Unstoppable&) = delete;
 
     private:
         Progress& progress_;
+        bool before_;
     };
 
 private:

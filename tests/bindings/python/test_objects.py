@@ -15,7 +15,7 @@ from unittest import mock
 import orvenmod
 from orvenmod import native
 from orvenmod.objects import Property
-from suitetest import SuiteTest
+from suitetest import TOOL, SuiteTest
 
 
 def none_is_alive() -> bool:
@@ -233,7 +233,7 @@ class Finding(SuiteTest):
 
     def test_what_orvenregister_writes_is_found(self) -> None:
         library = os.environ["ORVENMOD_LIBRARY"]
-        self.assertEqual(self.run_program([os.environ["ORVENREGISTER"], library]).returncode, 0)
+        self.assertEqual(self.run_program([os.environ["ORVENREGISTER"], library], **TOOL).returncode, 0)
         self.assertEqual(self.loaded().stdout.strip(), library)
 
     def test_a_library_that_is_none_is_told(self) -> None:
