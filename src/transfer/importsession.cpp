@@ -87,6 +87,7 @@ bool ImportSession::check(platform::Progress& progress) {
         if (place % kRowsAStep == 0 && !progress.advance(static_cast<int>(place / 2))) return false;
         fresh->noteCode(rows_[place]);
     }
+    fresh->sortCodes();
     std::vector<RowState> states;
     states.reserve(rows_.size());
     for (std::size_t place = 0; place < rows_.size(); ++place) {

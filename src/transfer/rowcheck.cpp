@@ -1,6 +1,7 @@
 #include "transfer/rowcheck.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <string_view>
 
@@ -40,6 +41,8 @@ std::string changedBySpreadsheet(const SheetCell& cell) {
 }
 
 double numberOr0(const std::string& text) { return isNumeric(text) ? toDouble(text) : 0; }
+
+std::uint32_t hashOf(const std::string& key) { return static_cast<std::uint32_t>(std::hash<std::string>()(key)); }
 
 std::string idOr0(const std::string& text) { return trim(text).empty() ? "0" : trim(text); }
 
@@ -134,7 +137,20 @@ std::string RowCheck::plannedRefusal(const ImportCategory& category) const {
 void RowCheck::noteCode(std::size_t row) {
     CheckedRow ignored;
     const Codes codes = codesOf(row, ignored);
-    if (ignored.reasons.empty()) firstRows_.emplace(lookupKey(codes.code), row);
+    if (ignored.reasons.empty()) noted_.push_back({hashOf(lookupKey(codes.code)), static_cast<std::uint32_t>(row)});
+}
+
+void RowCheck::sortCodes() { std::sort(noted_.begin(), noted_.end()); }
+
+std::optional<std::size_t> RowCheck::otherFirst(const std::string& code, std::size_t row) {
+    const std::string key = lookupKey(code);
+    const std::uint32_t hash = hashOf(key);
+    const auto begin = std::lower_bound(noted_.begin(), noted_.end(), NotedCode{.hash = hash});
+    for (auto noted = begin; noted != noted_.end() && noted->hash == hash && noted->row != row; ++noted) {
+        CheckedRow ignored;
+        if (lookupKey(codesOf(noted->row, ignored).code) == key) return noted->row;
+    }
+    return std::nullopt;
 }
 
 CheckedRow RowCheck::check(std::size_t row) {
@@ -143,9 +159,9 @@ CheckedRow RowCheck::check(std::size_t row) {
     const StoredItem* found = checked.reasons.empty() ? stored_.byCode(codes.code) : nullptr;
     if (found && !found->detail) checked.reasons.push_back({kCodeField, "代码已经存在，是一个分类"});
     if (found && found->detail) checked.itemId = found->id;
-    const auto first = firstRows_.find(lookupKey(codes.code));
-    if (checked.reasons.empty() && first != firstRows_.end() && first->second != row)
-        checked.reasons.push_back({kCodeField, "与第" + std::to_string(first->second + 1) + "行的代码重复"});
+    const std::optional<std::size_t> first =
+        checked.reasons.empty() ? otherFirst(codes.code, row) : std::optional<std::size_t>();
+    if (first) checked.reasons.push_back({kCodeField, "与第" + std::to_string(*first + 1) + "行的代码重复"});
     checked.draft.texts.number = codes.code;
     checked.draft.texts.shortNumber = codes.shortCode;
     checked.draft.categoryId = found && !codes.categoryTold ? found->parentId : std::to_string(codes.category->id);
