@@ -12,6 +12,7 @@ namespace orvenmod {
 
 namespace {
 
+constexpr const char* kMadeNumber = "电子表格把代码变成了数字，前面的零可能丢了，请改成文本";
 constexpr const char* kNoDate = "1900-01-01";
 
 // A text that was saved by a spreadsheet has the errors as texts.
@@ -89,7 +90,7 @@ std::string RowCheck::valueOf(std::size_t row, std::size_t field, CheckedRow& ch
     if (code && cell.kind == CellKind::date)
         checked.reasons.push_back({field, "电子表格把代码变成了日期 " + cell.text + "，请改成文本"});
     if (code && cell.kind == CellKind::number && options_.numberCode == WhenCodeIsNumber::refuse)
-        checked.reasons.push_back({field, "电子表格把代码变成了数字，前面的零可能丢了，请改成文本"});
+        checked.reasons.push_back({field, kMadeNumber});
     if (text.find('\'') != std::string::npos) checked.reasons.push_back({field, "不能有单引号"});
     return text;
 }
@@ -207,8 +208,7 @@ void RowCheck::checkFields(std::size_t row, CheckedRow& checked, const Codes& co
         } else if (columnOf_[field] >= 0) {
             std::string text = valueOf(row, field, checked);
             if (checked.reasons.size() == before) checkValue(field, std::move(text), value, checked);
-            if (checked.reasons.size() > before && fields_[field].isReference())
-                checked.reasons.back().text += changedBySpreadsheet(cellOf(row, field));
+            if (fields_[field].isReference()) doubtNumber(row, field, before, checked);
         } else if (checked.itemId != 0) {
             takeStored(field, checked.itemId, value);
         }
@@ -216,6 +216,17 @@ void RowCheck::checkFields(std::size_t row, CheckedRow& checked, const Codes& co
         checked.draft.classFields.push_back(std::move(value));
     }
     checked.draft.texts.name = checked.draft.classFields[kNameField - kCodeField].value;
+}
+
+// The entry that a number means may be another's: that of the code with the zeros before it.
+void RowCheck::doubtNumber(std::size_t row, std::size_t field, std::size_t before, CheckedRow& checked) const {
+    const SheetCell cell = cellOf(row, field);
+    if (checked.reasons.size() > before) {
+        checked.reasons.back().text += changedBySpreadsheet(cell);
+    } else if (cell.kind == CellKind::number && options_.numberCode == WhenCodeIsNumber::refuse &&
+               fields_[field].entries->isNumberOfOther(cell.text)) {
+        checked.reasons.push_back({field, kMadeNumber});
+    }
 }
 
 void RowCheck::checkValue(std::size_t field, std::string text, FieldRow& into, CheckedRow& checked) const {

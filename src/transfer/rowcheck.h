@@ -92,6 +92,7 @@ private:
     std::string plannedRefusal(const ImportCategory& category) const;
     Codes codesOf(std::size_t row, CheckedRow& checked);
     void checkFields(std::size_t row, CheckedRow& checked, const Codes& codes);
+    void doubtNumber(std::size_t row, std::size_t field, std::size_t before, CheckedRow& checked) const;
     void checkValue(std::size_t field, std::string text, FieldRow& into, CheckedRow& checked) const;
     void takeStored(std::size_t field, std::int32_t itemId, FieldRow& into) const;
     bool differs(std::size_t field, std::int32_t itemId, const FieldRow& wanted) const;
