@@ -416,19 +416,21 @@ void frmImport::fillResult() {
     form.window->get<Label>("lblResult").setCaption(text + form.note);
     showRows(form.window->get<platform::ListGrid>("vsfResult"), std::make_shared<ResultRows>(session, form.kept),
              ResultRows::columns());
-    form.enable("cmdTakeBack", added > 0);
+    form.enable("cmdTakeBack", added + session.result().categories.size() > 0);
     form.enable("cmdSaveFailed", refused > 0);
 }
 
 void frmImport::cmdTakeBack_Click() {
     Shown& form = shown();
     if (!isClassRightGranted(store::right::kDeleteDetail)) return;
+    const ImportResult& result = form.session.result();
+    const bool mayTake = result.categories.empty() || isClassRightGranted(store::right::kDeleteCategory);
     if (!askQuestion("确定要撤回新增的行吗？")) return;
     std::vector<KeptItem> kept;
-    const auto progress = newProgress("正在撤回，请稍候…", form.session.result().rows.size());
+    const auto progress = newProgress("正在撤回，请稍候…", result.rows.size());
     const bool done = trapped([&] {
         openDB();
-        kept = form.session.takeBack(*progress);
+        kept = form.session.takeBack(*progress, mayTake ? MadeCategories::takeBack : MadeCategories::keep);
         return true;
     });
     if (!done) return;
@@ -436,6 +438,7 @@ void frmImport::cmdTakeBack_Click() {
     for (const KeptItem& item : kept)
         form.kept[item.row] = item.reason;
     form.note = kept.empty() ? "已全部撤回。" : "有 " + numberText(kept.size()) + " 行没有撤回。";
+    if (!result.categories.empty()) form.note += "留下新建的分类 " + numberText(result.categories.size()) + " 个。";
     fillResult();
 }
 

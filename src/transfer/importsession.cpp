@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 
 #include "frame/appstate.h"
 #include "frame/conversion.h"
@@ -22,6 +23,21 @@ std::int64_t timeOf(const std::string& path) {
 std::uint64_t sizeOf(const std::string& path) {
     std::error_code none;
     return std::filesystem::file_size(path, none);
+}
+
+/// Why the delete left it, "" where it is gone. Where what failed can't be undone nothing further may be tried.
+std::string whyKept(const std::function<std::string()>& remove, bool& goesOn) {
+    try {
+        return remove();
+    } catch (const store::Failure& failure) {
+        std::string reason = failure.text();
+        try {
+            if (appState().gConn->inTransaction()) appState().gConn->rollbackTrans();
+        } catch (const store::Failure&) {
+            goesOn = false;
+        }
+        return reason;
+    }
 }
 
 }  // namespace
@@ -150,33 +166,29 @@ std::string ImportSession::reasonOf(std::size_t place) const {
     return stored != result_.reasons.end() ? stored->second : reasonText(check_->check(rows_[place]).reasons, fields_);
 }
 
-std::vector<KeptItem> ImportSession::takeBack(platform::Progress& progress) {
+std::vector<KeptItem> ImportSession::takeBack(platform::Progress& progress, MadeCategories categories) {
     std::vector<KeptItem> kept;
     std::vector<RowOutcome> left;
     int done = 0;
-    bool cancelled = false;
+    bool goesOn = true;
     for (const RowOutcome& outcome : result_.rows) {
-        std::string reason;
         if (outcome.state != RowState::added) {
             left.push_back(outcome);
             continue;
         }
-        cancelled = cancelled || !progress.advance(done++);
-        if (cancelled) {
-            reason = "没有撤回";
-        } else {
-            try {
-                reason = deleteUnused(outcome.itemId).text;
-            } catch (const store::Failure& failure) {
-                reason = failure.text();
-                if (appState().gConn->inTransaction()) appState().gConn->rollbackTrans();
-            }
-        }
+        goesOn = goesOn && progress.advance(done++);
+        std::string reason = "没有撤回";
+        if (goesOn) reason = whyKept([&outcome] { return deleteUnused(outcome.itemId).text; }, goesOn);
         if (reason.empty()) continue;
         kept.push_back({outcome.row, reason});
         left.push_back(outcome);
     }
     result_.rows = std::move(left);
+    if (categories == MadeCategories::takeBack) {
+        std::erase_if(result_.categories, [&goesOn](std::int32_t id) {
+            return goesOn && whyKept([id] { return deleteEmptyCategory(id); }, goesOn).empty();
+        });
+    }
     return kept;
 }
 

@@ -110,6 +110,36 @@ TEST_P(ImportRoads, whatWasAddedIsTakenBackBehindTheGuardOfTheDelete) {
     EXPECT_EQ(stage.added(), Texts{"005|垫圈|0|1|.203."});
 }
 
+TEST_P(ImportRoads, categoriesThatWereMadeAreTakenBackWhereNothingElseIsInThem) {
+    const std::string file = stage.workbook(
+        {{"短代码", "名称", "所属分类"}, {"9", "a", "五金/垫圈/平垫"}, {"8", "b", "五金/垫圈"}, {"7", "c", "五金/灯"}});
+    const auto categories = [this] {
+        return stage.database().rows(
+            "select fName from tblItem where fItemClassId=3 and fIsDetail=0 and fItemId>202 order by fItemId");
+    };
+    stage.import([&](User& user) {
+        user.type("txtFile", file, -1);
+        user.click("cmdNext");
+        user.pick("cmbCategory", 1, -1);
+        user.click("cmdNext");
+        user.click("cmdNext");
+        EXPECT_EQ(categories(), (Rows{{"垫圈"}, {"平垫"}, {"灯"}}));
+        stage.database().execute("insert into tblstockbal(fItemId) select fItemId from tblItem where fName='b'");
+        user.answer(MessageKind::question, "确定要撤回新增的行吗？", Answer::yes);
+        user.click("cmdTakeBack");
+        EXPECT_EQ(caption(user, "lblResult"),
+                  "新增 1 行，修改 0 行，拒绝 0 行。有 1 行没有撤回。留下新建的分类 1 个。");
+        EXPECT_EQ(categories(), Rows{{"垫圈"}});
+        stage.database().execute("delete from tblstockbal");
+        user.answer(MessageKind::question, "确定要撤回新增的行吗？", Answer::yes);
+        user.click("cmdTakeBack");
+        EXPECT_EQ(caption(user, "lblResult"), "新增 0 行，修改 0 行，拒绝 0 行。已全部撤回。");
+        EXPECT_FALSE(user.control<platform::Button>("cmdTakeBack").enabled());
+    });
+    EXPECT_EQ(categories(), Rows{});
+    EXPECT_EQ(stage.added(), Texts{});
+}
+
 TEST_P(ImportRoads, aDisabledItemIsNotTakenBack) {
     const std::string file = stage.workbook({kHeadings, {"005", "垫圈"}});
     stage.import([&](User& user) {

@@ -1,5 +1,6 @@
 // What a run sends, and what stays where the store fails in its middle.
 #include <algorithm>
+#include <functional>
 
 #include "support/spreadsheet.h"
 #include "transfer/importtest.h"
@@ -131,6 +132,48 @@ TEST_F(ImportRun, everyOperationFailsOnceAndLeavesWholeRowsThatASecondRunComplet
             EXPECT_EQ(caption(user, "lblCounts"),
                       n == 1 ? "共 3 行：新增 3，修改 0，相同 0，拒绝 0" : "共 3 行：新增 0，修改 0，相同 3，拒绝 0");
         });
+    }
+}
+
+TEST_F(ImportRun, everyOperationOfTheTakingBackFailsWithTheNextAndWhatIsLeftIsToldAsItIs) {
+    const std::string file = stage.workbook({{"短代码", "名称", "所属分类"}, {"7", "a", "五金/垫圈"}, {"8", "b", ""}});
+    const auto imported = [&](const std::function<void(User&)>& takeBack) {
+        stage.import([&](User& user) {
+            user.type("txtFile", file, -1);
+            user.click("cmdNext");
+            user.pick("cmbCategory", 1, -1);
+            user.click("cmdNext");
+            user.click("cmdNext");
+            user.answer(MessageKind::question, "确定要撤回新增的行吗？", Answer::yes);
+            stage.forgetStatements();
+            takeBack(user);
+        });
+    };
+    std::size_t operations = 0;
+    imported([&](User& user) {
+        user.click("cmdTakeBack");
+        operations = failable().size();
+    });
+    ASSERT_GT(operations, 10U);
+    ASSERT_EQ(stage.added(), Texts{});
+    for (int n = 2; n <= static_cast<int>(operations); ++n) {
+        SCOPED_TRACE(n);
+        imported([&](User& user) {
+            stage.faults() = {.failAt = n, .times = 2};
+            user.click("cmdTakeBack");
+            stage.faults() = {};
+            const auto items = static_cast<std::size_t>(std::stoi(
+                database().value("select count(*) from tblItem where fItemClassId=3 and fIsDetail=1 and fItemId>202")));
+            const Texts left = stage.added();
+            const std::string told = "新增 " + std::to_string(items) + " 行，修改 0 行，拒绝 0 行。";
+            EXPECT_EQ(caption(user, "lblResult").substr(0, told.size()), told);
+            EXPECT_EQ(caption(user, "lblResult").find("分类") != std::string::npos, left.size() > items);
+            EXPECT_EQ(halves(), "00");
+            user.answer(MessageKind::question, "确定要撤回新增的行吗？", Answer::yes);
+            user.click("cmdTakeBack");
+        });
+        EXPECT_EQ(stage.connectionsAlive(), 0);
+        EXPECT_EQ(stage.added(), Texts{});
     }
 }
 
