@@ -370,12 +370,14 @@ void frmImport::cmdSaveRefused_Click() {
     auto& cd1 = form.window->get<platform::FileDialog>("cd1");
     cd1.setFilter(kWorkbooks);
     if (!cd1.showSave() || cd1.fileName().empty()) return;
+    std::size_t cut = 0;
     try {
-        writeRefused(withSuffix(cd1.fileName()), form.session);
+        cut = writeRefused(withSuffix(cd1.fileName()), form.session);
     } catch (const std::runtime_error& failure) {
         return showCritical(failure.what());
     }
-    showInformation("拒绝的行已保存！");
+    const std::string told = "其中 " + numberText(cut) + " 格太长，电子表格的一格存不下，已截短。";
+    showInformation("拒绝的行已保存！" + (cut == 0 ? "" : told));
 }
 
 void frmImport::run() {

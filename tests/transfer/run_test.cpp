@@ -257,6 +257,29 @@ TEST_F(ImportRun, aSecondCheckForgetsWhyTheStoreRefusedTheFirstRun) {
     EXPECT_EQ(readSpreadsheet(refused).size(), 2U);
 }
 
+TEST_F(ImportRun, aRefusedCellThatASpreadsheetCannotHoldIsCutAndThatIsTold) {
+    constexpr std::size_t kMost = 32767;
+    const std::string longest = std::string(kMost, 'x');
+    const std::string list = stage.text("短代码,名称\n," + longest + "\n,x" + longest + "\n");
+    const std::string refused = database().folder().file("refused.xlsx");
+    stage.import([&](User& user) {
+        toCheck(user, list);
+        user.chooseFile(refused);
+        user.answer(MessageKind::information, "拒绝的行已保存！其中 1 格太长，电子表格的一格存不下，已截短。");
+        user.click("cmdSaveRefused");
+    });
+    const Lines saved = readSpreadsheet(refused);
+    ASSERT_EQ(saved.size(), 3U);
+    EXPECT_EQ(saved[1][1], longest);
+    EXPECT_EQ(saved[1][2].find("只存下"), std::string::npos);
+    EXPECT_EQ(saved[2][1], longest);
+    EXPECT_NE(saved[2][2].find("；名称：只存下前 32767 个字"), std::string::npos) << saved[2][2];
+    stage.import([&](User& user) {
+        toCheck(user, refused);
+        EXPECT_EQ(shownRows(user, "vsfCheck", 2)[1], (Texts{"3", "拒绝"}));
+    });
+}
+
 TEST_F(ImportRun, theTemplateHasTheCaptionsAndIsBroughtInWhenFilled) {
     const std::string file = database().folder().file("template.xlsx");
     stage.import([&](User& user) {
