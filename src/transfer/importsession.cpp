@@ -8,6 +8,7 @@
 #include "frame/conversion.h"
 #include "hierarchy/itemroutines.h"
 #include "platform/model/cellinput.h"
+#include "platform/sheet/utf16.h"
 
 namespace orvenmod {
 
@@ -85,12 +86,16 @@ void ImportSession::findHeading() {
 std::string ImportSession::sample(std::size_t column) const {
     constexpr std::size_t kSamples = 3;
     constexpr std::size_t kSought = 100;
+    constexpr std::size_t kLongestSample = 100;
     std::string text;
     std::size_t found = 0;
     for (std::size_t place = 0; place < std::min(rows_.size(), kSought) && found < kSamples; ++place) {
         const std::string value = trim(file_.rows.cell(rows_[place], static_cast<int>(column)).text);
         if (value.empty()) continue;
-        text += (found++ == 0 ? "" : "，") + platform::model::onOneLine(value.substr(0, value.find('\n')));
+        const std::string_view line = std::string_view(value).substr(0, value.find('\n'));
+        const std::string_view begin = platform::cutToUnits(line, kLongestSample);
+        text +=
+            (found++ == 0 ? "" : "，") + platform::model::onOneLine(begin) + (begin.size() < line.size() ? "…" : "");
     }
     return text;
 }

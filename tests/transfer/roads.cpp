@@ -76,6 +76,30 @@ TEST_P(ImportRoads, aRefusedRowIsMended) {
     EXPECT_EQ(stage.database().rows("select fMinQty,fH from ICItem where fItemId=203"), (Rows{{"12", "202"}}));
 }
 
+TEST_P(ImportRoads, aRowOfHugeCellsIsMendedInPlace) {
+    constexpr std::size_t kBeside = 1U << 20U;
+    const std::string huge(10U << 20U, 'x');
+    const std::string file = stage.text("短代码,名称,规格型号\n7," + huge + ',' + huge.substr(0, kBeside) + '\n');
+    stage.import([&](User& user) {
+        toCheck(user, file);
+        stage.script().onWindow("frmImportRow", [&huge](User& row) {
+            constexpr std::size_t kShown = 32766;
+            EXPECT_EQ(row.control<EntryGrid>("fps1").text(2, 3), huge.substr(0, kShown) + "…");
+            row.typeCell("fps1", 2, 2, "垫圈");
+            row.click("cmdOK");
+        });
+        user.doubleClickRow("vsfCheck", 1);
+        EXPECT_EQ(shownRows(user, "vsfCheck", 3)[0][2].find("名称"), std::string::npos);
+        stage.script().onWindow("frmImportRow", [](User& row) {
+            row.typeCell("fps1", 2, 3, "M1");
+            row.click("cmdOK");
+        });
+        EXPECT_EQ(shownRows(user, "vsfCheck", 1).size(), 1U);
+        user.doubleClickRow("vsfCheck", 1);
+        EXPECT_EQ(caption(user, "lblCounts"), "共 1 行：新增 1，修改 0，相同 0，拒绝 0");
+    });
+}
+
 TEST_P(ImportRoads, refusedRowsAreSavedWithTheirReasonsAndBroughtInAgain) {
     const std::string file = stage.workbook({kHeadings, {"005", "垫圈", "", "很多"}, {"0006", "平垫", "", "1"}});
     const std::string refused = stage.database().folder().file("refused.xlsx");
