@@ -60,7 +60,9 @@ void requireWindows() {
 platform::Settings& sharedSettings() { return hasServices() ? services().settings : ownSettings(); }
 
 store::Store& componentStore() {
-    static StoreFactory factory;
+    static StoreFactory factory([] {
+        if (hasServices()) services().toolkit.paintPending();
+    });
     return factory;
 }
 
