@@ -59,8 +59,6 @@ enum IndexField {
 };
 constexpr char kBetweenNames = '\x1f';
 
-bool isTrue(const PGresult* rows, int row, int column) { return textOf(rows, row, column) == "t"; }
-
 // The type of a column that was made by hand.
 tsql::Type nativeColumnType(std::string_view native) {
     struct Name {
