@@ -66,6 +66,20 @@ TEST_F(ImportBadInput, anOldWorkbookWhoseSheetsCantBeFoundIsTold) {
     refuses(path("a.xls"), "旧格式的文件读不出，请另存为 .xlsx 再导入：" + path("a.xls"));
 }
 
+TEST_F(ImportBadInput, anOldWorkbookWhoseTextsLeaveTheirRecordsIsNotRead) {
+    constexpr std::size_t kNameLength = 4 + 6;  // behind the head, where the sheet begins and what it is
+    makeOldWorkbook(path("a.xls"));
+    const std::string whole = Stage::contents(path("a.xls"));
+    const std::size_t sheet = whole.find(std::string("\x85\0", 2), 512);
+    ASSERT_NE(sheet, std::string::npos);
+    std::string bytes = whole;
+    bytes[sheet + kNameLength] = '\xFF';
+    refuses(stage.text(bytes, "name.xls"), "文件已损坏或不是电子表格：" + path("name.xls"));
+    bytes = whole;
+    bytes[sheet + 3] = '\x7F';
+    refuses(stage.text(bytes, "record.xls"), "文件已损坏或不是电子表格：" + path("record.xls"));
+}
+
 TEST_F(ImportBadInput, aFileUnderAPasswordIsTold) {
     makePackage(path("a.ods"), {{"content.xml", "xx"},
                                 {"META-INF/manifest.xml", "<m><file-entry><encryption-data/></file-entry></m>"}});
