@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "store/failure.h"
+#include "store/listrows.h"
 #include "store/outline.h"
 #include "store/recordset.h"
 
@@ -88,6 +89,10 @@ public:
 
     /// Runs a query and fetches it whole.
     virtual Recordset open(std::string_view sql) = 0;
+
+    /// Runs the query of a list: the rows, order and texts of open(), of which the store may fetch each when it is
+    /// looked at. By default all are fetched here.
+    virtual std::unique_ptr<ListRows> openList(std::string_view sql) { return std::make_unique<WholeRows>(open(sql)); }
 
     /// Takes some rows of a query; at least one row, but for a query that has none.
     using Part = std::function<void(const Recordset& rows)>;

@@ -54,6 +54,29 @@ private:
     FaultPlan& plan_;
 };
 
+class FaultyRows : public ListRows {
+public:
+    FaultyRows(std::unique_ptr<ListRows> target, FaultPlan& plan) : target_(std::move(target)), plan_(plan) {}
+
+    const std::vector<Column>& columns() const override { return target_->columns(); }
+    std::size_t rowCount() const override { return target_->rowCount(); }
+    Value cell(std::size_t row, int column) const override {
+        if (!target_->holds(row)) count(plan_);
+        return target_->cell(row, column);
+    }
+    bool holds(std::size_t row) const override { return target_->holds(row); }
+    void tend() override {
+        if (reading() == ListReading::keys) count(plan_);
+        target_->tend();
+    }
+    ListReading reading() const override { return target_->reading(); }
+    std::size_t memory() const override { return target_->memory(); }
+
+private:
+    std::unique_ptr<ListRows> target_;
+    FaultPlan& plan_;
+};
+
 class FaultyConnection : public ConnectionWrapper {
 public:
     FaultyConnection(std::unique_ptr<Connection> connection, FaultPlan& plan)
@@ -81,6 +104,12 @@ public:
     Recordset open(std::string_view sql) override {
         count(plan_);
         return target().open(sql);
+    }
+    std::unique_ptr<ListRows> openList(std::string_view sql) override {
+        count(plan_);
+        std::unique_ptr<ListRows> rows = target().openList(sql);
+        if (rows->reading() == ListReading::whole) return rows;
+        return std::make_unique<FaultyRows>(std::move(rows), plan_);
     }
     void read(std::string_view sql, const Part& part) override {
         target().read(sql, [&](const Recordset& rows) {

@@ -1,5 +1,6 @@
 // The trace file: one object a line,
 //   {"operation":"execute","sql":"...","rows":1,"ms":0.214}
+//   {"operation":"open","sql":"...","rows":1000,"ms":2.1,"read":"keys"}
 //   {"operation":"open","sql":"...","rows":0,"ms":0.08,"failed":true,"number":208,"text":"..."}
 #include "store/trace.h"
 
@@ -135,6 +136,14 @@ public:
             return rows;
         });
     }
+    std::unique_ptr<ListRows> openList(std::string_view sql) override {
+        return traced(sink_, "open", sql, [&](TraceRecord& record) {
+            std::unique_ptr<ListRows> rows = target().openList(sql);
+            record.rows = static_cast<std::int64_t>(rows->rowCount());
+            record.read = rows->reading() == ListReading::keys ? "keys" : "whole";
+            return rows;
+        });
+    }
     void read(std::string_view sql, const Part& part) override {
         traced(sink_, "read", sql, [&](TraceRecord& record) {
             target().read(sql, [&](const Recordset& rows) {
@@ -196,6 +205,7 @@ TraceSink traceToFile(const std::string& path) {
     return [file](const TraceRecord& record) {
         nlohmann::ordered_json line = {
             {"operation", record.operation}, {"sql", record.sql}, {"rows", record.rows}, {"ms", record.milliseconds}};
+        if (!record.read.empty()) line["read"] = record.read;
         if (record.failed) {
             line["failed"] = true;
             line["number"] = record.number;

@@ -47,6 +47,44 @@ TEST(Fault, FailsEachOperationInItsTurn) {
     }
 }
 
+TEST(Fault, CountsEachFetchOfAListAndItsTending) {
+    test::ScriptedStore target;
+    FaultPlan plan;
+    FaultyStore store(target, plan);
+    const auto list = store.connect("x")->openList("select keys from t");
+    EXPECT_EQ(plan.count, 2);
+    list->cell(0, 0);
+    list->cell(0, 0);
+    EXPECT_EQ(plan.count, 3);
+    list->cell(1, 0);
+    list->tend();
+    EXPECT_EQ(plan.count, 5);
+    EXPECT_EQ(target.windows.fetches, 2);
+}
+
+TEST(Fault, FailsAFetchOfAListOnceAndThenGivesTheRow) {
+    test::ScriptedStore target;
+    FaultPlan plan;
+    FaultyStore store(target, plan);
+    const auto list = store.connect("x")->openList("select keys from t");
+    plan.failAt = 3;
+    EXPECT_THROW(list->cell(1, 0), Failure);
+    EXPECT_EQ(target.windows.fetches, 0);
+    EXPECT_EQ(list->cell(1, 0), "2");
+}
+
+TEST(Fault, FailsTheOpeningOfAListBeforeItReachesTheTarget) {
+    test::ScriptedStore target;
+    FaultPlan plan;
+    plan.failAt = 2;
+    FaultyStore store(target, plan);
+    const auto connection = store.connect("x");
+    EXPECT_THROW(connection->openList("select a from t"), Failure);
+    EXPECT_EQ(target.notes.size(), 1U);
+    EXPECT_EQ(connection->openList("select a from t")->cell(1, 0), "2");
+    EXPECT_EQ(plan.count, 3);
+}
+
 TEST(Fault, FailsEachStatementOfAFlightInItsTurn) {
     const std::vector<std::string> statements = {"delete a", "delete b", "delete c"};
     for (int n = 2; n <= 4; ++n) {

@@ -1,4 +1,5 @@
 // A store without a database: it notes what reaches it, gives two rows, and fails for a statement that says "fail".
+// A list is read by its keys where the statement says "keys".
 #pragma once
 
 #include <memory>
@@ -6,6 +7,7 @@
 #include <vector>
 
 #include "store/connection.h"
+#include "support/windowedrows.h"
 
 namespace orvenmod::store::test {
 
@@ -39,7 +41,7 @@ private:
 
 class ScriptedConnection : public Connection {
 public:
-    explicit ScriptedConnection(Notes& notes) : notes_(notes) {}
+    ScriptedConnection(Notes& notes, orvenmod::test::Windows& windows) : notes_(notes), windows_(windows) {}
     std::int64_t execute(std::string_view sql) override {
         notes_.push_back("execute " + std::string(sql));
         if (sql.find("fail") != std::string_view::npos) throw Failure(FailureKind::syntax, 102, "坏语句");
@@ -53,6 +55,10 @@ public:
             rows.endRow();
         }
         return rows;
+    }
+    std::unique_ptr<ListRows> openList(std::string_view sql) override {
+        if (sql.find("keys") == std::string_view::npos) return Connection::openList(sql);
+        return std::make_unique<orvenmod::test::WindowedRows>(open(sql), windows_);
     }
     void read(std::string_view sql, const Part& part) override { part(open(sql)); }
     Outline outline() override {
@@ -76,15 +82,17 @@ public:
 
 private:
     Notes& notes_;
+    orvenmod::test::Windows& windows_;
 };
 
 class ScriptedStore : public Store {
 public:
     std::unique_ptr<Connection> connect(const std::string& connectionString) override {
         notes.push_back("connect " + connectionString);
-        return std::make_unique<ScriptedConnection>(notes);
+        return std::make_unique<ScriptedConnection>(notes, windows);
     }
     Notes notes;
+    orvenmod::test::Windows windows{.rows = 1};
 };
 
 }  // namespace orvenmod::store::test

@@ -80,6 +80,20 @@ TEST(Trace, NotesEachStatementOfAFlight) {
     EXPECT_EQ(traced.records[2].number, 102);
 }
 
+TEST(Trace, NotesAListAsOneOperationAndHowItIsRead) {
+    Traced traced;
+    const auto connection = traced.store.connect("x");
+    const auto list = connection->openList("select  keys from t");
+    EXPECT_EQ(list->cell(1, 0), "2");
+    list->tend();
+    EXPECT_EQ(connection->openList("select a from t")->cell(1, 0), "2");
+    ASSERT_EQ(operations(traced.records), (std::vector<std::string>{"connect", "open", "open"}));
+    EXPECT_EQ(traced.records[1].sql, "select  keys from t");
+    EXPECT_EQ(traced.records[1].rows, 2);
+    EXPECT_EQ(traced.records[1].read, "keys");
+    EXPECT_EQ(traced.records[2].read, "whole");
+}
+
 TEST(Trace, NotesOneCloseOfTwo) {
     Traced traced;
     const auto connection = traced.store.connect("x");
@@ -103,20 +117,24 @@ TEST(Trace, WritesAJsonLineAnOperation) {
         const auto connection = store.connect("x");
         connection->execute("insert into t values('引号\"')");
         EXPECT_THROW(connection->execute("fail"), Failure);
+        connection->openList("select keys from t");
     }
     std::ifstream file(path);
     std::vector<nlohmann::json> lines;
     for (std::string line; std::getline(file, line);)
         lines.push_back(nlohmann::json::parse(line));
-    ASSERT_EQ(lines.size(), 3U);
+    ASSERT_EQ(lines.size(), 4U);
     EXPECT_EQ(lines[1]["operation"], "execute");
     EXPECT_EQ(lines[1]["sql"], "insert into t values('引号\"')");
     EXPECT_EQ(lines[1]["rows"], 3);
     EXPECT_TRUE(lines[1]["ms"].is_number());
     EXPECT_FALSE(lines[1].contains("failed"));
+    EXPECT_FALSE(lines[1].contains("read"));
     EXPECT_EQ(lines[2]["failed"], true);
     EXPECT_EQ(lines[2]["number"], 102);
     EXPECT_EQ(lines[2]["text"], "坏语句");
+    EXPECT_EQ(lines[3]["operation"], "open");
+    EXPECT_EQ(lines[3]["read"], "keys");
 }
 
 TEST(Trace, ToAFileThatCanNotBeWrittenDropsItsLines) {
