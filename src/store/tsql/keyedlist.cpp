@@ -87,12 +87,13 @@ public:
         return translation;
     }
 
-    Translation row(const std::string& view) {
+    Translation rows(const std::string& view) {
         Translation translation;
         begin(view, translation);
         addColumns(list_);
-        translation.statements.push_back("SELECT " + items(*list_.select, nullptr) + " FROM " +
-                                         sources(list_.select->from) + " WHERE " + key() + " = ?1");
+        translation.statements.push_back("SELECT " + items(*list_.select, nullptr) + ", " + key() + " FROM " +
+                                         sources(list_.select->from) + " WHERE " + key() +
+                                         " IN (SELECT value FROM json_each(?1))");
         return translation;
     }
 
@@ -119,7 +120,7 @@ KeyedList ofTable(const Query& list, const std::vector<Literal>& literals) {
     KeyedList result;
     result.greatestKey = greatestKeyOf(*list.select->from[0]);
     result.keys = ListEmitter(literals, list).keys("");
-    result.row = ListEmitter(literals, list).row("");
+    result.rows = ListEmitter(literals, list).rows("");
     return result;
 }
 
@@ -150,7 +151,7 @@ std::optional<KeyedList> ofView(const Query& list, const std::vector<Literal>& l
         result.keys =
             ListEmitter(literals, list).keys(emitter().keyed(view, columnsNamed(list, Clauses::conditionAndOrder)));
     }
-    result.row = ListEmitter(literals, list).row(emitter().keyed(view, columnsNamed(list, Clauses::items)));
+    result.rows = ListEmitter(literals, list).rows(emitter().keyed(view, columnsNamed(list, Clauses::items)));
     return result;
 }
 

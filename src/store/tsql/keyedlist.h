@@ -1,10 +1,12 @@
-// A list's query as two: one that gives the keys of its rows in their order, and one that gives a row by its key. So a
-// list of a million rows costs its keys, and of the rows those that somebody looks at.
+// A list's query as two: one that gives the keys of its rows in their order, and one that gives some rows by their
+// keys. So a list of a million rows costs its keys, and of the rows those that somebody looks at.
 //
 //   select fNumber, fHName from vICItem where fUnit='把' order by fNumber
 //
 //   keys  SELECT v."orven.key" FROM (SELECT a.rowid AS "orven.key", .. FROM "ICItem" AS "a") AS v WHERE .. ORDER BY ..
-//   row   SELECT v."fNumber", v."fHName" FROM (SELECT a.rowid AS "orven.key", ..) AS v WHERE v."orven.key" = ?1
+//   rows  SELECT v."fNumber", v."fHName", v."orven.key" FROM (SELECT a.rowid AS "orven.key", ..) AS v WHERE
+//   v."orven.key" IN
+//         (SELECT value FROM json_each(?1))
 //
 // It is done where each row of the result is one of one table, the driving one, and reading it later gives the same:
 //
@@ -37,7 +39,8 @@ struct KeyedList {
     std::string greatestKey;  ///< the query of it
     Translation keys;
     Order order = Order::told;
-    Translation row;  ///< its one parameter is the key
+    /// Its one parameter is a text, "[7,3]", and each row has its key behind the columns. They come in any order.
+    Translation rows;
 };
 
 /// Nothing for a query that isn't of the kind. Throws Error as translateForSqlite() does.

@@ -76,7 +76,9 @@ TEST_F(KeyedLists, TakeTheKeysFromTheIndexOfTheOrderWithoutASort) {
     const auto keyed = list("select fItemId,fNumber,fHName from vGoods where 1=1 order by fnumber");
     ASSERT_TRUE(keyed);
     EXPECT_EQ(keyed->order, KeyedList::Order::ascii);
-    EXPECT_EQ(planOf(keyed->keys.statements.at(0)), "SCAN a USING INDEX goods.number\n");
+    const std::string plan = planOf(keyed->keys.statements.at(0));
+    EXPECT_NE(plan.find("INDEX goods.number"), std::string::npos) << plan;
+    EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << plan;
 }
 
 TEST_F(KeyedLists, LeaveOutTheTablesThatNothingNeeds) {
@@ -86,15 +88,16 @@ TEST_F(KeyedLists, LeaveOutTheTablesThatNothingNeeds) {
     EXPECT_EQ(keyed->keys.statements.at(0).find("\"s\""), std::string::npos) << keyed->keys.statements[0];
     EXPECT_EQ(keyed->keys.statements.at(0).find("\"c\""), std::string::npos);
     EXPECT_NE(keyed->keys.statements.at(0).find("\"b\""), std::string::npos);
-    EXPECT_EQ(planOf(keyed->row.statements.at(0)),
-              "SEARCH a USING INTEGER PRIMARY KEY (rowid=?)\n"
-              "SEARCH s USING INDEX sqlite_autoindex_tblItem_1 (fItemId=?) LEFT-JOIN\n");
+    const std::string plan = planOf(keyed->rows.statements.at(0));
+    EXPECT_NE(plan.find("SEARCH a USING INTEGER PRIMARY KEY"), std::string::npos) << plan;
+    EXPECT_NE(plan.find("SEARCH s USING INDEX"), std::string::npos) << plan;
+    EXPECT_EQ(plan.find(" b "), std::string::npos) << plan;
 }
 
 TEST_F(KeyedLists, KeepATableThatAnotherOnesJoinNeeds) {
     const auto keyed = list("select fParent from vGoods order by fNumber desc");
     ASSERT_TRUE(keyed);
-    EXPECT_NE(keyed->row.statements.at(0).find("\"b\""), std::string::npos) << keyed->row.statements[0];
+    EXPECT_NE(keyed->rows.statements.at(0).find("\"b\""), std::string::npos) << keyed->rows.statements[0];
 }
 
 TEST_F(KeyedLists, HaveTheColumnsAndTypesOfTheQuery) {
@@ -102,12 +105,12 @@ TEST_F(KeyedLists, HaveTheColumnsAndTypesOfTheQuery) {
     const auto keyed = list(sql);
     ASSERT_TRUE(keyed);
     const auto whole = translateForSqlite(sql, catalog_).columns;
-    ASSERT_EQ(keyed->row.columns.size(), whole.size());
+    ASSERT_EQ(keyed->rows.columns.size(), whole.size());
     for (std::size_t i = 0; i < whole.size(); ++i) {
-        EXPECT_EQ(keyed->row.columns[i].name, whole[i].name);
-        EXPECT_EQ(keyed->row.columns[i].type, whole[i].type);
+        EXPECT_EQ(keyed->rows.columns[i].name, whole[i].name);
+        EXPECT_EQ(keyed->rows.columns[i].type, whole[i].type);
     }
-    EXPECT_TRUE(keyed->row.parameters.empty());
+    EXPECT_TRUE(keyed->rows.parameters.empty());
 }
 
 TEST_F(KeyedLists, AreMadeOfATableToo) {
