@@ -30,7 +30,11 @@ public:
         // The first reading takes the snapshot.
         database_->catalog().refresh();
     }
-    ~Snapshot() { giveHandleBack(connectionString_, std::move(database_)); }
+    ~Snapshot() {
+        // Ended here, it leaves the handle what it knows of the schema; an open one would be undone.
+        database_->tryRun("COMMIT");
+        giveHandleBack(connectionString_, std::move(database_));
+    }
     Snapshot(const Snapshot&) = delete;
     Snapshot& operator=(const Snapshot&) = delete;
 
