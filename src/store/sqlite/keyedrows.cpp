@@ -9,7 +9,6 @@
 #include <system_error>
 #include <utility>
 
-#include "store/sqlite/binding.h"
 #include "store/sqlite/fetch.h"
 #include "store/sqlite/handlepool.h"
 #include "store/sqlite/listkeys.h"
@@ -110,8 +109,7 @@ private:
     Recordset find(Keys keys, std::vector<std::int64_t>& foundKeys) {
         sqlite3_stmt* statement = statement_.get();
         const ResetStatement reset(statement);
-        const std::string list = listed(keys);
-        checkBound(sqlite3_bind_text64(statement, 1, list.data(), list.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
+        bindKeyList(statement, keyList(keys));
         Recordset found = tsql::emptyRecordset(columns_);
         int code = sqlite3_step(statement);
         for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
@@ -120,13 +118,6 @@ private:
         }
         if (code != SQLITE_DONE) database_.fail(code);
         return found;
-    }
-
-    static std::string listed(Keys keys) {
-        std::string list = "[";
-        for (const std::int64_t key : keys)
-            list.append(list.size() > 1 ? "," : "").append(std::to_string(key));
-        return list + "]";
     }
 
     static void copy(const Recordset& from, std::size_t row, Recordset& to) {

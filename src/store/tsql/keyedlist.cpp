@@ -14,6 +14,15 @@ namespace {
 
 constexpr const char* kKey = "\"orven.key\"";
 
+std::string among(const std::string& key) { return " WHERE " + key + " IN (SELECT value FROM json_each(?1))"; }
+
+/// A text of the driving table, as it stands in a query over that table alone.
+struct TextColumn {
+    std::string table;
+    std::string name;
+    std::string key;
+};
+
 std::vector<std::string> columnNames(const Query& query) {
     std::vector<std::string> names;
     for (const ColumnInfo& column : query.columns)
@@ -67,24 +76,33 @@ public:
     ListEmitter(const std::vector<Literal>& literals, const Query& list) : SqliteEmitter(literals), list_(list) {}
 
     Translation keys(const std::string& view) {
-        Translation translation;
-        begin(view, translation);
-        std::string text = "SELECT " + key() + rowsOf(list_);
-        text += orderBy(list_, ItemNaming::byExpression) + ", " + key();
-        translation.statements.push_back(std::move(text));
+        Translation translation = keysAsFound(view);
+        translation.statements[0] += orderBy(list_, ItemNaming::byExpression) + ", " + key();
         return translation;
     }
 
-    /// `column` of the table, in the equality form of texts, in front of each key.
-    Translation keysByText(const std::string& table, const std::string& column, const std::string& rowKey) {
+    Translation keysAsFound(const std::string& view) {
+        Translation translation;
+        begin(view, translation);
+        translation.statements.push_back("SELECT " + key() + rowsOf(list_));
+        return translation;
+    }
+
+    Translation keysByText(const TextColumn& column) {
         Translation translation;
         begin("", translation);
-        const std::string form = equalityForm(column);
-        std::string text = "SELECT " + form + ", " + rowKey + " FROM " + table;
-        if (list_.select->where) text += " WHERE " + condition(*list_.select->where);
-        text += " ORDER BY " + form + ", " + rowKey;
-        translation.statements.push_back(std::move(text));
+        const std::string where = list_.select->where ? " WHERE " + condition(*list_.select->where) : std::string();
+        translation.statements.push_back(texts(column, where) + byText(column));
         return translation;
+    }
+
+    /// The column in the equality form of texts, in front of each key.
+    std::string texts(const TextColumn& column, const std::string& where) const {
+        return "SELECT " + equalityForm(column.name) + ", " + column.key + " FROM " + column.table + where;
+    }
+
+    std::string byText(const TextColumn& column) const {
+        return " ORDER BY " + equalityForm(column.name) + ", " + column.key;
     }
 
     Translation rows(const std::string& view) {
@@ -92,8 +110,7 @@ public:
         begin(view, translation);
         addColumns(list_);
         translation.statements.push_back("SELECT " + items(*list_.select, nullptr) + ", " + key() + " FROM " +
-                                         sources(list_.select->from) + " WHERE " + key() +
-                                         " IN (SELECT value FROM json_each(?1))");
+                                         sources(list_.select->from) + among(key()));
         return translation;
     }
 
@@ -119,8 +136,9 @@ std::string greatestKeyOf(const Source& table) { return "SELECT max(rowid) FROM 
 KeyedList ofTable(const Query& list, const std::vector<Literal>& literals) {
     KeyedList result;
     result.greatestKey = greatestKeyOf(*list.select->from[0]);
-    result.keys = ListEmitter(literals, list).keys("");
-    result.rows = ListEmitter(literals, list).rows("");
+    ListEmitter target(literals, list);
+    result.keys = target.keys("");
+    result.rows = target.rows("");
     return result;
 }
 
@@ -142,16 +160,26 @@ std::optional<KeyedList> ofView(const Query& list, const std::vector<Literal>& l
 
     KeyedList result;
     result.greatestKey = greatestKeyOf(table);
-    if (const Expression* column = columnOfOrder(list, view, parser.literals())) {
-        ViewEmitter names = emitter();
-        result.order = KeyedList::Order::ascii;
-        result.keys = ListEmitter(literals, list)
-                          .keysByText(names.tableText(table), names.columnText(*column), names.rowKey(table));
+    ListEmitter target(literals, list);
+    const Expression* column = columnOfOrder(list, view, parser.literals());
+    const ConditionOn condition = column == nullptr ? ConditionOn::drivingTable : conditionOn(list, view);
+    const std::string rows = emitter().keyed(view, columnsNamed(list, Clauses::conditionAndOrder));
+    if (condition == ConditionOn::drivingTable) {
+        result.keys = target.keys(rows);
     } else {
-        result.keys =
-            ListEmitter(literals, list).keys(emitter().keyed(view, columnsNamed(list, Clauses::conditionAndOrder)));
+        ViewEmitter names = emitter();
+        const TextColumn text{names.tableText(table), names.columnText(*column), names.rowKey(table)};
+        if (condition == ConditionOn::nothing) {
+            result.order = KeyedList::Order::ascii;
+            result.keys = target.keysByText(text);
+        } else {
+            result.order = KeyedList::Order::none;
+            result.keys = target.keysAsFound(rows);
+            result.texts = target.texts(text, "") + target.byText(text);
+            result.textsOf = target.texts(text, among(text.key));
+        }
     }
-    result.rows = ListEmitter(literals, list).rows(emitter().keyed(view, columnsNamed(list, Clauses::items)));
+    result.rows = target.rows(emitter().keyed(view, columnsNamed(list, Clauses::items)));
     return result;
 }
 

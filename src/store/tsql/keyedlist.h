@@ -18,7 +18,8 @@
 //
 // The order of texts is that of ts_order, which no index has. Without a condition the rows come by the index of the
 // equality form instead, and their texts with them: that order is the same for texts of plain ASCII, and whoever reads
-// the keys puts the others in their places.
+// the keys puts the others in their places. So do they where the condition is on joined tables alone, a category's:
+// then the keys come as they are found, and each text would have to be fetched from a place of its own.
 #pragma once
 
 #include <optional>
@@ -34,11 +35,14 @@ struct KeyedList {
     enum class Order {
         told,   ///< the keys come in the order of the list
         ascii,  ///< they come by the equality form of a text, and that text in front of each
+        none,   ///< they come as they are found; `texts` gives those of the whole table, `textsOf` those of some keys
     };
 
     std::string greatestKey;  ///< the query of it
     Translation keys;
     Order order = Order::told;
+    std::string texts;    ///< with Order::none: texts and keys, as with Order::ascii
+    std::string textsOf;  ///< likewise, but in any order; its one parameter is as that of `rows`
     /// Its one parameter is a text, "[7,3]", and each row has its key behind the columns. They come in any order.
     Translation rows;
 };

@@ -136,8 +136,7 @@ std::set<const Source*> tablesNeeded(const Query& view, const std::set<int>& col
 }
 
 const Expression* columnOfOrder(const Query& list, const Query& view, const std::vector<Literal>& viewLiterals) {
-    const Select& select = *list.select;
-    if ((select.where && !isConstantExpression(*select.where)) || list.orderBy.size() != 1) return nullptr;
+    if (list.orderBy.size() != 1) return nullptr;
     const Expression& key = orderKey(list, list.orderBy[0]);
     if (list.orderBy[0].descending || key.kind != ExpressionKind::column || !key.type.isText()) return nullptr;
     const Expression& value = *view.select->items[static_cast<std::size_t>(key.column)].expression;
@@ -146,6 +145,18 @@ const Expression* columnOfOrder(const Query& list, const Query& view, const std:
     const Expression& replacement = *literalWithin(*value.operands[1]);
     const bool driving = column.source == &drivingTable(*view.select->from[0]);
     return driving && viewLiterals[static_cast<std::size_t>(replacement.literal)].text.empty() ? &column : nullptr;
+}
+
+ConditionOn conditionOn(const Query& list, const Query& view) {
+    const Expression* where = list.select->where.get();
+    if (where == nullptr || isConstantExpression(*where)) return ConditionOn::nothing;
+    std::set<int> columns;
+    takeColumns(*where, columns);
+    std::set<const Source*> tables;
+    for (const int column : columns)
+        takeTables(*view.select->items[static_cast<std::size_t>(column)].expression, tables);
+    const bool joinedOnly = !tables.empty() && !tables.contains(&drivingTable(*view.select->from[0]));
+    return joinedOnly ? ConditionOn::joinedTables : ConditionOn::drivingTable;
 }
 
 }  // namespace orvenmod::store::tsql

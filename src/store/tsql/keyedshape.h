@@ -29,8 +29,12 @@ std::set<int> columnsNamed(const Query& query, Clauses clauses);
 /// The tables of the joins that these columns of the view need.
 std::set<const Source*> tablesNeeded(const Query& view, const std::set<int>& columns);
 
-/// The column of the driving table by whose equality form the rows can come instead: of a list whose condition is the
-/// same for every row, in the ascending order of one text that is never null. Null for none.
+/// The column of the driving table by whose equality form the rows can come instead of in the list's order, which is
+/// the ascending one of a text that is never null. Null for none.
 const Expression* columnOfOrder(const Query& list, const Query& view, const std::vector<Literal>& viewLiterals);
+
+/// What the condition of a list asks of a row.
+enum class ConditionOn { nothing, joinedTables, drivingTable };
+ConditionOn conditionOn(const Query& list, const Query& view);
 
 }  // namespace orvenmod::store::tsql

@@ -111,7 +111,8 @@ TEST_F(ListRowsBeside, AreTheRowsOfTheWholeListWhateverTheTexts) {
     native("BEGIN;" + all + "COMMIT");
     for (const char* condition :
          {"1=1", "1=0", "fNumber like 'a%'", "fName like '%1%'", "fPrice>1", "fPrice=0 or fHName='first'",
-          "fNBNumber like '.1.%'", "fName is null", "fHName<>'' and fNumber>'B'"}) {
+          "fNBNumber like '.1.%'", "fNBNumber='.3.' and fHName='first'", "fName is null",
+          "fHName<>'' and fNumber>'B'"}) {
         const std::string list = std::string("select * from vGoods where ") + condition;
         expectSame(list + " order by fNumber");
         expectSame(list + " order by fNumber desc,fItemId");

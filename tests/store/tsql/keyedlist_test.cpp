@@ -84,7 +84,7 @@ TEST_F(KeyedLists, TakeTheKeysFromTheIndexOfTheOrderWithoutASort) {
 TEST_F(KeyedLists, LeaveOutTheTablesThatNothingNeeds) {
     const auto keyed = list("select fNumber,fHName from vGoods where fNBNumber like '.1.%' order by fNumber");
     ASSERT_TRUE(keyed);
-    EXPECT_EQ(keyed->order, KeyedList::Order::told);
+    EXPECT_EQ(keyed->order, KeyedList::Order::none);
     EXPECT_EQ(keyed->keys.statements.at(0).find("\"s\""), std::string::npos) << keyed->keys.statements[0];
     EXPECT_EQ(keyed->keys.statements.at(0).find("\"c\""), std::string::npos);
     EXPECT_NE(keyed->keys.statements.at(0).find("\"b\""), std::string::npos);
@@ -98,6 +98,14 @@ TEST_F(KeyedLists, KeepATableThatAnotherOnesJoinNeeds) {
     const auto keyed = list("select fParent from vGoods order by fNumber desc");
     ASSERT_TRUE(keyed);
     EXPECT_NE(keyed->rows.statements.at(0).find("\"b\""), std::string::npos) << keyed->rows.statements[0];
+}
+
+TEST_F(KeyedLists, ComeInTheirOrderWhereTheConditionReadsTheirOwnTable) {
+    for (const char* condition : {"fNumber like '%1%'", "fPrice>1 and fNBNumber like '.1.%'", "fQty=0"}) {
+        const auto keyed = list(std::string("select fNumber from vGoods where ") + condition + " order by fNumber");
+        ASSERT_TRUE(keyed);
+        EXPECT_EQ(keyed->order, KeyedList::Order::told) << condition;
+    }
 }
 
 TEST_F(KeyedLists, HaveTheColumnsAndTypesOfTheQuery) {
