@@ -1,3 +1,6 @@
+#include <cmath>
+#include <vector>
+
 #include <orvenmod/clsBasicInfo.h>
 #include <orvenmod/settings.h>
 
@@ -6,6 +9,19 @@
 #include "stage.h"
 
 namespace orvenmod::bench {
+
+void measureFirstObject(Report& report) {
+    constexpr std::size_t kBallast = 200U << 20U;
+    constexpr double kMost = 150;
+    const std::vector<char> ballast(kBallast, 'b');
+    const double begin = processMilliseconds();
+    const double called = wallMilliseconds();
+    const clsBasicInfo items;
+    const double waited = wallMilliseconds() - called;
+    const double computed = processMilliseconds() - begin;
+    report.ratio("the first object, by the clock", waited, "what a user doesn't notice", kMost, 1.0, "ms");
+    report.note("  of the processor: " + std::to_string(std::lround(computed)) + " ms");
+}
 
 void measureWindow(Report& report, const std::string& folder, int goods, double bare) {
     const std::string target = goodsDatabase(folder, goods);

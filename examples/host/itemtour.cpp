@@ -115,7 +115,7 @@ void arrangeItems(Guide& guide) {
         visitor.chooseMenu("MenuItemUsage");
         visitor.clickHeading("vsf1", "名称");
         visitor.press("Ctrl+F");
-        visitor.typeKeys("bi");
+        visitor.typeKeys("zxb");
         visitor.picture("sorted-narrowed", "按拼音排序，并用拼音字母筛选");
         visitor.press("Esc");
     });

@@ -43,6 +43,14 @@ bool takeSort(const std::vector<std::string>& words, KeptColumns& kept) {
     return true;
 }
 
+/// Adds the names that the order lacks, each behind the one that it stands behind among `names`.
+void fillIn(std::vector<std::string>& order, const std::vector<std::string>& names) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (std::ranges::find(order, names[i]) != order.end()) continue;
+        order.insert(i == 0 ? order.begin() : std::ranges::find(order, names[i - 1]) + 1, names[i]);
+    }
+}
+
 }  // namespace
 
 std::string toText(const KeptColumns& kept) {
@@ -88,7 +96,7 @@ void ListColumns::save() {
 
 void ListColumns::note() {
     if (fields_.empty()) return;
-    std::vector<std::string> told;
+    const std::vector<std::string> told = toldOrder();
     std::vector<std::string> shown;
     for (std::size_t i = 0; i < fields_.size(); ++i) {
         const int width = grid_.columnWidth(kFirstColumn + static_cast<int>(i));
@@ -96,15 +104,19 @@ void ListColumns::note() {
             kept_.widths.erase(fields_[i].name);
         else
             kept_.widths[fields_[i].name] = std::clamp(width, kSmallestWidth, kLargestWidth);
-        told.push_back(fields_[i].name);
     }
     for (int place = 0; place < grid_.columnCount(); ++place) {
         const int column = grid_.columnAt(place) - kFirstColumn;
-        if (column >= 0 && column < static_cast<int>(told.size()))
-            shown.push_back(told[static_cast<std::size_t>(column)]);
+        if (column < 0 || column >= static_cast<int>(told.size())) continue;
+        const std::string& field = told[static_cast<std::size_t>(column)];
+        // A field that the metadata lists twice is kept by its first place.
+        if (std::ranges::find(shown, field) == shown.end()) shown.push_back(field);
     }
-    // A field that is hidden now keeps the place that it had.
-    if (shown != wantedOrder()) kept_.order = shown == told ? std::vector<std::string>() : shown;
+    if (shown != wantedOrder()) {
+        // A field that isn't shown now keeps the place that it had.
+        fillIn(shown, kept_.order);
+        kept_.order = shown == told ? std::vector<std::string>() : shown;
+    }
     // A sorting by a field that isn't shown waits for it, until the user sorts otherwise.
     if (sorts_ && grid_.sortedColumn() < 0) return;
     sorts_ = false;
@@ -150,11 +162,14 @@ std::vector<std::string> ListColumns::wantedOrder() const {
     for (const std::string& field : kept_.order) {
         if (columnOf(field) >= 0) order.push_back(field);
     }
-    for (std::size_t i = 0; i < fields_.size(); ++i) {
-        if (std::ranges::find(order, fields_[i].name) != order.end()) continue;
-        const auto before = i == 0 ? order.end() : std::ranges::find(order, fields_[i - 1].name);
-        order.insert(i == 0 ? order.begin() : before + 1, fields_[i].name);
-    }
+    fillIn(order, toldOrder());
+    return order;
+}
+
+std::vector<std::string> ListColumns::toldOrder() const {
+    std::vector<std::string> order;
+    for (const Field& field : fields_)
+        order.push_back(field.name);
     return order;
 }
 

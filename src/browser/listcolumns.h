@@ -53,6 +53,7 @@ private:
         int width;  ///< the metadata's
     };
     std::vector<std::string> wantedOrder() const;
+    std::vector<std::string> toldOrder() const;
     void place(const std::vector<std::string>& order);
     int columnOf(const std::string& field) const;
 

@@ -8,6 +8,7 @@
 #include "browser/numbercolumn.h"
 #include "frame/appstate.h"
 #include "platform/asciitext.h"
+#include "platform/numberformat.h"
 #include "platform/sheet/sheetwriter.h"
 
 namespace orvenmod {
@@ -58,13 +59,6 @@ platform::SheetLayout layoutOf(const platform::ListGrid& list, const std::vector
     return layout;
 }
 
-// A sheet's number keeps fifteen digits: a longer whole number without a format is a key, not a quantity.
-bool losesDigits(std::string_view value) {
-    constexpr std::size_t kKeptDigits = 15;
-    if (value.starts_with('-')) value.remove_prefix(1);
-    return value.size() > kKeptDigits && value.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
 class Exporter {
 public:
     Exporter(platform::Toolkit& toolkit, const platform::ListGrid& list, const NumberColumns& holdsNumbers,
@@ -101,7 +95,7 @@ private:
     platform::SheetCell cellOf(int row, const Exported& from, std::string& shown) const {
         if (from.number) {
             const std::string_view value = list_.value(row, from.column);
-            return {.text = value, .number = !from.format.empty() || !losesDigits(value)};
+            return {.text = value, .number = !from.format.empty() || !platform::losesDigits(value)};
         }
         shown = list_.text(row, from.column);
         return {.text = shown};

@@ -72,6 +72,7 @@ void initializeClass() {
 RunningEntry::RunningEntry() {
     requireOwnThread();
     if (entryRuns) throw std::runtime_error("组件的窗口已经打开，请先关闭它");
+    requireWindows();
     entryRuns = true;
 }
 

@@ -14,8 +14,8 @@ std::uint64_t threadNumber() noexcept;
 /// Starts the component up and reads the settings that all classes read.
 void initializeClass();
 
-/// An entry while it runs. One runs at a time, on the thread of the first object: another throws std::runtime_error,
-/// and has changed nothing.
+/// An entry while it runs. One runs at a time, on the thread of the first object, and a host's QApplication must be
+/// there: another throws std::runtime_error, and has changed nothing.
 class RunningEntry {
 public:
     RunningEntry();

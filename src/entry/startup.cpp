@@ -48,13 +48,21 @@ Services& ownServices() {
 
 void startUp() {
     if (!hasServices()) useServices(&ownServices());
+    requireWindows();
     services().toolkit.setFailureTitle([] { return appState().gMsgTitle; });
+}
+
+void requireWindows() {
+    if (const auto* windows = dynamic_cast<const platform::qt::QtToolkit*>(&services().toolkit))
+        windows->requireApplication();
 }
 
 platform::Settings& sharedSettings() { return hasServices() ? services().settings : ownSettings(); }
 
 store::Store& componentStore() {
-    static StoreFactory factory;
+    static StoreFactory factory([] {
+        if (hasServices()) services().toolkit.paintPending();
+    });
     return factory;
 }
 

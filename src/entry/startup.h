@@ -9,6 +9,9 @@ namespace orvenmod {
 /// Chooses the services where nobody has, and titles the boxes of escaped failures.
 void startUp();
 
+/// Throws std::runtime_error where the toolkit in use can show no window any more.
+void requireWindows();
+
 /// The settings of the services in use, or the user's own where none are: needs no toolkit.
 platform::Settings& sharedSettings();
 

@@ -1,5 +1,7 @@
 #include "entry/storefactory.h"
 
+#include <utility>
+
 #include "store/connectionstring.h"
 #include "store/odbc/odbcstore.h"
 #include "store/postgres/postgresstore.h"
@@ -19,10 +21,10 @@ bool isServerProvider(const std::string& provider) {
 
 }  // namespace
 
-StoreFactory::StoreFactory()
+StoreFactory::StoreFactory(std::function<void()> paint)
     : embedded_(std::make_unique<store::sqlite::SqliteStore>()),
       postgres_(std::make_unique<store::postgres::PostgresStore>()),
-      server_(std::make_unique<store::odbc::OdbcStore>()) {}
+      server_(std::make_unique<store::odbc::OdbcStore>(std::move(paint))) {}
 StoreFactory::~StoreFactory() = default;
 
 std::unique_ptr<store::Connection> StoreFactory::connect(const std::string& connectionString) {

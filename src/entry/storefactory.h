@@ -9,6 +9,7 @@
 //   Provider=MSDASQL;Extended Properties="Driver=...;..."              likewise, with a string of ODBC within
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -18,7 +19,8 @@ namespace orvenmod {
 
 class StoreFactory : public store::Store {
 public:
-    StoreFactory();
+    /// `paint` is called about ten times a second while a server is connected to.
+    explicit StoreFactory(std::function<void()> paint = {});
     ~StoreFactory() override;
 
     /// Throws Failure kBadConnectionString for a string that names no store.

@@ -158,6 +158,12 @@ std::string plainNumber(double value) {
     return {buffer, static_cast<std::size_t>(end - buffer)};
 }
 
+bool losesDigits(std::string_view number) {
+    constexpr std::size_t kKeptDigits = 15;
+    if (number.starts_with('-')) number.remove_prefix(1);
+    return number.size() > kKeptDigits && number.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 bool isNumberFormat(std::string_view format) { return parseFormat(format).has_value(); }
 
 }  // namespace orvenmod::platform

@@ -13,6 +13,10 @@ std::string formatNumber(std::string_view text, std::string_view format);
 /// The number without an exponent, as short as reads back: 1234.5.
 std::string plainNumber(double value);
 
+/// Whether a whole number is longer than a spreadsheet's numbers, which keep fifteen digits: without a format it is a
+/// key then, not a quantity.
+bool losesDigits(std::string_view number);
+
 /// Whether formatNumber understands the format.
 bool isNumberFormat(std::string_view format);
 

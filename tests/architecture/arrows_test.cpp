@@ -52,7 +52,7 @@ const Edges& arrows() {
          {"include/orvenmod", "src/browser", "src/dictionary", "src/designer", "src/frame", "src/store",
           "src/store/tsql", "src/store/sqlite", "src/store/odbc", "src/store/postgres", "src/platform/desktop",
           "src/platform/qt"}},
-        {"src/tools", {"src/entry", "src/store", "src/store/copy"}},
+        {"src/tools", {"src/entry", "src/store", "src/store/copy", "src/platform/desktop"}},
     };
     return kArrows;
 }

@@ -221,6 +221,9 @@ TEST_P(Roads, aBlankedZeroSortsAndIsFoundAsTheBlankItShowsAs) {
         user.press("Ctrl+F");
         user.typeKeys("0.00");
         EXPECT_EQ(shownCodes(user), Texts{});
+        user.press("Ctrl+F");
+        user.typeKeys("1244");
+        EXPECT_EQ(shownCodes(user), Texts{"01.01.001"}) << "it shows as 1,244.5";
         user.press("Esc");
         user.clickHeading("vsf1", kStock);
         EXPECT_EQ(shownCodes(user).front(), "02.001");
@@ -266,6 +269,26 @@ TEST_P(Roads, whatTheMetadataHidesStaysHiddenAndKeepsItsPlace) {
             EXPECT_NE(listOf(user).text(0, column), "库存数");
     });
     EXPECT_EQ(stage.get("ListColumns", "7.3"), "order fTimeQty,fNumber,fName,fModel,fMinQty;sort fTimeQty descending");
+}
+
+TEST_P(Roads, aColumnMovedMeanwhileLeavesThePlaceOfTheOneThatIsNotShown) {
+    stage.set("ListColumns", "7.3", "order fTimeQty,fNumber,fModel,fName,fMinQty");
+    stage.open(kManagement, [](User& user) { user.dragHeading("vsf1", 5, 2); });
+    EXPECT_EQ(stage.get("ListColumns", "7.3"), "order fTimeQty,fMinQty,fNumber,fModel,fName");
+    stage.open(kPicker, [](User& user) { EXPECT_EQ(listOf(user).columnAt(2), kStock); });
+}
+
+TEST_P(Roads, aListWithAFieldTwiceKeepsItsColumnsToo) {
+    stage.database().execute(
+        "insert into tblFindinfoEntry(ftypeid,fentryid,fFieldName,fTitlename,fAlign,fDataFormat,fWidth) "
+        "select ftypeid,50,fFieldName,'又名',fAlign,fDataFormat,1234 from tblFindinfoEntry where fFieldName='fName'");
+    stage.open(kManagement, [](User& user) { user.dragHeading("vsf1", kName, kCode); });
+    EXPECT_EQ(stage.get("ListColumns", "7.3"), "order fName,fNumber,fModel,fMinQty");
+    stage.open(kManagement, [](User& user) {
+        EXPECT_EQ(listOf(user).columnAt(2), kName);
+        EXPECT_EQ(listOf(user).text(0, listOf(user).columnAt(6)), "又名");
+    });
+    EXPECT_EQ(stage.get("ListColumns", "7.3"), "order fName,fNumber,fModel,fMinQty");
 }
 
 TEST_P(Roads, aFieldAddedLaterAppearsWhereTheMetadataPutsIt) {

@@ -24,6 +24,9 @@ TEST_P(Roads, nothingPassesAQuantityThatIsRefused) {
         {"a click on a row", [](User& user) { user.selectRow("vsf1", 1); }},
         {"a right click on a row", [](User& user) { user.rightClickRow("vsf1", 1, ""); }},
         {"a double click on a row", [](User& user) { user.doubleClickRow("vsf1", 2); }},
+        {"a click on a heading", [](User& user) { user.clickHeading("vsf1", 3); }},
+        {"a right click on a heading", [](User& user) { user.rightClickHeading("vsf1", 3, ""); }},
+        {"a drag of a heading", [](User& user) { user.dragHeading("vsf1", 3, 2); }},
         {"a search", [](User& user) { user.click("cmdFind"); }},
         {"removing the row", [](User& user) { user.click("cmdRemoveItem"); }},
         {"a menu", [](User& user) { user.chooseMenu("MenuEditUpdate"); }},
@@ -46,7 +49,7 @@ TEST_P(Roads, nothingPassesAQuantityThatIsRefused) {
             expectOpen(way);
         }
         for (const char* key : {"Enter", "Tab", "Shift+Tab", "Up", "Down", "PageDown", "Alt+A", "Alt+R", "Alt+F",
-                                "Ctrl+A", "Ctrl+U", "Ctrl+X"}) {
+                                "Ctrl+A", "Ctrl+F", "Ctrl+U", "Ctrl+X"}) {
             user.press(key);
             expectOpen(key);
         }

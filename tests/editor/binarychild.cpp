@@ -8,10 +8,10 @@
 #include <iostream>
 #include <string>
 
-#include "editor/countedmemory.h"
 #include "editor/editortest.h"
 #include "editor/frmBasicInfo.h"
 #include "support/childclerk.h"
+#include "support/watchedmemory.h"
 
 namespace orvenmod::test {
 namespace {
@@ -87,7 +87,7 @@ int run(const std::string& connectionString, const std::string& file, const std:
 
 int main(int count, char** arguments) {
     if (count != 4) return 2;
-    orvenmod::test::countSqlite();
+    orvenmod::test::watchEngineMemory();
     ::testing::InitGoogleTest(&count, arguments);
     return orvenmod::test::run(arguments[1], arguments[2], arguments[3]);
 }

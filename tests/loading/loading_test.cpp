@@ -155,6 +155,40 @@ TEST_F(Loading, aRegistrationIsTakenAway) {
     EXPECT_EQ(creating(kItems), ORVENMOD_E_CANNOT_CREATE);
 }
 
+TEST_F(Loading, aFileThatIsGoneOrBrokenIsTakenAwayByItsPath) {
+    const std::string file = folder.file("moved.so");
+    for (const std::vector<std::string>& options : {std::vector<std::string>{}, {"--machine"}}) {
+        const auto with = [&options](std::vector<std::string> arguments) {
+            arguments.insert(arguments.begin(), options.begin(), options.end());
+            return registering(arguments);
+        };
+        fs::copy_file(ORVENMOD_LIBRARY, file);
+        ASSERT_EQ(with({file}), 0);
+        fs::remove(file);
+        EXPECT_EQ(with({"--remove", folder.file("other.so")}), 1) << "another file";
+        EXPECT_EQ(RegisteredFile(kItems), file);
+        EXPECT_EQ(with({"--remove", fs::relative(file).string()}), 0);
+        EXPECT_EQ(RegisteredFile(kItems), "");
+        EXPECT_EQ(with({"--remove", file}), 1) << "nothing is registered";
+
+        fs::copy_file(ORVENMOD_LIBRARY, file);
+        ASSERT_EQ(with({file}), 0);
+        std::ofstream(file, std::ios::trunc) << "no library any more";
+        EXPECT_EQ(with({"--remove", file}), 0);
+        EXPECT_EQ(RegisteredFile(kItems), "");
+        fs::remove(file);
+    }
+}
+
+TEST_F(Loading, aFileThatIsGoneIsTakenAwayByItsNameAlone) {
+    const std::string file = folder.file("moved.so");
+    fs::copy_file(ORVENMOD_LIBRARY, file);
+    ASSERT_EQ(registering({file}), 0);
+    fs::remove(file);
+    EXPECT_EQ(registering({"--remove", "moved.so"}), 0);
+    EXPECT_EQ(RegisteredFile(kItems), "");
+}
+
 TEST_F(Loading, theUsersRegistrationGoesBeforeTheMachines) {
     ASSERT_EQ(registering({"--machine", ORVENMOD_LIBRARY}), 0);
     EXPECT_FALSE(fs::exists(folder.file("user")));

@@ -35,6 +35,16 @@ int codeOf(const std::string& key) {
     return found == codes.end() ? 0 : found->second;
 }
 
+/// The column where the arrow leads from where the user stands, at first in the first one.
+int columnBeside(const model::ListGridModel& list, const std::string& arrow) {
+    const std::vector<int> shown = model::shownColumns(list);
+    if (shown.empty()) return -1;
+    const auto here = std::ranges::find(shown, list.currentColumn());
+    const std::ptrdiff_t from = here == shown.end() ? 0 : here - shown.begin();
+    const auto last = static_cast<std::ptrdiff_t>(shown.size()) - 1;
+    return shown[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(from + (arrow == "Right" ? 1 : -1), 0, last))];
+}
+
 bool startsWith(const std::string& text, const std::string& letter) {
     const auto same = [](char a, char b) {
         return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
@@ -184,6 +194,7 @@ void MemoryUser::pressOnList(MemoryListGrid& grid, const std::string& key) {
     if (codeOf(key) != 0) guard([&] { grid.keyDown.raise(codeOf(key)); });
     for (int row = 1; key == "Ctrl+A" && row <= last; ++row)
         grid.setSelected(row, true);
+    if (key == "Left" || key == "Right") grid.model().setCurrentColumn(columnBeside(grid.model(), key));
     const bool only = key.rfind("Ctrl+", 0) == 0;
     const auto step = steps.find(only ? key.substr(5) : key);
     if (step == steps.end() || last < 1) return;

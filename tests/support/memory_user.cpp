@@ -6,6 +6,7 @@
 
 #include "platform/memory/memorylistgrid.h"
 #include "platform/memory/memorytree.h"
+#include "platform/model/listoutput.h"
 #include "support/letters.h"
 
 namespace orvenmod::test {
@@ -205,7 +206,12 @@ void MemoryUser::alsoSelectRow(const std::string& grid, int row) {
 void MemoryUser::doubleClickRow(const std::string& grid, int row) {
     if (!leaveCell()) return;
     auto& reached = reachRow(grid, row);
-    if (row == 0) return;
+    if (row == 0) {
+        const std::vector<int> shown = model::shownColumns(reached.model());
+        for (int click = 0; click < 2 && !shown.empty(); ++click)
+            clickHeading(grid, shown.front());
+        return;
+    }
     reached.setCurrentRow(row);
     guard([&reached] { reached.mouseDown.raise(MouseButton::left); });
     guard([&reached] { reached.doubleClick.raise(); });

@@ -217,7 +217,9 @@ void QtUser::doubleClickRow(const std::string& grid, int row) {
         const int column = shownColumn(view);
         const int x = column < 0 ? heading->width() / 2
                                  : heading->sectionViewportPosition(column) + heading->sectionSize(column) / 2;
-        QTest::mouseDClick(heading->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(x, heading->height() / 2));
+        const QPoint place(x, heading->height() / 2);
+        QTest::mouseClick(heading->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+        QTest::mouseDClick(heading->viewport(), Qt::LeftButton, Qt::NoModifier, place);
     } else {
         clickRow(grid, row, Qt::NoModifier);
         const QPoint place = spot(view, view.model()->index(row - 1, shownColumn(view)));

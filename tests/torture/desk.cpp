@@ -5,6 +5,7 @@
 #include <exception>
 #include <utility>
 
+#include "editor/editortest.h"
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
 
@@ -43,17 +44,8 @@ Desk::~Desk() {
 
 // What the list tells the windows behind it.
 void Desk::begin() {
-    AppState& state = appState();
-    state = AppState();
-    state.gConnStr = connectionString_;
-    state.gMsgTitle = kTitle;
-    state.gIsAdmin = 1;
-    state.gRightPrefix = "Y";
-    state.gLoginUserId = 7;
-    state.gItemClassId = 3;
-    state.gItemName = "货品";
-    state.gItemTable = "ICItem";
-    state.gViewName = "vICItem";
+    appState() = AppState();
+    chooseGoods(connectionString_);
     windows_.clear();
     boxes_.clear();
     escaped_.clear();

@@ -3,15 +3,13 @@
 #include <sqlite3.h>
 
 #include <atomic>
-#include <cstdlib>
-#include <new>
-#include <stdexcept>
+
+#include "support/watchedmemory.h"
 
 namespace {
 
 using orvenmod::test::MemoryTrouble;
 
-std::atomic<std::int64_t> held{0};
 MemoryTrouble trouble;
 // An export packs its workbook on a thread of its own.
 std::atomic<std::int64_t> count{0};
@@ -27,68 +25,18 @@ bool fails() noexcept {
     return due;
 }
 
-void* allocate(std::size_t size) noexcept {
-    if (fails()) return nullptr;
-    void* memory = std::malloc(size == 0 ? 1 : size);
-    if (memory != nullptr) ++held;
-    return memory;
-}
-
-void release(void* memory) noexcept {
-    if (memory == nullptr) return;
-    --held;
-    std::free(memory);
-}
-
-void* allocateOrThrow(std::size_t size) {
-    void* memory = allocate(size);
-    if (memory == nullptr) throw std::bad_alloc();
-    return memory;
-}
-
-sqlite3_mem_methods original;
-
-void* engineAllocate(int size) {
-    if (fails()) return nullptr;
-    void* memory = original.xMalloc(size);
-    if (memory != nullptr) ++held;
-    return memory;
-}
-
-void engineRelease(void* memory) {
-    if (memory != nullptr) --held;
-    original.xFree(memory);
-}
-
-void* engineReallocate(void* memory, int size) { return fails() ? nullptr : original.xRealloc(memory, size); }
-
 }  // namespace
-
-void* operator new(std::size_t size) { return allocateOrThrow(size); }
-void* operator new[](std::size_t size) { return allocateOrThrow(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void operator delete(void* memory) noexcept { release(memory); }
-void operator delete[](void* memory) noexcept { release(memory); }
-void operator delete(void* memory, std::size_t) noexcept { release(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { release(memory); }
-void operator delete(void* memory, const std::nothrow_t&) noexcept { release(memory); }
-void operator delete[](void* memory, const std::nothrow_t&) noexcept { release(memory); }
 
 // Nobody pulls the plug here, and thousands of small databases needn't reach a disk.
 extern "C" __attribute__((visibility("default"))) int fdatasync(int) { return 0; }
 
 namespace orvenmod::test {
 
-void watchEngineMemory() {
-    sqlite3_config(SQLITE_CONFIG_GETMALLOC, &original);
-    sqlite3_mem_methods failing = original;
-    failing.xMalloc = engineAllocate;
-    failing.xFree = engineRelease;
-    failing.xRealloc = engineReallocate;
+void prepareToFail() {
+    watchEngineMemory();
     // Its small blocks would be taken from a store that it has already.
     sqlite3_config(SQLITE_CONFIG_LOOKASIDE, 0, 0);
-    if (sqlite3_config(SQLITE_CONFIG_MALLOC, &failing) != SQLITE_OK) throw std::logic_error("SQLite is in use already");
+    refuseMemory(fails);
 }
 
 void beginMemory(const MemoryTrouble& ahead) {
@@ -107,7 +55,5 @@ std::int64_t endMemory() {
 bool memoryFailed() { return failed; }
 
 void pauseMemory(bool entering) { paused += entering ? 1 : -1; }
-
-std::int64_t blocksHeld() { return held; }
 
 }  // namespace orvenmod::test

@@ -6,8 +6,8 @@
 
 namespace orvenmod::test {
 
-/// The engine's too; before its first use.
-void watchEngineMemory();
+/// Before the first use of the engine, whose own allocations fail as well.
+void prepareToFail();
 
 struct MemoryTrouble {
     enum class Kind { none, once, lasting };
@@ -23,8 +23,5 @@ bool memoryFailed();
 
 /// Nothing fails and nothing counts between the two; they nest.
 void pauseMemory(bool entering);
-
-/// Blocks that are held now.
-std::int64_t blocksHeld();
 
 }  // namespace orvenmod::test

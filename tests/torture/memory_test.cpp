@@ -11,6 +11,7 @@
 #include "platform/partialfile.h"
 #include "store/sqlite/sqlitestore.h"
 #include "support/temporary.h"
+#include "support/watchedmemory.h"
 #include "torture/commands.h"
 #include "torture/failingmemory.h"
 #include "torture/share.h"
@@ -77,7 +78,7 @@ protected:
     }
     std::int64_t heldAfterwards() {
         store::sqlite::SqliteStore::dropIdleHandles();
-        return blocksHeld();
+        return heldBlocks();
     }
 
     void fail(const MemoryTrouble& trouble) {
@@ -161,7 +162,7 @@ INSTANTIATE_TEST_SUITE_P(Torture, Memory, testing::ValuesIn(allCommands()),
 }  // namespace orvenmod::test
 
 int main(int count, char** arguments) {
-    orvenmod::test::watchEngineMemory();
+    orvenmod::test::prepareToFail();
     ::testing::InitGoogleTest(&count, arguments);
     return RUN_ALL_TESTS();
 }

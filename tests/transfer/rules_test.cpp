@@ -8,33 +8,33 @@ constexpr int kFound = 1;
 
 class ImportRules : public ImportTest {
 protected:
+    static void nothing(User&) {}
+
     /// State, reasons of each row as the check shows them.
-    Rows judged(
-        const Lines& lines, const Steps& choose = [](User&) {}) {
+    Rows judged(const Lines& lines, const Steps& choose = nothing) {
         Rows rows;
-        const std::string file = stage.workbook(lines);
-        stage.import([&](User& user) {
-            user.type("txtFile", file, -1);
-            user.click("cmdNext");
-            choose(user);
-            user.click("cmdNext");
+        check(lines, choose, [&](User& user) {
             for (const auto& row : shownRows(user, "vsfCheck", 3))
                 rows.push_back({row[1], row[2]});
         });
         return rows;
     }
     /// Imports it all and gives what was added.
-    Texts stored(
-        const Lines& lines, const Steps& choose = [](User&) {}) {
+    Texts stored(const Lines& lines, const Steps& choose = nothing) {
+        check(lines, choose, [](User& user) { user.click("cmdNext"); });
+        return stage.added();
+    }
+
+private:
+    void check(const Lines& lines, const Steps& choose, const Steps& then) {
         const std::string file = stage.workbook(lines);
         stage.import([&](User& user) {
             user.type("txtFile", file, -1);
             user.click("cmdNext");
             choose(user);
             user.click("cmdNext");
-            user.click("cmdNext");
+            then(user);
         });
-        return stage.added();
     }
 };
 

@@ -16,6 +16,16 @@ protected:
         std::erase(all, "close");
         return all;
     }
+    /// Refuses a model that another item has.
+    void requireModelsOnce() {
+        database().execute("update ICItem set fModel=fNumber");
+        database().execute("create unique index ux on ICItem(fModel)");
+        modelsOnce_ = true;
+    }
+    // A server's database outlives the test.
+    void TearDown() override {
+        if (modelsOnce_) database().execute("drop index ICItem.ux");
+    }
     /// Items without their row in the class's table, and the other way round.
     std::string halves() {
         return database().value(
@@ -23,6 +33,9 @@ protected:
                    "(select fItemId from ICItem)") +
                database().value("select count(*) from ICItem where fItemId not in (select fItemId from tblItem)");
     }
+
+private:
+    bool modelsOnce_ = false;
 };
 
 TEST_F(ImportRun, aRowSendsWhatTheEditorSendsInItsOrder) {
@@ -53,10 +66,9 @@ TEST_F(ImportRun, aRowSendsWhatTheEditorSendsInItsOrder) {
 }
 
 TEST_F(ImportRun, aRowThatTheStoreRefusesTakesNoOtherWithIt) {
-    database().execute("create unique index ux on ICItem(fModel)");
+    requireModelsOnce();
     const std::string file =
         stage.workbook({{"短代码", "名称", "规格型号"}, {"7", "a", "M1"}, {"8", "b", "M1"}, {"9", "c", "M2"}});
-    database().execute("update ICItem set fModel=fNumber");
     stage.import([&](User& user) {
         toCheck(user, file);
         user.click("cmdNext");
@@ -69,8 +81,7 @@ TEST_F(ImportRun, aRowThatTheStoreRefusesTakesNoOtherWithIt) {
 }
 
 TEST_F(ImportRun, whereAllOrNothingIsWantedTheFirstFailureStoresNothing) {
-    database().execute("create unique index ux on ICItem(fModel)");
-    database().execute("update ICItem set fModel=fNumber");
+    requireModelsOnce();
     const std::string before = database().dump();
     const std::string file = stage.workbook({{"短代码", "名称", "规格型号"}, {"7", "a", "M1"}, {"8", "b", "M1"}});
     stage.import([&](User& user) {
@@ -196,8 +207,7 @@ TEST_F(ImportRun, aCheckThatFailsOrIsCancelledBehindTheRunLeavesItsResult) {
 }
 
 TEST_F(ImportRun, aSecondCheckForgetsWhyTheStoreRefusedTheFirstRun) {
-    database().execute("create unique index ux on ICItem(fModel)");
-    database().execute("update ICItem set fModel=fNumber");
+    requireModelsOnce();
     const std::string file =
         stage.workbook({{"短代码", "名称", "规格型号"}, {"7", "a", "M1"}, {"8", "b", "M1"}, {"", "c", "M2"}});
     const std::string refused = database().folder().file("refused.xlsx");

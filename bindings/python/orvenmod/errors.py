@@ -55,10 +55,11 @@ class LibraryNotFound(Error, OSError):
         return self.text
 
 
+INVALID_CALL = 5
 LIBRARY_NOT_LOADED = 48
 
 _KINDS: dict[int, type[Error]] = {
-    5: InvalidCall,
+    INVALID_CALL: InvalidCall,
     6: Overflow,
     13: TypeMismatch,
     LIBRARY_NOT_LOADED: LibraryNotFound,

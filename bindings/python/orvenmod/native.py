@@ -2,16 +2,18 @@
 
 from __future__ import annotations
 
+import collections
 import configparser
 import ctypes
 import functools
 import os
 import pathlib
 import re
+import threading
 from ctypes import POINTER, c_char_p, c_double, c_int32, c_size_t, c_void_p
 from typing import Optional, Union
 
-from .errors import LIBRARY_NOT_LOADED, error
+from .errors import INVALID_CALL, LIBRARY_NOT_LOADED, error
 
 Value = Optional[Union[bool, int, float, str]]
 """What a property holds or a method takes; None is no value."""
@@ -93,12 +95,45 @@ def component() -> ctypes.CDLL:
     return loaded
 
 
+class _Thread(threading.local):
+    calling = False
+
+
+_thread = _Thread()
+_abandoned: collections.deque[c_void_p] = collections.deque()
+
+
 def call(name: str, *arguments: object) -> None:
     """Calls a function of the library; raises what it fails with."""
     loaded = component()
-    number = getattr(loaded, name)(*arguments)
-    if number != 0:
-        raise error(number, loaded.orvenmod_error_text().decode("utf-8", "replace"))
+    _release_abandoned(loaded)
+    within, _thread.calling = _thread.calling, True
+    try:
+        number = getattr(loaded, name)(*arguments)
+        if number != 0:
+            raise error(number, loaded.orvenmod_error_text().decode("utf-8", "replace"))
+    finally:
+        _thread.calling = within
+
+
+def abandon(handle: c_void_p) -> None:
+    """Releases an object that nothing refers to: now, or with the next call of the thread that it belongs to.
+
+    It comes at any moment and on any thread. Between a call and the text of its failure it would take that text away.
+    """
+    _abandoned.append(handle)
+    if not _thread.calling:
+        _release_abandoned(component())
+
+
+def _release_abandoned(loaded: ctypes.CDLL) -> None:
+    for _ in range(len(_abandoned)):
+        try:
+            handle = _abandoned.popleft()
+        except IndexError:
+            return  # another thread was faster
+        if loaded.orvenmod_release(handle) == INVALID_CALL:
+            _abandoned.append(handle)  # it is another thread's
 
 
 def encoded(text: str) -> bytes:

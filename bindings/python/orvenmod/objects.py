@@ -41,7 +41,7 @@ class Object:
     """An object of a class of the component, by the names of its members; case doesn't matter.
 
     It belongs to the thread that made it. Close it, or use it in a `with` statement; else it is closed when nothing
-    refers to it any more, or lives until the program ends where another thread was the last to refer to it.
+    refers to it any more; where another thread was the last to refer to it, with the next call of its own one.
 
     >>> with Object("Orvenmod.clsBasicInfo") as items:
     ...     items.put("Status", "3")
@@ -53,7 +53,7 @@ class Object:
         handle = c_void_p()
         native.call("orvenmod_create", native.encoded(class_name), byref(handle))
         self._handle = handle
-        self._closing = weakref.finalize(self, native.component().orvenmod_release, handle)
+        self._closing = weakref.finalize(self, native.abandon, handle)
 
     def close(self) -> None:
         """Ends the object. A second time does nothing. Raises InvalidCall on a thread that it doesn't belong to."""

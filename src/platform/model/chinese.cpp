@@ -15,7 +15,7 @@ namespace orvenmod::platform::model {
 
 namespace {
 
-constexpr char16_t kFirstHan = 0x3400;
+constexpr char16_t kFirstHan = 0x3007;  // 〇, which stands before the others
 constexpr char16_t kLastHan = 0x9FFF;
 
 void require(UErrorCode error, const char* what) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <vector>
 
 #include "platform/model/listgridmodel.h"
 #include "platform/numberformat.h"
@@ -59,15 +58,6 @@ std::string escaped(std::string_view text) {
     return out;
 }
 
-std::vector<int> shownColumns(const ListGridModel& list) {
-    std::vector<int> columns;
-    for (int place = 0; place < list.columnCount(); ++place) {
-        const int column = list.columnAt(place);
-        if (!list.column(column).hidden) columns.push_back(column);
-    }
-    return columns;
-}
-
 void addRow(const ListGridModel& list, const std::vector<int>& columns, int row, CopiedRows& copied) {
     copied.html += "<tr>";
     const char* between = "";
@@ -76,7 +66,9 @@ void addRow(const ListGridModel& list, const std::vector<int>& columns, int row,
         const std::string_view value = list.value(row, column);
         copied.text += between + oneLine(text);
         between = "\t";
-        const bool number = row > 0 && list.column(column).kind == ColumnKind::number && plainNumeral(value);
+        const ListGridModel::Column& of = list.column(column);
+        const bool quantity = plainNumeral(value) && (!of.format.empty() || !losesDigits(value));
+        const bool number = row > 0 && of.kind == ColumnKind::number && quantity;
         if (number)
             copied.html += std::string(kNumberCell) + std::string(value) + "\">" + std::string(value);
         else
@@ -88,6 +80,15 @@ void addRow(const ListGridModel& list, const std::vector<int>& columns, int row,
 }
 
 }  // namespace
+
+std::vector<int> shownColumns(const ListGridModel& list) {
+    std::vector<int> columns;
+    for (int place = 0; place < list.columnCount(); ++place) {
+        const int column = list.columnAt(place);
+        if (!list.column(column).hidden) columns.push_back(column);
+    }
+    return columns;
+}
 
 CopiedRows copySelectedRows(const ListGridModel& list) {
     CopiedRows copied;

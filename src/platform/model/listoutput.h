@@ -3,10 +3,14 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvenmod::platform::model {
 
 class ListGridModel;
+
+/// The columns that aren't hidden, from the first place on.
+std::vector<int> shownColumns(const ListGridModel& list);
 
 /// The selected rows with the headings, in the order and the columns that are shown.
 struct CopiedRows {

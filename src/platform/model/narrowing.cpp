@@ -22,10 +22,30 @@ std::uint64_t placesOf(std::string_view letters, const std::u16string& word) {
     return places;
 }
 
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// Whether commas part the text's digits by threes, and there is nothing but a number: "-1,244.50".
+bool isGrouped(std::string_view text) {
+    const std::size_t first = text.find(',');
+    if (first == std::string_view::npos || first == 0 || !isDigit(text[first - 1])) return false;
+    if (text.find_first_not_of("-0123456789,.%") != std::string_view::npos) return false;
+    const std::string_view whole = text.substr(first, text.find_first_of(".%", first) - first);
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        if ((whole[at] == ',') != (at % 4 == 0)) return false;
+    }
+    return whole.size() % 4 == 0;
+}
+
 }  // namespace
 
 void SoughtTexts::addCell(std::string_view text) {
     if (text.empty()) return;
+    if (isGrouped(text)) {
+        // Whoever types a number types no commas.
+        std::string plain(text);
+        std::erase(plain, ',');
+        addCell(plain);
+    }
     const std::u16string cell = folded(text);
     // The readings are looked up now, so that no key waits for them.
     for (const char16_t unit : cell) {

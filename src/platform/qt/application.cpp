@@ -122,11 +122,17 @@ QFont windowFont() {
 
 void ensureApplication() {
     if (QCoreApplication::instance() == nullptr) makeApplication();
+    requireApplication();
+    initIcons();
+}
+
+void requireApplication() {
+    if (QCoreApplication::instance() == nullptr)
+        throw std::runtime_error("宿主程序的 QApplication 已经结束，无法显示窗口");
     if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
         throw std::runtime_error("宿主程序建立的不是 QApplication，无法显示窗口");
     if (QThread::currentThread() != QCoreApplication::instance()->thread())
         throw std::runtime_error("组件的窗口只能在创建 QApplication 的线程里打开");
-    initIcons();
 }
 
 ChineseWhileShown::ChineseWhileShown() {

@@ -6,9 +6,11 @@
 namespace orvenmod::platform::qt {
 
 /// Makes the QApplication where there is none, with our style, palette and texts; a host's own stays as it is. Throws
-/// std::logic_error where the process has a QCoreApplication without windows, std::runtime_error where there is no
-/// display or the QApplication is another thread's.
+/// std::runtime_error where there is no display, and as requireApplication.
 void ensureApplication();
+
+/// Throws std::runtime_error where there is none fit for windows: it is gone, has none, or is another thread's.
+void requireApplication();
 
 /// While one lives, the texts of Qt's own dialogs are Chinese, in a host's QApplication too.
 class ChineseWhileShown {

@@ -181,7 +181,7 @@ void QtListGrid::showCurrent(Selection wanted) {
     const QItemSelectionModel::SelectionFlags whole = QItemSelectionModel::Rows;
     if (wanted == Selection::currentOnly)
         selection->setCurrentIndex(items_.index(row - 1, column), QItemSelectionModel::ClearAndSelect | whole);
-    else if (model_.isSelected(row))
+    else if (model_.isSelected(row) && !selection->isSelected(items_.index(row - 1, column)))
         selection->setCurrentIndex(items_.index(row - 1, column), QItemSelectionModel::Select | whole);
     else
         selection->setCurrentIndex(items_.index(row - 1, column), QItemSelectionModel::NoUpdate);

@@ -42,6 +42,8 @@ void QtListGrid::listenToHeading() {
             showArrangement();
         });
     });
+    // The second of two fast clicks comes as a double one alone.
+    QObject::connect(heading, &QHeaderView::sectionDoubleClicked, heading, &QHeaderView::sectionClicked);
     QObject::connect(heading, &QHeaderView::sectionMoved, view_, [this](int column, int, int place) {
         if (!view_->writing) model_.moveColumn(column, place);
     });

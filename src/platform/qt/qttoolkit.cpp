@@ -56,6 +56,8 @@ QtToolkit::QtToolkit() : core_(std::make_unique<Core>(*this)) {
 
 QtToolkit::~QtToolkit() = default;
 
+void QtToolkit::requireApplication() const { qt::requireApplication(); }
+
 std::unique_ptr<Window> QtToolkit::createWindow(const WindowDesign& design) {
     return std::make_unique<QtWindow>(*core_, design);
 }

@@ -31,6 +31,10 @@ public:
     void paintPending() override;
     std::unique_ptr<Progress> createProgress(const std::string& text, const std::string& title, int whole) override;
 
+    /// Throws std::runtime_error where no window can be shown any more: the host has deleted its QApplication, or that
+    /// is another thread's by now.
+    void requireApplication() const;
+
     /// For drivers (a tour, tests): called for each modal window once it has loaded, is painted and its loop runs.
     void setModalObserver(std::function<void(Window&)> observer);
 

@@ -42,6 +42,15 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const {
+    const WithSharedPalette palette(palettes_, option);
+    const auto* heading = qstyleoption_cast<const QStyleOptionHeader*>(option);
+    if (element == PE_IndicatorHeaderArrow && heading != nullptr) {
+        // Fusion's arrow points down where the values go up.
+        QStyleOptionHeader turned(*heading);
+        const bool up = heading->sortIndicator == QStyleOptionHeader::SortDown;
+        turned.sortIndicator = up ? QStyleOptionHeader::SortUp : QStyleOptionHeader::SortDown;
+        return QProxyStyle::drawPrimitive(element, &turned, painter, widget);
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     // Fusion frames lists, trees and grids the same with and without the focus.
     if (element != PE_Frame || !option->state.testFlag(State_HasFocus)) return;
@@ -50,6 +59,18 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
     painter->restore();
+}
+
+void Style::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                        const QWidget* widget) const {
+    const WithSharedPalette palette(palettes_, option);
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                               const QWidget* widget) const {
+    const WithSharedPalette palette(palettes_, option);
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
 }  // namespace orvenmod::platform::qt

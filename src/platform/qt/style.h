@@ -4,6 +4,8 @@
 
 #include <QProxyStyle>
 
+#include "platform/qt/sharedpalette.h"
+
 namespace orvenmod::platform::qt {
 
 class Style : public QProxyStyle {
@@ -17,6 +19,13 @@ public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
+
+private:
+    mutable SharedPalettes palettes_;
 };
 
 }  // namespace orvenmod::platform::qt

@@ -1,8 +1,11 @@
 #include "store/odbc/connecting.h"
 
+#include <algorithm>
+#include <exception>
 #include <future>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "store/odbc/connectfailure.h"
 #include "store/odbc/freetdssettings.h"
@@ -18,26 +21,48 @@ void setNumber(const OdbcHandle& connection, SQLINTEGER attribute, SQLULEN value
     SQLSetConnectAttr(connection.get(), attribute, reinterpret_cast<SQLPOINTER>(value), SQL_IS_UINTEGER);
 }
 
-SQLRETURN connectNow(ConnectedHandles& handles, const std::string& text) {
+void connectNow(ConnectedHandles& handles, const std::string& text) {
     const SQLRETURN result =
         SQLDriverConnect(handles.connection.get(), nullptr, sqlText(text.c_str()),
                          static_cast<SQLSMALLINT>(text.size()), nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
     handles.connected = SQL_SUCCEEDED(result);
-    return result;
 }
 
-// False where the time was over before the driver came to an end.
-bool connectOnThread(const std::shared_ptr<ConnectedHandles>& handles, const std::string& text,
-                     std::chrono::milliseconds limit) {
+std::future<void> connectOnThread(const std::shared_ptr<ConnectedHandles>& handles, const std::string& text,
+                                  const Greeting& greeting) {
     std::promise<void> ended;
-    const std::future<void> end = ended.get_future();
-    std::thread([held = handles, text, ended = std::move(ended)]() mutable {
-        connectNow(*held, text);
+    std::future<void> end = ended.get_future();
+    std::thread([held = handles, text, greeting, ended = std::move(ended)]() mutable {
+        std::exception_ptr failure;
+        try {
+            connectNow(*held, text);
+            if (held->connected) greeting(held->connection);
+        } catch (...) {
+            failure = std::current_exception();
+        }
         // The handles are let go of before the one that waits goes on, which would else race for them.
         held.reset();
+        if (failure) return ended.set_exception(failure);
         ended.set_value();
     }).detach();
-    return end.wait_for(limit) == std::future_status::ready;
+    return end;
+}
+
+// False where the time was over before that; a limit of 0 is none.
+bool isReadyWithin(const std::future<void>& end, std::chrono::milliseconds limit, server::Progress& progress) {
+    constexpr std::chrono::milliseconds kLongestWait{60'000};
+    const auto start = std::chrono::steady_clock::now();
+    progress.start();
+    for (;;) {
+        auto wait = progress ? progress.untilNext() : kLongestWait;
+        if (limit.count() != 0) {
+            const auto passed = std::chrono::steady_clock::now() - start;
+            if (passed >= limit) return false;
+            wait = std::min(wait, std::chrono::ceil<std::chrono::milliseconds>(limit - passed));
+        }
+        if (end.wait_for(wait) == std::future_status::ready) return true;
+        progress.report();
+    }
 }
 
 }  // namespace
@@ -47,7 +72,8 @@ ConnectedHandles::~ConnectedHandles() {
 }
 
 std::shared_ptr<ConnectedHandles> connectWithin(std::chrono::seconds limit, const ServerString& string,
-                                                tsql::Language language) {
+                                                const Greeting& greeting, tsql::Language language,
+                                                server::Progress& progress) {
     const auto handles = std::make_shared<ConnectedHandles>();
     handles->environment = OdbcHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
     SQLSetEnvAttr(handles->environment.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
@@ -56,12 +82,11 @@ std::shared_ptr<ConnectedHandles> connectWithin(std::chrono::seconds limit, cons
     setNumber(handles->connection, SQL_ATTR_LOGIN_TIMEOUT, static_cast<SQLULEN>(limit.count()));
     if (string.packetSize != 0) setNumber(handles->connection, SQL_ATTR_PACKET_SIZE, string.packetSize);
     const FreeTdsSettings settings(string.settings);
-    if (limit.count() == 0) {
-        connectNow(*handles, string.text);
-    } else if (!connectOnThread(handles, string.text, limit + kGrace)) {
-        throw serverSilent(string, limit, language);
-    }
+    std::future<void> end = connectOnThread(handles, string.text, greeting);
+    const std::chrono::milliseconds longest = limit.count() == 0 ? limit : limit + kGrace;
+    if (!isReadyWithin(end, longest, progress)) throw serverSilent(string, limit, language);
     if (!handles->connected) throw connectFailure(handles->connection.diagnostics(), string, limit, language);
+    end.get();
     return handles;
 }
 

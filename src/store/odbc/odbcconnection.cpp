@@ -1,5 +1,6 @@
 #include "store/odbc/odbcconnection.h"
 
+#include <chrono>
 #include <optional>
 #include <utility>
 
@@ -19,6 +20,9 @@ constexpr std::string_view kBegin = "begin transaction";
 constexpr std::string_view kCommit = "commit transaction";
 constexpr std::string_view kRollback = "rollback transaction";
 constexpr std::string_view kAskTransaction = "select @@trancount";
+constexpr std::string_view kAskAnything = "select 1";
+// How long a server has to answer one of these.
+constexpr std::chrono::seconds kAnswerTime{5};
 
 class Text : public OdbcWork {
 public:
@@ -108,9 +112,10 @@ private:
 
 }  // namespace
 
-OdbcConnection::OdbcConnection(const std::string& connectionString)
+OdbcConnection::OdbcConnection(const std::string& connectionString, OdbcSession::Paint paint)
     : connectionString_(connectionString),
-      session_(takeSession(connectionString)),
+      paint_(std::move(paint)),
+      session_(takeSession(connectionString, paint_)),
       language_(session_->language()),
       server_(session_->server()) {}
 
@@ -118,26 +123,55 @@ OdbcConnection::~OdbcConnection() { close(); }
 
 void OdbcConnection::requireUsable() const {
     if (transaction_ == Transaction::lost) throw failure(tsql::kTransactionLost);
-    if (!session_) throw failure(tsql::kClosed);
+    if (!open_) throw failure(tsql::kClosed);
+}
+
+// Another one where the server has ended it, unless something that a statement left in it would be missing.
+OdbcSession& OdbcConnection::session() {
+    requireUsable();
+    if (!session_ || (lost_ && !session_->spoilt())) {
+        session_ = std::make_unique<OdbcSession>(connectionString_, paint_);
+        lost_ = false;
+    }
+    return *session_;
+}
+
+OdbcSession& OdbcConnection::provenSession() {
+    if (!session().isProven() && !answers()) lost_ = true;
+    return session();
 }
 
 OdbcHandle OdbcConnection::statement() {
-    requireUsable();
-    return {SQL_HANDLE_STMT, session_->connection().get()};
+    provenSession();
+    return newStatement();
+}
+
+template <typename Work>
+std::shared_ptr<Work> OdbcConnection::runOnAny(std::string_view sql) {
+    if (!session().isProven() && session().isFresh()) {
+        try {
+            const auto work = std::make_shared<Work>(newStatement(), sql);
+            run(work);
+            return work;
+        } catch (const Failure&) {
+            if (!session_ || (!lost_ && answers())) throw;
+            lost_ = true;
+        }
+    }
+    const auto work = std::make_shared<Work>(statement(), sql);
+    run(work);
+    return work;
 }
 
 void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost) {
-    run(work, ifLost, progress_);
-}
-
-void OdbcConnection::run(const std::shared_ptr<OdbcWork>& work, server::Outcome ifLost, server::Progress& progress) {
     try {
-        session_->waiter().run(work, progress);
+        session_->waiter().run(work, progress_);
+        session_->heard(OdbcSession::Clock::now());
     } catch (const Failure& reported) {
         const std::optional<server::Loss> loss = lossOf(reported.number());
         const bool lost =
             !session_->waiter().gaveUp() && (isLost() || loss || reported.kind() == FailureKind::connection);
-        if (lost) session_->spoil();
+        lost_ = lost_ || lost;
         const std::chrono::milliseconds lockLimit = session_->busyTimeout();
         settle(work);
         if (lost)
@@ -157,27 +191,60 @@ bool OdbcConnection::isLost() const {
     return dead == SQL_CD_TRUE;
 }
 
+// The driver is still at work, which keeps the session.
+void OdbcConnection::giveUp(const std::shared_ptr<OdbcWork>& work) noexcept {
+    session_->spoil();
+    work->keep(std::shared_ptr<OdbcSession>(std::move(session_)));
+}
+
 // What a failure has left of session and transaction.
 void OdbcConnection::settle(const std::shared_ptr<OdbcWork>& work) noexcept {
     if (session_->waiter().gaveUp()) {
-        session_->spoil();
-        work->keep(std::shared_ptr<OdbcSession>(std::move(session_)));
+        giveUp(work);
         if (transaction_ == Transaction::open) transaction_ = Transaction::lost;
     } else if (transaction_ == Transaction::open && !hasTransaction()) {
         transaction_ = Transaction::lost;
     }
 }
 
-bool OdbcConnection::hasTransaction() noexcept {
-    if (session_->spoilt()) return false;
+// False where the server refuses a question of ours, or answers none in time.
+bool OdbcConnection::ask(const std::shared_ptr<OdbcWork>& question) noexcept {
+    struct NoAnswer {};
     try {
-        Query question(OdbcHandle(SQL_HANDLE_STMT, session_->connection().get()), kAskTransaction);
-        question.run();
-        return question.rows().eof() || question.rows().cell(0, 0) != "0";
+        const server::Progress::Unstoppable painting(progress_);
+        const auto end = OdbcSession::Clock::now() + kAnswerTime;
+        server::Progress limited;
+        limited.set([&] {
+            if (OdbcSession::Clock::now() > end) throw NoAnswer();
+            progress_.report();
+        });
+        session_->waiter().run(question, limited);
+        session_->heard(OdbcSession::Clock::now());
+        return true;
+    } catch (...) {
+        if (session_->waiter().gaveUp()) giveUp(question);
+        return false;
+    }
+}
+
+bool OdbcConnection::answers() noexcept {
+    try {
+        return ask(std::make_shared<Query>(newStatement(), kAskAnything));
     } catch (const Failure&) {
-        // A server that doesn't know the question leaves its transactions open.
+        return false;
+    }
+}
+
+bool OdbcConnection::hasTransaction() noexcept {
+    if (lost_) return false;
+    try {
+        const auto question = std::make_shared<Query>(newStatement(), kAskTransaction);
+        if (ask(question)) return question->rows().eof() || question->rows().cell(0, 0) != "0";
+    } catch (const Failure&) {
         return !isLost();
     }
+    // A server that doesn't know the question leaves its transactions open.
+    return session_ && !isLost();
 }
 
 void OdbcConnection::look(std::string_view sql) {
@@ -190,10 +257,9 @@ void OdbcConnection::look(std::string_view sql) {
 
 // What must be seen to before the text goes out.
 void OdbcConnection::prepare() {
-    requireUsable();
     for (const std::string_view text : text_.wideTexts())
         checkCharacters(text);
-    if (text_.touchesSession()) session_->spoil();
+    if (text_.touchesSession()) provenSession().spoil();
 }
 
 std::int64_t OdbcConnection::change(std::string_view sql) {
@@ -202,19 +268,9 @@ std::int64_t OdbcConnection::change(std::string_view sql) {
     return work->touched();
 }
 
-// What ends a transaction can't be ended itself: nobody would know what has become of the work. Windows paint on.
 void OdbcConnection::end(std::string_view sql, server::Outcome ifLost) {
-    server::Progress painting;
-    const auto paint = [this] {
-        try {
-            progress_.report();
-        } catch (...) {
-            return;  // too late
-        }
-    };
-    if (progress_) painting.set(paint);
-    progress_.start();
-    run(std::make_shared<Change>(statement(), sql), ifLost, painting);
+    const server::Progress::Unstoppable toTheEnd(progress_);
+    run(std::make_shared<Change>(statement(), sql), ifLost);
 }
 
 std::int64_t OdbcConnection::execute(std::string_view sql) {
@@ -244,8 +300,7 @@ void OdbcConnection::prepareQuery(std::string_view sql) {
 
 Recordset OdbcConnection::open(std::string_view sql) {
     prepareQuery(sql);
-    const auto work = std::make_shared<Query>(statement(), sql);
-    run(work);
+    const auto work = runOnAny<Query>(sql);
     if (!work->hasRows()) throw failure(tsql::kNoRows);
     return std::move(work->rows());
 }
@@ -281,11 +336,10 @@ void OdbcConnection::checkText(std::string_view text, CharacterSet set) {
 }
 
 void OdbcConnection::checkCharacters(std::string_view text) {
-    KnownCharacters& known = session_->characters();
-    const std::string asked = known.unknown(text);
+    const std::string asked = session().characters().unknown(text);
     if (asked.empty()) return;
-    const auto work = std::make_shared<Query>(statement(), "select '" + asked + "'");
-    run(work);
+    const auto work = runOnAny<Query>("select '" + asked + "'");
+    KnownCharacters& known = session().characters();
     // A driver without an answer knows no code page.
     const bool answered = work->hasRows() && !work->rows().eof();
     const std::string refused = known.learn(asked, answered ? work->rows().cell(0, 0).value_or("") : asked);
@@ -294,18 +348,18 @@ void OdbcConnection::checkCharacters(std::string_view text) {
 
 void OdbcConnection::beginTrans() {
     if (transaction_ == Transaction::open) throw failure(tsql::kTransactionOpen);
-    change(kBegin);
+    runOnAny<Change>(kBegin);
     transaction_ = Transaction::open;
 }
 
 void OdbcConnection::commitTrans() {
-    if (transaction_ == Transaction::none) throw failure(session_ ? tsql::kCommitWithoutBegin : tsql::kClosed);
+    if (transaction_ == Transaction::none) throw failure(open_ ? tsql::kCommitWithoutBegin : tsql::kClosed);
     end(kCommit, server::Outcome::unknown);
     transaction_ = Transaction::none;
 }
 
 void OdbcConnection::rollbackTrans() {
-    if (transaction_ == Transaction::none) throw failure(session_ ? tsql::kRollbackWithoutBegin : tsql::kClosed);
+    if (transaction_ == Transaction::none) throw failure(open_ ? tsql::kRollbackWithoutBegin : tsql::kClosed);
     try {
         if (transaction_ == Transaction::open) end(kRollback);
     } catch (...) {
@@ -316,7 +370,7 @@ void OdbcConnection::rollbackTrans() {
 }
 
 void OdbcConnection::setProgress(std::function<void()> progress) {
-    if (!session_) throw failure(tsql::kClosed);
+    if (!open_) throw failure(tsql::kClosed);
     progress_.set(std::move(progress));
 }
 
@@ -331,9 +385,11 @@ void OdbcConnection::undo() noexcept {
 }
 
 void OdbcConnection::close() noexcept {
-    if (!session_) return;
+    if (!open_) return;
     progress_.set({});
     undo();
+    open_ = false;
+    if (lost_) session_.reset();
     if (session_) giveSessionBack(connectionString_, std::move(session_));
 }
 

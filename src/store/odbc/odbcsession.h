@@ -3,10 +3,10 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "store/odbc/connecting.h"
 #include "store/odbc/knowncharacters.h"
@@ -19,8 +19,12 @@ namespace orvenmod::store::odbc {
 
 class OdbcSession {
 public:
+    using Clock = std::chrono::steady_clock;
+    /// Called about ten times a second while a connection is made; none where nothing has to be painted.
+    using Paint = std::function<void()>;
+
     /// Throws Failure of kind connection, also where Chinese letters would be lost on the way or in the database.
-    explicit OdbcSession(const std::string& connectionString);
+    explicit OdbcSession(const std::string& connectionString, const Paint& paint = {});
     OdbcSession(const OdbcSession&) = delete;
     OdbcSession& operator=(const OdbcSession&) = delete;
 
@@ -41,24 +45,34 @@ public:
     void spoil() { spoilt_ = true; }
     bool spoilt() const { return spoilt_; }
 
+    /// Whether the server has answered since the session was taken from the pool.
+    bool isProven() const { return proven_; }
+    /// Whether the server has answered lately.
+    bool isFresh() const;
+    void heard(Clock::time_point when) {
+        heard_ = when;
+        proven_ = true;
+    }
+
     // For the pool.
 
-    /// Whether the server still answers.
-    bool alive();
+    /// Doesn't ask the server: whoever takes the session does, if need be together with its first statement.
+    bool alive() {
+        proven_ = false;
+        return true;
+    }
     bool reset() noexcept { return !spoilt_; }
 
 private:
-    void connect(const std::vector<ServerString>& strings, std::chrono::seconds limit);
-    void applySettings() const;
-    void checkLetters();
-    void run(const std::string& sql) const;
-    std::vector<std::string> row(const std::string& sql) const;
+    void connect(const std::string& connectionString, std::chrono::seconds limit, const Paint& paint);
 
     tsql::Language language_;
     std::optional<std::chrono::milliseconds> busyTimeout_;
     ServerString string_;
     std::shared_ptr<ConnectedHandles> handles_;
     bool spoilt_ = false;
+    bool proven_ = false;
+    Clock::time_point heard_;
     std::unique_ptr<OdbcWaiter> waiter_;
     KnownCharacters characters_;
 };

@@ -34,6 +34,7 @@ public:
         std::optional<std::string> text;
         std::u16string wide;  ///< the text, where it is more than ASCII
         std::optional<std::span<const std::byte>> bytes;
+        std::vector<std::byte> own;  ///< a copy of these, where they don't go in pieces
         SQLLEN indicator = 0;
     };
 

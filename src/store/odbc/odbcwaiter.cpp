@@ -89,7 +89,7 @@ void OdbcWaiter::runAsynchronously(OdbcWork& work, server::Progress& progress) {
         std::this_thread::sleep_for(pause);
         pause = std::min(pause * 2, kLongestPause);
         if (stop) {
-            gaveUp_ = work.mayBeGivenUp() && Clock::now() - stopped > kCancelTime;
+            gaveUp_ = Clock::now() - stopped > kCancelTime;
             if (gaveUp_) std::rethrow_exception(stop);
             return;
         }
@@ -136,8 +136,8 @@ void OdbcWaiter::runOnThread(const std::shared_ptr<OdbcWork>& work, server::Prog
         lock.unlock();
         SQLCancel(work->statement().get());
         lock.lock();
-        if (!work->mayBeGivenUp()) desk_->finished.wait(lock, done);
         if (!desk_->finished.wait_for(lock, kCancelTime, done)) {
+            work->giveUp();
             gaveUp_ = true;
             desk_->closed = true;
             thread_.detach();

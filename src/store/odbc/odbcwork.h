@@ -20,8 +20,8 @@ public:
     /// Throws Failure. May run on another thread than the caller's.
     virtual void run() = 0;
 
-    /// Whether a caller may leave while the driver is still at work.
-    virtual bool mayBeGivenUp() const { return true; }
+    /// The caller leaves while the driver is still at work: from now on nothing of the caller's is touched.
+    virtual void giveUp() {}
 
     const OdbcHandle& statement() const { return statement_; }
     /// For a driver whose calls answer that they are still at work: waits a little.

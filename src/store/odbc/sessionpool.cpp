@@ -18,9 +18,9 @@ HandlePool<OdbcSession>& pool() {
 
 }  // namespace
 
-std::unique_ptr<OdbcSession> takeSession(const std::string& connectionString) {
+std::unique_ptr<OdbcSession> takeSession(const std::string& connectionString, const OdbcSession::Paint& paint) {
     if (auto idle = pool().take(connectionString)) return idle;
-    return std::make_unique<OdbcSession>(connectionString);
+    return std::make_unique<OdbcSession>(connectionString, paint);
 }
 
 void giveSessionBack(const std::string& connectionString, std::unique_ptr<OdbcSession> session) noexcept {

@@ -8,8 +8,8 @@
 
 namespace orvenmod::store::odbc {
 
-/// An idle session of the connection string that still lives, or a new one. Throws Failure.
-std::unique_ptr<OdbcSession> takeSession(const std::string& connectionString);
+/// An idle session of the connection string, which may have died meanwhile, or a new one. Throws Failure.
+std::unique_ptr<OdbcSession> takeSession(const std::string& connectionString, const OdbcSession::Paint& paint = {});
 void giveSessionBack(const std::string& connectionString, std::unique_ptr<OdbcSession> session) noexcept;
 /// Closes every idle session.
 void dropIdleSessions();

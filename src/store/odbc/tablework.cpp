@@ -89,7 +89,8 @@ void InsertOfFields::bindBinary(SQLUSMALLINT index, OdbcTableWriter::Field& fiel
     const std::size_t size = field.bytes->size();
     const bool streamed = size > kMostVarchar;
     field.indicator = streamed ? SQL_LEN_DATA_AT_EXEC(static_cast<SQLLEN>(size)) : static_cast<SQLLEN>(size);
-    std::byte* plain = size == 0 ? &nothing : const_cast<std::byte*>(field.bytes->data());
+    if (!streamed) field.own.assign(field.bytes->begin(), field.bytes->end());
+    std::byte* plain = size == 0 ? &nothing : field.own.data();
     statement().check(SQLBindParameter(statement().get(), index, SQL_PARAM_INPUT, SQL_C_BINARY, type,
                                        std::max<SQLULEN>(size, 1), 0,
                                        streamed ? static_cast<SQLPOINTER>(&field) : plain,
@@ -139,10 +140,21 @@ void InsertOfFields::stream() {
         const std::span<const std::byte> bytes = *static_cast<OdbcTableWriter::Field*>(wanted)->bytes;
         for (std::size_t at = 0; at < bytes.size(); at += kPiece) {
             const std::size_t count = std::min(kPiece, bytes.size() - at);
-            auto* piece = const_cast<std::byte*>(bytes.data() + at);
-            check([&] { return SQLPutData(statement().get(), piece, static_cast<SQLLEN>(count)); });
+            takePiece(bytes.subspan(at, count));
+            check([&] { return SQLPutData(statement().get(), piece_.data(), static_cast<SQLLEN>(count)); });
         }
     }
+}
+
+void InsertOfFields::takePiece(std::span<const std::byte> bytes) {
+    const std::lock_guard lock(mutex_);
+    if (givenUp_) throw Failure(FailureKind::other, 0, "");  // to nobody
+    piece_.assign(bytes.begin(), bytes.end());
+}
+
+void InsertOfFields::giveUp() {
+    const std::lock_guard lock(mutex_);
+    givenUp_ = true;
 }
 
 void InsertOfFields::run() {

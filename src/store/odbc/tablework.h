@@ -4,6 +4,9 @@
 //   fName, fPhoto    insert into [tblItem]([fName],[fPhoto]) values(?,?)
 #pragma once
 
+#include <cstddef>
+#include <mutex>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -35,17 +38,22 @@ public:
     InsertOfFields(OdbcHandle statement, std::string insert, std::vector<OdbcTableWriter::Field> fields);
 
     void run() override;
-    // The contents belong to the caller, so that the driver must be done with them.
-    bool mayBeGivenUp() const override { return false; }
+    void giveUp() override;
 
 private:
     void bind(SQLUSMALLINT index, OdbcTableWriter::Field& field);
     void bindBinary(SQLUSMALLINT index, OdbcTableWriter::Field& field);
     void bindText(SQLUSMALLINT index, OdbcTableWriter::Field& field);
     void stream();
+    void takePiece(std::span<const std::byte> bytes);
 
     std::string insert_;
     std::vector<OdbcTableWriter::Field> fields_;
+    // Binary contents belong to the caller. The driver gets them piece by piece out of here, so that a photo needs its
+    // memory once, and a caller may leave.
+    std::vector<std::byte> piece_;
+    std::mutex mutex_;
+    bool givenUp_ = false;
 };
 
 }  // namespace orvenmod::store::odbc

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <vector>
 
+#include "store/text.h"
 #include "store/tsql/error.h"
 #include "store/tsql/messages.h"
 #include "store/tsql/utf8.h"
@@ -62,9 +63,10 @@ std::string typeOutOfRange(std::string_view function) {
     return names('4') ? "int" : "smallint";
 }
 
+constexpr const char* kDigits = "0123456789";
+
 // "Process 12 waits for ShareLock on transaction 34; ..." tells first of the one that was ended.
 std::string firstNumber(const std::string& text) {
-    constexpr const char* kDigits = "0123456789";
     const std::size_t start = text.find_first_of(kDigits);
     if (start == std::string::npos) return "?";
     return text.substr(start, text.find_first_not_of(kDigits, start) - start);
@@ -90,6 +92,7 @@ Failure reported(const PGresult* failure, const ServerAddress& address) {
         {"22012", tsql::kDivisionByZero, {}},
         {"22003", tsql::kArithmeticOverflow, {"expression", typeOutOfRange(field(failure, PG_DIAG_SOURCE_FUNCTION))}},
         {"22001", tsql::kTruncated, {}},
+        {"22008", tsql::kDateOutOfRange, {"varchar", "datetime"}},
         {"21000", tsql::kSubqueryRows, {}},
         {"22021", tsql::kNoText, {}},
         {"22P05", tsql::kNoText, {}},
@@ -119,21 +122,35 @@ bool isSchemaChange(const PGresult* failure) {
 
 bool isConstraint(const PGresult* failure) { return field(failure, PG_DIAG_SQLSTATE).starts_with("23"); }
 
-Failure connectFailure(const PGconn* connection, const ServerAddress& address,
-                       std::chrono::steady_clock::duration taken) {
+// The name stands behind the one word that calls it a column.
+std::optional<CopyPlace> placeInCopy(const std::string& context, const std::string& table) {
+    const std::size_t named = context.find(table);
+    if (named == std::string::npos) return std::nullopt;
+    const std::size_t number = context.find_first_of(kDigits, named + table.size());
+    if (number == std::string::npos) return std::nullopt;
+    CopyPlace place;
+    std::from_chars(context.data() + number, context.data() + context.size(), place.line);
+    const std::size_t behind = std::min(context.find_first_not_of(kDigits, number), context.size());
+    const std::string words = context.substr(behind, context.find(':', behind) - behind);
+    const std::size_t blank = words.find(' ', words.find_first_not_of(", "));
+    if (blank != std::string::npos) place.column = trimmed(std::string_view(words).substr(blank));
+    return place;
+}
+
+Failure connectFailure(const PGconn* connection, const ServerAddress& address, const Refusal& refusal) {
     const tsql::Language language = address.language;
-    const std::string words = lastWords(connection);
-    const auto says = [&words](std::string_view text) { return words.find(text) != std::string::npos; };
-    if (PQconnectionNeedsPassword(connection) != 0 || says("authentication failed") ||
-        (says("role \"") && says("does not exist")) || says("no pg_hba.conf entry"))
+    const auto is = [&refusal](const char* state) { return refusal.states.find(state) != std::string::npos; };
+    const auto says = [&refusal](const char* text) { return refusal.words.find(text) != std::string::npos; };
+    // A pooler's states say nothing.
+    if (PQconnectionNeedsPassword(connection) != 0 || is(": 28P01") || is(": 28000") || says("authentication failed"))
         return worded(language, tsql::kLoginFailed, {PQuser(connection)});
-    if (says("database \"") && says("does not exist"))
-        return worded(language, tsql::kCannotOpenDatabase, {PQdb(connection)});
+    // Missing, or the role may not connect to it.
+    if (is(": 3D000") || is(": 42501")) return worded(language, tsql::kCannotOpenDatabase, {PQdb(connection)});
     const auto limit = std::max(address.connectTimeout, std::chrono::seconds(2));
-    if (says("timeout expired") || (address.connectTimeout.count() > 0 && taken >= limit)) {
+    if (says("timeout expired") || (address.connectTimeout.count() > 0 && refusal.taken >= limit)) {
         return worded(language, tsql::kServerSilent, {address.server, std::to_string(limit.count())});
     }
-    return worded(language, tsql::kServerUnreachable, {address.server, words});
+    return worded(language, tsql::kServerUnreachable, {address.server, refusal.words});
 }
 
 Failure setUpFailure(const PGresult* failure, const ServerAddress& address) {

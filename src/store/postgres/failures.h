@@ -7,6 +7,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -26,9 +27,24 @@ bool isSchemaChange(const PGresult* failure);
 /// Whether a key, a check or a null refused a row.
 bool isConstraint(const PGresult* failure);
 
-/// The failure of an attempt to connect that took so long.
-Failure connectFailure(const PGconn* connection, const ServerAddress& address,
-                       std::chrono::steady_clock::duration taken);
+/// A row of a COPY that was refused.
+struct CopyPlace {
+    std::size_t line = 0;  ///< the first is 1
+    std::string column;    ///< as the server names it; empty where it tells none
+};
+
+/// Out of the context of a failure: "COPY tblitem, line 3, column fnumber: ...", in whatever language.
+std::optional<CopyPlace> placeInCopy(const std::string& context, const std::string& table);
+
+/// An attempt to connect that failed.
+struct Refusal {
+    std::string words;   ///< in the server's language or the library's
+    std::string states;  ///< the same with nothing but the states
+    std::chrono::steady_clock::duration taken{};
+};
+
+/// Its failure.
+Failure connectFailure(const PGconn* connection, const ServerAddress& address, const Refusal& refusal);
 
 /// The failure of a new session's settings.
 Failure setUpFailure(const PGresult* failure, const ServerAddress& address);

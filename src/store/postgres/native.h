@@ -30,6 +30,9 @@ inline std::string_view textOf(const PGresult* result, int row, int column) {
     return {PQgetvalue(result, row, column), static_cast<std::size_t>(PQgetlength(result, row, column))};
 }
 
+/// Of a cell that is a boolean.
+inline bool isTrue(const PGresult* result, int row, int column) { return textOf(result, row, column) == "t"; }
+
 /// A part of a failure's report; empty where it has none.
 inline std::string field(const PGresult* result, int code) {
     const char* text = PQresultErrorField(result, code);

@@ -59,8 +59,6 @@ enum IndexField {
 };
 constexpr char kBetweenNames = '\x1f';
 
-bool isTrue(const PGresult* rows, int row, int column) { return textOf(rows, row, column) == "t"; }
-
 // The type of a column that was made by hand.
 tsql::Type nativeColumnType(std::string_view native) {
     struct Name {
@@ -155,8 +153,7 @@ std::vector<std::string> orderOf(const PGresult* rows, int row, const tsql::Obje
     if (isTrue(rows, row, hasExpressions)) return {};
     std::vector<std::string> order = plainColumns(rows, row);
     for (const tsql::ColumnInfo& column : table.columns) {
-        const std::string native = column.nativeName.empty() ? tsql::nativeName(column.name) : column.nativeName;
-        const bool indexed = std::find(order.begin(), order.end(), native) != order.end();
+        const bool indexed = std::find(order.begin(), order.end(), tsql::nativeNameOf(column)) != order.end();
         if (indexed && column.type.isText()) return {};
     }
     if (!order.empty() && !isTrue(rows, row, isUnique)) order.emplace_back("ctid");

@@ -30,15 +30,6 @@ bool maySeveralBeDropped(std::string_view sql) {
     return tsql::lowerText(sql.substr(first, 4)) == "drop" && sql.find(',') != std::string_view::npos;
 }
 
-/// Of "COPY tblitem, line 3, column fnumber: ..." fnumber; empty where it tells none.
-std::string columnOfContext(const std::string& context) {
-    constexpr std::string_view kColumn = ", column ";
-    const std::size_t start = context.find(kColumn);
-    if (start == std::string::npos) return {};
-    const std::size_t name = start + kColumn.size();
-    return context.substr(name, context.find(':', name) - name);
-}
-
 }  // namespace
 
 PostgresConnection::PostgresConnection(std::string connectionString, std::unique_ptr<Session> session)
@@ -122,7 +113,7 @@ void PostgresConnection::undoUnit() {
     if (transaction_ == Transaction::none) return;
     session_->queue(Fixed::rollbackTo);
     session_->queue(Fixed::release);
-    const Answer answer = session_->send();
+    const Answer answer = session_->sendToTheEnd();
     if (answer.failure() != nullptr) transaction_ = Transaction::lost;
 }
 
@@ -289,7 +280,7 @@ void PostgresConnection::storeRow(Prepared& statement, const std::string& text, 
     if (const PGresult* failure = answer.failure()) failChange("insert", failure, values);
 }
 
-void PostgresConnection::loadRows(const std::string& command, std::string_view rows,
+void PostgresConnection::loadRows(const std::string& table, const std::string& command, std::string_view rows,
                                   const std::function<Loaded(std::size_t row, const std::string& column)>& loaded) {
     worded([&] {
         session();
@@ -308,34 +299,29 @@ void PostgresConnection::loadRows(const std::string& command, std::string_view r
         }();
         if (isFailure(result.get())) {
             undoUnit();
-            failLoad(result.get(), loaded);
+            failLoad(result.get(), table, loaded);
         }
         endUnit();
         sendUnit(Effect::reads);
     });
 }
 
-// The server tells the line: "COPY tblitem, line 3, column fnumber: ...".
-void PostgresConnection::failLoad(const PGresult* failure,
+void PostgresConnection::failLoad(const PGresult* failure, const std::string& table,
                                   const std::function<Loaded(std::size_t row, const std::string& column)>& loaded) {
-    const std::string context = field(failure, PG_DIAG_CONTEXT);
-    constexpr std::string_view kLine = ", line ";
-    const std::size_t at = context.find(kLine);
-    if (at == std::string::npos) throw reported(failure, session_->address());
-    std::size_t line = 1;
-    std::from_chars(context.data() + at + kLine.size(), context.data() + context.size(), line);
+    const auto place = placeInCopy(field(failure, PG_DIAG_CONTEXT), table);
+    if (!place) throw reported(failure, session_->address());
     int column = RowFailure::kUnknown;
     int asked = 0;
     const auto valueOf = [&](const std::string& name) {
-        const Loaded cell = loaded(line - 1, name);
+        const Loaded cell = loaded(place->line - 1, name);
         column = ++asked == 1 ? cell.column : RowFailure::kUnknown;
         return cell.value;
     };
     try {
         failChange("insert", failure, valueOf);
     } catch (const Failure& worded) {
-        if (asked == 0) valueOf(columnOfContext(context));
-        throw RowFailure(worded, line - 1, column);
+        if (asked == 0) valueOf(place->column);
+        throw RowFailure(worded, place->line - 1, column);
     }
 }
 
@@ -370,7 +356,7 @@ void PostgresConnection::commitOpen() {
     session_->queue(Fixed::commit);
     Answer answer;
     try {
-        answer = session_->send();
+        answer = session_->sendToTheEnd();
     } catch (const LostConnection& lost) {
         failForLoss(lost, server::Outcome::unknown);
     }
@@ -394,7 +380,7 @@ void PostgresConnection::rollbackTrans() {
         if (std::exchange(transaction_, Transaction::none) == Transaction::begun) return;
         session_->queue(Fixed::rollback);
         try {
-            session_->send();
+            session_->sendToTheEnd();
         } catch (const LostConnection&) {
             // The server has undone it by itself.
             session_.reset();
@@ -405,8 +391,9 @@ void PostgresConnection::rollbackTrans() {
 }
 
 void PostgresConnection::setProgress(std::function<void()> progress) {
+    if (!open_) throw tsql::worded(language_, tsql::kClosed, {});
     progress_ = std::move(progress);
-    session().progress().set(progress_);
+    if (session_) session_->progress().set(progress_);
 }
 
 void PostgresConnection::close() noexcept {

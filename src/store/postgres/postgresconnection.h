@@ -58,9 +58,9 @@ public:
         int column = RowFailure::kUnknown;
         std::string value = "NULL";
     };
-    /// Copies rows in the server's own form into a table; `loaded` tells of a cell for a message. Throws RowFailure,
-    /// Failure.
-    void loadRows(const std::string& command, std::string_view rows,
+    /// Copies rows in the server's own form into a table, by its native name; `loaded` tells of a cell for a message.
+    /// Throws RowFailure, Failure.
+    void loadRows(const std::string& table, const std::string& command, std::string_view rows,
                   const std::function<Loaded(std::size_t row, const std::string& column)>& loaded);
     /// Words what `work` throws.
     template <typename Work>
@@ -89,7 +89,7 @@ private:
     static std::int64_t touched(PGresult* result);
     [[noreturn]] void failStatement(std::string_view sql, const CachedStatement& entry, const PGresult* failure);
     [[noreturn]] void failChange(std::string_view sql, const PGresult* failure, const Values& values);
-    [[noreturn]] void failLoad(const PGresult* failure,
+    [[noreturn]] void failLoad(const PGresult* failure, const std::string& table,
                                const std::function<Loaded(std::size_t row, const std::string& column)>& loaded);
     [[noreturn]] void failForLoss(const LostConnection& lost, server::Outcome outcome);
 

@@ -80,7 +80,6 @@ constexpr const char* kOthers =
     "UNION ALL SELECT 'function ' || proname FROM pg_proc WHERE pronamespace = to_regnamespace(current_schema())";
 
 std::string text(const PGresult* rows, int row, int column) { return std::string(textOf(rows, row, column)); }
-bool isTrue(const PGresult* rows, int row, int column) { return textOf(rows, row, column) == "t"; }
 
 /// The dialect's own text behind a declaration; empty for none.
 std::string ownText(const std::string& comment) {

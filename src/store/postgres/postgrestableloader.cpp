@@ -68,9 +68,9 @@ PostgresTableLoader::PostgresTableLoader(PostgresConnection& connection, std::st
     std::string names;
     for (const std::string& field : fields) {
         const tsql::ColumnInfo& column = columns_.emplace_back(tsql::columnNamed(table_, field));
-        names += (names.empty() ? "" : ",") + tsql::quoteName(tsql::nativeName(column.name));
+        names += (names.empty() ? "" : ",") + tsql::quoteName(tsql::nativeNameOf(column));
     }
-    command_ = "COPY " + tsql::quoteName(tsql::nativeName(table_.name)) + "(" + names + ") FROM STDIN";
+    command_ = "COPY " + tsql::quoteName(tsql::nativeNameOf(table_)) + "(" + names + ") FROM STDIN";
 }
 
 void PostgresTableLoader::write(std::string_view value, const tsql::ColumnInfo& column) {
@@ -129,14 +129,15 @@ void PostgresTableLoader::add(const Recordset& rows) {
         }
         text_ += '\n';
     }
-    connection_.loadRows(command_, text_, [&](std::size_t row, const std::string& name) -> PostgresConnection::Loaded {
+    const auto loaded = [&](std::size_t row, const std::string& name) -> PostgresConnection::Loaded {
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             const int column = static_cast<int>(i);
-            if (tsql::sameName(columns_[i].name, name))
+            if (tsql::nativeName(columns_[i].name) == tsql::nativeName(name))
                 return {column, std::string(rows.cell(row, column).value_or("NULL"))};
         }
         return {};
-    });
+    };
+    connection_.loadRows(tsql::nativeNameOf(table_), command_, text_, loaded);
 }
 
 }  // namespace orvenmod::store::postgres

@@ -13,12 +13,12 @@ void PostgresTableWriter::checkOpen() { connection_.session(); }
 tsql::Language PostgresTableWriter::language() const { return connection_.language(); }
 
 std::string PostgresTableWriter::insertText() const {
-    const std::string start = "INSERT INTO " + tsql::quoteName(tsql::nativeName(table().name));
+    const std::string start = "INSERT INTO " + tsql::quoteName(tsql::nativeNameOf(table()));
     if (fields().empty()) return start + " DEFAULT VALUES";
     std::string names;
     std::string places;
     for (const Field& field : fields()) {
-        names += (names.empty() ? "" : ",") + tsql::quoteName(tsql::nativeName(columnOf(field).name));
+        names += (names.empty() ? "" : ",") + tsql::quoteName(tsql::nativeNameOf(columnOf(field)));
         places += (places.empty() ? "$" : ",$") + std::to_string(&field - fields().data() + 1);
     }
     return start + "(" + names + ") VALUES(" + places + ")";

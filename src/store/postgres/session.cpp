@@ -7,12 +7,15 @@
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <future>
+#include <iterator>
 #include <random>
+#include <system_error>
+#include <thread>
 #include <utility>
 
 #include "store/postgres/failures.h"
 #include "store/postgres/installation.h"
-#include "store/server/socketwait.h"
 #include "store/tsql/translator.h"
 
 namespace orvenmod::store::postgres {
@@ -20,6 +23,9 @@ namespace orvenmod::store::postgres {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+// Who refuses does it sooner; who says nothing isn't waited for twice.
+constexpr std::chrono::seconds kSoon{1};
 
 struct FixedText {
     const char* name;
@@ -114,7 +120,17 @@ void Session::connect() {
     const auto start = Clock::now();
     connection_.reset(PQconnectdbParams(names.data(), values.data(), 0));
     if (PQstatus(connection_.get()) == CONNECTION_OK) return;
-    throw connectFailure(connection_.get(), address_, Clock::now() - start);
+    Refusal refusal{lastWords(connection_.get()), {}, Clock::now() - start};
+    // Who has answered is asked again for the state alone: the words are in whatever language, and before the first
+    // attempt the library takes no wish.
+    if (refusal.taken < kSoon) {
+        PQsetErrorVerbosity(connection_.get(), PQERRORS_SQLSTATE);
+        PQreset(connection_.get());
+        PQsetErrorVerbosity(connection_.get(), PQERRORS_DEFAULT);
+        if (PQstatus(connection_.get()) == CONNECTION_OK) return;
+        refusal.states = lastWords(connection_.get());
+    }
+    throw connectFailure(connection_.get(), address_, refusal);
 }
 
 void Session::checkServer() const {
@@ -197,7 +213,8 @@ std::size_t Session::queueRun(Prepared& statement, const std::string& text, cons
 
 Answer Session::send(const Stream* stream) {
     const std::size_t asked = queued_.size();
-    for (const std::string& name : std::exchange(*gone_, {})) {
+    std::vector<std::string> gone = std::exchange(*gone_, {});
+    for (const std::string& name : gone) {
         PQsendQueryParams(connection_.get(), ("DEALLOCATE " + name).c_str(), 0, nullptr, nullptr, nullptr, nullptr, 0);
         queued_.emplace_back();
     }
@@ -206,6 +223,8 @@ Answer Session::send(const Stream* stream) {
     progress_.start();
     try {
         Answer answer = receive(stream);
+        // Behind a failure none of them went.
+        if (answer.failure() != nullptr) std::move(gone.begin(), gone.end(), std::back_inserter(*gone_));
         if (answer.results.size() > asked) answer.results.resize(asked);
         return answer;
     } catch (const LostConnection&) {
@@ -215,6 +234,11 @@ Answer Session::send(const Stream* stream) {
         interrupt();
         throw;
     }
+}
+
+Answer Session::sendToTheEnd() {
+    const server::Progress::Unstoppable toTheEnd(progress_);
+    return send();
 }
 
 // Each that was queued gives its result and a null, the end of all a result of its own. What the server didn't come to,
@@ -254,7 +278,7 @@ Answer Session::receive(const Stream* stream) {
 void Session::awaitResult(const PGresult* last) {
     while (flush(last) || PQisBusy(connection_.get()) != 0) {
         const auto awaited = unsent_ ? server::Awaited::either : server::Awaited::readable;
-        server::awaitSocket(PQsocket(connection_.get()), awaited, progress_);
+        await(awaited);
         if (PQconsumeInput(connection_.get()) == 0) lose(last);
         progress_.report();
     }
@@ -269,98 +293,52 @@ bool Session::flush(const PGresult* last) {
     return unsent_;
 }
 
-Result Session::copyIn(const std::string& command, std::string_view rows) {
-    progress_.start();
-    PQexitPipelineMode(connection_.get());  // rows don't pass through one
-    try {
-        Result result = sendRows(command, rows);
-        PQenterPipelineMode(connection_.get());
-        return result;
-    } catch (const LostConnection&) {
-        throw;
-    } catch (...) {
-        PQputCopyEnd(connection_.get(), "cancelled");
-        server::Progress silent;
-        std::swap(silent, progress_);
-        unsent_ = true;
-        lastResult();
-        std::swap(silent, progress_);
-        PQenterPipelineMode(connection_.get());
-        throw;
-    }
-}
-
-// Again while the library has no room.
-template <typename Put>
-void Session::put(Put put) {
-    for (;;) {
-        const int taken = put();
-        if (taken < 0) lose();
-        if (taken > 0) return;
-        awaitRoom();
-    }
-}
-
-Result Session::sendRows(const std::string& command, std::string_view rows) {
-    constexpr std::size_t kPiece = 64UL << 10;
-    if (PQsendQuery(connection_.get(), command.c_str()) == 0) lose();
-    unsent_ = true;
-    awaitResult();
-    Result start(PQgetResult(connection_.get()));
-    if (PQresultStatus(start.get()) != PGRES_COPY_IN) {
-        lastResult();
-        return start;
-    }
-    for (; !rows.empty(); rows.remove_prefix(std::min(kPiece, rows.size()))) {
-        const int size = static_cast<int>(std::min(kPiece, rows.size()));
-        put([&] { return PQputCopyData(connection_.get(), rows.data(), size); });
-        awaitRoom();
-    }
-    put([&] { return PQputCopyEnd(connection_.get(), nullptr); });
-    unsent_ = true;
-    return lastResult();
-}
-
-// The result before the end of all; of several the failure.
-Result Session::lastResult() {
-    Result last;
-    for (;;) {
-        awaitResult();
-        Result result(PQgetResult(connection_.get()));
-        if (!result) break;
-        if (!last || !isFailure(last.get())) last = std::move(result);
-    }
-    if (PQstatus(connection_.get()) == CONNECTION_BAD) lose();
-    return last;
-}
-
-// Until the server has taken what the library holds, so that this doesn't grow.
-void Session::awaitRoom() {
-    unsent_ = true;
-    while (flush()) {
-        server::awaitSocket(PQsocket(connection_.get()), server::Awaited::either, progress_);
-        if (PQconsumeInput(connection_.get()) == 0) lose();
-    }
-    progress_.report();
-}
-
 void Session::interrupt() noexcept {
-    const std::unique_ptr<PGcancel, decltype(&PQfreeCancel)> cancel(PQgetCancel(connection_.get()), &PQfreeCancel);
-    std::array<char, 256> reason{};
-    if (cancel) PQcancel(cancel.get(), reason.data(), static_cast<int>(reason.size()));
-    server::Progress silent;
-    std::swap(silent, progress_);
+    const Ending ending(*this);
     try {
+        // One that is heard later would end another statement.
+        if (!cancelWithin(kLongestEnd)) giveUp();
         receive(nullptr);
     } catch (const LostConnection&) {
         // What comes next finds that out.
         queued_.clear();
     }
-    std::swap(silent, progress_);
+}
+
+// By a thread, since the library waits for the server's answer.
+bool Session::cancelWithin(std::chrono::milliseconds limit) const {
+    std::promise<void> heard;
+    const std::future<void> end = heard.get_future();
+    std::shared_ptr<PGcancel> cancel(PQgetCancel(connection_.get()), &PQfreeCancel);
+    try {
+        std::thread([cancel = std::move(cancel), heard = std::move(heard)]() mutable {
+            std::array<char, 256> reason{};
+            PQcancel(cancel.get(), reason.data(), static_cast<int>(reason.size()));
+            heard.set_value();
+        }).detach();
+    } catch (const std::system_error&) {
+        return false;
+    }
+    return end.wait_for(limit) == std::future_status::ready;
+}
+
+// Whatever is still done there belongs to a connection that is gone.
+void Session::giveUp() {
+    connection_.reset();
+    lose();
+}
+
+void Session::await(server::Awaited awaited) {
+    using std::chrono::milliseconds;
+    const auto left = std::chrono::duration_cast<milliseconds>(until_ - Clock::now());
+    const bool ready = server::awaitSocket(PQsocket(connection_.get()), awaited, progress_,
+                                           until_ == kForever ? milliseconds::max() : std::max(left, milliseconds(0)));
+    if (!ready) giveUp();
 }
 
 // A server that ends says why, and its failure is then the last answer.
 void Session::lose(const PGresult* last) const {
+    if (!connection_) throw LostConnection{server::Loss::silent, {}};
     server::Loss loss = server::Loss::closed;
     std::string words = lastWords(connection_.get());
     if (last != nullptr) noteEnd(last, loss, words);

@@ -10,10 +10,12 @@
 //   send()
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "store/failure.h"
@@ -23,6 +25,7 @@
 #include "store/postgres/serveraddress.h"
 #include "store/server/lostconnection.h"
 #include "store/server/progress.h"
+#include "store/server/socketwait.h"
 #include "store/tsql/error.h"
 #include "store/tsql/statementcache.h"
 
@@ -118,6 +121,8 @@ public:
 
     /// Throws LostConnection, and what the progress or the stream throws; the server has then been told to stop.
     Answer send(const Stream* stream = nullptr);
+    /// Likewise, without an end by the progress.
+    Answer sendToTheEnd();
 
     /// Runs a COPY from the client; the rows are in its text form. Its result, or its failure, which leaves a
     /// transaction that only can be rolled back. Throws LostConnection, and what the progress throws.
@@ -156,8 +161,32 @@ private:
     void put(Put put);
     void awaitRoom();
     void interrupt() noexcept;
+    bool cancelWithin(std::chrono::milliseconds limit) const;
+    [[noreturn]] void giveUp();
+    void await(server::Awaited awaited);
     bool flush(const PGresult* last = nullptr);
     [[noreturn]] void lose(const PGresult* last = nullptr) const;
+
+    static constexpr auto kForever = std::chrono::steady_clock::time_point::max();
+    static constexpr std::chrono::milliseconds kLongestEnd{3000};
+    // While it lives a statement is ended: no progress is told, and a server that takes too long is given up.
+    class Ending {
+    public:
+        explicit Ending(Session& session) : session_(session) {
+            std::swap(told_, session_.progress_);
+            session_.until_ = std::chrono::steady_clock::now() + kLongestEnd;
+        }
+        ~Ending() {
+            std::swap(told_, session_.progress_);
+            session_.until_ = kForever;
+        }
+        Ending(const Ending&) = delete;
+        Ending& operator=(const Ending&) = delete;
+
+    private:
+        Session& session_;
+        server::Progress told_;
+    };
 
     struct Queued {
         Prepared* preparing = nullptr;
@@ -174,6 +203,7 @@ private:
     std::string ownName_;  // begins the names of its statements
     std::size_t names_ = 0;
     long zone_ = 0;
+    std::chrono::steady_clock::time_point until_ = kForever;  // when the server is given up
     bool unsent_ = false;
 };
 

@@ -21,9 +21,17 @@ void Progress::reportBeforeWork() { reportAfter(kJust); }
 
 void Progress::reportAfter(std::chrono::milliseconds pause) {
     if (!callback_ || now_() - last_ < pause) return;
-    callback_();
+    callBack();
     // Only now: a callback that paints for long must not be called again at once.
     last_ = now_();
+}
+
+void Progress::callBack() const {
+    try {
+        callback_();
+    } catch (...) {
+        if (stoppable_) throw;
+    }
 }
 
 }  // namespace orvenmod::store::server

@@ -30,12 +30,29 @@ public:
     /// Calls back unless it just has: what comes next takes a while and can't be interrupted.
     void reportBeforeWork();
 
+    /// While it lives the work runs to its end: windows paint, and what the callback throws is dropped. For what ends a
+    /// transaction, since nobody would know what has become of one whose end was ended.
+    class Unstoppable {
+    public:
+        explicit Unstoppable(Progress& progress)
+            : progress_(progress), before_(std::exchange(progress.stoppable_, false)) {}
+        ~Unstoppable() { progress_.stoppable_ = before_; }
+        Unstoppable(const Unstoppable&) = delete;
+        Unstoppable& operator=(const Unstoppable&) = delete;
+
+    private:
+        Progress& progress_;
+        bool before_;
+    };
+
 private:
     void reportAfter(std::chrono::milliseconds pause);
+    void callBack() const;
 
     Now now_;
     std::function<void()> callback_;
     Clock::time_point last_;
+    bool stoppable_ = true;
 };
 
 }  // namespace orvenmod::store::server

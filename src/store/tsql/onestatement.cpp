@@ -26,17 +26,19 @@ constexpr std::size_t kLongestOpening = 11;
 
 enum class Times { once, any };
 
-/// Where such a word belongs within a statement: which one, the word in front. Empty for any.
+/// Where such a word belongs within a statement: the word, which statement, what stands in front. Empty for any.
 struct Place {
     std::string_view word;
     std::string_view first;
     std::string_view previous;
     Times times = Times::any;
+    std::string_view second{};          ///< of the statement
+    std::string_view beforePrevious{};  ///< two in front
 };
 
 constexpr Place kPlaces[] = {
     {"select", "", "union"},
-    {"select", "", "all"},
+    {"select", "", "all", Times::any, "", "union"},
     {"select", "", "except"},
     {"select", "", "intersect"},
     {"select", "insert", "", Times::once},
@@ -51,16 +53,17 @@ constexpr Place kPlaces[] = {
     {"alter", "create", "or"},
     {"", "create", "as"},
     {"", "alter", "as"},
-    {"trigger", "create", ""},
-    {"trigger", "alter", ""},
-    {"trigger", "drop", ""},
-    {"trigger", "enable", ""},
-    {"trigger", "disable", ""},
+    {"trigger", "create", "create"},
+    {"trigger", "create", "alter"},
+    {"trigger", "alter", "alter"},
+    {"trigger", "drop", "drop"},
+    {"trigger", "enable", "enable"},
+    {"trigger", "disable", "disable"},
     // references t(id) on delete set null
-    {"delete", "alter", "on"},
-    {"update", "alter", "on"},
-    {"set", "alter", "delete"},
-    {"set", "alter", "update"},
+    {"delete", "alter", "on", Times::any, "table"},
+    {"update", "alter", "on", Times::any, "table"},
+    {"set", "alter", "delete", Times::any, "table"},
+    {"set", "alter", "update", Times::any, "table"},
     {"if", "drop", "table"},
     {"if", "drop", "view"},
     {"if", "drop", "index"},
@@ -78,7 +81,7 @@ constexpr Place kPlaces[] = {
     {"", "revoke", "for"},
 };
 
-// alter table t add .., drop .., alter column ..: right behind the name.
+// alter table t add .., drop .., alter column ..: right behind the name, or behind its with check.
 constexpr std::string_view kAlterActions[] = {"add", "alter", "drop", "set"};
 
 // What leaves nothing in the session behind.
@@ -97,6 +100,11 @@ bool isOpening(const Token& token) {
 
 bool is(const Token& token, std::string_view text) {
     return token.kind != Token::Kind::quotedName && token.kind != Token::Kind::literal && sameName(token.text, text);
+}
+
+bool isName(const Token& token) {
+    return token.kind == Token::Kind::quotedName ||
+           (token.kind == Token::Kind::word && !isReservedWord(lowerName(token.text)));
 }
 
 template <typename Words>
@@ -194,6 +202,7 @@ void OneStatement::take(const Token& token) {
     if (tokens_ == 1) touchesSession_ = !isOneOf(token, kPlainStatements);
     if (depth_ == 0 && is(token, "into")) intoTable_ = true;
     if (isTemporaryName(token)) touchesSession_ = true;
+    beforePrevious_ = previous_;
     previous_ = token;
 }
 
@@ -213,7 +222,7 @@ void OneStatement::takeWord(const Token& token) {
         if (is(first_, "update") && is(token, "set")) spent_ = true;
     } else if (inserts_ && (is(token, "values") || is(token, "default"))) {
         spent_ = true;
-    } else if (alters_ && tokens_ > 2 && !previous_.isSymbol(".") && !isReservedWord(lowerName(token.text))) {
+    } else if (alters_ && tokens_ > 2 && !previous_.isSymbol(".") && isName(token)) {
         ++names_;
     }
 }
@@ -224,15 +233,21 @@ bool OneStatement::belongs(const Token& token) const {
         constexpr std::string_view kRowChanges[] = {"insert", "update", "delete", "merge"};
         return !previous_.isSymbol("(") || !isOneOf(token, kRowChanges);
     }
-    const bool alterAction = alters_ && names_ == 1 && isOneOf(token, kAlterActions);
-    return alterAction || std::any_of(std::begin(kPlaces), std::end(kPlaces), [&](const Place& place) {
-               return (place.word.empty() || is(token, place.word)) && (place.times == Times::any || !spent_) &&
-                      standsAt(place.first, place.previous);
+    const auto agrees = [](std::string_view word, const Token& with) { return word.empty() || is(with, word); };
+    return isAlterAction(token) || std::any_of(std::begin(kPlaces), std::end(kPlaces), [&](const Place& place) {
+               return agrees(place.word, token) && (place.times == Times::any || !spent_) &&
+                      agrees(place.first, first_) && agrees(place.second, second_) &&
+                      agrees(place.previous, previous_) && agrees(place.beforePrevious, beforePrevious_);
            });
 }
 
-bool OneStatement::standsAt(std::string_view first, std::string_view previous) const {
-    return (first.empty() || is(first_, first)) && (previous.empty() || is(previous_, previous));
+bool OneStatement::isAlterAction(const Token& token) const {
+    if (!alters_) return false;
+    if (isOneOf(token, kAlterActions))
+        return names_ == 1 && (isName(previous_) || is(previous_, "check") || is(previous_, "nocheck"));
+    // alter table t disable trigger x
+    const bool switches = is(previous_, "enable") || is(previous_, "disable");
+    return is(token, "trigger") && switches && names_ == 2 && isName(beforePrevious_);
 }
 
 bool OneStatement::mayGiveRows() const { return !isOneOf(first_, kChanges) && !(is(first_, "select") && intoTable_); }

@@ -42,11 +42,12 @@ private:
     void take(const Token& token);
     void takeWord(const Token& token);
     bool belongs(const Token& token) const;
-    bool standsAt(std::string_view first, std::string_view previous) const;
+    bool isAlterAction(const Token& token) const;
 
     Token first_;
     Token second_;
     Token previous_;
+    Token beforePrevious_;
     int tokens_ = 0;
     int depth_ = 0;
     bool alters_ = false;

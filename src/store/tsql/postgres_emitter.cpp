@@ -36,13 +36,9 @@ std::string decimalText(std::string digits) {
 
 std::string castTo(const std::string& text, const std::string& type) { return "CAST(" + text + " AS " + type + ")"; }
 
-std::string PostgresEmitter::tableName(const ObjectInfo& object) const {
-    return quoteName(object.nativeName.empty() ? nativeName(object.name) : object.nativeName);
-}
+std::string PostgresEmitter::tableName(const ObjectInfo& object) const { return quoteName(nativeNameOf(object)); }
 
-std::string PostgresEmitter::columnName(const ColumnInfo& column) const {
-    return quoteName(column.nativeName.empty() ? nativeName(column.name) : column.nativeName);
-}
+std::string PostgresEmitter::columnName(const ColumnInfo& column) const { return quoteName(nativeNameOf(column)); }
 
 std::string PostgresEmitter::placeholder(std::size_t number, const Parameter& parameter) const {
     return "$" + std::to_string(number) + "::" + nativeType(parameter.to);

@@ -18,6 +18,11 @@ inline constexpr const char* kCommentBreak = "\n";
 
 /// Without quotes.
 std::string nativeName(std::string_view declared);
+/// Of what is there, where it may have been made by hand.
+template <typename Info>
+std::string nativeNameOf(const Info& info) {
+    return info.nativeName.empty() ? nativeName(info.name) : info.nativeName;
+}
 
 /// The type of a column: "numeric(18,4)", "timestamp(3)".
 std::string nativeColumnType(const Type& type);

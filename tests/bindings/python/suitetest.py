@@ -17,6 +17,9 @@ _settings = tempfile.TemporaryDirectory(prefix="orvenmod-test-")
 atexit.register(_settings.cleanup)
 os.environ["XDG_CONFIG_HOME"] = _settings.name
 
+# The sanitizers' runtime is preloaded into hosts, which bring none along; the tools have it in themselves.
+TOOL = {"LD_PRELOAD": ""}
+
 
 class SuiteTest(unittest.TestCase):
     """The environment names what was built: the library, the shell, the clerk."""
@@ -52,7 +55,7 @@ class SuiteTest(unittest.TestCase):
 
     def query(self, statements: str) -> str:
         """What the shell answers, a JSON line a statement."""
-        done = self.run_program([os.environ["ORVENSQL"], self.connection], statements)
+        done = self.run_program([os.environ["ORVENSQL"], self.connection], statements, **TOOL)
         self.assertNotIn("error", done.stdout)
         return done.stdout
 
@@ -60,5 +63,5 @@ class SuiteTest(unittest.TestCase):
         """Runs a host's program with the clerk in it."""
         script = self.folder / "clerk.txt"
         script.write_text(steps, "utf-8")
-        clerk = {"LD_PRELOAD": os.environ["ORVEN_CLERK_LIBRARY"], "ORVEN_TEST_CLERK": str(script)}
-        return self.run_program(program, typed, **clerk)
+        preloaded = f"{os.environ.get('LD_PRELOAD', '')} {os.environ['ORVEN_CLERK_LIBRARY']}"
+        return self.run_program(program, typed, LD_PRELOAD=preloaded, ORVEN_TEST_CLERK=str(script))

@@ -10,10 +10,16 @@ import subprocess
 import sys
 import threading
 import unittest
+from unittest import mock
 
 import orvenmod
+from orvenmod import native
 from orvenmod.objects import Property
-from suitetest import SuiteTest
+from suitetest import TOOL, SuiteTest
+
+
+def none_is_alive() -> bool:
+    return int(native.component().DllCanUnloadNow()) == 0
 
 
 class Objects(SuiteTest):
@@ -79,16 +85,41 @@ class Objects(SuiteTest):
         self.assertRaises(orvenmod.Released, items.get, "fName")
 
     def test_an_object_is_closed_when_nothing_refers_to_it(self) -> None:
-        from orvenmod import native
-
-        def unloadable() -> int:
-            return int(native.component().DllCanUnloadNow())
-
         items = orvenmod.BasicInfo()
-        self.assertEqual(unloadable(), 1)
+        self.assertFalse(none_is_alive())
         del items
         gc.collect()
-        self.assertEqual(unloadable(), 0)
+        self.assertTrue(none_is_alive())
+
+    def test_an_object_that_another_thread_drops_is_closed_with_the_next_call(self) -> None:
+        held = [orvenmod.BasicInfo(), orvenmod.BasicInfo()]
+        other = threading.Thread(target=held.clear)
+        other.start()
+        other.join()
+        gc.collect()
+        self.assertFalse(none_is_alive())
+        orvenmod.newest_schema_version()
+        self.assertTrue(none_is_alive())
+
+    def test_an_object_dropped_before_a_failure_is_told_leaves_the_failure(self) -> None:
+        component = native.component()
+        held = [orvenmod.BasicInfo()]
+
+        class DroppingOne:
+            def __getattr__(self, name: str) -> object:
+                return getattr(component, name)
+
+            def orvenmod_get(self, *arguments: object) -> int:
+                number = int(component.orvenmod_get(*arguments))
+                held.clear()
+                return number
+
+        with orvenmod.BasicInfo() as items:
+            with mock.patch.object(native, "component", DroppingOne):
+                with self.assertRaises(orvenmod.NoSuchMember) as failed:
+                    items.get("fNone")
+        self.assertIn("fNone", failed.exception.text)
+        self.assertTrue(none_is_alive())
 
     def test_an_object_of_another_thread_is_refused(self) -> None:
         failures: list[BaseException] = []
@@ -202,7 +233,7 @@ class Finding(SuiteTest):
 
     def test_what_orvenregister_writes_is_found(self) -> None:
         library = os.environ["ORVENMOD_LIBRARY"]
-        self.assertEqual(self.run_program([os.environ["ORVENREGISTER"], library]).returncode, 0)
+        self.assertEqual(self.run_program([os.environ["ORVENREGISTER"], library], **TOOL).returncode, 0)
         self.assertEqual(self.loaded().stdout.strip(), library)
 
     def test_a_library_that_is_none_is_told(self) -> None:

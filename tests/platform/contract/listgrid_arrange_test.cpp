@@ -66,6 +66,14 @@ TEST_F(ToolkitContract, clicksOnAHeadingSortUpDownAndNotAtAll) {
     });
 }
 
+TEST_F(ToolkitContract, theSecondOfTwoFastClicksOnAHeadingCountsToo) {
+    use(arrangedWindow(), fillGoods, [](User& user) {
+        user.doubleClickRow("vsf1", 0);
+        EXPECT_EQ(listOf(user).sortedColumn(), 0);
+        EXPECT_EQ(listOf(user).sortOrder(), SortOrder::descending);
+    });
+}
+
 TEST_F(ToolkitContract, theUserStandsOnTheSameRowInEveryOrder) {
     use(arrangedWindow(), fillGoods, [](User& user) {
         user.selectRow("vsf1", 1);
@@ -233,6 +241,21 @@ TEST_F(ToolkitContract, theLineBelowTellsCountsAndTheSumOfANumberColumn) {
         user.press("Ctrl+F");
         user.typeKeys("4");
         EXPECT_EQ(listOf(user).status(), "显示 1 行，共 4 行，选中 1 行，数量合计 -2");
+    });
+}
+
+TEST_F(ToolkitContract, theArrowsLeadToTheColumnThatIsSummed) {
+    use(arrangedWindow(), fillGoods, [](User& user) {
+        listOf(user).moveColumn(2, 1);
+        listOf(user).setFocus();
+        user.press("Right");
+        EXPECT_EQ(listOf(user).status(), "显示 4 行，选中 1 行，数量合计 5");
+        user.press("Right");
+        user.press("Right");
+        EXPECT_EQ(listOf(user).status(), "显示 4 行，选中 1 行") << "the names are the last column that shows";
+        user.press("Left");
+        EXPECT_EQ(listOf(user).status(), "显示 4 行，选中 1 行，数量合计 5");
+        EXPECT_EQ(listOf(user).currentRow(), 1);
     });
 }
 

@@ -143,6 +143,18 @@ TEST(ListArrangement, copiesWhatIsSelectedAsItShows) {
     EXPECT_EQ(copySelectedRows(list).html, "");
 }
 
+TEST(ListArrangement, copiesANumberThatASpreadsheetWouldCutAsAText) {
+    ListGridModel list({}, 0);
+    list.bind(std::make_shared<Cells>(std::vector<Texts>{{"123456789012345", "1234567890123456", "1234567890123456"}}));
+    for (int column = 0; column < 3; ++column)
+        list.column(column).kind = ColumnKind::number;
+    list.column(2).format = "#,###";
+    const std::string html = copySelectedRows(list).html;
+    EXPECT_NE(html.find("sdval=\"123456789012345\""), std::string::npos);
+    EXPECT_NE(html.find("sdnum=\"2052;0;@\">1234567890123456<"), std::string::npos) << html;
+    EXPECT_NE(html.find("sdval=\"1234567890123456\""), std::string::npos) << "what has a format is a quantity";
+}
+
 TEST(ListArrangement, agreesWithAPlainModelUnderRandomChanges) {
     std::mt19937 random(11);
     const auto below = [&](int n) { return std::uniform_int_distribution<int>(0, n - 1)(random); };

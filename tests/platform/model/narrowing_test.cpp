@@ -34,6 +34,8 @@ TEST(Narrowing, findsACharacterByEachOfItsReadings) {
         EXPECT_TRUE(finds(typed, {"长度"})) << typed;
     for (const char* typed : {"ls", "lvse", "luse"})
         EXPECT_TRUE(finds(typed, {"绿色"})) << typed;
+    for (const char* typed : {"elel", "erlingerliu"})
+        EXPECT_TRUE(finds(typed, {"二〇二六"})) << typed;
 }
 
 TEST(Narrowing, goesOnFromLettersToChinese) {
@@ -48,6 +50,14 @@ TEST(Narrowing, findsEveryWordAnywhereButNoneAcrossCells) {
     EXPECT_FALSE(finds("20 nlj 30", {"01.002", "内六角", "M8x20"}));
     EXPECT_FALSE(finds("002内", {"01.002", "内六角"}));
     EXPECT_TRUE(finds("", {"01.002"}));
+}
+
+TEST(Narrowing, findsANumberWithItsCommasAndWithout) {
+    for (const char* typed : {"1234567", "1,234,567.5", "1234567.5", "34567", "-1234", "1,23"})
+        EXPECT_TRUE(finds(typed, {"-1,234,567.5"})) << typed;
+    EXPECT_TRUE(finds("1234%", {"1,234%"}));
+    for (const char* list : {"12,34", "1,2345", "1,234,5", ",234", "M1,234", "1,234 5"})
+        EXPECT_FALSE(finds("1234", {list}) || finds("234 5 12345", {list})) << list;
 }
 
 TEST(Narrowing, takesNoNoticeOfCaseAndWidth) {

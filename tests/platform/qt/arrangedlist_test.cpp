@@ -1,6 +1,15 @@
 // A list that its user narrows: what of it stands in the window.
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QImage>
 #include <QLineEdit>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
 #include <QTableView>
+#include <memory>
+#include <utility>
+#include <vector>
 
 #include "platform/qt/qtwindows.h"
 
@@ -51,6 +60,68 @@ TEST_F(QtToolkitTest, noRowIsCutHoweverTheListIsNarrowed) {
             expectWholeRows("closing the line" + from);
         });
     }
+}
+
+class ManyRows : public RowSource {
+public:
+    std::size_t rowCount() const override { return 250'000; }
+    int columnCount() const override { return 1; }
+    std::optional<std::string_view> cell(std::size_t row, int) const override { return row % 2 == 0 ? "a" : "b"; }
+};
+
+// A view that compares each marked row with every other takes half a minute for it.
+TEST_F(QtToolkitTest, everySecondRowOfManyIsMarkedInATrice) {
+    use(
+        arrangedWindow(), [](Window& window) { window.get<ListGrid>("vsf1").bind(std::make_shared<ManyRows>()); },
+        [](User& user) {
+            auto& list = user.control<ListGrid>("vsf1");
+            list.narrow("a");
+            list.setFocus();
+            user.press("Ctrl+A");
+            QElapsedTimer clock;
+            clock.start();
+            list.narrow("");
+            EXPECT_LT(clock.elapsed(), 10'000);
+            EXPECT_TRUE(list.isSelected(249'999));
+            EXPECT_FALSE(list.isSelected(250'000));
+        });
+}
+
+/// How wide the first and the last line of the drawing are.
+std::pair<int, int> endsOf(const QImage& image) {
+    std::vector<int> widths;
+    for (int y = 0; y < image.height(); ++y) {
+        int dark = 0;
+        for (int x = 0; x < image.width(); ++x)
+            dark += qGray(image.pixel(x, y)) < 128 ? 1 : 0;
+        if (dark > 0) widths.push_back(dark);
+    }
+    return widths.empty() ? std::pair(0, 0) : std::pair(widths.front(), widths.back());
+}
+
+TEST_F(QtToolkitTest, theArrowOfAHeadingPointsUpWhereTheValuesGoUp) {
+    use(arrangedWindow(), loadManyRows, [](User& user) {
+        constexpr int kArrow = 16;
+        const auto drawn = [](QStyleOptionHeader::SortIndicator of) {
+            QImage image(kArrow, kArrow, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QStyleOptionHeader option;
+            option.rect = image.rect();
+            option.palette = QPalette(Qt::white);
+            option.sortIndicator = of;
+            QPainter painter(&image);
+            QApplication::style()->drawPrimitive(QStyle::PE_IndicatorHeaderArrow, &option, &painter);
+            painter.end();
+            return image;
+        };
+        user.clickHeading("vsf1", 0);
+        EXPECT_EQ(found<QTableView>("vsf1")->horizontalHeader()->sortIndicatorOrder(), Qt::AscendingOrder);
+        // Qt's heading asks for the sign "down" then.
+        const auto [top, bottom] = endsOf(drawn(QStyleOptionHeader::SortDown));
+        EXPECT_LT(top, bottom);
+        const auto [first, last] = endsOf(drawn(QStyleOptionHeader::SortUp));
+        EXPECT_GT(first, last);
+    });
 }
 
 }  // namespace

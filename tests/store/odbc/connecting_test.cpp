@@ -99,6 +99,33 @@ TEST_F(OdbcConnecting, EndsWhereTheDriverKeepsNoLimit) {
     server_.awaitClosed();
 }
 
+TEST_F(OdbcConnecting, EndsWhereTheFirstStatementsAreNotAnswered) {
+    Answer silent;
+    silent.waits = true;
+    server_.questions.front().second = silent;
+    EXPECT_EQ(failureOf(kFreeTds + "Connect Timeout=1").number(), tsql::kServerSilent);
+    server_.release();
+    server_.awaitClosed();
+}
+
+TEST_F(OdbcConnecting, LetsWindowsPaint) {
+    Answer waiting;
+    waiting.waits = true;
+    for (const bool greets : {false, true}) {
+        orvenmod::test::freshServer();
+        if (greets) {
+            server_.questions.front().second = waiting;
+        } else {
+            server_.onConnect = [waiting](Session&) { return waiting; };
+        }
+        int calls = 0;
+        const OdbcSession connected(kFreeTds, [&] {
+            if (++calls == 2) server_.release();
+        });
+        EXPECT_EQ(calls, 2);
+    }
+}
+
 TEST_F(OdbcConnecting, LetsNoStatementWaitForALockWithoutEnd) {
     const OdbcSession usual(kFreeTds);
     EXPECT_EQ(session().questions.front(), "set lock_timeout 5000");

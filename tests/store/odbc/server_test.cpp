@@ -122,6 +122,14 @@ TEST_F(OnAServer, AKilledSessionIsALostConnection) {
     EXPECT_EQ(value(*connect(), "select count(*) from t where c in ('a','b')"), "2");
 }
 
+TEST_F(OnAServer, AKilledSessionIsReplacedWithinItsUse) {
+    const auto killed = connect();
+    connection_->execute("kill " + value(*killed, "select @@spid"));
+    EXPECT_EQ(failureOf([&] { killed->execute("update t set c='y' where id=1"); }).number(), tsql::kConnectionLost);
+    EXPECT_EQ(killed->execute("update t set c='z' where id=1"), 1);
+    EXPECT_EQ(value(*connection_, "select c from t where id=1"), "z");
+}
+
 TEST_F(OnAServer, ATransactionThatWasLeftOpenHoldsNoLock) {
     auto left = connect();
     left->beginTrans();

@@ -315,6 +315,95 @@ TEST_F(OdbcStatements, FindASessionThatAnotherUseHasOpened) {
     EXPECT_EQ(server_.sessions.size(), 2U);
 }
 
+TEST_F(OdbcStatements, ThatDoNoHarmTwiceAskNoSessionFirstThatWasUsedJustNow) {
+    connect()->execute("update t set a=1");
+    answer("select a", oneRow({"1"}));
+    connect()->open("select a from t");
+    const auto connection = connect();
+    connection->beginTrans();
+    connection->execute("update t set a=2");
+    connection->commitTrans();
+    EXPECT_EQ(sent(), (std::vector<std::string>{"update t set a=1", "select a from t", "begin transaction",
+                                                "update t set a=2", "commit transaction"}));
+}
+
+TEST_F(OdbcStatements, AskASessionThatWaitedLong) {
+    auto session = takeSession(kString);
+    session->heard(OdbcSession::Clock::now() - std::chrono::minutes(1));
+    giveSessionBack(kString, std::move(session));
+    answer("select a", oneRow({"1"}));
+    connect()->open("select a from t");
+    EXPECT_EQ(sent(), (std::vector<std::string>{"select 1", "select a from t"}));
+}
+
+TEST_F(OdbcStatements, ThatDoNoHarmTwiceRunAgainWhereTheSessionDiedMeanwhile) {
+    Answer dead = failed({{"08S01", 0, "[Scripted]Communication link failure"}});
+    dead.dies = true;
+    for (const bool begins : {false, true}) {
+        connect()->execute("update t set a=1");
+        const Session& first = server_.sessions.back();
+        server_.onStatement = [&](Session& asked, const std::string& sql) {
+            if (&asked == &first) return dead;
+            return sql.starts_with("select a") ? oneRow({"1"}) : Answer{};
+        };
+        const auto connection = connect();
+        if (begins) {
+            connection->beginTrans();
+            EXPECT_EQ(sent(), std::vector<std::string>{"begin transaction"});
+            connection->commitTrans();
+        } else {
+            EXPECT_EQ(connection->open("select a from t").rowCount(), 1U);
+            EXPECT_EQ(sent(), std::vector<std::string>{"select a from t"});
+        }
+        EXPECT_FALSE(first.open);
+        connection->close();
+        dropIdleSessions();
+    }
+}
+
+// Whatever the words of its failure are.
+TEST_F(OdbcStatements, ThatFailAreRunAgainOnlyWhereTheServerAnswersNothingElse) {
+    connect()->execute("update t set a=1");
+    answer("select a", failed({{"42S02", 208, "[Scripted]Invalid object name 't'"}}));
+    EXPECT_EQ(failureOf([this] { connect()->open("select a from t"); }).number(), 208);
+    EXPECT_EQ(sent().back(), "select 1");
+    EXPECT_EQ(server_.sessions.size(), 1U);
+}
+
+TEST_F(OdbcStatements, BehindALostSessionConnectAnew) {
+    Answer dead = failed({{"08S01", 0, "[Scripted]Communication link failure"}});
+    dead.dies = true;
+    answer("update", dead);
+    const auto connection = connect();
+    EXPECT_EQ(failureOf([&] { connection->execute("update t set a=1"); }).number(), tsql::kConnectionLost);
+    connection->execute("delete from t");
+    EXPECT_EQ(server_.sessions.size(), 2U);
+    EXPECT_EQ(sent(), std::vector<std::string>{"delete from t"});
+}
+
+TEST_F(OdbcStatements, MissNothingThatAStatementHadLeftInALostSession) {
+    Answer dead = failed({{"08S01", 0, "[Scripted]Communication link failure"}});
+    dead.dies = true;
+    answer("update", dead);
+    answer("delete", dead);
+    const auto connection = connect();
+    connection->execute("set dateformat dmy");
+    EXPECT_EQ(failureOf([&] { connection->execute("update t set a=1"); }).number(), tsql::kConnectionLost);
+    EXPECT_EQ(failureOf([&] { connection->execute("delete from t"); }).number(), tsql::kConnectionLost);
+    EXPECT_EQ(server_.sessions.size(), 1U);
+}
+
+TEST_F(OdbcStatements, ThatLeaveSomethingInTheSessionKeepItsTransaction) {
+    const auto connection = connect();
+    connection->beginTrans();
+    connection->execute("set dateformat dmy");
+    answer("select @@trancount", oneRow({"1"}));
+    answer("update", failed({{"42S02", 208, "[Scripted]Invalid object name 't'"}}));
+    EXPECT_EQ(failureOf([&] { connection->execute("update t set a=1"); }).number(), 208);
+    connection->rollbackTrans();
+    EXPECT_EQ(sent().back(), "rollback transaction");
+}
+
 TEST_F(OdbcStatements, FindNoSessionThatDiedMeanwhile) {
     connect()->execute("update t set a=1");
     Answer dead = failed({{"08S01", 0, "[Scripted]Communication link failure"}});

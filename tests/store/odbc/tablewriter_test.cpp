@@ -3,6 +3,11 @@
 #include <sql.h>
 #include <sqlext.h>
 
+#include <cstddef>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
 #include "store/odbc/odbcstore.h"
 #include "store/odbc/sessionpool.h"
 #include "store/tsql/failurenumbers.h"
@@ -80,6 +85,28 @@ TEST_F(OdbcWriter, RefusesCharactersThatAColumnOfTheCodePageLacks) {
     writer->set("a]b", "²");
     writer->update();
     EXPECT_EQ(server_.parameters.size(), 1U);
+}
+
+// Its contents are the caller's, who may let go of them then.
+TEST_F(OdbcWriter, LeavesAPhotoToADeafServerThatIsGivenUp) {
+    constexpr std::size_t kSize = 300'000;
+    const auto writer = connection_->openTable("order");
+    server_.onStatement = [](Session&, const std::string&) {
+        Answer waiting;
+        waiting.waits = true;
+        return waiting;
+    };
+    server_.deaf = true;
+    auto photo = std::make_unique<std::vector<std::byte>>(kSize, std::byte{7});
+    writer->addNew();
+    writer->setBinary("key", *photo);
+    connection_->setProgress([] { throw std::runtime_error("stop"); });
+    EXPECT_THROW(writer->update(), std::runtime_error);
+    photo.reset();
+    connection_->close();
+    EXPECT_EQ(idleSessions(), 0U);
+    server_.release();
+    server_.awaitClosed();
 }
 
 }  // namespace

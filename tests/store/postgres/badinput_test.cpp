@@ -45,40 +45,52 @@ private:
     int port_ = 0;
 };
 
-// Lets in one client, whom it tells that version.
+// Gives each client the same answer and waits until he goes.
 class PlayedServer {
 public:
-    explicit PlayedServer(std::string version) : thread_([this, version = std::move(version)] { play(version); }) {}
-    ~PlayedServer() { thread_.join(); }
+    explicit PlayedServer(std::string answer) : thread_([this, answer = std::move(answer)] { play(answer); }) {}
+    ~PlayedServer() {
+        ::shutdown(port_.socket(), SHUT_RDWR);
+        thread_.join();
+    }
     PlayedServer(const PlayedServer&) = delete;
     PlayedServer& operator=(const PlayedServer&) = delete;
 
     std::string connectionString() const {
         return port_.connectionString() + ";Initial Catalog=suite;User ID=suite;sslmode=disable;gssencmode=disable";
     }
-
-private:
     static std::string message(char kind, const std::string& content) {
         const auto length = static_cast<char>(content.size() + 4);
         return std::string{kind, 0, 0, 0, length} + content;
     }
-    void play(const std::string& version) const {
-        using namespace std::string_literals;
-        const int client = ::accept(port_.socket(), nullptr, nullptr);
-        char startup[1024];
-        EXPECT_GT(::read(client, startup, sizeof startup), 0);
-        const std::string welcome = message('R', "\0\0\0\0"s) + message('S', "server_version\0"s + version + "\0"s) +
-                                    message('S', "server_encoding\0UTF8\0"s) + message('Z', "I");
-        EXPECT_EQ(::write(client, welcome.data(), welcome.size()), static_cast<ssize_t>(welcome.size()));
-        // Until the client goes.
-        while (::read(client, startup, sizeof startup) > 0) {
+
+private:
+    void play(const std::string& answer) const {
+        for (int client = 0; (client = ::accept(port_.socket(), nullptr, nullptr)) >= 0; ::close(client)) {
+            char received[1024];
+            EXPECT_GT(::read(client, received, sizeof received), 0);
+            EXPECT_EQ(::write(client, answer.data(), answer.size()), static_cast<ssize_t>(answer.size()));
+            while (::read(client, received, sizeof received) > 0) {
+            }
         }
-        ::close(client);
     }
 
     LocalPort port_;
     std::thread thread_;
 };
+
+// Lets every client in.
+std::string welcome(const std::string& version) {
+    using namespace std::string_literals;
+    return PlayedServer::message('R', "\0\0\0\0"s) + PlayedServer::message('S', "server_version\0"s + version + "\0"s) +
+           PlayedServer::message('S', "server_encoding\0UTF8\0"s) + PlayedServer::message('Z', "I");
+}
+
+// In a Chinese server's words.
+std::string refusal(const std::string& state, const std::string& words) {
+    using namespace std::string_literals;
+    return PlayedServer::message('E', "S致命错误\0VFATAL\0C"s + state + "\0M"s + words + "\0\0"s);
+}
 
 Failure connecting(const std::string& connectionString) {
     return failureOf([&] { PostgresStore().connect(connectionString); });
@@ -146,6 +158,31 @@ TEST(BadServers, AMissingDatabaseIsTold) {
     EXPECT_NE(failure.text().find("nosuch"), std::string::npos);
 }
 
+TEST(BadServers, ARoleThatMayNotConnectToTheDatabaseIsToldThatItCannotBeOpened) {
+    orvenmod::test::ServerDatabase closed;
+    closed.run("DO $$ BEGIN CREATE ROLE stranger LOGIN; EXCEPTION WHEN duplicate_object THEN NULL; END $$");
+    closed.run("REVOKE CONNECT ON DATABASE " + closed.name() + " FROM PUBLIC");
+    EXPECT_EQ(connecting(closed.connectionString() + ";User ID=stranger").number(), tsql::kCannotOpenDatabase);
+}
+
+TEST(BadServers, ARefusalIsToldAlikeInWhateverLanguageTheServerWordsIt) {
+    struct Case {
+        const char* state;
+        const char* words;
+        int number;
+    };
+    const Case cases[] = {{"28P01", "用户 \"suite\" Password 认证失败", tsql::kLoginFailed},
+                          {"28000", "角色 \"suite\" 不存在", tsql::kLoginFailed},
+                          {"3D000", "数据库 \"suite\" 不存在", tsql::kCannotOpenDatabase},
+                          {"57P03", "数据库系统启动中", tsql::kServerUnreachable}};
+    for (const Case& each : cases) {
+        const PlayedServer server(refusal(each.state, each.words));
+        const Failure failure = connecting(server.connectionString());
+        EXPECT_EQ(failure.number(), each.number) << failure.text();
+        EXPECT_EQ(failure.text().find(each.state), std::string::npos) << failure.text();
+    }
+}
+
 TEST(BadServers, ADatabaseOfAnotherEncodingIsRefused) {
     auto& server = PostgresServer::shared();
     const std::string name = server.makeDatabase() + "_ascii";
@@ -157,7 +194,7 @@ TEST(BadServers, ADatabaseOfAnotherEncodingIsRefused) {
 }
 
 TEST(BadServers, AServerThatIsTooOldIsRefused) {
-    const PlayedServer server("14.19");
+    const PlayedServer server(welcome("14.19"));
     const Failure failure = connecting(server.connectionString());
     EXPECT_EQ(failure.number(), tsql::kServerTooOld);
     EXPECT_EQ(failure.text(), "服务器“127.0.0.1”的版本是 14，至少需要 15。");
@@ -214,6 +251,42 @@ TEST_F(BadInput, ARoleWithoutRightsOnATableIsTold) {
 
 TEST_F(BadInput, ADatabaseWithoutTheSuitesTablesAnswersThatTheyAreUnknown) {
     EXPECT_EQ(failureOf([&] { connection_->open("select * from tblItem"); }).number(), 208);
+}
+
+TEST_F(BadInput, ADayThatIsNoneIsToldAsADayWithItsPlaceAmongLoadedRows) {
+    connection_->execute("create table days(id int, made datetime)");
+    connection_->beginTrans();
+    const auto loader = connection_->openLoader("days", {"id", "made"});
+    Recordset rows({{"id", ColumnType::integer}, {"made", ColumnType::date}});
+    for (const char* day : {"2026-02-28 00:00:00", "2026-02-30 00:00:00"}) {
+        rows.addText("1");
+        rows.addText(day);
+        rows.endRow();
+    }
+    try {
+        loader->add(rows);
+        ADD_FAILURE() << "it was stored";
+    } catch (const RowFailure& failure) {
+        EXPECT_EQ(failure.number(), tsql::kDateOutOfRange) << failure.text();
+        EXPECT_EQ(failure.row(), 1U);
+        EXPECT_EQ(failure.column(), 1);
+    }
+    connection_->rollbackTrans();
+}
+
+TEST_F(BadInput, RowsGoIntoATableThatWasMadeByHandWhateverItsCase) {
+    foreignly("CREATE TABLE \"Mixed\"(\"Id\" integer)");
+    const auto writer = connection_->openTable("mixed");
+    writer->addNew();
+    writer->set("id", "1");
+    writer->update();
+    connection_->beginTrans();
+    Recordset rows({{"id", ColumnType::integer}});
+    rows.addText("2");
+    rows.endRow();
+    connection_->openLoader("mixed", {"id"})->add(rows);
+    connection_->commitTrans();
+    EXPECT_EQ(value(*connection_, "select sum(Id) from Mixed"), "3");
 }
 
 TEST_F(BadInput, AZeroInAStatementIsRefusedAndStoresNothing) {

@@ -1,7 +1,10 @@
 // A connection that the server or the network ends.
 #include <gtest/gtest.h>
+#include <signal.h>
 
+#include <chrono>
 #include <stdexcept>
+#include <string>
 
 #include "store/tsql/failurenumbers.h"
 #include "suiteserver.h"
@@ -145,6 +148,16 @@ TEST_F(LostSession, IsForgottenWithItsConnection) {
     EXPECT_EQ(value(*connect(), "select count(*) from t"), "1");
 }
 
+TEST_F(LostSession, IsNotNeededForAnotherProgress) {
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(2)");
+    terminateSessions();
+    failureOf([&] { connection_->commitTrans(); });
+    connection_->setProgress([] {});
+    connection_->rollbackTrans();
+    EXPECT_EQ(value(*connection_, "select count(*) from t"), "1");
+}
+
 using Awaiting = LostSession;
 
 TEST_F(Awaiting, LetsWindowsPaint) {
@@ -176,6 +189,69 @@ TEST_F(Awaiting, IsEndedWithinATransactionThatStaysOpen) {
     connection_->setProgress({});
     connection_->commitTrans();
     EXPECT_EQ(value(*connection_, "select count(*) from t where id=99"), "1");
+}
+
+// Its check comes with the commit, and needs a row that somebody else holds.
+TEST_F(Awaiting, ACommitIsNotEndedByTheProgress) {
+    foreignly(
+        "CREATE FUNCTION touch() RETURNS trigger LANGUAGE plpgsql AS "
+        "$$BEGIN UPDATE t SET n = 7 WHERE id = 1; RETURN NULL; END$$; "
+        "CREATE CONSTRAINT TRIGGER touches AFTER INSERT ON t DEFERRABLE INITIALLY DEFERRED "
+        "FOR EACH ROW EXECUTE FUNCTION touch()");
+    const auto holder = connect();
+    holder->beginTrans();
+    holder->execute("update t set n=1 where id=1");
+    connection_->beginTrans();
+    connection_->execute("insert into t(id) values(99)");
+    int calls = 0;
+    connection_->setProgress([&] {
+        if (++calls == 2) holder->rollbackTrans();
+        throw std::runtime_error("stop");
+    });
+    EXPECT_NO_THROW(connection_->commitTrans());
+    EXPECT_GE(calls, 2);
+    EXPECT_FALSE(connection_->inTransaction());
+    connection_->setProgress({});
+    EXPECT_EQ(value(*connection_, "select count(*) from t where id=99"), "1");
+}
+
+// The server hears no cancel any more.
+class HungServer : public LostSession {
+protected:
+    HungServer()
+        : process_(std::stoi(database_.run("SELECT pid FROM pg_stat_activity WHERE datname = current_database() AND "
+                                           "usename = 'suite'"))) {
+        fill();
+        connection_->setProgress([this] {
+            ::kill(process_, SIGSTOP);
+            throw std::runtime_error("stop");
+        });
+    }
+    ~HungServer() override { ::kill(process_, SIGCONT); }
+
+    void expectWorkAgain() {
+        EXPECT_LT(std::chrono::steady_clock::now() - start_, std::chrono::seconds(10));
+        connection_->setProgress({});
+        EXPECT_EQ(value(*connection_, "select count(*) from t"), "31");
+    }
+
+private:
+    pid_t process_;
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+TEST_F(HungServer, IsGivenUpByWhomStopsWaiting) {
+    EXPECT_THROW(connection_->open(kLong), std::runtime_error);
+    expectWorkAgain();
+}
+
+TEST_F(HungServer, IsGivenUpWithItsTransaction) {
+    connection_->beginTrans();
+    const Failure failure = failureOf([&] { connection_->open(kLong); });
+    EXPECT_EQ(failure.number(), tsql::kConnectionLost);
+    EXPECT_NE(failure.text().find("服务器没有应答。"), std::string::npos) << failure.text();
+    connection_->rollbackTrans();
+    expectWorkAgain();
 }
 
 }  // namespace

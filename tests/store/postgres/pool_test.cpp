@@ -26,6 +26,18 @@ TEST_F(Sessions, KeepTheirPreparedStatements) {
     EXPECT_EQ(takeSession(connectionString())->cache().size(), 1U);
 }
 
+TEST_F(Sessions, LetPreparedStatementsGoBehindOneThatFailedToo) {
+    connect()->execute("update t set n=1 where id=5");
+    const auto session = takeSession(connectionString());
+    session->cache().clear();
+    session->queueText("SELECT 1/0");
+    EXPECT_NE(session->send().failure(), nullptr);
+    session->queueText("SELECT 1");
+    session->send();
+    session->queueText("SELECT count(*) FROM pg_prepared_statements WHERE NOT from_sql AND statement LIKE '%\"t\"%'");
+    EXPECT_EQ(textOf(session->send().results.at(0).get(), 0, 0), "0");
+}
+
 TEST_F(Sessions, OfAnotherStringAreOthers) {
     connect()->close();
     EXPECT_EQ(takeSession(connectionString(";Language=us_english"))->address().language, tsql::Language::english);

@@ -65,6 +65,22 @@ TEST_F(ProgressOfAStatement, IsReportedEarlyBeforeWorkThatCannotBeInterrupted) {
     EXPECT_EQ(progress_.untilNext(), milliseconds(100));
 }
 
+TEST_F(ProgressOfAStatement, StopsNothingThatMustRunToItsEnd) {
+    progress_.set([this] {
+        ++calls_;
+        throw std::runtime_error("stop");
+    });
+    {
+        const Progress::Unstoppable toTheEnd(progress_);
+        now += milliseconds(100);
+        EXPECT_NO_THROW(progress_.report());
+        progress_.report();
+        EXPECT_EQ(calls_, 1);
+    }
+    now += milliseconds(100);
+    EXPECT_THROW(progress_.report(), std::runtime_error);
+}
+
 TEST_F(ProgressOfAStatement, NeedsNoCallback) {
     progress_.set({});
     now += milliseconds(500);

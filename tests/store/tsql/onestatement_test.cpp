@@ -48,6 +48,13 @@ TEST(OneStatement, IsWhateverTheSystemSends) {
              "alter table dbo.[t 1] alter column c varchar(20)",
              "alter table t drop constraint c,column d",
              "alter table t with nocheck add constraint c foreign key(a) references u(a) on delete set null",
+             "alter table t add check(a>0)",
+             "alter table dbo.t disable trigger x",
+             "alter table [t] enable trigger all",
+             "alter table t check constraint all",
+             "alter database suite set ansi_nulls on",
+             "drop trigger x",
+             "disable trigger x on t",
              "truncate table t",
              "with a as (select 1 b) select b from a",
              "with a as (select 1 b) insert into t select b from a",
@@ -92,6 +99,20 @@ TEST(OneStatement, RefusesASecondOneWithoutASignInBetween) {
     EXPECT_EQ(refusal("select a from t u disable trigger x on t"), "156 trigger");
     EXPECT_EQ(refusal("grant select on t to u delete from t"), "156 delete");
     EXPECT_EQ(refusal("insert into t select a from (delete from u output deleted.a) d"), "156 delete");
+}
+
+// A definition's own words may open another statement behind its end.
+TEST(OneStatement, RefusesASecondOneBehindADefinition) {
+    EXPECT_EQ(refusal("alter database suite set ansi_nulls on delete from t"), "156 delete");
+    EXPECT_EQ(refusal("alter database suite set ansi_nulls on update t set a=1"), "156 update");
+    EXPECT_EQ(refusal("alter table t add check(1=1) drop table u"), "156 drop");
+    EXPECT_EQ(refusal("alter table t check constraint all drop table u"), "156 drop");
+    EXPECT_EQ(refusal("alter table t check constraint all select a into u from t"), "156 select");
+    EXPECT_EQ(refusal("alter table t add check(1=1) disable trigger x on t"), "156 trigger");
+    EXPECT_EQ(refusal("alter table t add c int disable trigger x on t"), "156 trigger");
+    EXPECT_EQ(refusal("create table t(a int) disable trigger x on u"), "156 trigger");
+    EXPECT_EQ(refusal("drop table t enable trigger x on u"), "156 trigger");
+    EXPECT_EQ(refusal("enable trigger x on t disable trigger y on u"), "156 trigger");
 }
 
 // A server reads 1e and a sign of money as numbers, and what stands behind them as another word.

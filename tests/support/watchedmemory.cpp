@@ -1,4 +1,4 @@
-#include "editor/countedmemory.h"
+#include "support/watchedmemory.h"
 
 #include <malloc.h>
 #include <sqlite3.h>
@@ -10,8 +10,15 @@
 
 namespace {
 
+std::atomic<std::int64_t> blocks{0};
 std::atomic<std::int64_t> held{0};
 std::atomic<std::int64_t> most{0};
+std::atomic<bool (*)() noexcept> refusing{nullptr};
+
+bool refused() noexcept {
+    bool (*const refuses)() noexcept = refusing.load();
+    return refuses != nullptr && refuses();
+}
 
 void count(std::int64_t bytes) noexcept {
     const std::int64_t now = held.fetch_add(bytes) + bytes;
@@ -20,15 +27,20 @@ void count(std::int64_t bytes) noexcept {
     }
 }
 
+void countBlock(std::int64_t bytes) noexcept {
+    blocks.fetch_add(bytes < 0 ? -1 : 1);
+    count(bytes);
+}
+
 void* allocate(std::size_t size) noexcept {
-    void* memory = std::malloc(size == 0 ? 1 : size);
-    if (memory != nullptr) count(static_cast<std::int64_t>(::malloc_usable_size(memory)));
+    void* memory = refused() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    if (memory != nullptr) countBlock(static_cast<std::int64_t>(::malloc_usable_size(memory)));
     return memory;
 }
 
 void release(void* memory) noexcept {
     if (memory == nullptr) return;
-    count(-static_cast<std::int64_t>(::malloc_usable_size(memory)));
+    countBlock(-static_cast<std::int64_t>(::malloc_usable_size(memory)));
     std::free(memory);
 }
 
@@ -40,20 +52,21 @@ void* allocateOrThrow(std::size_t size) {
 
 sqlite3_mem_methods original;
 
-void* sqliteAllocate(int size) {
-    void* memory = original.xMalloc(size);
-    if (memory != nullptr) count(original.xSize(memory));
+void* engineAllocate(int size) {
+    void* memory = refused() ? nullptr : original.xMalloc(size);
+    if (memory != nullptr) countBlock(original.xSize(memory));
     return memory;
 }
 
-void sqliteRelease(void* memory) {
-    if (memory != nullptr) count(-original.xSize(memory));
+void engineRelease(void* memory) {
+    if (memory != nullptr) countBlock(-original.xSize(memory));
     original.xFree(memory);
 }
 
 // While a block grows both may be there, so the new one counts before the old one goes.
-void* sqliteReallocate(void* memory, int size) {
-    const int before = memory == nullptr ? 0 : original.xSize(memory);
+void* engineReallocate(void* memory, int size) {
+    if (refused()) return nullptr;
+    const int before = original.xSize(memory);
     count(size);
     void* larger = original.xRealloc(memory, size);
     count(-size);
@@ -76,17 +89,18 @@ void operator delete[](void* memory, const std::nothrow_t&) noexcept { release(m
 
 namespace orvenmod::test {
 
-void countSqlite() {
+void watchEngineMemory() {
     sqlite3_config(SQLITE_CONFIG_GETMALLOC, &original);
-    sqlite3_mem_methods counting = original;
-    counting.xMalloc = sqliteAllocate;
-    counting.xFree = sqliteRelease;
-    counting.xRealloc = sqliteReallocate;
-    if (sqlite3_config(SQLITE_CONFIG_MALLOC, &counting) != SQLITE_OK) {
-        throw std::logic_error("SQLite is in use already");
-    }
+    sqlite3_mem_methods watched = original;
+    watched.xMalloc = engineAllocate;
+    watched.xFree = engineRelease;
+    watched.xRealloc = engineReallocate;
+    if (sqlite3_config(SQLITE_CONFIG_MALLOC, &watched) != SQLITE_OK) throw std::logic_error("SQLite is in use already");
 }
 
+void refuseMemory(bool (*refuses)() noexcept) { refusing = refuses; }
+
+std::int64_t heldBlocks() { return blocks.load(); }
 std::int64_t heldBytes() { return held.load(); }
 std::int64_t mostHeldBytes() { return most.load(); }
 void forgetMost() { most.store(held.load()); }
