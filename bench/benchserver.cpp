@@ -38,12 +38,20 @@ double milliseconds(pid_t process) {
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-void copyOver(const std::string& from, const std::string& to) {
+Copied copyOver(const std::string& from, const std::string& to) {
     const auto source = componentStore().connect(from);
     const auto target = componentStore().connect(to);
-    store::copySuite(*source, *target);
+    Copied copied;
+    copied.milliseconds = leastOf(
+        1,
+        [&] {
+            for (const store::CopiedTable& table : store::copySuite(*source, *target).tables)
+                copied.rows += table.rows;
+        },
+        wallMilliseconds);
     source->close();
     target->close();
+    return copied;
 }
 
 }  // namespace
@@ -54,7 +62,7 @@ std::string BenchServer::goodsDatabase(const std::string& folder, int goods) {
     const std::string source = bench::goodsDatabase(folder, goods);
     const std::string name =
         server_.makeDatabaseLike("goods" + std::to_string(goods), [&](const std::string& database) {
-            copyOver(source, test::connectionStringFor(server_, database));
+            copied_ = copyOver(source, test::connectionStringFor(server_, database));
             // What a server does by itself some time after rows have come.
             server_.run(database, "VACUUM ANALYZE");
             store::postgres::dropIdleSessions();

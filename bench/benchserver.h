@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,6 +13,12 @@ namespace orvenmod::bench {
 
 enum class Durability { off, on };
 
+/// A suite moved to the server: its rows and what that took, the comparison of both sides with it.
+struct Copied {
+    std::int64_t rows = 0;
+    double milliseconds = 0;
+};
+
 class BenchServer {
 public:
     explicit BenchServer(Durability durability);
@@ -19,6 +26,8 @@ public:
     const std::string& host() const { return server_.host(); }
     /// A copy of the goods' sample database with that many goods, analyzed; its connection string.
     std::string goodsDatabase(const std::string& folder, int goods);
+    /// How the last of these was copied.
+    const Copied& copied() const { return copied_; }
     /// A statement of the server's own language, as its superuser.
     std::string run(const std::string& target, const std::string& sql) const;
     /// What this thread and the database's sessions have computed, in milliseconds: the machine's other work, which
@@ -27,6 +36,7 @@ public:
 
 private:
     test::PostgresServer server_;
+    Copied copied_;
 };
 
 /// Translated statements, prepared on a session of their own, in a loop of the client library's calls.

@@ -1,5 +1,6 @@
 // A list of goods brought in among 100 thousand others: checked and stored, in rows a second, and against the
 // statements of it. What was brought in is taken out again.
+#include <cmath>
 #include <fstream>
 
 #include "bareloop.h"
@@ -8,6 +9,7 @@
 #include "frame/appstate.h"
 #include "frame/mdlMain.h"
 #include "memorystage.h"
+#include "peak.h"
 #include "savestage.h"
 #include "stage.h"
 #include "transfer/importsession.h"
@@ -61,9 +63,32 @@ Times bringIn(const std::string& path, std::size_t expected) {
     return times;
 }
 
+/// What the check of a long list holds beside its rows.
+void measureCheck(Report& report, const std::string& folder) {
+    constexpr int kMany = 1000000;
+    // A byte for its state, eight for its code, and what a growing list has beyond that.
+    constexpr double kMostBytes = 24;
+    constexpr double kMiB = 1 << 20;
+    const std::string path = listOf(folder, kMany);
+    NoProgress progress;
+    ImportSession session({2026, 11, 20});
+    openDB();
+    session.readFields();
+    const double read = mostMemory([&] { session.readFile({.path = path}, [](std::uint64_t, std::uint64_t) {}); });
+    session.matchColumns("");
+    const double checked = mostMemory([&] { session.check(progress); });
+    closeDB();
+    report.note("a million rows of 15 fields: " + std::to_string(std::lround(read)) + " MiB while they are read");
+    report.ratio("their check beside them", checked, "24 bytes a row", kMostBytes * kMany / kMiB, 1, "MiB");
+}
+
 }  // namespace
 
 void measureImport(Report& report, const std::string& folder) {
+    constexpr int kFewGoods = 1000;
+    SaveStage(goodsDatabase(folder, kFewGoods)).chooseGoods();
+    measureCheck(report, folder);
+
     const std::string target = goodsDatabase(folder, kGoods);
     const SaveStage items(target);
     items.chooseGoods();

@@ -106,7 +106,7 @@ void compareList(Report& report, const std::string& target, const OdbcSession& b
     report.ratio("100000 rows of 10 columns", list.ours, "SQLFetch and SQLGetData", list.bare, kMostList, "ms");
 }
 
-// A command asks whether the session lives, and then what it wants to know.
+// Two, as a command would send that asked first whether its session lives; ours asks by the statement itself.
 void compareCommand(Report& report, const std::string& target, const OdbcSession& bare) {
     const Times command = measure(
         [&] {

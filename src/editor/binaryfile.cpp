@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "frame/conversion.h"
+#include "platform/partialfile.h"
 
 namespace orvenmod {
 
@@ -73,14 +74,12 @@ std::vector<std::byte> readFile(const std::string& path) {
 
 void writeFile(const std::string& path, std::string_view content) {
     removeFile(path);
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    if (!file) fail("文件无法写入：", path);
+    platform::PartialFile partial(path);
+    std::ofstream file(partial.partialPath(), std::ios::binary | std::ios::trunc);
     file.write(content.data(), static_cast<std::streamsize>(content.size()));
     file.close();
-    if (file) return;
-    std::error_code error;
-    fs::remove(path, error);
-    fail("文件无法写入：", path);
+    if (!file) fail("文件无法写入：", path);
+    partial.commit(platform::Lasting::no);
 }
 
 void removeFile(const std::string& path) {

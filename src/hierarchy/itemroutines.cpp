@@ -80,6 +80,14 @@ bool delDetail() {
     return deleted;
 }
 
+std::string deleteEmptyCategory(std::int32_t id) {
+    const std::string number = std::to_string(id);
+    if (!openRows("select top 1 fitemid from tblItem where fparentid=" + number).eof())
+        return "该分类下面还有明细，不能删除!";
+    appState().gConn->execute("delete from tblItem where fitemid=" + number);
+    return "";
+}
+
 bool lockDetail() { return changeLock(kLock); }
 
 bool unLockDetail() { return changeLock(kUnLock); }
@@ -87,14 +95,9 @@ bool unLockDetail() { return changeLock(kUnLock); }
 bool delParent(const std::int32_t& id) {
     return trapped([&] {
         openDB();
-        const std::string number = std::to_string(id);
-        const bool refused = !openRows("select top 1 fitemid from tblItem where fparentid=" + number).eof();
-        if (refused) {
-            showWarning("该分类下面还有明细，不能删除!");
-        } else {
-            appState().gConn->execute("delete from tblItem where fitemid=" + number);
-        }
-        return !refused;
+        const std::string refusal = deleteEmptyCategory(id);
+        if (!refusal.empty()) showWarning(refusal);
+        return refusal.empty();
     });
 }
 

@@ -22,6 +22,9 @@ struct DeleteRefusal {
 /// to the caller, who rolls back where a transaction is open then.
 DeleteRefusal deleteUnused(std::int32_t itemId);
 
+/// Deletes a category of the class that has nothing below it, likewise; "" where it is deleted.
+std::string deleteEmptyCategory(std::int32_t id);
+
 /// Disables and enables the detail gCurItemId. False where it is so already.
 bool lockDetail();
 bool unLockDetail();

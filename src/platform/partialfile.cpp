@@ -1,5 +1,8 @@
 #include "platform/partialfile.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -44,6 +47,15 @@ std::string nameBeside(const fs::path& path) {
     return (path.parent_path() / ("." + std::to_string(std::random_device{}()) + ".part")).string();
 }
 
+/// Some disks tell only here that they couldn't write.
+bool reachesDisk(const std::string& path) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return false;
+    const bool reached = ::fsync(file) == 0;
+    ::close(file);
+    return reached;
+}
+
 }  // namespace
 
 PartialFile::PartialFile(const std::string& path) : path_(replaceable(path).string()), partial_(nameBeside(path_)) {
@@ -56,7 +68,9 @@ PartialFile::PartialFile(const std::string& path) : path_(replaceable(path).stri
 // A path of fs would take memory, which may be what is lacking.
 PartialFile::~PartialFile() { std::remove(partial_.c_str()); }
 
-void PartialFile::commit() {
+// Without it a name may lead to an empty file after a loss of power: systems write names before contents.
+void PartialFile::commit(Lasting lasting) {
+    if (lasting == Lasting::yes && !reachesDisk(partial_)) refuse("文件无法写入：", path_);
     std::error_code error;
     fs::rename(partial_, path_, error);
     if (error) refuse("文件无法写入：", path_);

@@ -6,6 +6,9 @@
 
 namespace orvenmod::platform {
 
+/// Whether a file has to outlast a loss of power.
+enum class Lasting { no, yes };
+
 class PartialFile {
 public:
     /// Throws std::runtime_error where the path is a folder, or what no file can replace, or its folder can't be
@@ -18,7 +21,7 @@ public:
     /// Where to write.
     const std::string& partialPath() const { return partial_; }
     /// Puts the file under its name, in place of one that stands there. Throws std::runtime_error.
-    void commit();
+    void commit(Lasting lasting = Lasting::yes);
 
 private:
     std::string path_;

@@ -10,7 +10,9 @@ namespace orvenmod::store {
 namespace {
 
 void count(FaultPlan& plan) {
-    if (++plan.count == plan.failAt) throw Failure(FailureKind::other, plan.number, plan.text);
+    const int behind = ++plan.count - plan.failAt;
+    if (plan.failAt > 0 && behind >= 0 && behind < plan.times)
+        throw Failure(FailureKind::other, plan.number, plan.text);
 }
 
 class FaultyWriter : public TableWriter {

@@ -16,6 +16,7 @@ namespace orvenmod::store {
 struct FaultPlan {
     int count = 0;
     int failAt = 0;  ///< 1 for the first; 0 for none
+    int times = 1;   ///< how many fail from there on
     std::string text = "注入的故障";
     int number = 50000;  ///< no store gives it
 };

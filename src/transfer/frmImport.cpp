@@ -370,12 +370,14 @@ void frmImport::cmdSaveRefused_Click() {
     auto& cd1 = form.window->get<platform::FileDialog>("cd1");
     cd1.setFilter(kWorkbooks);
     if (!cd1.showSave() || cd1.fileName().empty()) return;
+    std::size_t cut = 0;
     try {
-        writeRefused(withSuffix(cd1.fileName()), form.session);
+        cut = writeRefused(withSuffix(cd1.fileName()), form.session);
     } catch (const std::runtime_error& failure) {
         return showCritical(failure.what());
     }
-    showInformation("拒绝的行已保存！");
+    const std::string told = "其中 " + numberText(cut) + " 格太长，电子表格的一格存不下，已截短。";
+    showInformation("拒绝的行已保存！" + (cut == 0 ? "" : told));
 }
 
 void frmImport::run() {
@@ -416,19 +418,21 @@ void frmImport::fillResult() {
     form.window->get<Label>("lblResult").setCaption(text + form.note);
     showRows(form.window->get<platform::ListGrid>("vsfResult"), std::make_shared<ResultRows>(session, form.kept),
              ResultRows::columns());
-    form.enable("cmdTakeBack", added > 0);
+    form.enable("cmdTakeBack", added + session.result().categories.size() > 0);
     form.enable("cmdSaveFailed", refused > 0);
 }
 
 void frmImport::cmdTakeBack_Click() {
     Shown& form = shown();
     if (!isClassRightGranted(store::right::kDeleteDetail)) return;
+    const ImportResult& result = form.session.result();
+    const bool mayTake = result.categories.empty() || isClassRightGranted(store::right::kDeleteCategory);
     if (!askQuestion("确定要撤回新增的行吗？")) return;
     std::vector<KeptItem> kept;
-    const auto progress = newProgress("正在撤回，请稍候…", form.session.result().rows.size());
+    const auto progress = newProgress("正在撤回，请稍候…", result.rows.size());
     const bool done = trapped([&] {
         openDB();
-        kept = form.session.takeBack(*progress);
+        kept = form.session.takeBack(*progress, mayTake ? MadeCategories::takeBack : MadeCategories::keep);
         return true;
     });
     if (!done) return;
@@ -436,6 +440,7 @@ void frmImport::cmdTakeBack_Click() {
     for (const KeptItem& item : kept)
         form.kept[item.row] = item.reason;
     form.note = kept.empty() ? "已全部撤回。" : "有 " + numberText(kept.size()) + " 行没有撤回。";
+    if (!result.categories.empty()) form.note += "留下新建的分类 " + numberText(result.categories.size()) + " 个。";
     fillResult();
 }
 

@@ -10,6 +10,7 @@
 #include "platform/controls.h"
 #include "platform/dialogdesign.h"
 #include "platform/entrygrid.h"
+#include "platform/sheet/utf16.h"
 
 namespace orvenmod {
 
@@ -53,6 +54,13 @@ std::vector<std::size_t> shownFields(const ImportSession& session) {
     return fields;
 }
 
+// A grid measures, paints and edits what it shows; one that is left as it is shown stays whole.
+std::string shownValue(const ImportSession& session, std::size_t place, std::size_t field) {
+    const std::string text = session.text(place, field);
+    if (platform::cutToUnits(text).size() == text.size()) return text;
+    return std::string(platform::cutToUnits(text, platform::kLongestCell - 1)) + "…";
+}
+
 /// Fills the grid; the first row with a reason is active.
 void fill(platform::EntryGrid& fps1, const ImportSession& session, std::size_t place,
           const std::vector<std::size_t>& fields) {
@@ -63,7 +71,7 @@ void fill(platform::EntryGrid& fps1, const ImportSession& session, std::size_t p
         fps1.setRowCount(row);
         fps1.setText(kCaptionColumn, row, session.fields()[field].caption);
         fps1.setRequired(kCaptionColumn, row, session.fields()[field].required);
-        fps1.setText(kValueColumn, row, session.text(place, field));
+        fps1.setText(kValueColumn, row, shownValue(session, place, field));
         for (const CellReason& reason : checked.reasons) {
             if (reason.field == field) fps1.setText(kReasonColumn, row, reason.text);
         }
@@ -83,7 +91,7 @@ std::map<std::size_t, std::string> frmImportRow::mend(const ImportSession& sessi
     window->get<platform::Button>("cmdOK").click = [&] {
         for (std::size_t i = 0; i < fields.size(); ++i) {
             const std::string typed = fps1.text(kValueColumn, static_cast<int>(i) + 1);
-            if (typed != session.text(place, fields[i])) changes[fields[i]] = typed;
+            if (typed != shownValue(session, place, fields[i])) changes[fields[i]] = typed;
         }
         window->close();
     };

@@ -1,12 +1,14 @@
 #include "transfer/importfields.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "editor/fieldsource.h"
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "platform/asciitext.h"
 #include "platform/model/cellinput.h"
+#include "platform/numberformat.h"
 #include "store/itemclass.h"
 
 namespace orvenmod {
@@ -58,6 +60,15 @@ std::shared_ptr<const Entries> entriesOf(const store::Recordset& field) {
     return entries;
 }
 
+/// The number that a spreadsheet makes out of the code; the code itself where that is none.
+std::string asNumber(const std::string& code) {
+    double number = 0;
+    const char* const end = code.data() + code.size();
+    const bool begins = !code.empty() && code[0] >= '0' && code[0] <= '9';
+    const auto parsed = std::from_chars(code.data(), end, number);
+    return begins && parsed.ec == std::errc() && parsed.ptr == end ? platform::plainNumber(number) : code;
+}
+
 std::string headingKey(std::string_view heading) {
     std::string key = lookupKey(heading);
     while (key.ends_with('*'))
@@ -90,7 +101,9 @@ std::string lookupKey(std::string_view text) { return platform::lowerCase(platfo
 
 void Entries::add(const std::string& id, const std::string& code, const std::string& name) {
     names_.push_back(name);
-    const auto [own, first] = byCode_.emplace(lookupKey(code), id);
+    const std::string key = lookupKey(code);
+    if (std::string number = asNumber(key); number != key) madeNumbers_.insert(std::move(number));
+    const auto [own, first] = byCode_.emplace(key, id);
     if (!first) own->second = kSeveral;
     const auto [same, only] = byName_.emplace(lookupKey(name), id);
     if (!only) same->second = kSeveral;

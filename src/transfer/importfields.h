@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "editor/fieldrow.h"
@@ -20,6 +21,8 @@ public:
 
     /// The id that the text means, "" with `refusal` where it means none or several.
     std::string idOf(std::string_view text, std::string& refusal) const;
+    /// Whether a spreadsheet makes the number out of another entry's code, as 12 out of "0012".
+    bool isNumberOfOther(const std::string& number) const { return madeNumbers_.count(number) != 0; }
     const std::vector<std::string>& names() const { return names_; }
 
 private:
@@ -27,6 +30,7 @@ private:
 
     std::unordered_map<std::string, std::string> byCode_;
     std::unordered_map<std::string, std::string> byName_;
+    std::unordered_set<std::string> madeNumbers_;
     std::vector<std::string> names_;
 };
 

@@ -56,6 +56,8 @@ ImportResult ImportRun::store(const Rows& rows) {
     } else {
         storeApart(rows);
     }
+    for (const auto& [planned, made] : made_)
+        result_.categories.push_back(made);
     return std::move(result_);
 }
 
@@ -67,6 +69,11 @@ bool ImportRun::advance() {
 void ImportRun::undo() {
     openMade_.clear();
     if (appState().gConn->inTransaction()) appState().gConn->rollbackTrans();
+}
+
+void ImportRun::keepMade() {
+    made_.insert(openMade_.begin(), openMade_.end());
+    openMade_.clear();
 }
 
 void ImportRun::refuse(std::size_t row, const std::string& reason) {
@@ -112,8 +119,7 @@ bool ImportRun::tryPart(Rows::const_iterator begin, Rows::const_iterator& end) {
             if (++done_ % kRowsAStep == 0 && !single && !advance()) end = at + 1;
         }
         connection.commitTrans();
-        made_.insert(openMade_.begin(), openMade_.end());
-        openMade_.clear();
+        keepMade();
         return true;
     } catch (const std::runtime_error& failure) {
         result_.rows.resize(rowsBefore);
@@ -148,6 +154,7 @@ void ImportRun::storeTogether(const Rows& rows) {
         }
         if (!advance()) return nothing();
         connection.commitTrans();
+        keepMade();
     } catch (const std::runtime_error& failure) {
         const std::string text = failure.what();
         nothing();

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/progress.h"
@@ -23,6 +22,7 @@ struct RowOutcome {
 struct ImportResult {
     std::vector<RowOutcome> rows;                ///< what was stored or refused, in the file's order
     std::map<std::size_t, std::string> reasons;  ///< of the rows that the store refused
+    std::vector<std::int32_t> categories;        ///< that were made, those within before those around them
     bool cancelled = false;
     std::string failure;  ///< what ended it before its end: nothing behind that row was tried
 };
@@ -48,13 +48,14 @@ private:
     std::string storedCategory(const std::string& id);
     bool advance();
     void undo();
+    void keepMade();
     void refuse(std::size_t row, const std::string& reason);
 
     RowCheck& check_;
     platform::Progress& progress_;
     ImportResult result_;
-    std::unordered_map<std::int32_t, std::int32_t> made_;      // categories, by the numbers of the plan
-    std::unordered_map<std::int32_t, std::int32_t> openMade_;  // of the open transaction
+    std::map<std::int32_t, std::int32_t> made_;  // categories, by the numbers of the plan: inner ones have lower ones
+    std::map<std::int32_t, std::int32_t> openMade_;  // of the open transaction
     int done_ = 0;
 };
 

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 
 #include "frame/appstate.h"
 #include "frame/conversion.h"
 #include "hierarchy/itemroutines.h"
 #include "platform/model/cellinput.h"
+#include "platform/sheet/utf16.h"
 
 namespace orvenmod {
 
@@ -22,6 +24,21 @@ std::int64_t timeOf(const std::string& path) {
 std::uint64_t sizeOf(const std::string& path) {
     std::error_code none;
     return std::filesystem::file_size(path, none);
+}
+
+/// Why the delete left it, "" where it is gone. Where what failed can't be undone nothing further may be tried.
+std::string whyKept(const std::function<std::string()>& remove, bool& goesOn) {
+    try {
+        return remove();
+    } catch (const store::Failure& failure) {
+        std::string reason = failure.text();
+        try {
+            if (appState().gConn->inTransaction()) appState().gConn->rollbackTrans();
+        } catch (const store::Failure&) {
+            goesOn = false;
+        }
+        return reason;
+    }
 }
 
 }  // namespace
@@ -69,12 +86,16 @@ void ImportSession::findHeading() {
 std::string ImportSession::sample(std::size_t column) const {
     constexpr std::size_t kSamples = 3;
     constexpr std::size_t kSought = 100;
+    constexpr std::size_t kLongestSample = 100;
     std::string text;
     std::size_t found = 0;
     for (std::size_t place = 0; place < std::min(rows_.size(), kSought) && found < kSamples; ++place) {
         const std::string value = trim(file_.rows.cell(rows_[place], static_cast<int>(column)).text);
         if (value.empty()) continue;
-        text += (found++ == 0 ? "" : "，") + platform::model::onOneLine(value.substr(0, value.find('\n')));
+        const std::string_view line = std::string_view(value).substr(0, value.find('\n'));
+        const std::string_view begin = platform::cutToUnits(line, kLongestSample);
+        text +=
+            (found++ == 0 ? "" : "，") + platform::model::onOneLine(begin) + (begin.size() < line.size() ? "…" : "");
     }
     return text;
 }
@@ -87,6 +108,7 @@ bool ImportSession::check(platform::Progress& progress) {
         if (place % kRowsAStep == 0 && !progress.advance(static_cast<int>(place / 2))) return false;
         fresh->noteCode(rows_[place]);
     }
+    fresh->sortCodes();
     std::vector<RowState> states;
     states.reserve(rows_.size());
     for (std::size_t place = 0; place < rows_.size(); ++place) {
@@ -149,33 +171,29 @@ std::string ImportSession::reasonOf(std::size_t place) const {
     return stored != result_.reasons.end() ? stored->second : reasonText(check_->check(rows_[place]).reasons, fields_);
 }
 
-std::vector<KeptItem> ImportSession::takeBack(platform::Progress& progress) {
+std::vector<KeptItem> ImportSession::takeBack(platform::Progress& progress, MadeCategories categories) {
     std::vector<KeptItem> kept;
     std::vector<RowOutcome> left;
     int done = 0;
-    bool cancelled = false;
+    bool goesOn = true;
     for (const RowOutcome& outcome : result_.rows) {
-        std::string reason;
         if (outcome.state != RowState::added) {
             left.push_back(outcome);
             continue;
         }
-        cancelled = cancelled || !progress.advance(done++);
-        if (cancelled) {
-            reason = "没有撤回";
-        } else {
-            try {
-                reason = deleteUnused(outcome.itemId).text;
-            } catch (const store::Failure& failure) {
-                reason = failure.text();
-                if (appState().gConn->inTransaction()) appState().gConn->rollbackTrans();
-            }
-        }
+        goesOn = goesOn && progress.advance(done++);
+        std::string reason = "没有撤回";
+        if (goesOn) reason = whyKept([&outcome] { return deleteUnused(outcome.itemId).text; }, goesOn);
         if (reason.empty()) continue;
         kept.push_back({outcome.row, reason});
         left.push_back(outcome);
     }
     result_.rows = std::move(left);
+    if (categories == MadeCategories::takeBack) {
+        std::erase_if(result_.categories, [&goesOn](std::int32_t id) {
+            return goesOn && whyKept([id] { return deleteEmptyCategory(id); }, goesOn).empty();
+        });
+    }
     return kept;
 }
 

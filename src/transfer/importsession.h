@@ -20,6 +20,8 @@ struct KeptItem {
     std::string reason;
 };
 
+enum class MadeCategories { keep, takeBack };
+
 class ImportSession {
 public:
     explicit ImportSession(const platform::Date& today) : today_(today) {}
@@ -70,9 +72,9 @@ public:
     /// The refused rows' places and why, of the check and of the run.
     std::vector<std::size_t> refused() const;
     std::string reasonOf(std::size_t place) const;
-    /// Deletes what the run has added, each item behind the guard of the delete; asks the store. Those that stay remain
-    /// in the result as added.
-    std::vector<KeptItem> takeBack(platform::Progress& progress);
+    /// Deletes what the run has added, each item behind the guard of the delete, and where `categories` wants it those
+    /// it has made and that are empty then; asks the store. What stays remains in the result.
+    std::vector<KeptItem> takeBack(platform::Progress& progress, MadeCategories categories);
 
     const SheetRows& rows() const { return file_.rows; }
 

@@ -1,4 +1,5 @@
-// What the library for .xls doesn't tell of a sheet: the stored values of its formulas, and its merged cells.
+// What the library for .xls leaves out: the stored values of a sheet's formulas, its merged cells, and whether the
+// records hold what they tell, beyond which it would read.
 #pragma once
 
 #include <string>
@@ -7,7 +8,11 @@
 
 namespace orvenmod {
 
-/// Puts them into the rows of that sheet. Nothing where the file's records can't be followed.
+/// Whether each record of the workbook lies within its stream, and each text within its record.
+bool recordsHold(const std::string& path);
+
+/// Puts the formulas and the merged cells into the rows of that sheet. Nothing where the file's records can't be
+/// followed.
 void addOldFormulas(const std::string& path, int sheet, SheetRows& rows);
 
 }  // namespace orvenmod

@@ -20,6 +20,7 @@ struct CloseBook {
 using Book = std::unique_ptr<const void, CloseBook>;
 
 Book openBook(const std::string& path) {
+    if (!isEncryptedCompound(path) && !recordsHold(path)) throw UnreadableFile("文件已损坏或不是电子表格：" + path);
     const void* handle = nullptr;
     const int result = freexl_open(path.c_str(), &handle);
     Book book(handle);

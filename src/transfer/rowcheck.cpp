@@ -1,6 +1,7 @@
 #include "transfer/rowcheck.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <string_view>
 
@@ -11,6 +12,7 @@ namespace orvenmod {
 
 namespace {
 
+constexpr const char* kMadeNumber = "电子表格把代码变成了数字，前面的零可能丢了，请改成文本";
 constexpr const char* kNoDate = "1900-01-01";
 
 // A text that was saved by a spreadsheet has the errors as texts.
@@ -40,6 +42,8 @@ std::string changedBySpreadsheet(const SheetCell& cell) {
 }
 
 double numberOr0(const std::string& text) { return isNumeric(text) ? toDouble(text) : 0; }
+
+std::uint32_t hashOf(const std::string& key) { return static_cast<std::uint32_t>(std::hash<std::string>()(key)); }
 
 std::string idOr0(const std::string& text) { return trim(text).empty() ? "0" : trim(text); }
 
@@ -86,7 +90,7 @@ std::string RowCheck::valueOf(std::size_t row, std::size_t field, CheckedRow& ch
     if (code && cell.kind == CellKind::date)
         checked.reasons.push_back({field, "电子表格把代码变成了日期 " + cell.text + "，请改成文本"});
     if (code && cell.kind == CellKind::number && options_.numberCode == WhenCodeIsNumber::refuse)
-        checked.reasons.push_back({field, "电子表格把代码变成了数字，前面的零可能丢了，请改成文本"});
+        checked.reasons.push_back({field, kMadeNumber});
     if (text.find('\'') != std::string::npos) checked.reasons.push_back({field, "不能有单引号"});
     return text;
 }
@@ -134,7 +138,20 @@ std::string RowCheck::plannedRefusal(const ImportCategory& category) const {
 void RowCheck::noteCode(std::size_t row) {
     CheckedRow ignored;
     const Codes codes = codesOf(row, ignored);
-    if (ignored.reasons.empty()) firstRows_.emplace(lookupKey(codes.code), row);
+    if (ignored.reasons.empty()) noted_.push_back({hashOf(lookupKey(codes.code)), static_cast<std::uint32_t>(row)});
+}
+
+void RowCheck::sortCodes() { std::sort(noted_.begin(), noted_.end()); }
+
+std::optional<std::size_t> RowCheck::otherFirst(const std::string& code, std::size_t row) {
+    const std::string key = lookupKey(code);
+    const std::uint32_t hash = hashOf(key);
+    const auto begin = std::lower_bound(noted_.begin(), noted_.end(), NotedCode{.hash = hash});
+    for (auto noted = begin; noted != noted_.end() && noted->hash == hash && noted->row != row; ++noted) {
+        CheckedRow ignored;
+        if (lookupKey(codesOf(noted->row, ignored).code) == key) return noted->row;
+    }
+    return std::nullopt;
 }
 
 CheckedRow RowCheck::check(std::size_t row) {
@@ -143,9 +160,9 @@ CheckedRow RowCheck::check(std::size_t row) {
     const StoredItem* found = checked.reasons.empty() ? stored_.byCode(codes.code) : nullptr;
     if (found && !found->detail) checked.reasons.push_back({kCodeField, "代码已经存在，是一个分类"});
     if (found && found->detail) checked.itemId = found->id;
-    const auto first = firstRows_.find(lookupKey(codes.code));
-    if (checked.reasons.empty() && first != firstRows_.end() && first->second != row)
-        checked.reasons.push_back({kCodeField, "与第" + std::to_string(first->second + 1) + "行的代码重复"});
+    const std::optional<std::size_t> first =
+        checked.reasons.empty() ? otherFirst(codes.code, row) : std::optional<std::size_t>();
+    if (first) checked.reasons.push_back({kCodeField, "与第" + std::to_string(*first + 1) + "行的代码重复"});
     checked.draft.texts.number = codes.code;
     checked.draft.texts.shortNumber = codes.shortCode;
     checked.draft.categoryId = found && !codes.categoryTold ? found->parentId : std::to_string(codes.category->id);
@@ -191,8 +208,7 @@ void RowCheck::checkFields(std::size_t row, CheckedRow& checked, const Codes& co
         } else if (columnOf_[field] >= 0) {
             std::string text = valueOf(row, field, checked);
             if (checked.reasons.size() == before) checkValue(field, std::move(text), value, checked);
-            if (checked.reasons.size() > before && fields_[field].isReference())
-                checked.reasons.back().text += changedBySpreadsheet(cellOf(row, field));
+            if (fields_[field].isReference()) doubtNumber(row, field, before, checked);
         } else if (checked.itemId != 0) {
             takeStored(field, checked.itemId, value);
         }
@@ -200,6 +216,17 @@ void RowCheck::checkFields(std::size_t row, CheckedRow& checked, const Codes& co
         checked.draft.classFields.push_back(std::move(value));
     }
     checked.draft.texts.name = checked.draft.classFields[kNameField - kCodeField].value;
+}
+
+// The entry that a number means may be another's: that of the code with the zeros before it.
+void RowCheck::doubtNumber(std::size_t row, std::size_t field, std::size_t before, CheckedRow& checked) const {
+    const SheetCell cell = cellOf(row, field);
+    if (checked.reasons.size() > before) {
+        checked.reasons.back().text += changedBySpreadsheet(cell);
+    } else if (cell.kind == CellKind::number && options_.numberCode == WhenCodeIsNumber::refuse &&
+               fields_[field].entries->isNumberOfOther(cell.text)) {
+        checked.reasons.push_back({field, kMadeNumber});
+    }
 }
 
 void RowCheck::checkValue(std::size_t field, std::string text, FieldRow& into, CheckedRow& checked) const {

@@ -1,6 +1,7 @@
 #include "transfer/sheetsout.h"
 
 #include "platform/sheet/sheetwriter.h"
+#include "platform/sheet/utf16.h"
 
 namespace orvenmod {
 
@@ -40,7 +41,7 @@ void writeTemplate(const std::string& path, const std::vector<ImportField>& fiel
     platform::newXlsxWriter(path, layout)->finish();
 }
 
-void writeRefused(const std::string& path, const ImportSession& session) {
+std::size_t writeRefused(const std::string& path, const ImportSession& session) {
     platform::SheetLayout layout;
     layout.name = "Sheet1";
     std::vector<int> columns;
@@ -54,16 +55,23 @@ void writeRefused(const std::string& path, const ImportSession& session) {
     const auto sheet = platform::newXlsxWriter(path, layout);
     std::vector<SheetCell> held(columns.size());
     std::vector<platform::SheetCell> cells(layout.columns.size());
+    std::size_t cut = 0;
     for (const std::size_t place : session.refused()) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             held[i] = session.rows().cell(session.row(place), columns[i]);
             cells[i] = refusedCell(held[i], session.isCode(columns[i]));
         }
-        const std::string reason = session.reasonOf(place);
+        std::string reason = session.reasonOf(place);
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            if (platform::cutToUnits(held[i].text).size() == held[i].text.size()) continue;
+            reason += "；" + layout.columns[i].title + "：只存下前 " + std::to_string(platform::kLongestCell) + " 个字";
+            ++cut;
+        }
         cells.back() = {.text = reason};
         sheet->addRow(cells);
     }
     sheet->finish();
+    return cut;
 }
 
 }  // namespace orvenmod

@@ -12,7 +12,8 @@ namespace orvenmod {
 /// text. Throws std::runtime_error where the disk refuses: a file that stood there stays then.
 void writeTemplate(const std::string& path, const std::vector<ImportField>& fields);
 
-/// The refused rows as they stand, the reason behind each; it can be brought in again. Throws likewise.
-void writeRefused(const std::string& path, const ImportSession& session);
+/// The refused rows as they stand, the reason behind each; it can be brought in again. A cell that holds more than a
+/// spreadsheet's does is cut, which its row's reason tells; how many are. Throws likewise.
+std::size_t writeRefused(const std::string& path, const ImportSession& session);
 
 }  // namespace orvenmod

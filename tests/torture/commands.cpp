@@ -15,11 +15,14 @@
 #include "store/schema.h"
 #include "store/upgrade.h"
 #include "torture/commandstages.h"
+#include "transfer/frmImport.h"
+#include "transfer/importtest.h"
 
 namespace orvenmod::test {
 
 namespace {
 
+constexpr const char* kImported = "goods.xlsx";
 constexpr int kNameSearch = 3;  // behind code and short code
 
 void inList(Desk& desk, const Steps& steps) {
@@ -122,6 +125,18 @@ void move(Desk& desk) {
     });
 }
 
+void import(Desk& desk) {
+    importFile(desk, desk.file(kImported), [&](User& user) {
+        user.click("cmdNext");
+        const std::string result = caption(user, "lblResult");
+        if (result == "新增 2 行，修改 0 行，拒绝 0 行。") {
+            desk.tell();
+        } else if (!result.empty()) {
+            desk.hear(result);
+        }
+    });
+}
+
 /// The first of the list, whose attachments go with it.
 void deleteItem(Desk& desk) {
     inList(desk, [](User& user) {
@@ -182,6 +197,15 @@ void deleteEntry(Desk& desk) {
 
 }  // namespace
 
+void importFile(Desk& desk, const std::string& file, const Steps& then) {
+    NotedListWindow behind;
+    desk.onWindow("frmImport", [&](User& user) {
+        toCheck(user, file);
+        then(user);
+    });
+    frmImport::instance().show(behind);
+}
+
 void makeClass(Desk& desk, const std::string& id, const std::string& name) {
     desk.onWindow("frmHSXMNew", [&](User& dialog) {
         dialog.type("txtType", id, -1);
@@ -211,6 +235,7 @@ const std::vector<Command>& windowCommands() {
         {.name = "search", .act = search, .changes = false},
         {.name = "export", .success = "导出成功!", .act = exportList, .changes = false},
         {.name = "save", .success = "数据保存成功!", .act = save},
+        {.name = "import", .act = import},
         {.name = "update", .success = "数据修改成功!", .act = update},
         {.name = "newCategory", .success = "数据保存成功！", .act = newCategory},
         {.name = "move", .success = "数据保存成功！", .act = move},
@@ -243,6 +268,11 @@ std::string databaseIn(const std::string& folder) { return folder + "/suite.db";
 void layOut(const Command& command, const std::string& folder) {
     std::filesystem::create_directories(folder);
     std::ofstream(folder + "/photo.bmp", std::ios::binary) << redBitmap();
+    if (!std::filesystem::exists(folder + "/" + kImported)) {
+        makeWorkbook(folder + "/" + kImported, {{"短代码", "名称", "所属分类", "主供应商", "最低库存"},
+                                                {"008", "平垫", "五金", "01", "12"},
+                                                {"009", "弹垫", "五金", "02", "1.5"}});
+    }
     if (command.on == Command::On::nothing) return;
     std::filesystem::copy_file(command.on == Command::On::suite ? suiteFile() : firstVersionFile(), databaseIn(folder),
                                std::filesystem::copy_options::overwrite_existing);

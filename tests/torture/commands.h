@@ -21,7 +21,10 @@ void makeClass(Desk& desk, const std::string& id, const std::string& name);
 /// `lookup` is the entry of the dialog's list, 0 for none.
 void makeField(Desk& desk, const std::string& itemClass, const std::string& name, int lookup);
 
-/// Puts the database that the command works on into the folder, if any, and the file that its clerk adds.
+/// Brings a file in as far as the check of its rows, then the steps.
+void importFile(Desk& desk, const std::string& file, const Steps& then);
+
+/// Puts the database that the command works on into the folder, if any, and the files that its clerk adds.
 void layOut(const Command& command, const std::string& folder);
 std::string databaseIn(const std::string& folder);
 

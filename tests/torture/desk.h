@@ -60,6 +60,8 @@ public:
     std::string file(const std::string& name) const { return folder_ + "/" + name; }
     void onWindow(const std::string& name, Steps steps) { windows_[name] = std::move(steps); }
     void tell() { told_ = true; }
+    /// What a window tells without a box.
+    void hear(const std::string& text) { boxes_.push_back({MessageKind::warning, text, ""}); }
 
     /// Around what the clerk himself does, where only the component may meet what fails.
     std::function<void(bool entering)> aside;

@@ -66,6 +66,20 @@ TEST_F(ImportBadInput, anOldWorkbookWhoseSheetsCantBeFoundIsTold) {
     refuses(path("a.xls"), "旧格式的文件读不出，请另存为 .xlsx 再导入：" + path("a.xls"));
 }
 
+TEST_F(ImportBadInput, anOldWorkbookWhoseTextsLeaveTheirRecordsIsNotRead) {
+    constexpr std::size_t kNameLength = 4 + 6;  // behind the head, where the sheet begins and what it is
+    makeOldWorkbook(path("a.xls"));
+    const std::string whole = Stage::contents(path("a.xls"));
+    const std::size_t sheet = whole.find(std::string("\x85\0", 2), 512);
+    ASSERT_NE(sheet, std::string::npos);
+    std::string bytes = whole;
+    bytes[sheet + kNameLength] = '\xFF';
+    refuses(stage.text(bytes, "name.xls"), "文件已损坏或不是电子表格：" + path("name.xls"));
+    bytes = whole;
+    bytes[sheet + 3] = '\x7F';
+    refuses(stage.text(bytes, "record.xls"), "文件已损坏或不是电子表格：" + path("record.xls"));
+}
+
 TEST_F(ImportBadInput, aFileUnderAPasswordIsTold) {
     makePackage(path("a.ods"), {{"content.xml", "xx"},
                                 {"META-INF/manifest.xml", "<m><file-entry><encryption-data/></file-entry></m>"}});
@@ -199,6 +213,33 @@ TEST_F(ImportBadInput, aLookupThatASpreadsheetChangedIsToldAtItsCell) {
     EXPECT_EQ(reason(path("number.xlsx")), "主供应商：没有这一项，电子表格可能把代码变成了数字");
     makeSheet(path("day.xlsx"), heading + "<c s=\"1\"><v>45355</v></c></row>");
     EXPECT_EQ(reason(path("day.xlsx")), "主供应商：没有这一项，电子表格可能把代码变成了日期");
+}
+
+TEST_F(ImportBadInput, aNumberThatMayBeAnotherEntrysCodeFindsNone) {
+    const auto lookup = [this](const std::string& number) {
+        makeSheet(
+            path("number.xlsx"),
+            "<row r=\"1\"><c t=\"str\"><v>短代码</v></c><c t=\"str\"><v>名称</v></c>"
+            "<c t=\"str\"><v>主供应商</v></c></row><row r=\"2\"><c t=\"str\"><v>9</v></c><c t=\"str\"><v>a</v></c>"
+            "<c><v>" +
+                number + "</v></c></row>");
+        return reason(path("number.xlsx"));
+    };
+    const std::string doubted = "主供应商：电子表格把代码变成了数字，前面的零可能丢了，请改成文本";
+    database().addItem(2, 209, "12", "甲");
+    EXPECT_EQ(lookup("12"), "") << "no other entry's code is that number";
+    database().addItem(2, 210, "0012", "乙");
+    database().addItem(2, 211, "3.1", "丙");
+    database().addItem(2, 212, "3.10", "丁");
+    EXPECT_EQ(lookup("12"), doubted);
+    EXPECT_EQ(lookup("3.1"), doubted);
+    stage.import([&](User& user) {
+        user.type("txtFile", path("number.xlsx"), -1);
+        user.click("cmdNext");
+        user.pick("cmbNumber", 1, -1);
+        user.click("cmdNext");
+        EXPECT_EQ(shownRows(user, "vsfCheck", 3)[0][1], "新增") << "the user takes numbers as they are";
+    });
 }
 
 TEST_F(ImportBadInput, aFileThatChangesBehindTheCheckIsStoredAsChecked) {

@@ -76,6 +76,30 @@ TEST_P(ImportRoads, aRefusedRowIsMended) {
     EXPECT_EQ(stage.database().rows("select fMinQty,fH from ICItem where fItemId=203"), (Rows{{"12", "202"}}));
 }
 
+TEST_P(ImportRoads, aRowOfHugeCellsIsMendedInPlace) {
+    constexpr std::size_t kBeside = 1U << 20U;
+    const std::string huge(10U << 20U, 'x');
+    const std::string file = stage.text("短代码,名称,规格型号\n7," + huge + ',' + huge.substr(0, kBeside) + '\n');
+    stage.import([&](User& user) {
+        toCheck(user, file);
+        stage.script().onWindow("frmImportRow", [&huge](User& row) {
+            constexpr std::size_t kShown = 32766;
+            EXPECT_EQ(row.control<EntryGrid>("fps1").text(2, 3), huge.substr(0, kShown) + "…");
+            row.typeCell("fps1", 2, 2, "垫圈");
+            row.click("cmdOK");
+        });
+        user.doubleClickRow("vsfCheck", 1);
+        EXPECT_EQ(shownRows(user, "vsfCheck", 3)[0][2].find("名称"), std::string::npos);
+        stage.script().onWindow("frmImportRow", [](User& row) {
+            row.typeCell("fps1", 2, 3, "M1");
+            row.click("cmdOK");
+        });
+        EXPECT_EQ(shownRows(user, "vsfCheck", 1).size(), 1U);
+        user.doubleClickRow("vsfCheck", 1);
+        EXPECT_EQ(caption(user, "lblCounts"), "共 1 行：新增 1，修改 0，相同 0，拒绝 0");
+    });
+}
+
 TEST_P(ImportRoads, refusedRowsAreSavedWithTheirReasonsAndBroughtInAgain) {
     const std::string file = stage.workbook({kHeadings, {"005", "垫圈", "", "很多"}, {"0006", "平垫", "", "1"}});
     const std::string refused = stage.database().folder().file("refused.xlsx");
@@ -108,6 +132,36 @@ TEST_P(ImportRoads, whatWasAddedIsTakenBackBehindTheGuardOfTheDelete) {
         EXPECT_EQ(shownRows(user, "vsfResult", 5)[0][4], "该项目在库存单据中已经使用,不能删除!");
     });
     EXPECT_EQ(stage.added(), Texts{"005|垫圈|0|1|.203."});
+}
+
+TEST_P(ImportRoads, categoriesThatWereMadeAreTakenBackWhereNothingElseIsInThem) {
+    const std::string file = stage.workbook(
+        {{"短代码", "名称", "所属分类"}, {"9", "a", "五金/垫圈/平垫"}, {"8", "b", "五金/垫圈"}, {"7", "c", "五金/灯"}});
+    const auto categories = [this] {
+        return stage.database().rows(
+            "select fName from tblItem where fItemClassId=3 and fIsDetail=0 and fItemId>202 order by fItemId");
+    };
+    stage.import([&](User& user) {
+        user.type("txtFile", file, -1);
+        user.click("cmdNext");
+        user.pick("cmbCategory", 1, -1);
+        user.click("cmdNext");
+        user.click("cmdNext");
+        EXPECT_EQ(categories(), (Rows{{"垫圈"}, {"平垫"}, {"灯"}}));
+        stage.database().execute("insert into tblstockbal(fItemId) select fItemId from tblItem where fName='b'");
+        user.answer(MessageKind::question, "确定要撤回新增的行吗？", Answer::yes);
+        user.click("cmdTakeBack");
+        EXPECT_EQ(caption(user, "lblResult"),
+                  "新增 1 行，修改 0 行，拒绝 0 行。有 1 行没有撤回。留下新建的分类 1 个。");
+        EXPECT_EQ(categories(), Rows{{"垫圈"}});
+        stage.database().execute("delete from tblstockbal");
+        user.answer(MessageKind::question, "确定要撤回新增的行吗？", Answer::yes);
+        user.click("cmdTakeBack");
+        EXPECT_EQ(caption(user, "lblResult"), "新增 0 行，修改 0 行，拒绝 0 行。已全部撤回。");
+        EXPECT_FALSE(user.control<platform::Button>("cmdTakeBack").enabled());
+    });
+    EXPECT_EQ(categories(), Rows{});
+    EXPECT_EQ(stage.added(), Texts{});
 }
 
 TEST_P(ImportRoads, aDisabledItemIsNotTakenBack) {

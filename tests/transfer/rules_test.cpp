@@ -1,4 +1,9 @@
 // How the check judges a row, and what the options change.
+#include <cstdint>
+#include <functional>
+#include <unordered_map>
+#include <utility>
+
 #include "transfer/importtest.h"
 
 namespace orvenmod::test {
@@ -74,6 +79,24 @@ TEST_F(ImportRules, aLookupIsFoundByItsCodeOrByAnOnlyName) {
 TEST_F(ImportRules, aCodeMayStandOnceInTheFileAndNeverForACategory) {
     EXPECT_EQ(judged({{"短代码", "名称"}, {"9", "a"}, {"9", "b"}, {"02", "c"}}),
               (Rows{{"新增", ""}, {"拒绝", "代码：与第2行的代码重复"}, {"拒绝", "代码已经存在，是一个分类"}}));
+}
+
+/// Two codes that a check can't tell apart by its notes of them.
+std::pair<std::string, std::string> codesThatHashAlike() {
+    std::unordered_map<std::uint32_t, std::string> seen;
+    for (int number = 1000000;; ++number) {
+        std::string code = std::to_string(number);
+        const auto hash = static_cast<std::uint32_t>(std::hash<std::string>()(code));
+        const auto [other, fresh] = seen.emplace(hash, code);
+        if (!fresh) return {other->second, code};
+    }
+}
+
+TEST_F(ImportRules, codesThatHashAlikeAreStillTwo) {
+    const auto [one, other] = codesThatHashAlike();
+    EXPECT_EQ(
+        judged({{"短代码", "名称"}, {one, "a"}, {other, "b"}, {one, "c"}, {other, "d"}}),
+        (Rows{{"新增", ""}, {"新增", ""}, {"拒绝", "代码：与第2行的代码重复"}, {"拒绝", "代码：与第3行的代码重复"}}));
 }
 
 TEST_F(ImportRules, aWholeCodeFindsItsCategoryAndMustFitIt) {

@@ -1,5 +1,6 @@
 // What a run sends, and what stays where the store fails in its middle.
 #include <algorithm>
+#include <functional>
 
 #include "support/spreadsheet.h"
 #include "transfer/importtest.h"
@@ -145,6 +146,48 @@ TEST_F(ImportRun, everyOperationFailsOnceAndLeavesWholeRowsThatASecondRunComplet
     }
 }
 
+TEST_F(ImportRun, everyOperationOfTheTakingBackFailsWithTheNextAndWhatIsLeftIsToldAsItIs) {
+    const std::string file = stage.workbook({{"短代码", "名称", "所属分类"}, {"7", "a", "五金/垫圈"}, {"8", "b", ""}});
+    const auto imported = [&](const std::function<void(User&)>& takeBack) {
+        stage.import([&](User& user) {
+            user.type("txtFile", file, -1);
+            user.click("cmdNext");
+            user.pick("cmbCategory", 1, -1);
+            user.click("cmdNext");
+            user.click("cmdNext");
+            user.answer(MessageKind::question, "确定要撤回新增的行吗？", Answer::yes);
+            stage.forgetStatements();
+            takeBack(user);
+        });
+    };
+    std::size_t operations = 0;
+    imported([&](User& user) {
+        user.click("cmdTakeBack");
+        operations = failable().size();
+    });
+    ASSERT_GT(operations, 10U);
+    ASSERT_EQ(stage.added(), Texts{});
+    for (int n = 2; n <= static_cast<int>(operations); ++n) {
+        SCOPED_TRACE(n);
+        imported([&](User& user) {
+            stage.faults() = {.failAt = n, .times = 2};
+            user.click("cmdTakeBack");
+            stage.faults() = {};
+            const auto items = static_cast<std::size_t>(std::stoi(
+                database().value("select count(*) from tblItem where fItemClassId=3 and fIsDetail=1 and fItemId>202")));
+            const Texts left = stage.added();
+            const std::string told = "新增 " + std::to_string(items) + " 行，修改 0 行，拒绝 0 行。";
+            EXPECT_EQ(caption(user, "lblResult").substr(0, told.size()), told);
+            EXPECT_EQ(caption(user, "lblResult").find("分类") != std::string::npos, left.size() > items);
+            EXPECT_EQ(halves(), "00");
+            user.answer(MessageKind::question, "确定要撤回新增的行吗？", Answer::yes);
+            user.click("cmdTakeBack");
+        });
+        EXPECT_EQ(stage.connectionsAlive(), 0);
+        EXPECT_EQ(stage.added(), Texts{});
+    }
+}
+
 TEST_F(ImportRun, everyOperationOfTheCheckFailsOnceAndIsTold) {
     const std::string file = stage.workbook({kHeadings, {"7", "a"}});
     Texts operations;
@@ -222,6 +265,29 @@ TEST_F(ImportRun, aSecondCheckForgetsWhyTheStoreRefusedTheFirstRun) {
         user.click("cmdSaveRefused");
     });
     EXPECT_EQ(readSpreadsheet(refused).size(), 2U);
+}
+
+TEST_F(ImportRun, aRefusedCellThatASpreadsheetCannotHoldIsCutAndThatIsTold) {
+    constexpr std::size_t kMost = 32767;
+    const std::string longest = std::string(kMost, 'x');
+    const std::string list = stage.text("短代码,名称\n," + longest + "\n,x" + longest + "\n");
+    const std::string refused = database().folder().file("refused.xlsx");
+    stage.import([&](User& user) {
+        toCheck(user, list);
+        user.chooseFile(refused);
+        user.answer(MessageKind::information, "拒绝的行已保存！其中 1 格太长，电子表格的一格存不下，已截短。");
+        user.click("cmdSaveRefused");
+    });
+    const Lines saved = readSpreadsheet(refused);
+    ASSERT_EQ(saved.size(), 3U);
+    EXPECT_EQ(saved[1][1], longest);
+    EXPECT_EQ(saved[1][2].find("只存下"), std::string::npos);
+    EXPECT_EQ(saved[2][1], longest);
+    EXPECT_NE(saved[2][2].find("；名称：只存下前 32767 个字"), std::string::npos) << saved[2][2];
+    stage.import([&](User& user) {
+        toCheck(user, refused);
+        EXPECT_EQ(shownRows(user, "vsfCheck", 2)[1], (Texts{"3", "拒绝"}));
+    });
 }
 
 TEST_F(ImportRun, theTemplateHasTheCaptionsAndIsBroughtInWhenFilled) {

@@ -55,12 +55,18 @@ bool paintPages(Core& core, QPrinter& printer, const report::ReportData& data) {
     return true;
 }
 
-/// Whether the file is a whole PDF: a full disk isn't told by those who write it.
+/// Whether the file is a whole PDF: a full disk isn't told by those who write it. Its end tells where its table of
+/// contents begins, which is elsewhere where anything before it is missing.
 bool isWhole(const QString& path) {
+    constexpr qint64 kEnd = 64;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() < 16) return false;
-    file.seek(file.size() - 16);
-    return file.readAll().contains("%%EOF");
+    if (!file.open(QIODevice::ReadOnly) || file.size() < kEnd) return false;
+    file.seek(file.size() - kEnd);
+    const QByteArray end = file.readAll();
+    const qsizetype found = end.indexOf("startxref");
+    if (found < 0 || !end.contains("%%EOF")) return false;
+    const QList<QByteArray> lines = end.mid(found).split('\n');
+    return lines.size() > 1 && file.seek(lines[1].trimmed().toLongLong()) && file.read(4) == "xref";
 }
 
 void writePdf(Core& core, QPrinter& printer, const report::ReportData& data, const QString& path) {

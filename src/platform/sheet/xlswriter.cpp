@@ -7,6 +7,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <stdexcept>
 #include <utility>
 
@@ -133,13 +134,10 @@ private:
     }
 
     void writeStream(const std::string& globals) const {
-        GError* error = nullptr;
-        GsfOutput* disk = gsf_output_stdio_new(file_.partialPath().c_str(), &error);
-        if (!disk) {
-            const std::string text = error ? error->message : "";
-            g_clear_error(&error);
-            throw std::runtime_error("文件无法写入：" + text);
-        }
+        // Of the container's own head no failure is told but by the stream itself.
+        std::FILE* file = std::fopen(file_.partialPath().c_str(), "wb");
+        if (!file) throw std::runtime_error("文件无法写入：" + file_.partialPath());
+        GsfOutput* disk = gsf_output_stdio_new_FILE(file_.partialPath().c_str(), file, TRUE);
         GsfOutfile* container = gsf_outfile_msole_new(disk);
         GsfOutput* workbookStream = gsf_outfile_new_child(container, "Workbook", FALSE);
         bool written = writePart(workbookStream, globals);
@@ -151,6 +149,8 @@ private:
         g_object_unref(workbookStream);
         g_object_unref(container);
         g_object_unref(disk);
+        written = std::ferror(file) == 0 && written;
+        written = std::fclose(file) == 0 && written;
         if (!written) throw std::runtime_error("文件无法写入：" + file_.partialPath());
     }
 

@@ -80,16 +80,17 @@ public:
         lxw_workbook* book = book_;
         book_ = nullptr;
         check(workbook_close(book));
-        checkWorkbookWhole(file_.partialPath(), sheets_);
+        checkWorkbookWhole(file_.partialPath(), cellCounts_);
     }
 
     void commit() override { file_.commit(); }
 
 private:
     void beginSheet() {
-        sheet_ = workbook_add_worksheet(book_, sheetNames(layout_.name, ++sheets_).back().c_str());
+        sheet_ = workbook_add_worksheet(book_, sheetNames(layout_.name, cellCounts_.size() + 1).back().c_str());
         if (!sheet_) throw std::runtime_error("工作表无法建立：" + layout_.name);
         row_ = 0;
+        cellCounts_.push_back(layout_.heading ? layout_.columns.size() : 0);
         for (std::size_t i = 0; i < layout_.columns.size(); ++i)
             setColumn(static_cast<lxw_col_t>(i));
         if (!layout_.heading) return;
@@ -132,6 +133,7 @@ private:
 
     void addCell(lxw_col_t column, const SheetCell& cell) {
         if (cell.text.empty()) return;
+        ++cellCounts_.back();
         double value = 0;
         const char* end = cell.text.data() + cell.text.size();
         const auto parsed = cell.number ? std::from_chars(cell.text.data(), end, value) : std::from_chars_result{};
@@ -149,7 +151,7 @@ private:
     lxw_worksheet* sheet_ = nullptr;
     lxw_format* heading_ = nullptr;
     std::vector<lxw_format*> formats_;
-    std::size_t sheets_ = 0;
+    std::vector<std::size_t> cellCounts_;  // of each sheet, the heading's too
     std::uint32_t row_ = 0;
     std::string text_;
 };
