@@ -15,7 +15,6 @@ struct ListTimes {
     double list = 0;
     double node = 0;
     double search = 0;
-    double zero = 0;
     double save = 0;
 };
 
@@ -28,6 +27,8 @@ void measureArranging(Report& report);
 ListTimes measureList(Report& report, const std::string& folder, int goods);
 /// From the entry call to the first painted rows. `bare` in milliseconds.
 void measureWindow(Report& report, const std::string& folder, int goods, double bare);
+/// The shown list dragged to any place.
+void measureScrolling(Report& report, const std::string& folder, int goods);
 /// The tree with 1 thousand and 10 thousand categories.
 void measureTree(Report& report, const std::string& folder);
 /// Trees in windows on the Qt toolkit, with every node made visible.

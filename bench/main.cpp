@@ -40,7 +40,6 @@ void compareSizes(Report& report, const std::vector<ListTimes>& all) {
         compare("getListInfo, columns and rows", small.list, large.list);
         compare("findInfo on a category", small.node, large.node);
         compare("search with 包含", small.search, large.search);
-        compare("clearZero", small.zero, large.zero);
         compare("saving a new item", small.save, large.save);
     }
 }
@@ -51,6 +50,7 @@ void measureFile(Report& report, const std::string& folder, const std::vector<in
         report.heading(std::to_string(goods) + " goods");
         all.push_back(measureList(report, folder, goods));
         measureWindow(report, folder, goods, all.back().bare);
+        measureScrolling(report, folder, goods);
         all.back().save = measureSave(report, folder, goods);
     }
     compareSizes(report, all);

@@ -15,6 +15,7 @@
 #include "frame/services.h"
 #include "frame/showing.h"
 #include "frame/treenodes.h"
+#include "frame/waiting.h"
 #include "hierarchy/itemcommands.h"
 #include "hierarchy/selecteditem.h"
 #include "store/classrights.h"
@@ -93,6 +94,7 @@ void frmBasicInfoList::connectEvents() {
     const auto onClick = [&window](const char* name, auto action) { window.get<Button>(name).click = action; };
     window.resize = [this] { Form_Resize(); };
     window.unload = [this] { Form_Unload(); };
+    window.tick = [this] { shown().list->tend(); };
     onClick("cmdAddType", [this] { ItemCommands(*this).MenuParentEditNew_Click(); });
     onClick("cmdUpdateParent", [this] { ItemCommands(*this).MenuParentEditUpdate_Click(); });
     onClick("cmdAddDetail", [this] { MenuEditNew_Click(); });
@@ -272,12 +274,10 @@ void frmBasicInfoList::Toolbar1_ButtonClick(const std::string& key) {
 }
 
 void frmBasicInfoList::exportAndTell() {
-    platform::Window& window = *shown().window;
-    window.setPointer(platform::Pointer::hourglass);
+    const Waiting waiting(*shown().window);
     if (exportToExcel()) {
         services().toolkit.message(platform::MessageKind::information, "导出成功!", appState().gMsgTitle);
     }
-    window.setPointer(platform::Pointer::arrow);
 }
 
 bool frmBasicInfoList::exportToExcel() {

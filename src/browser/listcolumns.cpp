@@ -142,8 +142,8 @@ void ListColumns::apply(const ColumnSpec& spec) {
 void ListColumns::arrange() {
     const int column = sorts_ ? columnOf(kept_.sorted) : -1;
     if (column < 0) return grid_.arrange();
-    sorts_ = false;
     grid_.sort(column, kept_.sortOrder);
+    sorts_ = false;
     grid_.setCurrentRow(grid_.rowCount() > 1 ? 1 : 0);
 }
 

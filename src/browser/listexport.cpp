@@ -10,6 +10,7 @@
 #include "platform/asciitext.h"
 #include "platform/numberformat.h"
 #include "platform/sheet/sheetwriter.h"
+#include "store/failure.h"
 
 namespace orvenmod {
 
@@ -122,6 +123,8 @@ bool exportToExcel(platform::Toolkit& toolkit, platform::FileDialog& cd1, const 
     if (path.empty()) return false;
     try {
         return Exporter(toolkit, vsf1, holdsNumbers, path).run();
+    } catch (const store::Failure&) {
+        throw;  // of a row that had to be fetched
     } catch (const std::exception&) {
         // As the suite has always exported: whoever asked is told of a success all the same.
     }

@@ -41,12 +41,9 @@ void dressList(platform::ListGrid& grid, const ColumnSpec& spec) {
 }
 
 void clearZero(platform::ListGrid& grid) {
-    const int rows = grid.rowCount();
     for (int column = 1; column < grid.columnCount(); ++column) {
-        if (std::ranges::find(kNumberFormats, grid.columnFormat(column)) == kNumberFormats.end()) continue;
-        for (int row = 1; row < rows; ++row) {
-            if (isZero(grid.value(row, column))) grid.setText(row, column, "");
-        }
+        const bool numbers = std::ranges::find(kNumberFormats, grid.columnFormat(column)) != kNumberFormats.end();
+        grid.setColumnBlanked(column, numbers ? isZero : nullptr);
     }
 }
 

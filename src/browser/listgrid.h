@@ -10,7 +10,8 @@ namespace orvenmod {
 /// an alignment or a width is no number.
 void dressList(platform::ListGrid& grid, const ColumnSpec& spec);
 
-/// Blanks the cells that are zero in every column with a number format. The rows behind the grid keep their values.
+/// Blanks the cells that are zero in every column with a number format. The rows behind the grid keep their
+/// values.
 void clearZero(platform::ListGrid& grid);
 
 }  // namespace orvenmod

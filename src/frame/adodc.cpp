@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "frame/fetchedrows.h"
 #include "frame/services.h"
 
 namespace orvenmod {
@@ -21,9 +20,9 @@ void Adodc::refresh() {
         connection_->setProgress([] { services().toolkit.paintPending(); });
     }
     try {
-        store::Recordset rows = connection_->open(recordSource_);
-        columns_ = rows.columns();
-        grid_.bind(std::make_shared<FetchedRows>(std::move(rows)));
+        rows_ = std::make_shared<ListedRows>(connection_->openList(recordSource_));
+        tendFailed_ = false;
+        grid_.bind(rows_);
     } catch (const store::Failure& failure) {
         // A connection that broke is made anew by the next refresh.
         if (failure.kind() == store::FailureKind::connection) letGo();
@@ -31,9 +30,19 @@ void Adodc::refresh() {
     }
 }
 
+void Adodc::tend() {
+    if (!rows_) return;
+    try {
+        rows_->tend();
+        tendFailed_ = false;
+    } catch (const store::Failure&) {
+        if (!std::exchange(tendFailed_, true)) throw;
+    }
+}
+
 bool Adodc::holdsNumbers(int column) const {
-    if (column < 0 || static_cast<std::size_t>(column) >= columns_.size()) return false;
-    const store::ColumnType type = columns_[static_cast<std::size_t>(column)].type;
+    if (!rows_ || column < 0 || column >= rows_->columnCount()) return false;
+    const store::ColumnType type = rows_->columns()[static_cast<std::size_t>(column)].type;
     return type == store::ColumnType::integer || type == store::ColumnType::decimal || type == store::ColumnType::real;
 }
 

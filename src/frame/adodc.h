@@ -3,8 +3,8 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
+#include "frame/fetchedrows.h"
 #include "platform/listgrid.h"
 #include "store/connection.h"
 
@@ -23,6 +23,9 @@ public:
     /// Runs the query and shows its rows. On failure the grid keeps what it showed.
     void refresh();
 
+    /// See store::ListRows::tend. Of failures that follow each other the first goes to the caller.
+    void tend();
+
     /// Whether the column of the last query, from 0, is of a number type.
     bool holdsNumbers(int column) const;
 
@@ -32,7 +35,8 @@ private:
     platform::ListGrid& grid_;
     std::string connectionString_;
     std::string recordSource_;
-    std::vector<store::Column> columns_;
+    std::shared_ptr<ListedRows> rows_;
+    bool tendFailed_ = false;
     std::unique_ptr<store::Connection> connection_;
 };
 

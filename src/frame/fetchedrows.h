@@ -1,9 +1,11 @@
-// The rows of a statement as a grid's or a cell's.
+// The rows of a statement as a grid's or a cell's: fetched, or read when somebody looks.
 #pragma once
 
+#include <memory>
 #include <utility>
 
 #include "platform/rowsource.h"
+#include "store/listrows.h"
 #include "store/recordset.h"
 
 namespace orvenmod {
@@ -21,6 +23,25 @@ public:
 
 private:
     store::Recordset rows_;
+};
+
+class ListedRows : public platform::RowSource {
+public:
+    explicit ListedRows(std::unique_ptr<store::ListRows> rows) : rows_(std::move(rows)) {}
+
+    std::size_t rowCount() const override { return rows_->rowCount(); }
+    int columnCount() const override { return static_cast<int>(rows_->columns().size()); }
+    std::optional<std::string_view> cell(std::size_t row, int column) const override {
+        return rows_->cell(row, column);
+    }
+    bool holds(std::size_t row) const override { return rows_->holds(row); }
+
+    const std::vector<store::Column>& columns() const { return rows_->columns(); }
+    /// See store::ListRows.
+    void tend() { rows_->tend(); }
+
+private:
+    std::unique_ptr<store::ListRows> rows_;
 };
 
 }  // namespace orvenmod

@@ -7,6 +7,7 @@
 #include "frame/openrows.h"
 #include "frame/services.h"
 #include "frame/treenodes.h"
+#include "frame/waiting.h"
 #include "hierarchy/categorysave.h"
 #include "hierarchy/frmParent_design.h"
 
@@ -20,18 +21,6 @@ namespace {
 constexpr int kIdColumn = 1;
 constexpr int kCodeColumn = 2;
 constexpr const char* kIndent = "   ";
-
-// The hourglass for the length of a save.
-class Waiting {
-public:
-    explicit Waiting(platform::Window& window) : window_(window) { window_.setPointer(platform::Pointer::hourglass); }
-    ~Waiting() { window_.setPointer(platform::Pointer::arrow); }
-    Waiting(const Waiting&) = delete;
-    Waiting& operator=(const Waiting&) = delete;
-
-private:
-    platform::Window& window_;
-};
 
 }  // namespace
 

@@ -18,8 +18,8 @@ namespace orvenmod::platform {
 class ListGrid : public Control, public ListArrangement {
 public:
     /// Shows the source's rows in their own order: column fixedColumns() + i shows the source's column i. Drops what
-    /// was written to cells, row colours and the selection; the first row becomes the current and only selected one, 0
-    /// (none) where there are no rows. Column properties stay.
+    /// was written to cells, what is blanked, row colours and the selection; the first row becomes the current and only
+    /// selected one, 0 (none) where there are no rows. Column properties stay.
     virtual void bind(std::shared_ptr<const RowSource> source) = 0;
 
     /// Rows with the heading, columns with the fixed ones.
@@ -31,9 +31,11 @@ public:
     virtual void addRow(const std::string& cells) = 0;
     virtual void removeRow(int row) = 0;
 
-    /// The cell as the user sees it: with the column's format applied.
+    /// The cell as the user sees it: with the column's format applied. Throws where a bound row can't be fetched; where
+    /// it is to be painted then, the user is told once and sees blanks until he looks at it again.
     virtual std::string text(int row, int column) const = 0;
-    /// The cell's own text, without format. The view lives until the grid is next written or bound.
+    /// The cell's own text, without format. The view lives until the grid is written or bound, or a cell of another row
+    /// is read, which painting does too. Throws as text().
     virtual std::string_view value(int row, int column) const = 0;
     virtual void setText(int row, int column, std::string_view text) = 0;
 
@@ -42,6 +44,8 @@ public:
     virtual void setColumnAlignment(int column, int alignment) = 0;  ///< in the units of platform::Alignment
     virtual int columnAlignment(int column) const = 0;
     virtual void setHeaderAlignment(int column, int alignment) = 0;
+    /// The cells that are so are blank, for whoever reads, sorts or finds them; null for none.
+    virtual void setColumnBlanked(int column, CellTest blanked) = 0;
     virtual void setColumnFormat(int column, const std::string& format) = 0;  ///< such as "#,###.##"
     virtual std::string columnFormat(int column) const = 0;
     virtual void setColumnWidth(int column, int twips) = 0;

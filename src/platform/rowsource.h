@@ -1,4 +1,5 @@
-// What a bound list grid shows: rows and columns of texts, read where they are needed and never copied.
+// What a bound list grid shows: rows and columns of texts, read where they are needed and never copied. Rows may have
+// to be fetched first, which can fail.
 #pragma once
 
 #include <cstddef>
@@ -7,13 +8,19 @@
 
 namespace orvenmod::platform {
 
+/// What a cell's own text is asked.
+using CellTest = bool (*)(std::string_view);
+
 class RowSource {
 public:
     virtual ~RowSource() = default;
     virtual std::size_t rowCount() const = 0;
     virtual int columnCount() const = 0;
-    /// Row and column from 0; nothing for null. The view lives as long as the source.
+    /// Row and column from 0; nothing for null. The view lives until a cell of another row is asked for. Throws where
+    /// the row can't be fetched; asked again, it is fetched again.
     virtual std::optional<std::string_view> cell(std::size_t row, int column) const = 0;
+    /// Whether the row's cells are at hand, so that cell() fetches nothing.
+    virtual bool holds(std::size_t) const { return true; }
 };
 
 }  // namespace orvenmod::platform

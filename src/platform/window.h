@@ -47,6 +47,9 @@ public:
 
     Event<> resize;
     Event<> unload;
+    /// Raised about three times a minute from the end of the load to the end of the window, whatever lies over it, but
+    /// not while something is painted within an event. As an event of the user's for its failures.
+    Event<> tick;
 
     /// The control of that name as its kind. Throws std::logic_error for a name or a kind that is wrong.
     template <class Kind>

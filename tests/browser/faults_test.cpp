@@ -4,6 +4,7 @@
 
 #include "browser/browsertest.h"
 #include "frame/appstate.h"
+#include "support/windowedrows.h"
 
 namespace orvenmod::test {
 namespace {
@@ -93,6 +94,28 @@ TEST_F(Faults, ofASearchKeepTheList) {
             user.type("txtSearch", "螺");
         },
         [](User& user) { user.click("cmdFind"); }, [](User& user, int) { EXPECT_EQ(codes(user).size(), 4U); });
+}
+
+TEST_F(Faults, ofARowThatIsLookedAtKeepTheList) {
+    stage.readByWindows().rows = 2;
+    sweep(
+        kManagement, [](User& user) { user.selectRow("vsf1", 1); }, [](User& user) { user.selectRow("vsf1", 4); },
+        [](User& user, int) { EXPECT_EQ(codes(user).size(), 4U); });
+}
+
+TEST_F(Faults, ofRowsThatAreCopiedKeepTheList) {
+    stage.readByWindows().rows = 2;
+    sweep(
+        kManagement,
+        [](User& user) {
+            user.selectRow("vsf1", 1);
+            user.control<platform::ListGrid>("vsf1").setSelected(4, true);
+        },
+        [](User& user) { user.press("Ctrl+C"); },
+        [](User& user, int) {
+            EXPECT_EQ(user.copied(), "");
+            EXPECT_EQ(codes(user), (Texts{"01.01.001", "01.01.002", "02.001", "03"}));
+        });
 }
 
 TEST_F(Faults, ofARightCheckRefuseTheCommand) {

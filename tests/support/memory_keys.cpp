@@ -94,6 +94,7 @@ bool MemoryUser::pressInArrangement(const std::string& key) {
         for (Control* each : window_.controls()) {
             auto* grid = dynamic_cast<MemoryListGrid*>(each);
             if (!grid || !grid->design().arranges || !grid->usable()) continue;
+            guard([grid] { grid->model().readyNarrowing(); });
             grid->openLine();
             return true;
         }
@@ -101,9 +102,12 @@ bool MemoryUser::pressInArrangement(const std::string& key) {
     ControlCore* focus = window_.focused();
     auto* grid = focus ? dynamic_cast<MemoryListGrid*>(&focus->control()) : nullptr;
     if (!grid || !grid->design().arranges) return false;
-    if (key == "Esc" && grid->lineOpen()) return grid->closeLine(), true;
+    if (key == "Esc" && grid->lineOpen()) {
+        guard([grid] { grid->closeLine(); });
+        return true;
+    }
     if (grid->inLine()) {
-        if (key == "Backspace") grid->typeInLine("");
+        if (key == "Backspace") guard([grid] { grid->typeInLine(""); });
         if (key == "Down" || key == "Up" || key == "Enter" || key == "Tab" || key == "Shift+Tab") grid->leaveLine();
         return true;
     }
@@ -113,7 +117,8 @@ bool MemoryUser::pressInArrangement(const std::string& key) {
         return true;
     }
     if (key != "Ctrl+C") return false;
-    const model::CopiedRows copied = model::copySelectedRows(grid->model());
+    model::CopiedRows copied;
+    guard([&] { copied = model::copySelectedRows(grid->model()); });
     if (copied.html.empty()) return true;
     clipboard_ = copied.text;
     clipboardHtml_ = copied.html;
@@ -268,7 +273,7 @@ void MemoryUser::typeKeys(const std::string& text) {
             const std::string next = (window_.marked() ? std::string() : edit->text()) + letter;
             guard([&] { edit->setText(next); });
         } else if (auto* line = lineInFocus()) {
-            line->typeInLine(letter);
+            guard([&] { line->typeInLine(letter); });
         } else if (auto* grid = dynamic_cast<MemoryListGrid*>(&control)) {
             typeOnList(*grid, letter);
         } else if (auto* tree = dynamic_cast<MemoryTree*>(&control)) {

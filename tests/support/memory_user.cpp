@@ -27,7 +27,16 @@ void MemoryUser::requireFront() const {
 MemoryListGrid& MemoryUser::reachRow(const std::string& grid, int row) {
     auto& reached = reach<MemoryListGrid>(grid);
     if (row < 0 || row >= reached.rowCount()) stop(grid + " has no row " + std::to_string(row));
+    if (row > 0) lookAt(reached, row);
     return reached;
+}
+
+void MemoryUser::lookAt(MemoryListGrid& grid, int row) {
+    grid.model().lookAgain();
+    for (int column = 0; column < grid.columnCount(); ++column) {
+        if (!grid.columnHidden(column)) grid.model().shownText(row, column);
+    }
+    if (const auto failure = grid.model().takeFailure()) window_.toolkit().showEscaped(*failure);
 }
 
 void MemoryUser::click(const std::string& button, int index) {
@@ -174,7 +183,7 @@ void MemoryUser::clickHeading(const std::string& grid, int column) {
     if (reached.columnHidden(column)) stop(grid + " hides column " + std::to_string(column));
     if (!reached.design().arranges) return;
     reached.model().setCurrentColumn(column);
-    reached.model().sortOn(column);
+    guard([&reached, column] { reached.model().sortOn(column); });
 }
 
 void MemoryUser::rightClickHeading(const std::string& grid, int column, const std::string& chooseMenu) {
@@ -246,5 +255,7 @@ void MemoryUser::resizeWindow(float width, float height) {
         window_.setInnerSize(std::min(width, kLargestInner), std::min(height, kLargestInner));
     });
 }
+
+void MemoryUser::rest() { window_.toolkit().passTick(); }
 
 }  // namespace orvenmod::test

@@ -37,6 +37,8 @@ public:
 private:
     [[noreturn]] void stop(const std::string& why) const;
     void requireFront() const;
+    /// As the screen would paint the row.
+    void lookAt(platform::memory::MemoryListGrid& grid, int row);
     void guard(const std::function<void()>& handler) { window_.toolkit().guard(handler); }
     /// The control, in reach of the user, with the focus on it where it takes one.
     template <class Kind>

@@ -15,6 +15,8 @@
 #include <QTabBar>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
+#include <QTimerEvent>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <algorithm>
@@ -204,6 +206,16 @@ void QtUser::resizeWindow(float width, float height) {
     const QSize wanted(qRound(width / kTwipsPerPixel), qRound(height / kTwipsPerPixel));
     const QWidget* area = root_.centralWidget();
     root_.resize(root_.size() + wanted - area->size());
+    settle();
+}
+
+void QtUser::rest() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        auto* ticker = window->findChild<QTimer*>(QStringLiteral("ticker"), Qt::FindDirectChildrenOnly);
+        if (ticker == nullptr || !ticker->isActive()) continue;
+        QTimerEvent due(ticker->timerId());
+        QCoreApplication::sendEvent(ticker, &due);
+    }
     settle();
 }
 

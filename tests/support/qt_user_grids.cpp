@@ -136,6 +136,7 @@ void QtUser::clickRow(const std::string& grid, int row, Qt::KeyboardModifiers mo
     const int column = shownColumn(view);
     if (column < 0) stop(grid + " shows no column");
     QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, spot(view, view.model()->index(row - 1, column)));
+    view.viewport()->repaint();  // the user sees the row before he does anything else
 }
 
 void QtUser::selectRow(const std::string& grid, int row) {

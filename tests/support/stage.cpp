@@ -9,6 +9,7 @@
 
 #include "frame/appstate.h"
 #include "store/connectionwrapper.h"
+#include "support/windowedrows.h"
 
 namespace orvenmod::test {
 
@@ -29,6 +30,10 @@ public:
     ~CountedConnection() override { --state_->alive; }
     void executeAll(std::span<const std::string> statements, const Done& done) override {
         target().executeAll(statements, done);
+    }
+    std::unique_ptr<store::ListRows> openList(std::string_view sql) override {
+        if (!state_->windows) return target().openList(sql);
+        return std::make_unique<WindowedRows>(target().open(sql), *state_->windows);
     }
     void setProgress(std::function<void()> progress) override {
         state_->progress = progress;
@@ -66,6 +71,11 @@ void MapSettings::remove(const std::string& application, const std::string& sect
 
 std::unique_ptr<store::Connection> CountingStore::connect(const std::string& connectionString) {
     return std::make_unique<CountedConnection>(target_.connect(connectionString), state_);
+}
+
+Windows& CountingStore::readByWindows() {
+    if (!state_->windows) state_->windows = std::make_shared<Windows>();
+    return *state_->windows;
 }
 
 Stage::Stage(MakeScript makeScript) : Stage(makeScript, std::make_unique<Database>()) {}

@@ -25,6 +25,8 @@
 
 namespace orvenmod::test {
 
+struct Windows;
+
 /// Settings in memory.
 class MapSettings : public platform::Settings {
 public:
@@ -55,11 +57,14 @@ public:
     int alive() const { return state_->alive; }
     const std::function<void()>& progress() const { return state_->progress; }
     void setWhileAwaiting(std::function<void()> act) { state_->whileAwaiting = std::move(act); }
+    /// From now on lists are read by such windows.
+    Windows& readByWindows();
 
     struct State {
         int alive = 0;
         std::function<void()> progress;
         std::function<void()> whileAwaiting;
+        std::shared_ptr<Windows> windows;
     };
 
 private:
@@ -101,6 +106,9 @@ public:
     void afterOperation(store::TraceSink watcher) { watcher_ = std::move(watcher); }
     /// Called about ten times a second while a statement takes long: likewise.
     void whileAwaiting(std::function<void()> act) { counting_.setWhileAwaiting(std::move(act)); }
+
+    /// Lists are read by small windows from now on, whatever the store would do.
+    Windows& readByWindows() { return counting_.readByWindows(); }
 
     /// The contents of a file, "" where there is none.
     static std::string contents(const std::string& file);

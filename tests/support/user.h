@@ -82,6 +82,7 @@ public:
     virtual void chooseTab(const std::string& tabs, int tab) = 0;
     virtual void closeWindow() = 0;                            ///< by the title bar
     virtual void resizeWindow(float width, float height) = 0;  ///< inner size, twips
+    virtual void rest() = 0;                                   ///< until the windows that are shown tick
 
     /// Expects a box and tells its answer; boxes come in the order of these calls.
     virtual void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) = 0;

@@ -10,7 +10,8 @@ void MemoryListGrid::setHeaderAlignment(int column, int alignment) {
 
 void MemoryListGrid::narrow(const std::string& words) {
     lineOpen_ = lineOpen_ || !words.empty();
-    model_.narrow(words);
+    line_ = words;
+    model_.narrow(line_);
 }
 
 void MemoryListGrid::openLine() {
@@ -20,18 +21,20 @@ void MemoryListGrid::openLine() {
 
 void MemoryListGrid::closeLine() {
     lineOpen_ = inLine_ = false;
-    model_.narrow("");
+    line_.clear();
+    model_.narrow(line_);
 }
 
 void MemoryListGrid::typeInLine(const std::string& letter) {
-    std::string line = marked_ ? "" : model_.narrowing();
+    if (marked_) line_.clear();
     if (letter.empty()) {
-        while (!line.empty() && (static_cast<unsigned char>(line.back()) & 0xC0) == 0x80)
-            line.pop_back();
-        if (!line.empty()) line.pop_back();
+        while (!line_.empty() && (static_cast<unsigned char>(line_.back()) & 0xC0) == 0x80)
+            line_.pop_back();
+        if (!line_.empty()) line_.pop_back();
     }
     marked_ = false;
-    model_.narrow(line + letter);
+    line_ += letter;
+    model_.narrow(line_);
 }
 
 }  // namespace orvenmod::platform::memory

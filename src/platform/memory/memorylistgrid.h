@@ -30,6 +30,7 @@ public:
     void setColumnAlignment(int column, int alignment) override;
     int columnAlignment(int column) const override { return model_.column(column).alignment; }
     void setHeaderAlignment(int column, int alignment) override;
+    void setColumnBlanked(int column, CellTest blanked) override { model_.setBlanked(column, blanked); }
     void setColumnFormat(int column, const std::string& format) override { model_.column(column).format = format; }
     std::string columnFormat(int column) const override { return model_.column(column).format; }
     void setColumnWidth(int column, int twips) override { model_.column(column).width = twips; }
@@ -66,6 +67,7 @@ public:
 
 private:
     model::ListGridModel model_;
+    std::string line_;  // what the user typed, though its narrowing may have failed
     bool lineOpen_ = false;
     bool inLine_ = false;
     bool marked_ = false;  // what is typed next takes the line's place

@@ -62,6 +62,11 @@ std::unique_ptr<Progress> MemoryToolkit::createProgress(const std::string& text,
     return std::make_unique<MemoryProgress>(*this, text, whole);
 }
 
+void MemoryToolkit::passTick() {
+    for (std::size_t each = 0; each < stack_.size(); ++each)
+        stack_[each]->passTick();
+}
+
 void MemoryToolkit::guard(const std::function<void()>& handler) {
     try {
         handler();

@@ -42,6 +42,8 @@ public:
     void guard(const std::function<void()>& handler);
     /// The innermost modal window, null for none.
     MemoryWindow* front() const { return stack_.empty() ? nullptr : stack_.back(); }
+    /// Time passes until the windows that are shown tick.
+    void passTick();
     /// How often paintPending was called.
     int paints() const { return paints_; }
 

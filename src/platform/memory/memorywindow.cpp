@@ -60,6 +60,10 @@ void MemoryWindow::showModal(const std::function<void()>& load) {
     toolkit_.guard([this] { unload.raise(); });
 }
 
+void MemoryWindow::passTick() {
+    if (shown_ && loaded_) toolkit_.guard([this] { tick.raise(); });
+}
+
 ControlCore* MemoryWindow::findCore(const std::string& name, int index) const {
     for (const auto& core : cores_) {
         if (core->state.name == name && core->design().index == index) return core.get();

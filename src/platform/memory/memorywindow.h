@@ -35,6 +35,9 @@ public:
     void setPointer(Pointer pointer) override { pointer_ = pointer; }
     Pointer pointer() const override { return pointer_; }
 
+    /// Raises it where the window is in use.
+    void passTick();
+
     MemoryToolkit& toolkit() const { return toolkit_; }
     const WindowDesign& design() const { return design_; }
     ControlCore* findCore(const std::string& name, int index = -1) const;

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "platform/date.h"
+#include "platform/failuretext.h"
 #include "platform/numberformat.h"
 
 namespace orvenmod::platform::model {
@@ -86,6 +87,12 @@ std::string_view ListGridModel::value(int row, int column) const {
 }
 
 std::string_view ListGridModel::valueAt(std::size_t slot, int column) const {
+    const std::string_view held = heldAt(slot, column);
+    const CellTest blanked = columns_[static_cast<std::size_t>(column)].blanked;
+    return blanked != nullptr && blanked(held) ? std::string_view() : held;
+}
+
+std::string_view ListGridModel::heldAt(std::size_t slot, int column) const {
     const auto place = static_cast<std::size_t>(column);
     if (!source_) return place < own_[slot].size() ? std::string_view(own_[slot][place]) : std::string_view();
     if (place < blanked_.size() && blanked_[place].test(slot)) return {};
@@ -93,13 +100,31 @@ std::string_view ListGridModel::valueAt(std::size_t slot, int column) const {
         if (const auto it = written_.find(cellKey(slot, column)); it != written_.end()) return it->second;
     }
     if (column < fixedColumns_) return {};
-    return source_->cell(slot, column - fixedColumns_).value_or(std::string_view());
+    try {
+        return source_->cell(slot, column - fixedColumns_).value_or(std::string_view());
+    } catch (...) {
+        blind_ = true;
+        throw;
+    }
 }
 
 std::string ListGridModel::text(int row, int column) const {
     checkColumn(column);
     return row == 0 ? columns_[static_cast<std::size_t>(column)].title : textAt(slotOf(row), column);
 }
+
+std::string ListGridModel::shownText(int row, int column) const {
+    if (blind_ && !source_->holds(slotOf(row))) return {};
+    if (!source_) return text(row, column);
+    try {
+        return text(row, column);
+    } catch (const std::exception& failure) {
+        noteFailure(failure);
+        return {};
+    }
+}
+
+void ListGridModel::noteFailure(const std::exception& failure) const { failure_ = failureText(failure); }
 
 std::string ListGridModel::textAt(std::size_t slot, int column) const {
     const std::string_view own = valueAt(slot, column);
@@ -141,6 +166,13 @@ ListGridModel::Column& ListGridModel::column(int column) {
     return columns_[static_cast<std::size_t>(column)];
 }
 
+void ListGridModel::setBlanked(int column, CellTest blanked) {
+    CellTest& before = this->column(column).blanked;
+    if (before == blanked) return;
+    before = blanked;
+    forgetTexts();
+}
+
 int ListGridModel::currentRow() const {
     return current_ == kNone ? 0 : static_cast<int>(rows_.positionOf(current_)) + 1;
 }
@@ -158,6 +190,7 @@ bool ListGridModel::isSelected(int row) const { return selected_.test(slotOf(row
 void ListGridModel::setSelected(int row, bool selected) {
     const std::size_t slot = slotOf(row);
     if (selected_.test(slot) == selected) return;
+    sum_.reset();
     if (selected) {
         selected_.set(slot);
         lastSelected_ = slot;
@@ -169,6 +202,7 @@ void ListGridModel::setSelected(int row, bool selected) {
 }
 
 void ListGridModel::clearSelection() {
+    sum_.reset();
     if (selectedCount_ == 1 && selected_.test(lastSelected_)) {
         selected_.reset(lastSelected_);  // the usual case: no need to go through all words
     } else if (selectedCount_ > 0) {
@@ -214,6 +248,10 @@ void ListGridModel::dropRows(std::size_t count) {
     written_.clear();
     blanked_.clear();
     colours_.clear();
+    for (Column& each : columns_)
+        each.blanked = nullptr;
+    failure_.reset();
+    blind_ = false;
     selected_.clear();
     selectedCount_ = 0;
     current_ = kNone;

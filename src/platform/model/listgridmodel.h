@@ -7,17 +7,20 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/design.h"
 #include "platform/keys.h"
 #include "platform/listarrangement.h"
 #include "platform/model/bitset.h"
+#include "platform/model/listoutput.h"
 #include "platform/model/narrowing.h"
 #include "platform/model/shownrows.h"
 #include "platform/model/sortkeys.h"
@@ -35,6 +38,7 @@ public:
         bool hidden = false;
         std::string format;
         ColumnKind kind = ColumnKind::text;
+        CellTest blanked = nullptr;
     };
 
     ListGridModel(const std::vector<GridColumn>& columns, int fixedColumns);
@@ -54,10 +58,18 @@ public:
 
     std::string_view value(int row, int column) const;
     std::string text(int row, int column) const;
+    /// The text of a data row to be painted: once a row could not be fetched, by whomever, each that isn't at hand is
+    /// blank, until lookAgain().
+    std::string shownText(int row, int column) const;
+    /// What kept a row from being shown, once.
+    std::optional<std::string> takeFailure() { return std::exchange(failure_, std::nullopt); }
+    bool failed() const { return failure_.has_value(); }
+    void lookAgain() { blind_ = false; }
     void setText(int row, int column, std::string_view text);
 
     const Column& column(int column) const;
     Column& column(int column);
+    void setBlanked(int column, CellTest blanked);
 
     int currentRow() const;
     /// Makes a row the current and only selected one; 0 for none.
@@ -87,6 +99,7 @@ public:
     /// The column the user stands in.
     int currentColumn() const { return currentColumn_; }
     void setCurrentColumn(int column) { currentColumn_ = column; }
+    /// Without the sum where a row can't be fetched, as shownText().
     std::string status() const;
 
     /// Null for the system's own.
@@ -97,13 +110,17 @@ private:
     static constexpr std::size_t kNone = ShownRows::kNone;
 
     std::size_t slotOf(int row) const;
+    std::string_view heldAt(std::size_t slot, int column) const;
     std::string_view valueAt(std::size_t slot, int column) const;
     std::string textAt(std::size_t slot, int column) const;
+    SortKeys keysOf(int column) const;
     void applySort();
     void applyNarrowing(bool further);
     void dropUnshown();
     void forgetTexts();
-    std::string selectedSum() const;
+    const NumberSum& selectedSum() const;
+    std::string sumText() const;
+    void noteFailure(const std::exception& failure) const;
     void checkColumn(int column) const;
     void setColumnCount(int columns);
     void dropRows(std::size_t count);
@@ -132,6 +149,9 @@ private:
     std::optional<SoughtTexts> sought_;
     std::vector<int> places_;  // columns by place; empty for the design's order
     int currentColumn_ = -1;
+    mutable std::optional<std::pair<int, NumberSum>> sum_;  // of the selected rows in a column
+    mutable std::optional<std::string> failure_;
+    mutable bool blind_ = false;  // rows that aren't at hand are blank
 };
 
 }  // namespace orvenmod::platform::model

@@ -4,16 +4,19 @@
 #include <utility>
 
 #include "platform/model/listgridmodel.h"
-#include "platform/model/listoutput.h"
 
 namespace orvenmod::platform::model {
 
 void ListGridModel::sort(int column, SortOrder order) {
     checkColumn(column);
-    if (column != sortedColumn_) sortKeys_.reset();
+    if (order != SortOrder::told && (column != sortedColumn_ || !sortKeys_))
+        sortKeys_ = keysOf(column);
+    else if (column != sortedColumn_)
+        sortKeys_.reset();
     sortedColumn_ = column;
     sortOrder_ = order;
     applySort();
+    lookAgain();
 }
 
 void ListGridModel::sortOn(int column) {
@@ -21,33 +24,39 @@ void ListGridModel::sortOn(int column) {
     sort(column, sortOrder_ == SortOrder::ascending ? SortOrder::descending : SortOrder::told);
 }
 
+SortKeys ListGridModel::keysOf(int column) const {
+    SortKeys keys(this->column(column).kind);
+    for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot)
+        keys.add(valueAt(slot, column));
+    return keys;
+}
+
 void ListGridModel::applySort() {
     if (sortOrder_ == SortOrder::told || sortedColumn_ >= columnCount_) return rows_.setOrder(std::nullopt);
-    if (!sortKeys_) {
-        sortKeys_.emplace(column(sortedColumn_).kind);
-        for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot)
-            sortKeys_->add(valueAt(slot, sortedColumn_));
-    }
+    if (!sortKeys_) sortKeys_ = keysOf(sortedColumn_);
     rows_.setOrder(sortKeys_->sorted(rows_.heldSlots(), sortOrder_));
 }
 
 void ListGridModel::readyNarrowing() {
     if (sought_) return;
-    sought_.emplace();
+    SoughtTexts texts;
     for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot) {
         for (int column = 0; column < columnCount_; ++column) {
-            if (!columns_[static_cast<std::size_t>(column)].hidden) sought_->addCell(textAt(slot, column));
+            if (!columns_[static_cast<std::size_t>(column)].hidden) texts.addCell(textAt(slot, column));
         }
-        sought_->endRow();
+        texts.endRow();
     }
+    sought_ = std::move(texts);
 }
 
 void ListGridModel::narrow(std::string_view words) {
     // More of the same words finds nothing that less of them didn't.
     const bool further = sought_ && found_ && words.starts_with(narrowing_);
+    if (!words.empty()) readyNarrowing();
     narrowing_ = words;
     applyNarrowing(further);
     dropUnshown();
+    lookAgain();
 }
 
 void ListGridModel::applyNarrowing(bool further) {
@@ -70,6 +79,7 @@ void ListGridModel::applyNarrowing(bool further) {
 void ListGridModel::dropUnshown() {
     for (std::size_t slot = 0, left = selectedCount_; left > 0 && slot < rows_.slotCount(); ++slot) {
         if (!selected_.test(slot)) continue;
+        sum_.reset();
         --left;
         if (rows_.positionOf(slot) != kNone) continue;
         selected_.reset(slot);
@@ -88,6 +98,7 @@ void ListGridModel::arrange() {
 void ListGridModel::forgetTexts() {
     sortKeys_.reset();
     sought_.reset();
+    sum_.reset();
 }
 
 void ListGridModel::moveColumn(int column, int place) {
@@ -114,17 +125,28 @@ int ListGridModel::placeOf(int column) const {
     return static_cast<int>(std::ranges::find(places_, column) - places_.begin());
 }
 
-std::string ListGridModel::selectedSum() const {
-    if (currentColumn_ < 0 || currentColumn_ >= columnCount_ || selectedCount_ == 0) return {};
-    const Column& column = columns_[static_cast<std::size_t>(currentColumn_)];
-    if (column.hidden || column.kind != ColumnKind::number) return {};
+// Kept, since every painting asks for it.
+const NumberSum& ListGridModel::selectedSum() const {
+    if (sum_ && sum_->first == currentColumn_) return sum_->second;
     NumberSum sum;
     for (std::size_t slot = 0, left = selectedCount_; left > 0; ++slot) {
         if (!selected_.test(slot)) continue;
         --left;
         sum.add(valueAt(slot, currentColumn_));
     }
-    return column.title + "合计 " + sum.text(column.format);
+    return sum_.emplace(currentColumn_, sum).second;
+}
+
+std::string ListGridModel::sumText() const {
+    if (currentColumn_ < 0 || currentColumn_ >= columnCount_ || selectedCount_ == 0) return {};
+    const Column& column = columns_[static_cast<std::size_t>(currentColumn_)];
+    if (column.hidden || column.kind != ColumnKind::number || blind_) return {};
+    try {
+        return column.title + "合计 " + selectedSum().text(column.format);
+    } catch (const std::exception& failure) {
+        noteFailure(failure);
+        return {};
+    }
 }
 
 std::string ListGridModel::status() const {
@@ -132,7 +154,7 @@ std::string ListGridModel::status() const {
     std::string line = "显示 " + std::to_string(shown) + " 行";
     if (shown != rows_.heldCount()) line += "，共 " + std::to_string(rows_.heldCount()) + " 行";
     line += "，选中 " + std::to_string(selectedCount_) + " 行";
-    const std::string sum = selectedSum();
+    const std::string sum = sumText();
     return sum.empty() ? line : line + "，" + sum;
 }
 

@@ -13,9 +13,9 @@ void Core::guard(const std::function<void()>& handler) const {
     try {
         handler();
     } catch (const std::exception& failure) {
-        toolkit_.showEscaped(failureText(failure));
+        showEscaped(failureText(failure));
     } catch (...) {
-        toolkit_.showEscaped("未知错误");
+        showEscaped("未知错误");
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <QCursor>
 #include <QPoint>
+#include <QScopedValueRollback>
 #include <chrono>
 #include <functional>
 #include <optional>
@@ -27,11 +28,17 @@ public:
     /// the cell refuses it the command doesn't run.
     void command(const std::function<void()>& handler) const;
 
+    void showEscaped(const std::string& text) const { toolkit_.showEscaped(text); }
+
     /// See Toolkit::today.
     std::optional<Date> today() const { return toolkit_.today(); }
 
     /// The window that new boxes and windows lie over: the innermost of the modal ones, else the host's active one.
     QWidget* front() const;
+
+    /// While it lives an event's handler lets paint, and no window ticks.
+    QScopedValueRollback<bool> paintingWithin() { return QScopedValueRollback<bool>(paintsWithin_, true); }
+    bool paintsWithin() const { return paintsWithin_; }
 
     void pushModal(QWidget* window) { modals_.push_back(window); }
     void popModal(QWidget* window);
@@ -44,12 +51,15 @@ public:
     std::chrono::milliseconds progressDelay{};
     std::chrono::milliseconds progressInterval{};
 
+    std::chrono::milliseconds tickInterval{};  ///< between the ticks of a window
+
     /// Where the next menu pops up, in global coordinates: set while a mouse or menu key event is raised.
     std::optional<QPoint> popUpPlace;
 
 private:
     Toolkit& toolkit_;
     std::vector<QWidget*> modals_;
+    bool paintsWithin_ = false;
 };
 
 /// While it lives the mouse pointer is its own again, for a box over a window that shows the hourglass.

@@ -37,7 +37,7 @@ QVariant ListGridItems::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole:
         case Qt::AccessibleTextRole:
-            return toQt(rows_.text(row, index.column()));
+            return shownText(row, index.column());
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(alignmentOf(rows_.column(index.column()).alignment));
         case Qt::ForegroundRole:
@@ -46,6 +46,12 @@ QVariant ListGridItems::data(const QModelIndex& index, int role) const {
         default:
             return {};
     }
+}
+
+QString ListGridItems::shownText(int row, int column) const {
+    const QString text = toQt(rows_.shownText(row, column));
+    if (rows_.failed() && onFailure) onFailure();
+    return text;
 }
 
 QVariant ListGridItems::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <functional>
 
 #include "platform/model/listgridmodel.h"
 
@@ -16,6 +17,7 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    std::function<void()> onFailure;  ///< a row that was asked for can't be fetched
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
     /// Brackets a change of all rows and columns.
@@ -35,6 +37,8 @@ public:
     void headingChanged(int column) { emit headerDataChanged(Qt::Horizontal, column, column); }
 
 private:
+    QString shownText(int row, int column) const;
+
     model::ListGridModel& rows_;
 };
 

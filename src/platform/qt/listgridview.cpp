@@ -38,6 +38,7 @@ ListGridView::ListGridView(QWidget* parent) : QTableView(parent) {
 }
 
 void ListGridView::mousePressEvent(QMouseEvent* event) {
+    if (onLook) onLook();
     const QModelIndex index = indexAt(event->position().toPoint());
     if (event->button() == Qt::RightButton) {
         // What a menu on the list does, it does to the row under the mouse, and to no other that was marked.
@@ -58,6 +59,7 @@ void ListGridView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ListGridView::keyPressEvent(QKeyEvent* event) {
+    if (onLook) onLook();
     if (onOwnKey && onOwnKey(*event)) return;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     // Enter that is held down would act on whatever row comes to lie under it.
@@ -99,7 +101,9 @@ void ListGridView::updateGeometries() {
 
 void ListGridView::scrollContentsBy(int dx, int dy) {
     QTableView::scrollContentsBy(dx, dy);
-    if (dy != 0) alignTopRow();
+    if (dy == 0) return;
+    alignTopRow();
+    if (onLook) onLook();
 }
 
 // At its end the table would align the last row with the bottom, and cut the one at the top.

@@ -21,6 +21,7 @@ public:
 
     std::function<void()> onDoubleClick;
     std::function<void(int)> onKey;
+    std::function<void()> onLook;                 ///< the user goes to other rows, or acts on those that show
     std::function<bool(const QString&)> onTyped;  ///< whether somebody takes the letters
     std::function<bool(QKeyEvent&)> onOwnKey;     ///< whether the list's own keys took it
     std::function<void(MouseButton, const QPoint& global)> onMouse;

@@ -38,6 +38,10 @@ QtListGrid::QtListGrid(Core& core, const ControlDesign& design, QWidget* parent)
 }
 
 void QtListGrid::listen() {
+    items_.onFailure = [this] { tellFailure(); };
+    view_->onLook = [this] {
+        if (!telling_ && !view_->writing) model_.lookAgain();
+    };
     view_->onDoubleClick = [this] { core_.guard([this] { doubleClick.raise(); }); };
     view_->onKey = [this](int code) { core_.guard([this, code] { keyDown.raise(code); }); };
     view_->onTyped = [this](const QString& text) {
@@ -124,6 +128,11 @@ void QtListGrid::setHeaderAlignment(int column, int alignment) {
 
 void QtListGrid::setColumnFormat(int column, const std::string& format) {
     model_.column(column).format = format;
+    repaint();
+}
+
+void QtListGrid::setColumnBlanked(int column, CellTest blanked) {
+    model_.setBlanked(column, blanked);
     repaint();
 }
 
@@ -224,6 +233,18 @@ void QtListGrid::repaint() {
         repaintWaits_ = false;
         view_->viewport()->update();
         if (area_ != nullptr) area_->tell(toQt(model_.status()));
+        tellFailure();
+    });
+}
+
+// In the event loop's next turn: a box within the painting that met the failure would be painted over.
+void QtListGrid::tellFailure() {
+    const std::optional<std::string> failure = model_.takeFailure();
+    if (!failure || telling_) return;
+    telling_ = true;
+    QTimer::singleShot(0, view_, [this, text = *failure] {
+        core_.showEscaped(text);
+        telling_ = false;
     });
 }
 

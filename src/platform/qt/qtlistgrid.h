@@ -34,6 +34,7 @@ public:
     void setColumnAlignment(int column, int alignment) override;
     int columnAlignment(int column) const override { return model_.column(column).alignment; }
     void setHeaderAlignment(int column, int alignment) override;
+    void setColumnBlanked(int column, CellTest blanked) override;
     void setColumnFormat(int column, const std::string& format) override;
     std::string columnFormat(int column) const override { return model_.column(column).format; }
     void setColumnWidth(int column, int twips) override;
@@ -74,12 +75,15 @@ private:
     void showNarrowing(const QString& words);
     void closeLine();
     void showArrangement();
+    template <class Change>
+    void rearrange(Change change);
     void askHeadingMenu(int column, const QPoint& global);
     void dressColumns();
     void showCurrent(Selection wanted);
     void showSelection();
     void mirror(const QItemSelection& selected, const QItemSelection& deselected);
     void repaint();
+    void tellFailure();
     void mouse(MouseButton button, const QPoint& global);
 
     Core& core_;
@@ -88,6 +92,7 @@ private:
     ListGridArea* area_;  // null where the user arranges nothing
     ListGridView* view_;
     bool repaintWaits_ = false;
+    bool telling_ = false;  ///< of rows that could not be fetched
 };
 
 }  // namespace orvenmod::platform::qt

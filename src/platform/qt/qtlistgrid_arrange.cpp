@@ -31,6 +31,18 @@ private:
 
 }  // namespace
 
+// A change that fails leaves the rows as they were, but the view has forgotten what it showed.
+template <class Change>
+void QtListGrid::rearrange(Change change) {
+    try {
+        items_.reset(change);
+    } catch (...) {
+        showArrangement();
+        throw;
+    }
+    showArrangement();
+}
+
 void QtListGrid::listenToHeading() {
     QHeaderView* heading = view_->horizontalHeader();
     heading->setSectionsMovable(true);
@@ -38,8 +50,7 @@ void QtListGrid::listenToHeading() {
     QObject::connect(heading, &QHeaderView::sectionClicked, view_, [this](int column) {
         core_.guard([this, column] {
             model_.setCurrentColumn(column);
-            items_.reset([this, column] { model_.sortOn(column); });
-            showArrangement();
+            rearrange([this, column] { model_.sortOn(column); });
         });
     });
     // The second of two fast clicks comes as a double one alone.
@@ -73,7 +84,7 @@ void QtListGrid::listenToLine() {
     auto* find = new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), area_);
     QObject::connect(find, &QShortcut::activated, view_, [this] {
         if (!area_->isVisible() || !area_->isEnabled()) return;
-        model_.readyNarrowing();
+        core_.guard([this] { model_.readyNarrowing(); });
         area_->line().show();
         area_->line().setFocus(Qt::ShortcutFocusReason);
         area_->line().selectAll();
@@ -82,7 +93,7 @@ void QtListGrid::listenToLine() {
 
 bool QtListGrid::ownKey(const QKeyEvent& key) {
     if (key.modifiers() == Qt::ControlModifier && key.key() == Qt::Key_C) {
-        copySelected();
+        core_.guard([this] { copySelected(); });
     } else if (key.modifiers() == Qt::ControlModifier && key.key() == Qt::Key_H) {
         const QRect cell = view_->visualRect(view_->currentIndex());
         if (view_->currentIndex().isValid())
@@ -105,8 +116,7 @@ void QtListGrid::copySelected() const {
 }
 
 void QtListGrid::sort(int column, SortOrder order) {
-    items_.reset([this, column, order] { model_.sort(column, order); });
-    showArrangement();
+    rearrange([this, column, order] { model_.sort(column, order); });
 }
 
 void QtListGrid::narrow(const std::string& words) {
@@ -117,8 +127,7 @@ void QtListGrid::narrow(const std::string& words) {
 }
 
 void QtListGrid::showNarrowing(const QString& words) {
-    items_.reset([this, &words] { model_.narrow(fromQt(words)); });
-    showArrangement();
+    rearrange([this, &words] { model_.narrow(fromQt(words)); });
 }
 
 void QtListGrid::closeLine() {
@@ -128,8 +137,7 @@ void QtListGrid::closeLine() {
 }
 
 void QtListGrid::arrange() {
-    items_.reset([this] { model_.arrange(); });
-    showArrangement();
+    rearrange([this] { model_.arrange(); });
 }
 
 void QtListGrid::moveColumn(int column, int place) {

@@ -88,6 +88,7 @@ bool QtProgress::advance(int done) {
         return !box_ || !box_->cancelled();
     }
     if (box_) box_->tell(done);
+    const auto painting = core_.paintingWithin();
     QCoreApplication::processEvents(box_ ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents, kPatience);
     painted_.restart();
     return !box_ || !box_->cancelled();

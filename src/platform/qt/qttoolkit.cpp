@@ -51,6 +51,7 @@ void dressMessage(QMessageBox& box, MessageKind kind, const std::string& text, c
 
 QtToolkit::QtToolkit() : core_(std::make_unique<Core>(*this)) {
     setProgressPace();
+    setTickInterval();
     ensureApplication();
 }
 
@@ -108,7 +109,10 @@ void QtToolkit::openDocument(const std::string& path) {
         throw std::runtime_error("没有能打开此文件的程序：" + path);
 }
 
-void QtToolkit::paintPending() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
+void QtToolkit::paintPending() {
+    const auto painting = core_->paintingWithin();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
 
 std::unique_ptr<Progress> QtToolkit::createProgress(const std::string& text, const std::string& title, int whole) {
     return std::make_unique<QtProgress>(*core_, text, title, whole);
@@ -126,6 +130,8 @@ void QtToolkit::setProgressPace(std::chrono::milliseconds delay, std::chrono::mi
     core_->progressDelay = delay;
     core_->progressInterval = interval;
 }
+
+void QtToolkit::setTickInterval(std::chrono::milliseconds interval) { core_->tickInterval = interval; }
 
 void QtToolkit::savePicture(const Window& window, const std::string& path) const {
     const auto* own = dynamic_cast<const QtWindow*>(&window);

@@ -16,6 +16,7 @@ class Core;
 
 inline constexpr std::chrono::milliseconds kProgressDelay{500};
 inline constexpr std::chrono::milliseconds kProgressInterval{50};
+inline constexpr std::chrono::milliseconds kTickInterval{20'000};
 
 class QtToolkit final : public Toolkit {
 public:
@@ -47,6 +48,9 @@ public:
     /// Long work shows itself after the delay, and is renewed at that interval.
     void setProgressPace(std::chrono::milliseconds delay = kProgressDelay,
                          std::chrono::milliseconds interval = kProgressInterval);
+
+    /// The windows shown from now on tick at that interval.
+    void setTickInterval(std::chrono::milliseconds interval = kTickInterval);
 
     /// Writes the window, with the menus, lists and boxes that are open over it, as a picture; the suffix names the
     /// format. Throws std::runtime_error where the window is none of this toolkit or the file can't be written.

@@ -146,6 +146,12 @@ void QtWindow::runLoop() {
             if (shown_) core_.modalObserver(*this);
         });
     }
+    QTimer ticker(widget_.get());
+    ticker.setObjectName(QStringLiteral("ticker"));
+    QObject::connect(&ticker, &QTimer::timeout, widget_.get(), [this] {
+        if (shown_ && !core_.paintsWithin()) core_.guard([this] { tick.raise(); });
+    });
+    if (tick) ticker.start(core_.tickInterval);
     loop.exec();
     loop_ = nullptr;
 }

@@ -156,6 +156,62 @@ TEST_F(ToolkitContract, aFailureInUnloadIsShownAndTheWindowStaysClosed) {
     EXPECT_EQ(script->messages().size(), 1U);
 }
 
+TEST_F(ToolkitContract, aWindowTicksWhileItIsShown) {
+    const auto window = toolkit.createWindow(buttonWindow());
+    int ticks = 0;
+    window->tick = [&] { ++ticks; };
+    for (int round = 1; round <= 2; ++round) {
+        script->onWindow("frmSample", [&](User& user) {
+            ticks = 0;
+            user.rest();
+            EXPECT_EQ(ticks, 1);
+            user.rest();
+            user.closeWindow();
+            user.rest();
+            EXPECT_EQ(ticks, 2);
+        });
+        window->showModal([] {});
+        EXPECT_EQ(ticks, 2);
+    }
+}
+
+TEST_F(ToolkitContract, aWindowTicksUnderAnother) {
+    WindowDesign inner = windowWith({});
+    inner.name = "frmInner";
+    int ticks = 0;
+    use(
+        buttonWindow(),
+        [&](Window& window) {
+            window.tick = [&] { ++ticks; };
+            window.get<Button>("cmdOK").click = [&] { toolkit.createWindow(inner)->showModal([] {}); };
+        },
+        [&](User& user) {
+            script->onWindow("frmInner", [&](User& innerUser) {
+                innerUser.rest();
+                EXPECT_EQ(ticks, 1);
+            });
+            user.click("cmdOK");
+        });
+    EXPECT_EQ(ticks, 1);
+}
+
+TEST_F(ToolkitContract, aFailureInATickIsShownAndTheWindowLivesOn) {
+    int ticks = 0;
+    use(
+        buttonWindow(),
+        [&](Window& window) {
+            window.tick = [&] {
+                if (++ticks == 1) throw std::runtime_error("磁盘已满");
+            };
+        },
+        [&](User& user) {
+            user.answer(MessageKind::critical, "磁盘已满");
+            user.rest();
+            user.rest();
+            EXPECT_EQ(ticks, 2);
+        });
+}
+
 TEST_F(ToolkitContract, resizingByTheUserRaisesResizeWithTheNewSize) {
     std::vector<float> widths;
     use(

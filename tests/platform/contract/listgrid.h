@@ -1,7 +1,10 @@
 // A list grid of two columns behind one fixed, and row sources to bind to it.
 #pragma once
 
+#include <algorithm>
 #include <memory>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -16,20 +19,39 @@ inline platform::WindowDesign listWindow(int fixedColumns = 1) {
     return windowWith({list});
 }
 
-/// Rows of texts; "NULL" stands for null.
+/// Rows of texts; "NULL" stands for null. Each row is fetched when it is read, and its texts are spoilt when another
+/// one is, so that whoever keeps them shows it.
 class TextRows final : public platform::RowSource {
 public:
     explicit TextRows(std::vector<std::vector<std::string>> rows) : rows_(std::move(rows)) {}
     std::size_t rowCount() const override { return rows_.size(); }
     int columnCount() const override { return rows_.empty() ? 2 : static_cast<int>(rows_.front().size()); }
     std::optional<std::string_view> cell(std::size_t row, int column) const override {
-        const std::string& text = rows_[row][static_cast<std::size_t>(column)];
+        if (!holds(row)) fetch(row);
+        const std::string& text = texts_[static_cast<std::size_t>(column)];
         if (text == "NULL") return std::nullopt;
         return text;
     }
+    bool holds(std::size_t row) const override { return row == fetched_; }
+
+    mutable int fetches = 0;
+    int failAt = 0;  ///< the fetch that fails, 1 for the first; 0 for none
+    bool failAll = false;
 
 private:
+    void fetch(std::size_t row) const {
+        if (++fetches == failAt || failAll) throw std::runtime_error("读不到行");
+        spoilt_ = std::move(texts_);
+        for (std::string& text : spoilt_)
+            std::fill(text.begin(), text.end(), '#');
+        texts_ = rows_[row];
+        fetched_ = row;
+    }
+
     std::vector<std::vector<std::string>> rows_;
+    mutable std::optional<std::size_t> fetched_;
+    mutable std::vector<std::string> texts_;
+    mutable std::vector<std::string> spoilt_;
 };
 
 /// A million rows that stand nowhere, and count how often a cell is read.

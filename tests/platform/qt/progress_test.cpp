@@ -127,5 +127,25 @@ TEST_F(QtProgressTest, letsNothingElseBeClickedMeanwhile) {
         });
 }
 
+TEST_F(QtProgressTest, noWindowTicksWhileWorkPaints) {
+    toolkit().setTickInterval(milliseconds(0));
+    toolkit().setProgressPace(hours(1), milliseconds(0));
+    int ticks = 0;
+    use(
+        sampleWindow(), [&](platform::Window& window) { window.tick = [&] { ++ticks; }; },
+        [&](User&) {
+            const auto longWork = progress(10);
+            ticks = 0;
+            for (int done = 1; done <= 10; ++done) {
+                longWork->advance(done);
+                toolkit().paintPending();
+            }
+            EXPECT_EQ(ticks, 0);
+            QApplication::processEvents();
+            EXPECT_GT(ticks, 0);
+        });
+    toolkit().setTickInterval();
+}
+
 }  // namespace
 }  // namespace orvenmod::test

@@ -1,0 +1,118 @@
+// A list model whose rows are fetched when they are read.
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "platform/model/listgridmodel.h"
+
+namespace orvenmod::platform::model {
+namespace {
+
+/// A hundred rows of which the first ten are at hand; each other one is asked for anew.
+class FarRows final : public RowSource {
+public:
+    std::size_t rowCount() const override { return 100; }
+    int columnCount() const override { return 1; }
+    std::optional<std::string_view> cell(std::size_t row, int) const override {
+        if (!holds(row)) {
+            ++asked;
+            if (fails) throw std::runtime_error("读不到行");
+        }
+        text_ = std::to_string(row + 1);
+        return text_;
+    }
+    bool holds(std::size_t row) const override { return row < 10; }
+
+    mutable int asked = 0;
+    bool fails = false;
+
+private:
+    mutable std::string text_;
+};
+
+class FetchedRowsList : public ::testing::Test {
+protected:
+    FetchedRowsList() {
+        list.bind(rows);
+        list.column(0).title = "数量";
+        list.column(0).kind = ColumnKind::number;
+        list.setCurrentColumn(0);
+    }
+
+    std::shared_ptr<FarRows> rows = std::make_shared<FarRows>();
+    ListGridModel list{{}, 0};
+};
+
+TEST_F(FetchedRowsList, asksForNoFurtherRowOnceOneFailed) {
+    rows->fails = true;
+    for (int row = 50; row < 80; ++row)
+        EXPECT_EQ(list.shownText(row, 0), "");
+    EXPECT_EQ(rows->asked, 1);
+    EXPECT_EQ(list.shownText(7, 0), "7") << "what is at hand shows";
+}
+
+TEST_F(FetchedRowsList, tellsAFailureOnce) {
+    rows->fails = true;
+    list.shownText(50, 0);
+    EXPECT_TRUE(list.failed());
+    EXPECT_EQ(list.takeFailure(), "读不到行");
+    EXPECT_FALSE(list.failed());
+    list.shownText(51, 0);
+    EXPECT_EQ(list.takeFailure(), std::nullopt);
+}
+
+TEST_F(FetchedRowsList, asksAgainWhenTheUserLooksAgain) {
+    rows->fails = true;
+    list.shownText(50, 0);
+    rows->fails = false;
+    EXPECT_EQ(list.shownText(50, 0), "");
+    list.lookAgain();
+    EXPECT_EQ(list.shownText(50, 0), "50");
+}
+
+TEST_F(FetchedRowsList, whoReadsARowIsToldAndThePaintingIsNot) {
+    rows->fails = true;
+    EXPECT_THROW((void)list.text(50, 0), std::runtime_error);
+    EXPECT_EQ(list.takeFailure(), std::nullopt);
+    EXPECT_EQ(list.shownText(50, 0), "");
+    EXPECT_EQ(rows->asked, 1);
+}
+
+TEST_F(FetchedRowsList, leavesTheSumOutThatCanNotBeRead) {
+    list.setSelected(50, true);
+    rows->fails = true;
+    EXPECT_EQ(list.status(), "显示 100 行，选中 2 行");
+    EXPECT_EQ(list.takeFailure(), "读不到行");
+    EXPECT_EQ(list.status(), "显示 100 行，选中 2 行");
+    EXPECT_EQ(rows->asked, 1);
+    rows->fails = false;
+    list.lookAgain();
+    EXPECT_EQ(list.status(), "显示 100 行，选中 2 行，数量合计 51");
+}
+
+TEST_F(FetchedRowsList, addsASumOnceForAllPaintings) {
+    list.setSelected(50, true);
+    list.status();
+    const int asked = rows->asked;
+    list.status();
+    EXPECT_EQ(rows->asked, asked);
+    list.setSelected(51, true);
+    EXPECT_EQ(list.status(), "显示 100 行，选中 3 行，数量合计 102");
+    list.setSelected(50, false);
+    EXPECT_EQ(list.status(), "显示 100 行，选中 2 行，数量合计 52");
+    list.setText(51, 0, "7");
+    EXPECT_EQ(list.status(), "显示 100 行，选中 2 行，数量合计 8");
+    list.setCurrentRow(3);
+    EXPECT_EQ(list.status(), "显示 100 行，选中 1 行，数量合计 3");
+}
+
+TEST_F(FetchedRowsList, sumsWhatIsLeftWhenRowsAreNarrowed) {
+    list.setSelected(50, true);
+    EXPECT_EQ(list.status(), "显示 100 行，选中 2 行，数量合计 51");
+    list.narrow("50");
+    EXPECT_EQ(list.status(), "显示 1 行，共 100 行，选中 1 行，数量合计 50");
+}
+
+}  // namespace
+}  // namespace orvenmod::platform::model
