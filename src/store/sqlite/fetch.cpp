@@ -96,9 +96,7 @@ void addCell(Recordset& rows, sqlite3_value* value, const Type& type) {
 
 }  // namespace
 
-namespace {
-
-void addRow(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
+void fetchRow(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
     const int count = static_cast<int>(columns.size());
     for (int i = 0; i < count; ++i) {
         addCell(rows, sqlite3_column_value(statement, i), columns[static_cast<std::size_t>(i)].type);
@@ -106,12 +104,10 @@ void addRow(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& colu
     rows.endRow();
 }
 
-}  // namespace
-
 int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows) {
     int code = sqlite3_step(statement);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement))
-        addRow(statement, columns, rows);
+        fetchRow(statement, columns, rows);
     return code;
 }
 
@@ -119,7 +115,7 @@ int fetchParts(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& c
     Recordset rows = tsql::emptyRecordset(columns);
     int code = sqlite3_step(statement);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
-        addRow(statement, columns, rows);
+        fetchRow(statement, columns, rows);
         if (rows.rowCount() < kRowsPerPart && rows.memory() < kBytesPerPart) continue;
         part(rows);
         rows = tsql::emptyRecordset(columns);

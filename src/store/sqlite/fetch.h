@@ -10,6 +10,9 @@
 
 namespace orvenmod::store::sqlite {
 
+/// Adds the row on which the statement stands. It may have more columns than these.
+void fetchRow(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows);
+
 /// Steps the statement to its end and adds every row. The last result code: SQLITE_DONE, or what it failed with.
 int fetchRows(sqlite3_stmt* statement, const std::vector<tsql::ResultColumn>& columns, Recordset& rows);
 

@@ -6,6 +6,7 @@
 #include "store/text.h"
 #include "store/tsql/error.h"
 #include "store/tsql/translator.h"
+#include "store/tsql/viewtext.h"
 
 namespace orvenmod::store::sqlite {
 
@@ -81,6 +82,26 @@ const tsql::ObjectInfo* SqliteCatalog::find(std::string_view name) const {
     const tsql::ObjectInfo* result = object.get();
     objects_.emplace(std::move(key), std::move(object));
     return result;
+}
+
+bool SqliteCatalog::isKey(const tsql::ObjectInfo& table, std::string_view column) const {
+    // A key of the table's own, whatever its form, and an index of the bare column.
+    Query query(database_, *file_,
+                "SELECT min(name) FROM pragma_table_info(?1) WHERE pk > 0 GROUP BY 'all' HAVING count(*) = 1 "
+                "UNION SELECT min(i.name) FROM pragma_index_list(?1) AS l, pragma_index_info(l.name) AS i "
+                "WHERE l.\"unique\" AND NOT l.partial GROUP BY l.name HAVING count(*) = 1 AND min(i.name) IS NOT NULL",
+                table.name);
+    while (query.next()) {
+        if (asciiLower(query.text(0)) == asciiLower(column)) return true;
+    }
+    return false;
+}
+
+tsql::ViewDefinition SqliteCatalog::viewDefinition(const tsql::ObjectInfo& view) const {
+    Query query(database_, *file_, "SELECT sql FROM sqlite_master WHERE name = ?1 AND type = 'view'", view.name);
+    if (!query.next()) return {};
+    const std::string kept = query.text(0);
+    return {tsql::storedViewText(kept), tsql::storedViewQuery(kept)};
 }
 
 void SqliteCatalog::clear() {

@@ -6,6 +6,7 @@
 #include "store/sqlite/columnadding.h"
 #include "store/sqlite/fetch.h"
 #include "store/sqlite/handlepool.h"
+#include "store/sqlite/keyedrows.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/sqlite/sqliteoutline.h"
 #include "store/sqlite/sqlitetableloader.h"
@@ -134,6 +135,17 @@ Recordset SqliteConnection::open(std::string_view sql) {
         return fetchRows(statement, translation.columns, rows);
     });
     return rows;
+}
+
+std::unique_ptr<ListRows> SqliteConnection::openList(std::string_view sql) {
+    // What an open transaction has done, only its own handle sees.
+    if (transaction_ == Transaction::none) {
+        auto rows = worded([&] {
+            return openByKeys({connectionString_, database_->identity(), database_->runtime().progress}, sql);
+        });
+        if (rows) return rows;
+    }
+    return std::make_unique<WholeRows>(open(sql));
 }
 
 void SqliteConnection::read(std::string_view sql, const Part& part) {

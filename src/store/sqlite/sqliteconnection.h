@@ -21,6 +21,7 @@ public:
 
     std::int64_t execute(std::string_view sql) override;
     Recordset open(std::string_view sql) override;
+    std::unique_ptr<ListRows> openList(std::string_view sql) override;
     void read(std::string_view sql, const Part& part) override;
     Outline outline() override;
     std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override;

@@ -39,6 +39,12 @@ struct ObjectInfo {
     std::vector<CodeIndex> codeIndexes = {};
 };
 
+/// A view's text in the dialect, and its query as the target keeps it; both empty for a view that was not made here.
+struct ViewDefinition {
+    std::string text;
+    std::string native;
+};
+
 class Catalog {
 public:
     virtual ~Catalog() = default;
@@ -46,6 +52,10 @@ public:
     /// The table or view of that name (without "dbo."), ASCII letters without regard to case; null where there is
     /// none. It stays valid until the next change of the schema.
     virtual const ObjectInfo* find(std::string_view name) const = 0;
+
+    /// Whether no two rows of the table have one value in the column, as it is kept. A store that can't say says no.
+    virtual bool isKey(const ObjectInfo&, std::string_view /*column*/) const { return false; }
+    virtual ViewDefinition viewDefinition(const ObjectInfo&) const { return {}; }
 };
 
 }  // namespace orvenmod::store::tsql

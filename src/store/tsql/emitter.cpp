@@ -45,16 +45,20 @@ void Emitter::emit(const Statement& statement, std::string_view sql, Translation
 
 void Emitter::emitStatement(const QueryStatement& statement) {
     const Query& top = *statement.query;
-    const Select& first = firstSelect(top);
-    if (!first.into.empty()) {
+    if (!firstSelect(top).into.empty()) {
         emitSelectInto(top);
         return;
     }
-    translation_->kind = StatementKind::query;
-    for (std::size_t i = 0; i < top.columns.size(); ++i) {
-        translation_->columns.push_back({resultName(first.items[i]), top.columns[i].type});
-    }
+    addColumns(top);
     translation_->statements.push_back(deliveredRows(top));
+}
+
+void Emitter::addColumns(const Query& query) {
+    const Select& first = firstSelect(query);
+    translation_->kind = StatementKind::query;
+    for (std::size_t i = 0; i < query.columns.size(); ++i) {
+        translation_->columns.push_back({resultName(first.items[i]), query.columns[i].type});
+    }
 }
 
 void Emitter::emitStatement(const TransactionStatement& statement) {

@@ -93,6 +93,7 @@ protected:
     void emitStatement(const UpdateStatement& statement);
     void emitStatement(const DeleteStatement& statement);
     void emitStatement(const TransactionStatement& statement);
+    void addColumns(const Query& query);
     void startDefinition(const std::string& table);
     void add(std::string statement) { translation_->statements.push_back(std::move(statement)); }
 

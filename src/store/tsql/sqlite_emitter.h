@@ -22,6 +22,11 @@ class SqliteEmitter : public Emitter {
 public:
     explicit SqliteEmitter(const std::vector<Literal>& literals) : Emitter(literals) {}
 
+protected:
+    std::string tableName(const ObjectInfo& object) const override { return quoteName(object.name); }
+    std::string derived(const std::string& query) const override { return "(" + query + ")"; }
+    std::string equalityForm(const std::string& text) const override;
+
 private:
     // Statements.
     void emitStatement(const CreateTableStatement& statement) override;
@@ -42,7 +47,6 @@ private:
     std::string indexColumns(const std::vector<IndexColumn>& columns, const std::vector<ColumnInfo>& known) const;
 
     // Names, literals and queries.
-    std::string tableName(const ObjectInfo& object) const override { return quoteName(object.name); }
     std::string columnName(const ColumnInfo& column) const override { return quoteName(column.name); }
     std::string placeholder(std::size_t number, const Parameter&) const override {
         return "?" + std::to_string(number);
@@ -51,7 +55,6 @@ private:
     std::string nullText(const Type&) const override { return "NULL"; }
     std::string signsBesideDigits(const std::string& text) const override { return text + " GLOB '*[^0-9]*'"; }
     std::string inByteOrder(const std::string& text) const override { return text; }
-    std::string derived(const std::string& query) const override { return "(" + query + ")"; }
     std::string direction(const OrderItem& order, const Expression*) const override {
         return order.descending ? " DESC" : "";
     }
@@ -78,7 +81,6 @@ private:
     std::string storedStyle(const Expression& cast);
 
     // Comparisons.
-    std::string equalityForm(const std::string& text) const override;
     std::string orderForm(const std::string& text, const Type& type) const override;
     bool ordersByForm(const Type& type) const override { return type.isText() || type.isWideDecimal(); }
     std::string comparable(const Expression& expression, Collation collation, Side side, const Type& common) override;

@@ -6,6 +6,7 @@ namespace orvenmod::store::tsql {
 namespace {
 
 constexpr std::string_view kOpening = "/*orven ";
+constexpr std::string_view kClosing = "*/ ";
 
 }  // namespace
 
@@ -34,6 +35,15 @@ std::string storedViewText(std::string_view storedSql) {
         i += escaped ? 1 : 0;
     }
     return text;
+}
+
+std::string storedViewQuery(std::string_view storedSql) {
+    const std::size_t opening = storedSql.find(kOpening);
+    const std::size_t closing = storedSql.find(kClosing, opening == std::string_view::npos ? 0 : opening);
+    if (opening == std::string_view::npos || closing == std::string_view::npos) {
+        return "";
+    }
+    return std::string(storedSql.substr(closing + kClosing.size()));
 }
 
 }  // namespace orvenmod::store::tsql

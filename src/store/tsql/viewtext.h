@@ -15,4 +15,8 @@ namespace orvenmod::store::tsql {
 /// The comment that keeps the text.
 std::string keptViewText(std::string_view sql);
 
+/// SQLite's own text of the query from the text that it keeps of the view (sqlite_master.sql); empty for a view that
+/// was not made here.
+std::string storedViewQuery(std::string_view storedSql);
+
 }  // namespace orvenmod::store::tsql

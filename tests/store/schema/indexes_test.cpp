@@ -4,11 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "store/classviewtext.h"
+#include "store/itemclass.h"
 #include "store/schema.h"
 #include "store/schema/windowstatements.h"
 #include "store/sqlite/binding.h"
 #include "store/sqlite/database.h"
 #include "store/sqlite/sqlitestore.h"
+#include "store/tsql/keyedlist.h"
 #include "store/tsql/shape.h"
 #include "support/database.h"
 
@@ -129,6 +132,48 @@ TEST_F(Plans, theStockOfAWarehouseIsSummedFromAnIndexAlone) {
     const auto steps = plan(kStockStatement);
     ASSERT_EQ(steps.size(), 1U);
     EXPECT_NE(steps[0].find("USING COVERING INDEX"), std::string::npos) << steps[0];
+}
+
+TEST_F(Plans, ReadTheListOfEveryClassByItsKeys) {
+    const auto keyed = [this](const std::string& condition, const std::string& view) {
+        database_->catalog().refresh();
+        return store::tsql::keyedList(
+            "select fItemId,fNumber,fName from  " + view + " where 1=1 " + condition + " order by fnumber ",
+            database_->catalog());
+    };
+    for (const char* view : {"vtblCustomer", "vtblSupplier", "vICItem", "vtblAccount"}) {
+        const auto list = keyed("", view);
+        ASSERT_TRUE(list) << view;
+        EXPECT_EQ(list->order, store::tsql::KeyedList::Order::ascii) << view;
+        const auto category = keyed(" and fNBNumber like '.1.%'", view);
+        ASSERT_TRUE(category) << view;
+        EXPECT_EQ(category->order, store::tsql::KeyedList::Order::none) << view;
+    }
+}
+
+TEST_F(Plans, ReadTheListOfAClassThatAUserMadeByItsKeys) {
+    const auto run = [this](const std::string& sql) {
+        store::tsql::Shape shape;
+        shape.scan(sql);
+        for (const std::string& text : database_->prepare(sql, shape).translation.statements) {
+            const auto statement = database_->prepareNative(text);
+            while (sqlite3_step(statement.get()) == SQLITE_ROW) {
+            }
+        }
+    };
+    run("create table tblUser1(fItemId int not null,fNumber varchar(100),fName varchar(100),fA int)");
+    store::ClassViewText text("vUser1", "tblUser1", store::ViewWording::newField);
+    text.addField("fNumber", store::kTextField);
+    text.addField("fName", store::kTextField);
+    text.addLookup("fA", "tblSubType");
+    for (const std::string& view : {text.text(), store::classViewSkeleton("vUser2", "tblUser1")}) {
+        run(view);
+    }
+    database_->catalog().refresh();
+    for (const char* list : {"select fNumber,fAName from vUser1 where fAName<>'' order by fNumber",
+                             "select fNumber,fName from vUser2 order by fNumber"}) {
+        EXPECT_TRUE(store::tsql::keyedList(list, database_->catalog())) << list;
+    }
 }
 
 }  // namespace

@@ -1,0 +1,276 @@
+#include "store/sqlite/keyedrows.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <filesystem>
+#include <numeric>
+#include <span>
+#include <system_error>
+#include <utility>
+
+#include "store/sqlite/fetch.h"
+#include "store/sqlite/handlepool.h"
+#include "store/sqlite/listkeys.h"
+#include "store/sqlite/sqlitefailure.h"
+#include "store/tsql/resultcolumns.h"
+
+namespace orvenmod::store::sqlite {
+
+namespace {
+
+// A handle of the pool with a read transaction, given back at the end.
+class Snapshot {
+public:
+    explicit Snapshot(const std::string& connectionString)
+        : connectionString_(connectionString), database_(takeHandle(connectionString)) {
+        database_->runtime().startStatement();
+        database_->run("BEGIN");
+        // The first reading takes the snapshot.
+        database_->catalog().refresh();
+    }
+    ~Snapshot() {
+        // Ended here, it leaves the handle what it knows of the schema; an open one would be undone.
+        database_->tryRun("COMMIT");
+        giveHandleBack(connectionString_, std::move(database_));
+    }
+    Snapshot(const Snapshot&) = delete;
+    Snapshot& operator=(const Snapshot&) = delete;
+
+    Database& database() { return *database_; }
+
+    /// Whether others can write while it is held.
+    bool standsBesideWriters() {
+        if (!database_->identity().writable || database_->file().access == DatabaseFile::Access::readOnly) return false;
+        const Statement statement = database_->prepareLasting("PRAGMA journal_mode");
+        return sqlite3_step(statement.get()) == SQLITE_ROW &&
+               std::string_view(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0))) == "wal";
+    }
+
+    /// Of the file, which is used from its beginning again where no reader needs it, and never gets shorter.
+    std::uint64_t logSize() const {
+        std::error_code none;
+        const auto size = std::filesystem::file_size(database_->file().path + "-wal", none);
+        return none ? 0 : size;
+    }
+
+    std::size_t pageCache() const {
+        int used = 0;
+        int highest = 0;
+        sqlite3_db_status(database_->handle(), SQLITE_DBSTATUS_CACHE_USED, &used, &highest, 0);
+        return static_cast<std::size_t>(used);
+    }
+
+private:
+    std::string connectionString_;
+    std::unique_ptr<Database> database_;
+};
+
+// Gives rows by their keys.
+class RowReader {
+public:
+    using Keys = std::span<const std::int64_t>;
+
+    RowReader(Database& database, const tsql::Translation& rows)
+        : database_(database), columns_(rows.columns), statement_(database.prepareLasting(rows.statements[0])) {}
+
+    Recordset read(Keys keys) {
+        database_.runtime().startStatement();
+        Recordset rows = tsql::emptyRecordset(columns_);
+        for (; !keys.empty(); keys = keys.subspan(std::min(kAtOnce, keys.size())))
+            add(keys.first(std::min(kAtOnce, keys.size())), rows);
+        return rows;
+    }
+
+    /// So many of a million that most pages hold more than one of them.
+    static constexpr std::size_t kAtOnce = 32768;
+
+private:
+    // They are found in the order in which they lie in the file, which saves half the time for many.
+    void add(Keys keys, Recordset& rows) {
+        std::vector<std::int64_t> foundKeys;
+        const Recordset found = find(keys, foundKeys);
+        std::vector<std::size_t> byKey(foundKeys.size());
+        std::iota(byKey.begin(), byKey.end(), 0U);
+        std::sort(byKey.begin(), byKey.end(),
+                  [&](std::size_t left, std::size_t right) { return foundKeys[left] < foundKeys[right]; });
+        for (const std::int64_t key : keys) {
+            const auto at =
+                std::lower_bound(byKey.begin(), byKey.end(), key,
+                                 [&](std::size_t row, std::int64_t sought) { return foundKeys[row] < sought; });
+            // Within one snapshot only a damaged file has a key without its row.
+            if (at == byKey.end() || foundKeys[*at] != key) {
+                throw failureOf(database_.handle(), SQLITE_CORRUPT, database_.file());
+            }
+            copy(found, *at, rows);
+        }
+    }
+
+    Recordset find(Keys keys, std::vector<std::int64_t>& foundKeys) {
+        sqlite3_stmt* statement = statement_.get();
+        const ResetStatement reset(statement);
+        bindKeyList(statement, keyList(keys));
+        Recordset found = tsql::emptyRecordset(columns_);
+        int code = sqlite3_step(statement);
+        for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
+            fetchRow(statement, columns_, found);
+            foundKeys.push_back(sqlite3_column_int64(statement, found.columnCount()));
+        }
+        if (code != SQLITE_DONE) database_.fail(code);
+        return found;
+    }
+
+    static void copy(const Recordset& from, std::size_t row, Recordset& to) {
+        for (int column = 0; column < from.columnCount(); ++column) {
+            if (const Value cell = from.cell(row, column)) {
+                to.addText(*cell);
+            } else {
+                to.addNull();
+            }
+        }
+        to.endRow();
+    }
+
+    Database& database_;
+    std::vector<tsql::ResultColumn> columns_;
+    Statement statement_;
+};
+
+class KeyedRows : public ListRows {
+public:
+    KeyedRows(std::unique_ptr<Snapshot> snapshot, std::unique_ptr<RowReader> reader, std::vector<std::int64_t> keys,
+              std::uint64_t mostGrowth)
+        : snapshot_(std::move(snapshot)),
+          reader_(std::move(reader)),
+          none_(reader_->read({})),
+          keys_(std::move(keys)),
+          mostLog_(snapshot_->logSize() + mostGrowth) {}
+    ~KeyedRows() override { letGo(); }
+
+    const std::vector<Column>& columns() const override { return none_.columns(); }
+    std::size_t rowCount() const override { return keys_.size(); }
+    bool holds(std::size_t row) const override { return find(row) != nullptr; }
+    ListReading reading() const override { return ListReading::keys; }
+
+    Value cell(std::size_t row, int column) const override {
+        const Window* window = find(row);
+        if (window == nullptr) window = &fetched(row);
+        return window->rows.cell(row - window->first, column);
+    }
+
+    std::size_t memory() const override {
+        std::size_t bytes = keys_.capacity() * sizeof(std::int64_t);
+        for (const Window& window : windows_)
+            bytes += window.rows.memory();
+        return snapshot_ ? bytes + snapshot_->pageCache() : bytes;
+    }
+
+    void tend() override {
+        if (!snapshot_ || snapshot_->logSize() <= mostLog_) return;
+        windows_[0] = windowAt(0, keys_.size());
+        letGo();
+    }
+
+private:
+    struct Window {
+        std::size_t first = 0;
+        Recordset rows;
+    };
+    using Clock = std::chrono::steady_clock;
+    /// Some screens full, in about a millisecond.
+    static constexpr std::size_t kWindow = 256;
+    static constexpr std::size_t kWindows = 8;
+    /// Who is through a window that soon goes through all rows, and is given more at a time; a clerk who holds a key
+    /// down takes ten times as long.
+    static constexpr std::chrono::milliseconds kWalk{20};
+
+    const Window* find(std::size_t row) const {
+        for (const Window& window : windows_) {
+            if (row >= window.first && row - window.first < window.rows.rowCount()) return &window;
+        }
+        return nullptr;
+    }
+
+    const Window& fetched(std::size_t row) const {
+        const Window& last = windows_[last_];
+        const bool walks = row == last.first + last.rows.rowCount() && Clock::now() - fetchedAt_ < kWalk;
+        const std::size_t size = walks ? std::min(4 * last.rows.rowCount(), RowReader::kAtOnce) : kWindow;
+        Window window = walks ? windowAt(row, size) : windowAt(row - row % kWindow, kWindow);
+        // The rest of many would be held for nothing.
+        if (size > kWindow) windows_ = {};
+        last_ = (last_ + 1) % kWindows;
+        windows_[last_] = std::move(window);
+        fetchedAt_ = Clock::now();
+        return windows_[last_];
+    }
+
+    Window windowAt(std::size_t first, std::size_t count) const {
+        const std::span keys(keys_);
+        try {
+            return {first, reader_->read(keys.subspan(first, std::min(count, keys.size() - first)))};
+        } catch (const tsql::Error& error) {
+            throw tsql::worded(snapshot_->database().file().language, error);
+        }
+    }
+
+    void letGo() noexcept {
+        reader_.reset();
+        snapshot_.reset();
+    }
+
+    std::unique_ptr<Snapshot> snapshot_;  // null, as the reader, when all rows stand in the first window
+    std::unique_ptr<RowReader> reader_;
+    Recordset none_;  // has the columns
+    std::vector<std::int64_t> keys_;
+    std::uint64_t mostLog_;
+    mutable std::array<Window, kWindows> windows_;
+    mutable std::size_t last_ = 0;  // the window that was fetched last
+    mutable Clock::time_point fetchedAt_;
+};
+
+std::unique_ptr<Snapshot> snapshotOf(const std::string& connectionString, const DatabaseFile::Identity& file) {
+    try {
+        auto snapshot = std::make_unique<Snapshot>(connectionString);
+        const bool fits = snapshot->database().identity() == file && snapshot->standsBesideWriters();
+        return fits ? std::move(snapshot) : nullptr;
+    } catch (const Failure&) {
+        // No second handle can be had just now.
+        return nullptr;
+    }
+}
+
+// Null for a small table, and for one whose rows have no key of SQLite's own.
+std::unique_ptr<RowReader> readerOf(Database& database, const tsql::KeyedList& list, std::int64_t smallTable) {
+    try {
+        const Statement greatest = database.prepareLasting(list.greatestKey);
+        if (sqlite3_step(greatest.get()) != SQLITE_ROW) return nullptr;
+        if (sqlite3_column_int64(greatest.get(), 0) <= smallTable) return nullptr;
+        return std::make_unique<RowReader>(database, list.rows);
+    } catch (const Failure&) {
+        return nullptr;
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<ListRows> openByKeys(const ListSource& source, std::string_view sql, const KeyedLimits& limits) {
+    auto snapshot = snapshotOf(source.connectionString, source.file);
+    if (!snapshot) return nullptr;
+    Database& database = snapshot->database();
+    const auto list = tsql::keyedList(sql, database.catalog());
+    auto reader = list ? readerOf(database, *list, limits.smallTable) : nullptr;
+    if (!reader) return nullptr;
+    tsql::Shape shape;
+    shape.scan(sql);
+    database.setProgress(source.progress);
+    auto keys = listKeys(database, *list, shape);
+    database.setProgress(nullptr);
+    if (keys.size() <= limits.fewRows) {
+        auto rows = std::make_unique<WholeRows>(reader->read(keys));
+        reader.reset();
+        return rows;
+    }
+    return std::make_unique<KeyedRows>(std::move(snapshot), std::move(reader), std::move(keys), limits.logGrowth);
+}
+
+}  // namespace orvenmod::store::sqlite

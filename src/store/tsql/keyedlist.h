@@ -1,0 +1,53 @@
+// A list's query as two: one that gives the keys of its rows in their order, and one that gives some rows by their
+// keys. So a list of a million rows costs its keys, and of the rows those that somebody looks at.
+//
+//   select fNumber, fHName from vICItem where fUnit='把' order by fNumber
+//
+//   keys  SELECT v."orven.key" FROM (SELECT a.rowid AS "orven.key", .. FROM "ICItem" AS "a") AS v WHERE .. ORDER BY ..
+//   rows  SELECT v."fNumber", v."fHName", v."orven.key" FROM (SELECT a.rowid AS "orven.key", ..) AS v WHERE
+//   v."orven.key" IN
+//         (SELECT value FROM json_each(?1))
+//
+// It is done where each row of the result is one of one table, the driving one, and reading it later gives the same:
+//
+//   - one table, or one view that was made here over tables that are joined to the driving one by a key of theirs, at
+//     most one row each. A joined table that a query doesn't need is left out of it;
+//   - columns as they are, and in a view also isnull(column, constant): nothing that could fail on a row, or give
+//     another value tomorrow;
+//   - an order, and no distinct, top, group or union.
+//
+// The order of texts is that of ts_order, which no index has. Without a condition the rows come by the index of the
+// equality form instead, and their texts with them: that order is the same for texts of plain ASCII, and whoever reads
+// the keys puts the others in their places. So do they where the condition is on joined tables alone, a category's:
+// then the keys come as they are found, and each text would have to be fetched from a place of its own.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "store/tsql/catalog.h"
+#include "store/tsql/translation.h"
+
+namespace orvenmod::store::tsql {
+
+struct KeyedList {
+    enum class Order {
+        told,   ///< the keys come in the order of the list
+        ascii,  ///< they come by the equality form of a text, and that text in front of each
+        none,   ///< they come as they are found; `texts` gives those of the whole table, `textsOf` those of some keys
+    };
+
+    std::string greatestKey;  ///< the query of it
+    Translation keys;
+    Order order = Order::told;
+    std::string texts;    ///< with Order::none: texts and keys, as with Order::ascii
+    std::string textsOf;  ///< likewise, but in any order; its one parameter is as that of `rows`
+    /// Its one parameter is a text, "[7,3]", and each row has its key behind the columns. They come in any order.
+    Translation rows;
+};
+
+/// Nothing for a query that isn't of the kind. Throws Error as translateForSqlite() does.
+std::optional<KeyedList> keyedList(std::string_view sql, const Catalog& catalog);
+
+}  // namespace orvenmod::store::tsql

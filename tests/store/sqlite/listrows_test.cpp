@@ -1,0 +1,288 @@
+// Lists that are read by keys: the same rows as whole ones, whoever writes beside them.
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+#include "embeddeddatabase.h"
+#include "store/sqlite/keyedrows.h"
+#include "support/otherprocess.h"
+
+namespace orvenmod::store::sqlite::test {
+namespace {
+
+using orvenmod::test::OtherProcess;
+
+using Table = std::vector<std::vector<std::optional<std::string>>>;
+
+template <typename Rows>
+Table tableOf(const Rows& rows) {
+    Table table(rows.rowCount());
+    for (std::size_t row = 0; row < table.size(); ++row) {
+        for (int column = 0; column < static_cast<int>(rows.columns().size()); ++column) {
+            const Value cell = rows.cell(row, column);
+            table[row].push_back(cell ? std::optional<std::string>(*cell) : std::nullopt);
+        }
+    }
+    return table;
+}
+
+constexpr const char* kList =
+    "select fItemId,fNumber,fName,fPrice,fDay,fHName from vGoods where 1=1  order by fnumber ";
+
+class ListRowsBeside : public EmbeddedDatabase {
+protected:
+    ListRowsBeside() {
+        const auto connection = connect();
+        connection->execute(
+            "create table tblItem(fItemId int not null,fName varchar(100),fNBNumber varchar(100),"
+            "constraint PK_item primary key(fItemId))");
+        connection->execute(
+            "create table goods(fItemId int,fNumber varchar(100),fName varchar(100),fPrice decimal(18,4),"
+            "fDay datetime,fH int)");
+        connection->execute("create index number on goods(fNumber)");
+        connection->execute(
+            "create view vGoods as select a.fItemId,b.fNBNumber,isnull(a.fNumber,'') as fNumber,a.fName,"
+            "isnull(a.fPrice,0) as fPrice,isnull(a.fDay,'1900-01-01') as fDay,isnull(s.fName,'') as fHName from goods "
+            "as a left join tblItem as b on a.fItemId=b.fItemId left join tblItem as s on s.fItemId=a.fH");
+    }
+
+    /// In SQLite's own words, as another program would write it.
+    void native(const std::string& sql) const {
+        sqlite3* handle = nullptr;
+        ASSERT_EQ(sqlite3_open(file().c_str(), &handle), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(handle);
+        sqlite3_close(handle);
+    }
+    /// So many goods, their keys from a number on at which a table is no small one.
+    void fill(int count, const std::string& number = "printf('%06d', n)") const {
+        native("WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r WHERE n < " + std::to_string(count) +
+               ") INSERT INTO goods(rowid, fItemId, fNumber, fName) SELECT 30000 + n, n, " + number +
+               ", 'name ' || n FROM r");
+    }
+
+    std::unique_ptr<ListRows> byKeys(const std::string& sql, std::uint64_t logGrowth = 1ULL << 40) const {
+        const auto identity = DatabaseFile::parse(connectionString()).identify();
+        return openByKeys({connectionString(), identity, nullptr}, sql, {0, 0, logGrowth});
+    }
+    void expectSame(const std::string& sql) {
+        const auto rows = byKeys(sql);
+        ASSERT_NE(rows, nullptr) << sql;
+        const Recordset whole = connect()->open(sql);
+        EXPECT_EQ(rows->reading(), whole.rowCount() == 0 ? ListReading::whole : ListReading::keys);
+        ASSERT_EQ(rows->columns().size(), whole.columns().size());
+        for (std::size_t i = 0; i < whole.columns().size(); ++i) {
+            EXPECT_EQ(rows->columns()[i].name, whole.columns()[i].name);
+            EXPECT_EQ(rows->columns()[i].type, whole.columns()[i].type);
+        }
+        EXPECT_EQ(tableOf(*rows), tableOf(whole)) << sql;
+    }
+    /// Whether the whole log could be taken over into the file, so that no reader needs any of it.
+    bool logIsFree() const {
+        sqlite3* handle = nullptr;
+        EXPECT_EQ(sqlite3_open(file().c_str(), &handle), SQLITE_OK);
+        // Only one that has read knows of the log.
+        EXPECT_EQ(sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr), SQLITE_OK);
+        const int code = sqlite3_wal_checkpoint_v2(handle, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+        sqlite3_close(handle);
+        return code == SQLITE_OK;
+    }
+};
+
+TEST_F(ListRowsBeside, AreTheRowsOfTheWholeListWhateverTheTexts) {
+    const std::vector<std::string> codes = {
+        "NULL",        "''",   "'A01'", "'a01'",     "'A01  '", "'B-2'",  "'{x'",         "'z~'",
+        "'中文'",      "'啊'", "'1中'", "'Été'",     "'[b'",    "'_'",    "' lead'",      "X'FFFE'",
+        "X'41FF'",     "'9'",  "'10'",  "12",        "3.5",     "'A.01'", "'a_1'",        "'龘'",
+        "'A' || '中'", "'ａ'", "'b2'",  "X'410042'", "'`'",     "'|'",    "'A' || x'00'", "'0'"};
+    const std::vector<std::string> prices = {"NULL", "0", "1.5", "3.3000000000000003", "'oops'", "99999999999.9999"};
+    const std::vector<std::string> days = {"NULL", "'2026-11-22 00:00:00'", "'2026-1-2'", "'soon'", "X'00'"};
+    std::mt19937 random(18);
+    const auto any = [&random](const std::vector<std::string>& of) { return of[random() % of.size()]; };
+    native("INSERT INTO tblItem VALUES(1, 'first', '.1.'), (2, NULL, '.1.2.'), (3, 'x' || X'FF', '.3.')");
+    std::string all;
+    for (int id = 1; id <= 700; ++id) {
+        all += "INSERT INTO goods(fItemId, fNumber, fName, fPrice, fDay, fH) VALUES(" + std::to_string(id % 5) + "," +
+               any(codes) + (id % 3 == 0 ? " || " + std::to_string(random() % 50) : "") + "," + any(codes) + "," +
+               any(prices) + "," + any(days) + "," + std::to_string(random() % 5) + ");";
+    }
+    native("BEGIN;" + all + "COMMIT");
+    for (const char* condition :
+         {"1=1", "1=0", "fNumber like 'a%'", "fName like '%1%'", "fPrice>1", "fPrice=0 or fHName='first'",
+          "fNBNumber like '.1.%'", "fNBNumber='.3.' and fHName='first'", "fName is null",
+          "fHName<>'' and fNumber>'B'"}) {
+        const std::string list = std::string("select * from vGoods where ") + condition;
+        expectSame(list + " order by fNumber");
+        expectSame(list + " order by fNumber desc,fItemId");
+        expectSame(list + " order by fName");
+        expectSame(list + " order by fPrice,3");
+    }
+    expectSame("select fHName,fNumber as n from vGoods order by n");
+    expectSame("select fNumber,fName from goods order by fName,fNumber");
+}
+
+TEST_F(ListRowsBeside, AreThoseOfTheOpeningWhileAnotherProcessSaves) {
+    fill(3000);
+    OtherProcess clerk([this](OtherProcess& parent) {
+        parent.await();
+        const auto connection = connect();
+        connection->execute("update goods set fName='changed' where fItemId>500");
+        connection->execute("update goods set fNumber='000000' where fItemId=2500");
+        connection->execute("delete from goods where fItemId between 1000 and 1999");
+        native("UPDATE goods SET rowid = rowid + 100000 WHERE fItemId < 700");
+        connection->execute("insert into goods(fItemId,fNumber) values(9000,'000001')");
+        return 0;
+    });
+    const Table before = tableOf(connect()->open(kList));
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    EXPECT_EQ(rows->cell(0, 0), before[0][0]);
+    clerk.tell();
+    ASSERT_EQ(clerk.result(), 0);
+    EXPECT_EQ(tableOf(*rows), before);
+    EXPECT_EQ(connect()->open(kList).rowCount(), 2001U);
+    EXPECT_EQ(tableOf(*rows), before);
+}
+
+TEST_F(ListRowsBeside, OutliveTheTableThatTheyWereReadFrom) {
+    fill(1000);
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    const Table before = tableOf(connect()->open(kList));
+    const auto connection = connect();
+    connection->execute("alter table goods add fMore varchar(10)");
+    connection->execute("update goods set fMore='x',fName='y'");
+    connection->execute("drop view vGoods");
+    connection->execute("drop table goods");
+    EXPECT_EQ(tableOf(*rows), before);
+}
+
+TEST_F(ListRowsBeside, LetTheLogGoWhenItHasGrown) {
+    fill(2000);
+    const auto rows = byKeys(kList, 1 << 20);
+    ASSERT_NE(rows, nullptr);
+    const Table before = tableOf(connect()->open(kList));
+    const auto connection = connect();
+    connection->execute("update goods set fName='x'");
+    rows->tend();
+    EXPECT_FALSE(logIsFree());
+    for (int i = 0; i < 6; ++i)
+        connection->execute("update goods set fName='" + std::string(80, static_cast<char>('a' + i)) + "'");
+    EXPECT_FALSE(logIsFree());
+    rows->tend();
+    EXPECT_TRUE(logIsFree());
+    EXPECT_EQ(rows->reading(), ListReading::keys);
+    connection->execute("delete from goods");
+    rows->tend();
+    EXPECT_EQ(tableOf(*rows), before);
+    EXPECT_TRUE(rows->holds(0));
+    EXPECT_TRUE(rows->holds(1999));
+}
+
+TEST_F(ListRowsBeside, LetTheLogGoAtTheirEnd) {
+    fill(1000);
+    auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    connect()->execute("update goods set fName='x'");
+    EXPECT_FALSE(logIsFree());
+    rows.reset();
+    EXPECT_TRUE(logIsFree());
+}
+
+TEST_F(ListRowsBeside, HoldFewOfTheRowsThatWereLookedAt) {
+    fill(6000);
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    EXPECT_FALSE(rows->holds(3000));
+    EXPECT_EQ(rows->cell(3000, 1), "003001");
+    EXPECT_TRUE(rows->holds(3000));
+    for (std::size_t row = 0; row < 6000; ++row)
+        rows->cell(row, 0);
+    EXPECT_FALSE(rows->holds(0));
+    EXPECT_TRUE(rows->holds(5999));
+    EXPECT_EQ(rows->cell(0, 1), "000001");
+}
+
+TEST_F(ListRowsBeside, AreTheSameWhereTheyLieInAnotherOrder) {
+    fill(100000, "printf('%06d', n * 7919 % 100000)");
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    EXPECT_EQ(tableOf(*rows), tableOf(connect()->open(kList)));
+    // Those of a walk go when somebody looks elsewhere.
+    for (std::size_t row = 0; row < 100000; row += 5000)
+        rows->cell(row, 0);
+    EXPECT_LT(rows->memory(), 20U << 20);
+}
+
+TEST_F(ListRowsBeside, TellADamagedFileAndKeepWhatTheyHold) {
+    fill(5000);
+    SqliteStore::dropIdleHandles();
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    EXPECT_EQ(rows->cell(0, 1), "000001");
+    constexpr std::size_t kPage = 4096;
+    std::fstream bytes(file(), std::ios::binary | std::ios::in | std::ios::out);
+    bytes.seekp(kPage);
+    bytes << std::string(std::filesystem::file_size(file()) - kPage, '\0') << std::flush;
+    for (int time = 0; time < 2; ++time)
+        EXPECT_NE(failureOf([&] { rows->cell(4000, 1); }).number(), 0);
+    EXPECT_FALSE(rows->holds(4000));
+    EXPECT_EQ(rows->cell(0, 1), "000001");
+}
+
+TEST_F(ListRowsBeside, AreReadByKeysThroughAConnectionAndOutliveIt) {
+    fill(5000);
+    std::unique_ptr<ListRows> rows;
+    {
+        const auto connection = connect();
+        rows = connection->openList(kList);
+        EXPECT_EQ(connection->openList("select fNumber from goods where fItemId<10 order by fNumber")->reading(),
+                  ListReading::whole);
+    }
+    EXPECT_EQ(rows->reading(), ListReading::keys);
+    EXPECT_EQ(rows->rowCount(), 5000U);
+    EXPECT_EQ(rows->cell(4999, 1), "005000");
+    EXPECT_LT(rows->memory(), 4U << 20);
+}
+
+TEST_F(ListRowsBeside, AreWholeWhereNoSnapshotCanBeHeld) {
+    fill(5000);
+    const auto reader = connect(";Mode=ReadOnly");
+    EXPECT_EQ(reader->openList(kList)->reading(), ListReading::whole);
+    const auto connection = connect();
+    connection->beginTrans();
+    connection->execute("delete from goods where fItemId=1");
+    const auto rows = connection->openList(kList);
+    EXPECT_EQ(rows->reading(), ListReading::whole);
+    EXPECT_EQ(rows->rowCount(), 4999U);
+    connection->rollbackTrans();
+}
+
+TEST_F(ListRowsBeside, FailAsTheWholeQueryDoes) {
+    fill(5000);
+    const auto connection = connect();
+    for (const char* sql : {"select fNone from vGoods order by fNumber", "select fNumber from nothing order by fNumber",
+                            "select fNumber from vGoods where fName=1 order by fNumber", "select from"}) {
+        const Failure whole = failureOf([&] { connection->open(sql); });
+        const Failure list = failureOf([&] { connection->openList(sql); });
+        EXPECT_NE(whole.number(), 0) << sql;
+        EXPECT_EQ(list.number(), whole.number()) << sql;
+        EXPECT_EQ(list.text(), whole.text()) << sql;
+    }
+}
+
+TEST_F(ListRowsBeside, EndWithWhatTheProgressThrows) {
+    fill(100000, "'中' || (n * 7919 % 100000)");
+    struct Stop {};
+    const auto connection = connect();
+    connection->setProgress([] { throw Stop(); });
+    // Sorted by a function of this store, it takes some tenths of a second.
+    EXPECT_THROW(connection->openList("select fNumber from goods order by fNumber desc,fName desc"), Stop);
+    connection->setProgress(nullptr);
+    EXPECT_EQ(connection->openList(kList)->rowCount(), 100000U);
+}
+
+}  // namespace
+}  // namespace orvenmod::store::sqlite::test

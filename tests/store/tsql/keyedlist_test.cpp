@@ -1,0 +1,165 @@
+// Which queries are read by keys, and what becomes of them.
+#include "store/tsql/keyedlist.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include "store/sqlite/databasefile.h"
+#include "store/sqlite/functions.h"
+#include "store/sqlite/sqlitecatalog.h"
+#include "store/tsql/translator.h"
+
+namespace orvenmod::store::tsql {
+namespace {
+
+class KeyedLists : public ::testing::Test {
+protected:
+    KeyedLists() {
+        EXPECT_EQ(sqlite3_open(":memory:", &database_), SQLITE_OK);
+        sqlite::registerFunctions(database_, runtime_);
+        catalog_.attach(database_, file_);
+        run("create table tblItem(fItemId int not null,fNumber varchar(100),fName varchar(100),fParentId int,"
+            "fNBNumber varchar(200),constraint PK_item primary key(fItemId))");
+        run("create table goods(fItemId int,fNumber varchar(100),fName varchar(100),fH int,fPrice decimal(18,4))");
+        run("create index number on goods(fNumber)");
+        run("create view vGoods as select a.fItemId,b.fNBNumber,isnull(c.fName,'') as fParent,"
+            "isnull(a.fNumber,'') as fNumber,isnull(a.fPrice,0) as fPrice,0 as fQty,isnull(s.fName,'') as fHName "
+            "from goods as a left join tblItem as b on a.fItemId=b.fItemId left join tblItem as c on "
+            "c.fItemId=b.fParentId left outer join tblItem as s on s.fItemId=a.fH");
+    }
+    ~KeyedLists() override {
+        catalog_.detach();
+        sqlite3_close(database_);
+    }
+
+    void run(const std::string& sql) {
+        catalog_.refresh();
+        for (const std::string& statement : translateForSqlite(sql, catalog_).statements)
+            native(statement);
+    }
+    void native(const std::string& statement) {
+        EXPECT_EQ(sqlite3_exec(database_, statement.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+            << statement << ": " << sqlite3_errmsg(database_);
+    }
+
+    std::optional<KeyedList> list(const std::string& sql) {
+        catalog_.refresh();
+        return keyedList(sql, catalog_);
+    }
+    bool isKeyed(const std::string& sql) { return list(sql).has_value(); }
+    bool viewIsKeyed(const std::string& select) {
+        run("create view v as " + select);
+        const bool keyed = isKeyed("select fNumber from v order by fNumber");
+        run("drop view v");
+        return keyed;
+    }
+
+    std::string planOf(const std::string& statement) {
+        std::string plan;
+        sqlite3_stmt* query = nullptr;
+        EXPECT_EQ(sqlite3_prepare_v2(database_, ("EXPLAIN QUERY PLAN " + statement).c_str(), -1, &query, nullptr),
+                  SQLITE_OK)
+            << statement << ": " << sqlite3_errmsg(database_);
+        while (sqlite3_step(query) == SQLITE_ROW)
+            plan += std::string(reinterpret_cast<const char*>(sqlite3_column_text(query, 3))) + "\n";
+        sqlite3_finalize(query);
+        return plan;
+    }
+
+    sqlite3* database_ = nullptr;
+    sqlite::Runtime runtime_;
+    sqlite::DatabaseFile file_;
+    sqlite::SqliteCatalog catalog_;
+};
+
+TEST_F(KeyedLists, TakeTheKeysFromTheIndexOfTheOrderWithoutASort) {
+    const auto keyed = list("select fItemId,fNumber,fHName from vGoods where 1=1 order by fnumber");
+    ASSERT_TRUE(keyed);
+    EXPECT_EQ(keyed->order, KeyedList::Order::ascii);
+    const std::string plan = planOf(keyed->keys.statements.at(0));
+    EXPECT_NE(plan.find("INDEX goods.number"), std::string::npos) << plan;
+    EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << plan;
+}
+
+TEST_F(KeyedLists, LeaveOutTheTablesThatNothingNeeds) {
+    const auto keyed = list("select fNumber,fHName from vGoods where fNBNumber like '.1.%' order by fNumber");
+    ASSERT_TRUE(keyed);
+    EXPECT_EQ(keyed->order, KeyedList::Order::none);
+    EXPECT_EQ(keyed->keys.statements.at(0).find("\"s\""), std::string::npos) << keyed->keys.statements[0];
+    EXPECT_EQ(keyed->keys.statements.at(0).find("\"c\""), std::string::npos);
+    EXPECT_NE(keyed->keys.statements.at(0).find("\"b\""), std::string::npos);
+    const std::string plan = planOf(keyed->rows.statements.at(0));
+    EXPECT_NE(plan.find("SEARCH a USING INTEGER PRIMARY KEY"), std::string::npos) << plan;
+    EXPECT_NE(plan.find("SEARCH s USING INDEX"), std::string::npos) << plan;
+    EXPECT_EQ(plan.find(" b "), std::string::npos) << plan;
+}
+
+TEST_F(KeyedLists, KeepATableThatAnotherOnesJoinNeeds) {
+    const auto keyed = list("select fParent from vGoods order by fNumber desc");
+    ASSERT_TRUE(keyed);
+    EXPECT_NE(keyed->rows.statements.at(0).find("\"b\""), std::string::npos) << keyed->rows.statements[0];
+}
+
+TEST_F(KeyedLists, ComeInTheirOrderWhereTheConditionReadsTheirOwnTable) {
+    for (const char* condition : {"fNumber like '%1%'", "fPrice>1 and fNBNumber like '.1.%'", "fQty=0"}) {
+        const auto keyed = list(std::string("select fNumber from vGoods where ") + condition + " order by fNumber");
+        ASSERT_TRUE(keyed);
+        EXPECT_EQ(keyed->order, KeyedList::Order::told) << condition;
+    }
+}
+
+TEST_F(KeyedLists, HaveTheColumnsAndTypesOfTheQuery) {
+    const std::string sql = "select fPrice as p,fNumber from vGoods order by fNumber";
+    const auto keyed = list(sql);
+    ASSERT_TRUE(keyed);
+    const auto whole = translateForSqlite(sql, catalog_).columns;
+    ASSERT_EQ(keyed->rows.columns.size(), whole.size());
+    for (std::size_t i = 0; i < whole.size(); ++i) {
+        EXPECT_EQ(keyed->rows.columns[i].name, whole[i].name);
+        EXPECT_EQ(keyed->rows.columns[i].type, whole[i].type);
+    }
+    EXPECT_TRUE(keyed->rows.parameters.empty());
+}
+
+TEST_F(KeyedLists, AreMadeOfATableToo) {
+    EXPECT_TRUE(isKeyed("select fName,fNumber from goods where fPrice>1 order by fName,fNumber desc"));
+}
+
+TEST_F(KeyedLists, AreNotMadeOfARowThatIsNoRowOfOneTable) {
+    EXPECT_FALSE(isKeyed("select distinct fNumber from vGoods order by fNumber"));
+    EXPECT_FALSE(isKeyed("select top 5 fNumber from vGoods order by fNumber"));
+    EXPECT_FALSE(isKeyed("select fNumber from goods group by fNumber order by fNumber"));
+    EXPECT_FALSE(isKeyed("select count(*) as n from goods order by n"));
+    EXPECT_FALSE(isKeyed("select fNumber from goods union select fNumber from tblItem order by fNumber"));
+    EXPECT_FALSE(isKeyed("select a.fNumber from goods as a,tblItem as b order by a.fNumber"));
+    EXPECT_FALSE(isKeyed("select fNumber from goods"));
+}
+
+TEST_F(KeyedLists, AreNotMadeOfWhatMayFailOrChange) {
+    EXPECT_FALSE(isKeyed("select fPrice*2 as p,fNumber from goods order by fNumber"));
+    EXPECT_FALSE(isKeyed("select getdate() as d,fNumber from goods order by fNumber"));
+    EXPECT_FALSE(isKeyed("select fNumber from goods where fItemId in (select fItemId from vGoods) order by fNumber"));
+    EXPECT_FALSE(viewIsKeyed("select convert(int,fName) as n,fNumber from goods"));
+}
+
+TEST_F(KeyedLists, AreNotMadeOfAViewThatSomebodyMadeOtherwise) {
+    EXPECT_TRUE(viewIsKeyed("select a.fNumber from goods as a left join tblItem as b on b.fItemId=a.fItemId"));
+    EXPECT_FALSE(viewIsKeyed("select a.fNumber from goods as a left join tblItem as b on b.fParentId=a.fItemId"));
+    EXPECT_FALSE(viewIsKeyed("select a.fNumber from goods as a inner join tblItem as b on b.fItemId=a.fItemId"));
+    EXPECT_FALSE(viewIsKeyed("select a.fNumber from goods as a left join tblItem as b on b.fItemId<>a.fItemId"));
+    EXPECT_FALSE(viewIsKeyed("select fNumber from goods where fPrice>1"));
+    EXPECT_FALSE(viewIsKeyed("select fNumber from vGoods"));
+    EXPECT_FALSE(viewIsKeyed("select distinct fNumber from goods"));
+    native("CREATE VIEW foreignView AS SELECT fNumber FROM goods");
+    EXPECT_FALSE(isKeyed("select fNumber from foreignView order by fNumber"));
+    native("CREATE VIEW changed AS /*orven create view changed as select fNumber from goods*/ SELECT 'x' AS fNumber");
+    EXPECT_FALSE(isKeyed("select fNumber from changed order by fNumber"));
+}
+
+TEST_F(KeyedLists, AreNotMadeWhereAColumnHidesTheKey) {
+    native("CREATE TABLE hidden(rowid int, fNumber varchar(10))");
+    EXPECT_FALSE(isKeyed("select fNumber from hidden order by fNumber"));
+}
+
+}  // namespace
+}  // namespace orvenmod::store::tsql
