@@ -64,7 +64,7 @@ TEST_P(Roads, aListReadByWindowsShowsWhatOneReadWholeShows) {
     const Seen whole = lookAtAll(stage, folder.file("whole.xlsx"));
     EXPECT_EQ(whole.shown.size(), 64U);
     stage.set("ListColumns", "7.3", "");
-    Windows& windows = stage.readByWindows();
+    RowWindows& windows = stage.readByWindows();
     const Seen seen = lookAtAll(stage, folder.file("windows.xlsx"));
     EXPECT_GT(windows.fetches, 20);
     EXPECT_EQ(seen.shown, whole.shown);
@@ -79,7 +79,7 @@ TEST_P(Roads, aListReadByWindowsShowsWhatOneReadWholeShows) {
 
 TEST_P(Roads, aRowThatCanNotBeReadWhileScrollingGivesOneBoxAndTheListLivesOn) {
     addGoods(stage.database(), 200);
-    Windows& windows = stage.readByWindows();
+    RowWindows& windows = stage.readByWindows();
     windows.rows = 50;
     stage.open(kManagement, [&](User& user) {
         windows.failAll = true;
@@ -98,7 +98,7 @@ TEST_P(Roads, aRowThatCanNotBeReadWhileScrollingGivesOneBoxAndTheListLivesOn) {
 TEST_P(Roads, anExportOfARowThatCanNotBeReadTellsSoAndLeavesNoFile) {
     const TemporaryFolder folder;
     addGoods(stage.database(), 200);
-    Windows& windows = stage.readByWindows();
+    RowWindows& windows = stage.readByWindows();
     stage.open(kManagement, [&](User& user) {
         windows.failAt = windows.fetches + 50;
         user.chooseFile(folder.file("list.xlsx"));
@@ -116,7 +116,7 @@ TEST_P(Roads, anExportOfARowThatCanNotBeReadTellsSoAndLeavesNoFile) {
 TEST_P(Roads, aPrintOfARowThatCanNotBeReadTellsSo) {
     addGoods(stage.database(), 200);
     std::filesystem::copy_file(sourceFile("examples/host/Report3.grf"), stage.database().folder().file("Report3.grf"));
-    Windows& windows = stage.readByWindows();
+    RowWindows& windows = stage.readByWindows();
     stage.open(kManagement, [&](User& user) {
         windows.failAt = windows.fetches + 50;
         user.answer(MessageKind::critical, kFault);
@@ -128,7 +128,7 @@ TEST_P(Roads, aPrintOfARowThatCanNotBeReadTellsSo) {
 TEST_P(Roads, aSortingThatIsKeptIsNotLostWhenItsRowsCanNotBeRead) {
     addGoods(stage.database(), 60);
     stage.open(kPicker, [](User& user) { user.clickHeading("vsf1", 3); });
-    Windows& windows = stage.readByWindows();
+    RowWindows& windows = stage.readByWindows();
     windows.failAt = 5;
     stage.openInVain(kPicker, kFault);
     stage.open(kPicker, [](User& user) {
@@ -138,7 +138,7 @@ TEST_P(Roads, aSortingThatIsKeptIsNotLostWhenItsRowsCanNotBeRead) {
 }
 
 TEST_P(Roads, aListIsTendedWhileItShows) {
-    Windows& windows = stage.readByWindows();
+    RowWindows& windows = stage.readByWindows();
     stage.open(kPicker, [&](User& user) {
         EXPECT_EQ(windows.tended, 0);
         user.rest();

@@ -73,8 +73,8 @@ std::unique_ptr<store::Connection> CountingStore::connect(const std::string& con
     return std::make_unique<CountedConnection>(target_.connect(connectionString), state_);
 }
 
-Windows& CountingStore::readByWindows() {
-    if (!state_->windows) state_->windows = std::make_shared<Windows>();
+RowWindows& CountingStore::readByWindows() {
+    if (!state_->windows) state_->windows = std::make_shared<RowWindows>();
     return *state_->windows;
 }
 

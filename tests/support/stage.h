@@ -25,7 +25,7 @@
 
 namespace orvenmod::test {
 
-struct Windows;
+struct RowWindows;
 
 /// Settings in memory.
 class MapSettings : public platform::Settings {
@@ -58,13 +58,13 @@ public:
     const std::function<void()>& progress() const { return state_->progress; }
     void setWhileAwaiting(std::function<void()> act) { state_->whileAwaiting = std::move(act); }
     /// From now on lists are read by such windows.
-    Windows& readByWindows();
+    RowWindows& readByWindows();
 
     struct State {
         int alive = 0;
         std::function<void()> progress;
         std::function<void()> whileAwaiting;
-        std::shared_ptr<Windows> windows;
+        std::shared_ptr<RowWindows> windows;
     };
 
 private:
@@ -108,7 +108,7 @@ public:
     void whileAwaiting(std::function<void()> act) { counting_.setWhileAwaiting(std::move(act)); }
 
     /// Lists are read by small windows from now on, whatever the store would do.
-    Windows& readByWindows() { return counting_.readByWindows(); }
+    RowWindows& readByWindows() { return counting_.readByWindows(); }
 
     /// The contents of a file, "" where there is none.
     static std::string contents(const std::string& file);

@@ -13,7 +13,7 @@
 namespace orvenmod::test {
 
 /// What became of the windows, and what is to become of them.
-struct Windows {
+struct RowWindows {
     std::size_t rows = 3;  ///< of a window
     int fetches = 0;
     int failAt = 0;  ///< the fetch that fails, 1 for the first; 0 for none
@@ -23,7 +23,7 @@ struct Windows {
 
 class WindowedRows final : public store::ListRows {
 public:
-    WindowedRows(store::Recordset rows, Windows& windows) : all_(std::move(rows)), windows_(windows) {}
+    WindowedRows(store::Recordset rows, RowWindows& windows) : all_(std::move(rows)), windows_(windows) {}
 
     const std::vector<store::Column>& columns() const override { return all_.columns(); }
     std::size_t rowCount() const override { return all_.rowCount(); }
@@ -59,7 +59,7 @@ private:
     }
 
     store::Recordset all_;
-    Windows& windows_;
+    RowWindows& windows_;
     mutable std::optional<std::size_t> window_;
     mutable std::optional<std::size_t> row_;
     mutable std::vector<std::optional<std::string>> texts_;

@@ -177,7 +177,8 @@ private:
         Recordset rows;
     };
     using Clock = std::chrono::steady_clock;
-    /// Some screens full, in about a millisecond.
+    /// Some screens full, in about a millisecond. Whoever looks at a row that doesn't follow the one before may go
+    /// through a sorted list, and is given that row alone.
     static constexpr std::size_t kWindow = 256;
     static constexpr std::size_t kWindows = 8;
     /// Who is through a window that soon goes through all rows, and is given more at a time; a clerk who holds a key
@@ -193,9 +194,11 @@ private:
 
     const Window& fetched(std::size_t row) const {
         const Window& last = windows_[last_];
-        const bool walks = row == last.first + last.rows.rowCount() && Clock::now() - fetchedAt_ < kWalk;
-        const std::size_t size = walks ? std::min(4 * last.rows.rowCount(), RowReader::kAtOnce) : kWindow;
-        Window window = walks ? windowAt(row, size) : windowAt(row - row % kWindow, kWindow);
+        const std::size_t held = last.rows.rowCount();
+        const bool quick = Clock::now() - fetchedAt_ < kWalk;
+        std::size_t size = 1;
+        if (row == last.first + held) size = quick ? std::min(4 * held, RowReader::kAtOnce) : kWindow;
+        Window window = windowAt(row, size);
         // The rest of many would be held for nothing.
         if (size > kWindow) windows_ = {};
         last_ = (last_ + 1) % kWindows;

@@ -41,7 +41,7 @@ private:
 
 class ScriptedConnection : public Connection {
 public:
-    ScriptedConnection(Notes& notes, orvenmod::test::Windows& windows) : notes_(notes), windows_(windows) {}
+    ScriptedConnection(Notes& notes, orvenmod::test::RowWindows& windows) : notes_(notes), windows_(windows) {}
     std::int64_t execute(std::string_view sql) override {
         notes_.push_back("execute " + std::string(sql));
         if (sql.find("fail") != std::string_view::npos) throw Failure(FailureKind::syntax, 102, "坏语句");
@@ -82,7 +82,7 @@ public:
 
 private:
     Notes& notes_;
-    orvenmod::test::Windows& windows_;
+    orvenmod::test::RowWindows& windows_;
 };
 
 class ScriptedStore : public Store {
@@ -92,7 +92,7 @@ public:
         return std::make_unique<ScriptedConnection>(notes, windows);
     }
     Notes notes;
-    orvenmod::test::Windows windows{.rows = 1};
+    orvenmod::test::RowWindows windows{.rows = 1};
 };
 
 }  // namespace orvenmod::store::test
