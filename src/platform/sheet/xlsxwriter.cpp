@@ -37,34 +37,35 @@ std::uint8_t horizontal(Alignment alignment) {
     return LXW_ALIGN_NONE;
 }
 
+// To close a long workbook that nobody wants would take seconds, and to free it leaves its rows' file open.
+struct FreeWorkbook {
+    void operator()(lxw_workbook* book) const {
+        lxw_worksheet* sheet = nullptr;
+        STAILQ_FOREACH(sheet, book->worksheets, list_pointers) {
+            if (sheet->optimize_tmpfile) std::fclose(sheet->optimize_tmpfile);
+        }
+        lxw_workbook_free(book);
+    }
+};
+
 class XlsxWriter : public SheetWriter {
 public:
     XlsxWriter(const std::string& path, SheetLayout layout) : file_(path), layout_(std::move(layout)) {
         const PlainNumerals plain;
         lxw_workbook_options options{};
         options.constant_memory = LXW_TRUE;
-        book_ = workbook_new_opt(file_.partialPath().c_str(), &options);
+        book_.reset(workbook_new_opt(file_.partialPath().c_str(), &options));
         if (!book_) throw std::runtime_error("文件无法写入：" + path);
-        heading_ = workbook_add_format(book_);
+        heading_ = workbook_add_format(book_.get());
         format_set_bold(heading_);
         format_set_align(heading_, LXW_ALIGN_CENTER);
         for (const SheetColumn& column : layout_.columns) {
-            lxw_format* format = workbook_add_format(book_);
+            lxw_format* format = workbook_add_format(book_.get());
             format_set_align(format, horizontal(column.alignment));
             if (!column.format.empty()) format_set_num_format(format, column.format.c_str());
             formats_.push_back(format);
         }
         beginSheet();
-    }
-
-    // To close a long workbook that nobody wants would take seconds, and to free it leaves its rows' file open.
-    ~XlsxWriter() override {
-        if (!book_) return;
-        lxw_worksheet* sheet = nullptr;
-        STAILQ_FOREACH(sheet, book_->worksheets, list_pointers) {
-            if (sheet->optimize_tmpfile) std::fclose(sheet->optimize_tmpfile);
-        }
-        lxw_workbook_free(book_);
     }
 
     void addRow(const std::vector<SheetCell>& cells) override {
@@ -77,9 +78,7 @@ public:
 
     void complete() override {
         const PlainNumerals plain;
-        lxw_workbook* book = book_;
-        book_ = nullptr;
-        check(workbook_close(book));
+        check(workbook_close(book_.release()));
         checkWorkbookWhole(file_.partialPath(), cellCounts_);
     }
 
@@ -87,7 +86,7 @@ public:
 
 private:
     void beginSheet() {
-        sheet_ = workbook_add_worksheet(book_, sheetNames(layout_.name, cellCounts_.size() + 1).back().c_str());
+        sheet_ = workbook_add_worksheet(book_.get(), sheetNames(layout_.name, cellCounts_.size() + 1).back().c_str());
         if (!sheet_) throw std::runtime_error("工作表无法建立：" + layout_.name);
         row_ = 0;
         cellCounts_.push_back(layout_.heading ? layout_.columns.size() : 0);
@@ -147,7 +146,7 @@ private:
 
     PartialFile file_;
     SheetLayout layout_;
-    lxw_workbook* book_ = nullptr;
+    std::unique_ptr<lxw_workbook, FreeWorkbook> book_;
     lxw_worksheet* sheet_ = nullptr;
     lxw_format* heading_ = nullptr;
     std::vector<lxw_format*> formats_;
