@@ -66,9 +66,9 @@ ListTimes measureList(Report& report, const std::string& folder, int goods) {
     report.ratio("getListInfo, columns and rows", times.list, "bare loop", times.bare, 1.5, "ms");
     const std::int32_t category = largestCategory(target);
     times.node = leastOf(runs, [&] { stage.list().findInfo(1, category); });
-    report.ratio("findInfo on a category", times.node, "the first list", times.list, 1.0, "ms");
+    report.ratio("findInfo on a category", times.node, "bare loop over all", times.bare, 1.0, "ms");
     times.search = leastOf(runs, [&] { stage.list().findInfo2(" and (  fName like '%恒力%' )"); });
-    report.ratio("search with 包含", times.search, "the first list", times.list, 1.0, "ms");
+    report.ratio("search with 包含", times.search, "bare loop over all", times.bare, 1.0, "ms");
     return times;
 }
 
