@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include <charconv>
+#include <filesystem>
 #include <stdexcept>
 
 #include "sampledata.h"
@@ -47,7 +48,8 @@ Options readOptions(const std::vector<std::string>& arguments) {
         } else if (name == "--items") {
             options.goods = readGoods(value());
         } else if (name == "--tour") {
-            options.tour = value();
+            // A print dialog takes a relative name as one in the home folder.
+            options.tour = std::filesystem::absolute(value()).string();
         } else {
             throw std::invalid_argument("unknown argument " + name);
         }

@@ -2,22 +2,15 @@
 #include "store/tsql/keyedlist.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
-#include "store/sqlite/databasefile.h"
-#include "store/sqlite/functions.h"
-#include "store/sqlite/sqlitecatalog.h"
-#include "store/tsql/translator.h"
+#include "plannedtables.h"
 
 namespace orvenmod::store::tsql {
 namespace {
 
-class KeyedLists : public ::testing::Test {
+class KeyedLists : public PlannedTables {
 protected:
     KeyedLists() {
-        EXPECT_EQ(sqlite3_open(":memory:", &database_), SQLITE_OK);
-        sqlite::registerFunctions(database_, runtime_);
-        catalog_.attach(database_, file_);
         run("create table tblItem(fItemId int not null,fNumber varchar(100),fName varchar(100),fParentId int,"
             "fNBNumber varchar(200),constraint PK_item primary key(fItemId))");
         run("create table goods(fItemId int,fNumber varchar(100),fName varchar(100),fH int,fPrice decimal(18,4))");
@@ -26,20 +19,6 @@ protected:
             "isnull(a.fNumber,'') as fNumber,isnull(a.fPrice,0) as fPrice,0 as fQty,isnull(s.fName,'') as fHName "
             "from goods as a left join tblItem as b on a.fItemId=b.fItemId left join tblItem as c on "
             "c.fItemId=b.fParentId left outer join tblItem as s on s.fItemId=a.fH");
-    }
-    ~KeyedLists() override {
-        catalog_.detach();
-        sqlite3_close(database_);
-    }
-
-    void run(const std::string& sql) {
-        catalog_.refresh();
-        for (const std::string& statement : translateForSqlite(sql, catalog_).statements)
-            native(statement);
-    }
-    void native(const std::string& statement) {
-        EXPECT_EQ(sqlite3_exec(database_, statement.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-            << statement << ": " << sqlite3_errmsg(database_);
     }
 
     std::optional<KeyedList> list(const std::string& sql) {
@@ -53,30 +32,13 @@ protected:
         run("drop view v");
         return keyed;
     }
-
-    std::string planOf(const std::string& statement) {
-        std::string plan;
-        sqlite3_stmt* query = nullptr;
-        EXPECT_EQ(sqlite3_prepare_v2(database_, ("EXPLAIN QUERY PLAN " + statement).c_str(), -1, &query, nullptr),
-                  SQLITE_OK)
-            << statement << ": " << sqlite3_errmsg(database_);
-        while (sqlite3_step(query) == SQLITE_ROW)
-            plan += std::string(reinterpret_cast<const char*>(sqlite3_column_text(query, 3))) + "\n";
-        sqlite3_finalize(query);
-        return plan;
-    }
-
-    sqlite3* database_ = nullptr;
-    sqlite::Runtime runtime_;
-    sqlite::DatabaseFile file_;
-    sqlite::SqliteCatalog catalog_;
 };
 
 TEST_F(KeyedLists, TakeTheKeysFromTheIndexOfTheOrderWithoutASort) {
     const auto keyed = list("select fItemId,fNumber,fHName from vGoods where 1=1 order by fnumber");
     ASSERT_TRUE(keyed);
     EXPECT_EQ(keyed->order, KeyedList::Order::ascii);
-    const std::string plan = planOf(keyed->keys.statements.at(0));
+    const std::string plan = nativePlan(keyed->keys.statements.at(0));
     EXPECT_NE(plan.find("INDEX goods.number"), std::string::npos) << plan;
     EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << plan;
 }
@@ -88,7 +50,7 @@ TEST_F(KeyedLists, LeaveOutTheTablesThatNothingNeeds) {
     EXPECT_EQ(keyed->keys.statements.at(0).find("\"s\""), std::string::npos) << keyed->keys.statements[0];
     EXPECT_EQ(keyed->keys.statements.at(0).find("\"c\""), std::string::npos);
     EXPECT_NE(keyed->keys.statements.at(0).find("\"b\""), std::string::npos);
-    const std::string plan = planOf(keyed->rows.statements.at(0));
+    const std::string plan = nativePlan(keyed->rows.statements.at(0));
     EXPECT_NE(plan.find("SEARCH a USING INTEGER PRIMARY KEY"), std::string::npos) << plan;
     EXPECT_NE(plan.find("SEARCH s USING INDEX"), std::string::npos) << plan;
     EXPECT_EQ(plan.find(" b "), std::string::npos) << plan;
