@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "platform/qt/entrygridview.h"
+
 namespace orvenmod::platform::qt {
 
 WindowKeys::WindowKeys(QMainWindow& window) : window_(window) { QApplication::instance()->installEventFilter(this); }
@@ -21,6 +23,8 @@ bool WindowKeys::eventFilter(QObject* watched, QEvent* event) {
     if (QPushButton* button = buttonOf(key)) {
         event->accept();  // as a key of the control, so that no menu is asked
         if (asks) return true;
+        // A press that an open cell refuses is over: the click would come a moment later, when the cell may be free.
+        if (!takeOverIn(window_)) return true;
         button->setFocus(Qt::ShortcutFocusReason);
         button->animateClick();
         return true;

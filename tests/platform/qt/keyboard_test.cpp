@@ -99,6 +99,36 @@ TEST_F(QtToolkitTest, enterThatIsHeldDownGoesNoFurtherThanOneStep) {
         });
 }
 
+// The click of a button's letter comes a tenth of a second after the key.
+TEST_F(QtToolkitTest, aButtonsLetterThatACellRefusedClicksNothingLater) {
+    int clicks = 0;
+    WindowDesign design = sampleWindow();
+    ControlDesign button{.kind = ControlKind::button, .name = "cmdOk", .left = 200, .top = 3900};
+    button.width = 1200;
+    button.height = 400;
+    button.caption = "确定(&K)";
+    design.controls.push_back(button);
+    use(
+        design,
+        [&](Window& window) {
+            loadRows(window);
+            window.get<EntryGrid>("fps1").setNumberRule(2, 1, {.minimum = 10, .maximum = 100});
+            window.get<Button>("cmdOk").click = [&] { ++clicks; };
+        },
+        [&](User& user) {
+            user.clickCell("fps1", 2, 1);
+            user.typeKeys("5");
+            user.press("Alt+K");
+            EXPECT_TRUE(user.control<EntryGrid>("fps1").cellOpen());
+            user.press("Esc");
+            QTest::qWait(300);
+            EXPECT_EQ(clicks, 0);
+            EXPECT_TRUE(user.control<EntryGrid>("fps1").hasFocus());
+            user.press("Alt+K");
+            EXPECT_EQ(clicks, 1);
+        });
+}
+
 TEST_F(QtToolkitTest, typingInAChoiceAndEnterPicksTheEntryThatContainsIt) {
     std::vector<int> picked;
     use(
