@@ -90,6 +90,22 @@ TEST_P(SheetWriterTest, opensWithEveryControlCharacterInACell) {
     EXPECT_EQ(rows[1][1], "next");
 }
 
+TEST_P(SheetWriterTest, opensWithBytesThatAreNoTextAndCharactersThatNoSheetTakes) {
+    const std::vector<std::string> texts = {"a\xFFz", "a\xE5\xAEz", "a\xED\xA0\x80z", "a\xEF\xBF\xBFz", "a_x0041_z"};
+    auto sheet = writer({.name = "x\xFF", .columns = {{.title = "t\xFF", .format = "@"}, {.title = "after"}}});
+    for (const std::string& text : texts)
+        sheet->addRow({{text}, {"next"}});
+    sheet->finish();
+    const Rows rows = readBack();
+    ASSERT_EQ(rows.size(), 1 + texts.size());
+    for (std::size_t row = 1; row < rows.size(); ++row) {
+        EXPECT_EQ(rows[row][0].front(), 'a');
+        EXPECT_EQ(rows[row][0].back(), 'z');
+        EXPECT_EQ(rows[row][1], "next");
+    }
+    EXPECT_EQ(rows.back()[0], "a_x0041_z");
+}
+
 TEST_P(SheetWriterTest, breaksManyDifferentTextsOverRecords) {
     auto sheet = writer({.name = "x", .columns = {{.title = "t", .format = "@"}}});
     Rows expected = {{"t"}};
