@@ -60,6 +60,19 @@ TEST_P(SheetWriterTest, takesATextInANumberColumnAsAText) {
     EXPECT_EQ(readBack()[1], (std::vector<std::string>{"1", "约3"}));
 }
 
+TEST_P(SheetWriterTest, takesATextThatLooksLikeAFormulaAsAText) {
+    const std::vector<std::string> texts = {"=1+1", "+1+1", "-1+1", "@SUM(1)", "=cmd|' /C calc'!A0", "http://a"};
+    auto sheet = writer({.name = "x", .columns = {{.title = "=2+2", .format = "@"}, {.title = "b"}}});
+    for (const std::string& text : texts)
+        sheet->addRow({{text}, {text, true}});
+    sheet->finish();
+    const Rows rows = readBack();
+    ASSERT_EQ(rows.size(), 1 + texts.size());
+    EXPECT_EQ(rows[0][0], "=2+2");
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(rows[i + 1], (std::vector<std::string>{texts[i], texts[i]}));
+}
+
 TEST_P(SheetWriterTest, keepsLongTextsQuotesLineEndsAndEmoji) {
     std::string longest;
     for (int i = 0; i < 32767; ++i)
