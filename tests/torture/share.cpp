@@ -1,5 +1,7 @@
 #include "torture/share.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -39,6 +41,12 @@ std::vector<int> placesOf(int count, int few, std::mt19937& random) {
     places.erase(places.begin(), places.end() - few);
     std::sort(places.begin(), places.end());
     return places;
+}
+
+void tellTried(int places) {
+    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+    std::cout << places << " places tried: " << test.test_suite_name() << "." << test.name() << std::endl;
+    testing::Test::RecordProperty("tried", places);
 }
 
 }  // namespace orvenmod::test

@@ -20,4 +20,7 @@ std::mt19937 randomFor(const char* test);
 /// among them.
 std::vector<int> placesOf(int count, int few, std::mt19937& random);
 
+/// On the output, and noted with the running test.
+void tellTried(int places);
+
 }  // namespace orvenmod::test
