@@ -1,6 +1,6 @@
 // How much of an anomaly test runs, and how the same one is run again. Tests try each of the places where something can
-// go wrong when ORVEN_TORTURE=full; otherwise a few of them, chosen by a number that is printed and that ORVEN_SEED
-// gives again.
+// go wrong when ORVEN_TORTURE=full; otherwise a few of them, or as many as ORVEN_TORTURE says, chosen by a number that
+// is printed and that ORVEN_SEED gives again.
 #pragma once
 
 #include <random>
