@@ -56,10 +56,12 @@ void FieldGrid::addField(const store::Recordset& field) {
 void FieldGrid::addReferenceLists(const store::Recordset& field, int row) {
     fps1_.setCellType(kValue, row, CellType::combo);
     fps1_.setCellType(kChosenId, row, CellType::combo);
-    const auto entries = std::make_shared<const FetchedRows>(readEntries(field));
+    const auto entries = std::make_shared<ListedRows>(listEntries(field));
+    lookups_.push_back(entries);
     fps1_.setItems(kValue, row, {entries, entries->column("fname")});
     fps1_.setItems(kChosenId, row, {entries, entries->column("fitemid")});
     fps1_.setItemCodes(kValue, row, {entries, entries->column("fnumber")});
+    fps1_.setItemLeader(kValue, row, kChosenId);
     fps1_.setClearable(kValue, row, true);
 }
 
@@ -119,9 +121,11 @@ void FieldGrid::composeStrictly() {
 void FieldGrid::showReference(int row, const std::string& id, const std::string& name) {
     fps1_.setText(kChosenId, row, id);
     fps1_.setText(kValue, row, name);
-    // Where several entries have the name, the id tells which of them it is.
-    const int chosen = fps1_.selectedItem(kChosenId, row);
-    if (chosen >= 0) fps1_.selectItem(kValue, row, chosen);
+}
+
+void FieldGrid::tend() {
+    for (const auto& entries : lookups_)
+        entries->tend();
 }
 
 // A reference that was emptied refers to nothing.

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "editor/fieldrow.h"
+#include "frame/fetchedrows.h"
 #include "platform/entrygrid.h"
 #include "store/recordset.h"
 
@@ -39,6 +41,9 @@ public:
     /// Shows a stored reference: its id and its entry's name.
     void showReference(int row, const std::string& id, const std::string& name);
 
+    /// See ListedRows: of the lists that fields choose from.
+    void tend();
+
     /// Chooses the item's category by its id, with its code.
     void chooseCategory(const std::string& id, const std::string& code);
     /// Writes what the category's row shows, worded as in its list.
@@ -67,6 +72,7 @@ private:
     bool isRequired(int row) const;
 
     platform::EntryGrid& fps1_;
+    std::vector<std::shared_ptr<ListedRows>> lookups_;
 };
 
 }  // namespace orvenmod

@@ -13,6 +13,14 @@ namespace {
 
 std::string classId() { return std::to_string(appState().gItemClassId); }
 
+// A dictionary's statement has no condition between its two words and is refused by the database: a class with such a
+// field opens with the rows before it.
+std::string entriesQuery(const store::Recordset& field) {
+    const bool dictionary = trim(field.text("FItemType")) == store::kDictionary;
+    const std::string source = dictionary ? " tblSubType where " : " tblItem where fisdetail=1 ";
+    return "select * from " + source + " and   fitemclassid=" + field.text("fvalueitemid") + " order by fnumber ";
+}
+
 }  // namespace
 
 store::Recordset readFields() {
@@ -34,13 +42,10 @@ platform::NumberRule numberRule(const store::Recordset& field) {
     return rule;
 }
 
-// A dictionary's statement has no condition between its two words and is refused by the database: a class with such a
-// field opens with the rows before it.
-store::Recordset readEntries(const store::Recordset& field) {
-    const bool dictionary = trim(field.text("FItemType")) == store::kDictionary;
-    const std::string source = dictionary ? " tblSubType where " : " tblItem where fisdetail=1 ";
-    return openRows("select * from " + source + " and   fitemclassid=" + field.text("fvalueitemid") +
-                    " order by fnumber ");
+store::Recordset readEntries(const store::Recordset& field) { return openRows(entriesQuery(field)); }
+
+std::unique_ptr<store::ListRows> listEntries(const store::Recordset& field) {
+    return appState().gConn->openUnseen(entriesQuery(field));
 }
 
 store::Recordset readCategories() {

@@ -85,6 +85,7 @@ void frmBasicInfo::connectEvents() {
     platform::Window& window = *form.window;
     window.resize = [this] { Form_Resize(); };
     window.unload = [this] { Form_Unload(); };
+    window.tick = [&form] { form.fields.tend(); };
     form.fps1.comboSelectionChange = [&form](int column, int row) { form.fields.fps1_ComboSelChange(column, row); };
     form.fps1.comboCloseUp = [&form](int column, int row, int item) {
         form.fields.fps1_ComboCloseUp(column, row, item);

@@ -21,7 +21,6 @@ void Adodc::refresh() {
     }
     try {
         rows_ = std::make_shared<ListedRows>(connection_->openList(recordSource_));
-        tendFailed_ = false;
         grid_.bind(rows_);
     } catch (const store::Failure& failure) {
         // A connection that broke is made anew by the next refresh.
@@ -31,13 +30,7 @@ void Adodc::refresh() {
 }
 
 void Adodc::tend() {
-    if (!rows_) return;
-    try {
-        rows_->tend();
-        tendFailed_ = false;
-    } catch (const store::Failure&) {
-        if (!std::exchange(tendFailed_, true)) throw;
-    }
+    if (rows_) rows_->tend();
 }
 
 bool Adodc::holdsNumbers(int column) const {

@@ -23,7 +23,7 @@ public:
     /// Runs the query and shows its rows. On failure the grid keeps what it showed.
     void refresh();
 
-    /// See store::ListRows::tend. Of failures that follow each other the first goes to the caller.
+    /// See ListedRows::tend.
     void tend();
 
     /// Whether the column of the last query, from 0, is of a number type.
@@ -36,7 +36,6 @@ private:
     std::string connectionString_;
     std::string recordSource_;
     std::shared_ptr<ListedRows> rows_;
-    bool tendFailed_ = false;
     std::unique_ptr<store::Connection> connection_;
 };
 

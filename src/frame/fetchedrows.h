@@ -1,29 +1,16 @@
-// The rows of a statement as a grid's or a cell's: fetched, or read when somebody looks.
+// The rows of a statement as a grid's or a cell's.
 #pragma once
 
 #include <memory>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/rowsource.h"
+#include "store/failure.h"
 #include "store/listrows.h"
-#include "store/recordset.h"
 
 namespace orvenmod {
-
-class FetchedRows : public platform::RowSource {
-public:
-    explicit FetchedRows(store::Recordset rows) : rows_(std::move(rows)) {}
-
-    std::size_t rowCount() const override { return rows_.rowCount(); }
-    int columnCount() const override { return rows_.columnCount(); }
-    std::optional<std::string_view> cell(std::size_t row, int column) const override { return rows_.cell(row, column); }
-
-    /// The position of the named column; throws Failure where there is none.
-    int column(std::string_view name) const { return rows_.column(name); }
-
-private:
-    store::Recordset rows_;
-};
 
 class ListedRows : public platform::RowSource {
 public:
@@ -37,11 +24,21 @@ public:
     bool holds(std::size_t row) const override { return rows_->holds(row); }
 
     const std::vector<store::Column>& columns() const { return rows_->columns(); }
-    /// See store::ListRows.
-    void tend() { rows_->tend(); }
+    /// The position of the named column, without regard to case; throws Failure where there is none.
+    int column(std::string_view name) const { return store::columnOf(rows_->columns(), name); }
+    /// See store::ListRows. Of failures that follow each other the first goes to the caller.
+    void tend() {
+        try {
+            rows_->tend();
+            tendFailed_ = false;
+        } catch (const store::Failure&) {
+            if (!std::exchange(tendFailed_, true)) throw;
+        }
+    }
 
 private:
     std::unique_ptr<store::ListRows> rows_;
+    bool tendFailed_ = false;
 };
 
 }  // namespace orvenmod

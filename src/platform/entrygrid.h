@@ -32,7 +32,8 @@ public:
 
     virtual std::string text(int column, int row) const = 0;
     /// Writes a cell without raising events. A combo selects the entry of that text; without one it shows no
-    /// selection and keeps the text. A check box takes "1", "0" or "".
+    /// selection and keeps the text. The entry is looked for when somebody asks for it, so that nothing of a list that
+    /// is never opened is read. A check box takes "1", "0" or "".
     virtual void setText(int column, int row, const std::string& text) = 0;
 
     /// `row` 0 sets the whole column, rows added later included. The same holds for the rule and the lock.
@@ -52,16 +53,21 @@ public:
     /// What tells entries of the same text apart: an opened list shows it behind them. One for each of the cell's
     /// items, else std::invalid_argument; new items have none.
     virtual void setItemCodes(int column, int row, const ItemTexts& codes) = 0;
+    /// A combo of the same row whose items lie beside this one's: of entries that have the written text, the one that
+    /// is selected there is meant. 0 for none, then the first.
+    virtual void setItemLeader(int column, int row, int leader) = 0;
     /// Whether a combo that its user empties loses its choice; without this it is refused.
     virtual void setClearable(int column, int row, bool clearable) = 0;
-    virtual int selectedItem(int column, int row) const = 0;     ///< -1 for none
+    /// -1 for none. Throws what the reading of rows throws.
+    virtual int selectedItem(int column, int row) const = 0;
     virtual void selectItem(int column, int row, int item) = 0;  ///< without events
 
     virtual void setColumnHidden(int column, bool hidden) = 0;
     virtual bool columnHidden(int column) const = 0;
     virtual void setLockedColour(const Colour& colour) = 0;  ///< background of locked cells
 
-    /// The active cell is open from its user's first letter until it is left, by key, mouse or a command, or given up
+    /// The active cell is open (a combo whose entries can't be read is not, and a box tells why) from its user's first
+    /// letter until it is left, by key, mouse or a command, or given up
     /// by Escape. Leaving takes over what was typed: a number or day in its plain form, a part of an entry's text as
     /// that entry, raising the events of a pick. What the cell can't take is refused: it stays open with what was
     /// typed, what would have left it doesn't happen, and `refusal` shows beside it. Code that makes another cell

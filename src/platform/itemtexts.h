@@ -23,7 +23,7 @@ public:
     ItemTexts(std::shared_ptr<const RowSource> rows, int column);
 
     std::size_t size() const;
-    /// The view lives as long as a copy of this.
+    /// The view lives until an item of another row is asked for.
     std::string_view at(std::size_t item) const;
     /// The first item of exactly that text, -1 for none.
     int find(std::string_view text) const;

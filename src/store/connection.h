@@ -94,6 +94,11 @@ public:
     /// looked at. By default all are fetched here.
     virtual std::unique_ptr<ListRows> openList(std::string_view sql) { return std::make_unique<WholeRows>(open(sql)); }
 
+    /// The same for a list that may never be looked at: the store may only count its rows until somebody does.
+    virtual std::unique_ptr<ListRows> openUnseen(std::string_view sql) {
+        return std::make_unique<WholeRows>(open(sql));
+    }
+
     /// Takes some rows of a query; at least one row, but for a query that has none.
     using Part = std::function<void(const Recordset& rows)>;
     /// Runs a query and hands its rows over part by part, so that a table of any size passes through. `part` must not

@@ -15,6 +15,7 @@ public:
     std::int64_t execute(std::string_view sql) override { return target_->execute(sql); }
     Recordset open(std::string_view sql) override { return target_->open(sql); }
     std::unique_ptr<ListRows> openList(std::string_view sql) override { return target_->openList(sql); }
+    std::unique_ptr<ListRows> openUnseen(std::string_view sql) override { return target_->openUnseen(sql); }
     void read(std::string_view sql, const Part& part) override { target_->read(sql, part); }
     Outline outline() override { return target_->outline(); }
     std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override {

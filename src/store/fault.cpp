@@ -66,7 +66,7 @@ public:
     }
     bool holds(std::size_t row) const override { return target_->holds(row); }
     void tend() override {
-        if (reading() == ListReading::keys) count(plan_);
+        count(plan_);
         target_->tend();
     }
     ListReading reading() const override { return target_->reading(); }
@@ -107,9 +107,11 @@ public:
     }
     std::unique_ptr<ListRows> openList(std::string_view sql) override {
         count(plan_);
-        std::unique_ptr<ListRows> rows = target().openList(sql);
-        if (rows->reading() == ListReading::whole) return rows;
-        return std::make_unique<FaultyRows>(std::move(rows), plan_);
+        return faulty(target().openList(sql));
+    }
+    std::unique_ptr<ListRows> openUnseen(std::string_view sql) override {
+        count(plan_);
+        return faulty(target().openUnseen(sql));
     }
     void read(std::string_view sql, const Part& part) override {
         target().read(sql, [&](const Recordset& rows) {
@@ -143,6 +145,11 @@ public:
     }
 
 private:
+    std::unique_ptr<ListRows> faulty(std::unique_ptr<ListRows> rows) {
+        if (rows->reading() == ListReading::whole) return rows;
+        return std::make_unique<FaultyRows>(std::move(rows), plan_);
+    }
+
     FaultPlan& plan_;
 };
 

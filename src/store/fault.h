@@ -9,10 +9,10 @@
 
 namespace orvenmod::store {
 
-/// Which operation is to fail, and how many there have been: connect, execute, open, openList, each fetch of a list's
-/// rows and each tending of them while they are read by keys, openTable, update of a table row, each part of a read,
-/// outline, openLoader, each call of a loader, begin, commit and rollback each count as one. A failing operation has no
-/// effect on the target.
+/// Which operation is to fail, and how many there have been: connect, execute, open, openList, openUnseen, each
+/// fetch of a list's rows and each tending of them where they aren't fetched whole, openTable, update of a table row,
+/// each part of a read, outline, openLoader, each call of a loader, begin, commit and rollback each count as one. A
+/// failing operation has no effect on the target.
 struct FaultPlan {
     int count = 0;
     int failAt = 0;  ///< 1 for the first; 0 for none

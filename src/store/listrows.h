@@ -10,8 +10,9 @@
 
 namespace orvenmod::store {
 
-/// How the rows of a list are read: its keys at once and a window of rows where one is looked at, or all at once.
-enum class ListReading { keys, whole };
+/// How the rows of a list are read: its keys at once and a window of rows where one is looked at, all where one is
+/// looked at, or all at once.
+enum class ListReading { keys, unseen, whole };
 
 /// The rows of a list, looked at here and there. They outlive their connection. One thread.
 class ListRows {

@@ -27,9 +27,9 @@ Recordset::~Recordset() = default;
 Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&&) noexcept = default;
 
-int Recordset::column(std::string_view name) const {
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        if (sameName(columns_[i].name, name)) return static_cast<int>(i);
+int columnOf(const std::vector<Column>& columns, std::string_view name) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (sameName(columns[i].name, name)) return static_cast<int>(i);
     }
     throw Failure(FailureKind::noSuchObject, kNoSuchField,
                   "在对应所需名称或序数的集合中，未找到项目：" + std::string(name) + "。");

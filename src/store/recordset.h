@@ -35,6 +35,10 @@ struct Column {
 /// A field's value: nothing for null.
 using Value = std::optional<std::string_view>;
 
+/// The position of the named column, without regard to case; the first of two of one name. Throws Failure 3265 where
+/// there is none.
+int columnOf(const std::vector<Column>& columns, std::string_view name);
+
 class Recordset {
 public:
     Recordset();
@@ -47,9 +51,8 @@ public:
     int columnCount() const { return static_cast<int>(columns_.size()); }
     std::size_t rowCount() const { return rows_; }
 
-    /// The position of the named column, without regard to case; the first of two of one name.
-    /// Throws Failure 3265 where there is none.
-    int column(std::string_view name) const;
+    /// See columnOf.
+    int column(std::string_view name) const { return columnOf(columns_, name); }
 
     /// The cell of row and column, both from 0. The view lives as long as the recordset.
     Value cell(std::size_t row, int column) const;

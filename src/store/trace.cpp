@@ -97,6 +97,18 @@ private:
     TraceSink sink_;
 };
 
+const char* textOf(ListReading reading) {
+    switch (reading) {
+        case ListReading::keys:
+            return "keys";
+        case ListReading::unseen:
+            return "unseen";
+        case ListReading::whole:
+            break;
+    }
+    return "whole";
+}
+
 class TracingConnection : public ConnectionWrapper {
 public:
     TracingConnection(std::unique_ptr<Connection> connection, TraceSink sink)
@@ -137,12 +149,10 @@ public:
         });
     }
     std::unique_ptr<ListRows> openList(std::string_view sql) override {
-        return traced(sink_, "open", sql, [&](TraceRecord& record) {
-            std::unique_ptr<ListRows> rows = target().openList(sql);
-            record.rows = static_cast<std::int64_t>(rows->rowCount());
-            record.read = rows->reading() == ListReading::keys ? "keys" : "whole";
-            return rows;
-        });
+        return traced(sink_, "open", sql, [&](TraceRecord& record) { return noted(record, target().openList(sql)); });
+    }
+    std::unique_ptr<ListRows> openUnseen(std::string_view sql) override {
+        return traced(sink_, "open", sql, [&](TraceRecord& record) { return noted(record, target().openUnseen(sql)); });
     }
     void read(std::string_view sql, const Part& part) override {
         traced(sink_, "read", sql, [&](TraceRecord& record) {
@@ -185,6 +195,12 @@ public:
     }
 
 private:
+    static std::unique_ptr<ListRows> noted(TraceRecord& record, std::unique_ptr<ListRows> rows) {
+        record.rows = static_cast<std::int64_t>(rows->rowCount());
+        record.read = textOf(rows->reading());
+        return rows;
+    }
+
     TraceSink sink_;
     bool closed_ = false;
 };

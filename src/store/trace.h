@@ -18,7 +18,7 @@ struct TraceRecord {
     std::string sql;        ///< the statement to the blank; the table's name for openTable, addRow, openLoader and load
     std::int64_t rows = 0;  ///< rows fetched or touched
     double milliseconds = 0;
-    std::string read;  ///< of a list's query: "keys" or "whole"; the fetches of its rows are no operations
+    std::string read;  ///< of a list's query: "keys", "unseen" or "whole"; the fetches of its rows are no operations
     bool failed = false;
     int number = 0;    ///< the failure's
     std::string text;  ///< the failure's

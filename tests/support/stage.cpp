@@ -35,6 +35,9 @@ public:
         if (!state_->windows) return target().openList(sql);
         return std::make_unique<WindowedRows>(target().open(sql), *state_->windows);
     }
+    std::unique_ptr<store::ListRows> openUnseen(std::string_view sql) override {
+        return state_->windows ? openList(sql) : target().openUnseen(sql);
+    }
     void setProgress(std::function<void()> progress) override {
         state_->progress = progress;
         ConnectionWrapper::setProgress([state = state_, progress = std::move(progress)] {

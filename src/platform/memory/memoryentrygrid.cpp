@@ -28,7 +28,7 @@ void MemoryEntryGrid::setItemCodes(int column, int row, const ItemTexts& codes) 
 }
 
 void MemoryEntryGrid::type(const std::string& text) {
-    model_.openCell();
+    if (!openCell()) return;
     model_.typed(text);
     typed_ = text;
     marked_ = false;
@@ -36,6 +36,17 @@ void MemoryEntryGrid::type(const std::string& text) {
     listOpen_ = choice && !model::itemsWith(text, model_.items(activeColumn(), activeRow())).empty();
     if (choice) return;
     toolkit().guard([this] { editChange.raise(activeColumn(), activeRow()); });
+}
+
+void MemoryEntryGrid::setItemLeader(int column, int row, int leader) { model_.setItemLeader(column, row, leader); }
+
+bool MemoryEntryGrid::openCell() {
+    bool read = false;
+    toolkit().guard([&] {
+        model_.openCell();
+        read = true;
+    });
+    return read;
 }
 
 bool MemoryEntryGrid::takeOver() {
@@ -59,8 +70,7 @@ void MemoryEntryGrid::pick(int item) {
 }
 
 void MemoryEntryGrid::openField() {
-    if (cellOpen()) return;
-    model_.openCell();
+    if (cellOpen() || !openCell()) return;
     listOpen_ = false;
     marked_ = true;
     typed_.clear();
@@ -68,7 +78,7 @@ void MemoryEntryGrid::openField() {
 
 void MemoryEntryGrid::openList() {
     openField();
-    listOpen_ = true;
+    listOpen_ = cellOpen();
 }
 
 std::vector<int> MemoryEntryGrid::listed() const {

@@ -35,6 +35,7 @@ public:
     void setCellTag(int column, int row, const std::string& tag) override { model_.setCellTag(column, row, tag); }
     void setItems(int column, int row, const ItemTexts& items) override;
     void setItemCodes(int column, int row, const ItemTexts& codes) override;
+    void setItemLeader(int column, int row, int leader) override;
     void setClearable(int column, int row, bool clearable) override { model_.setClearable(column, row, clearable); }
     int selectedItem(int column, int row) const override { return model_.selectedItem(column, row); }
     void selectItem(int column, int row, int item) override { model_.selectItem(column, row, item); }
@@ -70,6 +71,8 @@ public:
     void setMarked(bool marked) { marked_ = marked; }
 
 private:
+    /// Opens the active cell where it takes typing. False where that failed, which was told.
+    bool openCell();
     void raisePick(int column, int row, int item);
 
     model::EntryGridModel model_;

@@ -174,7 +174,13 @@ std::vector<std::string> EntryGridModel::listTexts(int column, int row) const {
 
 void EntryGridModel::setClearable(int column, int row, bool clearable) { cell(column, row).clearable = clearable; }
 
-int EntryGridModel::selectedItem(int column, int row) const { return cell(column, row).selected; }
+void EntryGridModel::setItemLeader(int column, int row, int leader) { cell(column, row).leader = leader; }
+
+int EntryGridModel::selectedItem(int column, int row) const {
+    const Cell& own = cell(column, row);
+    if (!own.selected) own.selected = foundItem(column, row);
+    return *own.selected;
+}
 
 void EntryGridModel::selectItem(int column, int row, int item) {
     const ItemTexts& all = itemTexts(column, row);
@@ -216,8 +222,15 @@ EntryGridModel::Cell& EntryGridModel::cell(int column, int row) {
 void EntryGridModel::matchItem(int column, int row) {
     Cell& own = cell(column, row);
     own.selected = -1;
-    if (cellType(column, row) != CellType::combo) return;
-    own.selected = itemTexts(column, row).find(own.text);
+    if (cellType(column, row) == CellType::combo) own.selected.reset();
+}
+
+int EntryGridModel::foundItem(int column, int row) const {
+    const Cell& own = cell(column, row);
+    const ItemTexts& all = itemTexts(column, row);
+    const int led = own.leader == 0 ? -1 : selectedItem(own.leader, row);
+    if (led >= 0 && led < static_cast<int>(all.size()) && all.at(static_cast<std::size_t>(led)) == own.text) return led;
+    return all.find(own.text);
 }
 
 }  // namespace orvenmod::platform::model

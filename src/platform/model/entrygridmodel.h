@@ -55,6 +55,7 @@ public:
     /// Keeps the text; the entry of that text is selected.
     void setItems(int column, int row, const ItemTexts& items);
     int selectedItem(int column, int row) const;
+    void setItemLeader(int column, int row, int leader);
     /// -1 leaves no selection and no text.
     void selectItem(int column, int row, int item);
 
@@ -77,7 +78,8 @@ public:
     std::pair<int, int> nextValue() const;
 
     bool cellOpen() const { return edit_.has_value(); }
-    /// Opens the active cell; nothing where it takes no typing or is open.
+    /// Opens the active cell; nothing where it takes no typing or is open. Throws where a combo's entries can't be
+    /// read.
     void openCell();
     /// What stands in the open cell, "" where none is open.
     const std::string& openText() const;
@@ -114,7 +116,8 @@ private:
         std::optional<bool> locked;
         std::optional<ItemTexts> items;
         std::optional<ItemTexts> codes;
-        int selected = -1;
+        int leader = 0;
+        mutable std::optional<int> selected = -1;  ///< nothing until somebody asks
         bool required = false;
         bool clearable = false;
     };
@@ -135,6 +138,7 @@ private:
     Cell& cell(int column, int row);
     const ItemTexts& itemTexts(int column, int row) const;
     void matchItem(int column, int row);
+    int foundItem(int column, int row) const;
     Cell& activeCell() { return cell(activeColumn_, activeRow_); }
     Left takeOverItem();
 

@@ -35,6 +35,11 @@ std::pair<int, int> EntryGridModel::nextValue() const {
 
 void EntryGridModel::openCell() {
     if (edit_ || activeRow_ == 0 || !takesTyping(activeColumn_, activeRow_)) return;
+    // What can't be read fails here, while nothing is open.
+    if (cellType(activeColumn_, activeRow_) == CellType::combo) {
+        items(activeColumn_, activeRow_);
+        selectedItem(activeColumn_, activeRow_);
+    }
     const std::string& held = activeCell().text;
     edit_ = Edit{held, held};
 }
@@ -88,7 +93,8 @@ EntryGridModel::Left EntryGridModel::takeOver(const std::optional<Date>& today) 
 // A choice that nobody changed stays the one it is, also among entries of the same text.
 EntryGridModel::Left EntryGridModel::takeOverItem() {
     const Cell& own = activeCell();
-    ItemInput meant{own.selected};
+    const int before = selectedItem(activeColumn_, activeRow_);
+    ItemInput meant{before};
     if (edit_->marked >= 0) {
         meant.item = edit_->marked;
     } else if (plainLetters(edit_->typed).empty() && edit_->typed != edit_->before) {
@@ -99,7 +105,7 @@ EntryGridModel::Left EntryGridModel::takeOverItem() {
     edit_->refusal = meant.refusal;
     if (!meant.refusal.empty()) return {.refusal = meant.refusal};
     const bool cleared = meant.item < 0 && edit_->typed != edit_->before;
-    const bool changed = meant.item != own.selected || cleared;
+    const bool changed = meant.item != before || cleared;
     edit_.reset();
     if (!changed) return {};
     selectItem(activeColumn_, activeRow_, meant.item);

@@ -29,7 +29,8 @@ EntryDelegate::EntryDelegate(EntryGridView& view, const EntryGridItems& items, E
 QWidget* EntryDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
     const CellPlace cell = EntryGridItems::cellOf(index);
     const bool combo = items_.cells().cellType(cell.column, cell.row) == CellType::combo;
-    QWidget* editor = combo ? itemEditor(parent, index) : textEditor(parent, index);
+    QWidget* editor = combo ? nullptr : textEditor(parent, index);
+    if (combo && !actions_.reads([&] { editor = itemEditor(parent, index); })) return nullptr;
     const QVariant heading = index.model()->headerData(index.column(), Qt::Horizontal, Qt::DisplayRole);
     editor->setAccessibleName(heading.toString());
     editor->setObjectName(QStringLiteral("cell"));
@@ -50,6 +51,7 @@ QWidget* EntryDelegate::textEditor(QWidget* parent, const QModelIndex& index) co
 QWidget* EntryDelegate::itemEditor(QWidget* parent, const QModelIndex& index) const {
     const CellPlace cell = EntryGridItems::cellOf(index);
     const auto& cells = items_.cells();
+    cells.selectedItem(cell.column, cell.row);
     auto* editor = new ItemCellEditor(parent, toQt(cells.items(cell.column, cell.row)),
                                       toQt(cells.listTexts(cell.column, cell.row)));
     const QPersistentModelIndex place(index);

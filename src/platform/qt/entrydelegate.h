@@ -14,6 +14,8 @@ class ItemCellEditor;
 /// What the user does in the cells.
 struct EntryActions {
     std::function<void(CellPlace)> opened;
+    /// Runs what reads entries; false where that failed, which was told.
+    std::function<bool(const std::function<void()>&)> reads;
     std::function<void(const QString&)> typed;          ///< into the open cell
     std::function<void(int item)> marked;               ///< in the open cell's list
     std::function<model::EntryGridModel::Left()> left;  ///< takes over what was typed, without events

@@ -141,7 +141,8 @@ void EntryGridView::placeHint() {
     if (field != nullptr && hint_->isVisible()) hint_->place(*field);
 }
 
-void EntryGridView::open(const QModelIndex& index) { QTableView::edit(index); }
+// Qt's own would warn of a cell that doesn't open.
+void EntryGridView::open(const QModelIndex& index) { edit(index, AllEditTriggers, nullptr); }
 
 void EntryGridView::dropDown(const QModelIndex& index) {
     open(index);
@@ -150,7 +151,8 @@ void EntryGridView::dropDown(const QModelIndex& index) {
 }
 
 bool EntryGridView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
-    if (!QTableView::edit(index, trigger, event)) return false;
+    // Without a field, as where a combo's entries can't be read, Qt calls it opened too.
+    if (!QTableView::edit(index, trigger, event) || openField() == nullptr) return false;
     qApp->installEventFilter(watch_);
     auto* choice = qobject_cast<ItemCellEditor*>(indexWidget(index));
     if (choice != nullptr && trigger != AnyKeyPressed) choice->openList();
@@ -224,8 +226,9 @@ bool EntryGridView::copyOrPaste(const QKeyEvent& event) {
 
 void EntryGridView::enterText(const QString& text) {
     if (!currentIndex().isValid() || !QTableView::edit(currentIndex(), AllEditTriggers, nullptr)) return;
-    qApp->installEventFilter(watch_);
     QLineEdit* field = openField();
+    if (field == nullptr) return;
+    qApp->installEventFilter(watch_);
     field->setText(text);
     emit field->textEdited(text);
     takeOver();

@@ -33,6 +33,14 @@ void QtEntryGrid::listen() {
         model_.setActiveCell(cell.column, cell.row);
         model_.openCell();
     };
+    actions_.reads = [this](const std::function<void()>& work) {
+        bool read = false;
+        core_.guard([&] {
+            work();
+            read = true;
+        });
+        return read;
+    };
     actions_.typed = [this](const QString& text) {
         model_.typed(fromQt(text));
         const CellPlace cell = activeCell();

@@ -33,6 +33,7 @@ public:
     void setCellTag(int column, int row, const std::string& tag) override { model_.setCellTag(column, row, tag); }
     void setItems(int column, int row, const ItemTexts& items) override;
     void setItemCodes(int column, int row, const ItemTexts& codes) override;
+    void setItemLeader(int column, int row, int leader) override { model_.setItemLeader(column, row, leader); }
     void setClearable(int column, int row, bool clearable) override { model_.setClearable(column, row, clearable); }
     int selectedItem(int column, int row) const override { return model_.selectedItem(column, row); }
     void selectItem(int column, int row, int item) override;

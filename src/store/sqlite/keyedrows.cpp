@@ -3,68 +3,19 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <filesystem>
 #include <numeric>
 #include <span>
-#include <system_error>
 #include <utility>
 
 #include "store/sqlite/fetch.h"
-#include "store/sqlite/handlepool.h"
 #include "store/sqlite/listkeys.h"
+#include "store/sqlite/snapshot.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/tsql/resultcolumns.h"
 
 namespace orvenmod::store::sqlite {
 
 namespace {
-
-// A handle of the pool with a read transaction, given back at the end.
-class Snapshot {
-public:
-    explicit Snapshot(const std::string& connectionString)
-        : connectionString_(connectionString), database_(takeHandle(connectionString)) {
-        database_->runtime().startStatement();
-        database_->run("BEGIN");
-        // The first reading takes the snapshot.
-        database_->catalog().refresh();
-    }
-    ~Snapshot() {
-        // Ended here, it leaves the handle what it knows of the schema; an open one would be undone.
-        database_->tryRun("COMMIT");
-        giveHandleBack(connectionString_, std::move(database_));
-    }
-    Snapshot(const Snapshot&) = delete;
-    Snapshot& operator=(const Snapshot&) = delete;
-
-    Database& database() { return *database_; }
-
-    /// Whether others can write while it is held.
-    bool standsBesideWriters() {
-        if (!database_->identity().writable || database_->file().access == DatabaseFile::Access::readOnly) return false;
-        const Statement statement = database_->prepareLasting("PRAGMA journal_mode");
-        return sqlite3_step(statement.get()) == SQLITE_ROW &&
-               std::string_view(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0))) == "wal";
-    }
-
-    /// Of the file, which is used from its beginning again where no reader needs it, and is cut then.
-    std::uint64_t logSize() const {
-        std::error_code none;
-        const auto size = std::filesystem::file_size(database_->file().path + "-wal", none);
-        return none ? 0 : size;
-    }
-
-    std::size_t pageCache() const {
-        int used = 0;
-        int highest = 0;
-        sqlite3_db_status(database_->handle(), SQLITE_DBSTATUS_CACHE_USED, &used, &highest, 0);
-        return static_cast<std::size_t>(used);
-    }
-
-private:
-    std::string connectionString_;
-    std::unique_ptr<Database> database_;
-};
 
 // Gives rows by their keys.
 class RowReader {
@@ -231,17 +182,6 @@ private:
     mutable Clock::time_point fetchedAt_;
 };
 
-std::unique_ptr<Snapshot> snapshotOf(const std::string& connectionString, const DatabaseFile::Identity& file) {
-    try {
-        auto snapshot = std::make_unique<Snapshot>(connectionString);
-        const bool fits = snapshot->database().identity() == file && snapshot->standsBesideWriters();
-        return fits ? std::move(snapshot) : nullptr;
-    } catch (const Failure&) {
-        // No second handle can be had just now.
-        return nullptr;
-    }
-}
-
 // Null for a small table, and for one whose rows have no key of SQLite's own.
 std::unique_ptr<RowReader> readerOf(Database& database, const tsql::KeyedList& list, std::int64_t smallTable) {
     try {
@@ -257,7 +197,7 @@ std::unique_ptr<RowReader> readerOf(Database& database, const tsql::KeyedList& l
 }  // namespace
 
 std::unique_ptr<ListRows> openByKeys(const ListSource& source, std::string_view sql, const KeyedLimits& limits) {
-    auto snapshot = snapshotOf(source.connectionString, source.file);
+    auto snapshot = Snapshot::take(source.connectionString, source.file);
     if (!snapshot) return nullptr;
     Database& database = snapshot->database();
     const auto list = tsql::keyedList(sql, database.catalog());

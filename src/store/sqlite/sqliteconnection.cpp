@@ -11,6 +11,7 @@
 #include "store/sqlite/sqliteoutline.h"
 #include "store/sqlite/sqlitetableloader.h"
 #include "store/sqlite/sqlitetablewriter.h"
+#include "store/sqlite/unseenrows.h"
 #include "store/tsql/literals.h"
 #include "store/tsql/resultcolumns.h"
 
@@ -143,6 +144,14 @@ std::unique_ptr<ListRows> SqliteConnection::openList(std::string_view sql) {
         auto rows = worded([&] {
             return openByKeys({connectionString_, database_->identity(), database_->runtime().progress}, sql);
         });
+        if (rows) return rows;
+    }
+    return std::make_unique<WholeRows>(open(sql));
+}
+
+std::unique_ptr<ListRows> SqliteConnection::openUnseen(std::string_view sql) {
+    if (transaction_ == Transaction::none) {
+        auto rows = worded([&] { return openUnseenRows(*database_, connectionString_, unseen_, sql); });
         if (rows) return rows;
     }
     return std::make_unique<WholeRows>(open(sql));

@@ -10,6 +10,7 @@
 
 #include "store/connection.h"
 #include "store/sqlite/database.h"
+#include "store/sqlite/snapshot.h"
 #include "store/tsql/shape.h"
 
 namespace orvenmod::store::sqlite {
@@ -22,6 +23,7 @@ public:
     std::int64_t execute(std::string_view sql) override;
     Recordset open(std::string_view sql) override;
     std::unique_ptr<ListRows> openList(std::string_view sql) override;
+    std::unique_ptr<ListRows> openUnseen(std::string_view sql) override;
     void read(std::string_view sql, const Part& part) override;
     Outline outline() override;
     std::unique_ptr<TableLoader> openLoader(std::string_view table, const std::vector<std::string>& fields) override;
@@ -65,6 +67,7 @@ private:
     std::unique_ptr<Database> database_;
     Transaction transaction_ = Transaction::none;
     tsql::Shape shape_;
+    SharedSnapshot unseen_;
 };
 
 }  // namespace orvenmod::store::sqlite

@@ -12,10 +12,15 @@ public:
     std::size_t rowCount() const override { return 4; }
     int columnCount() const override { return 3; }
     std::optional<std::string_view> cell(std::size_t row, int column) const override {
+        ++reads;
+        if (fails) throw std::runtime_error("读取失败");
         static const std::optional<std::string_view> kCells[4][3] = {
             {"11", "螺丝", "01"}, {"12", "螺母 Nut", "02"}, {"13", "螺丝", "03"}, {"14", std::nullopt, "04"}};
         return kCells[row][column];
     }
+
+    mutable int reads = 0;
+    bool fails = false;
 };
 
 class ItemRows : public ToolkitContract {
@@ -30,18 +35,21 @@ protected:
                           {.title = "内部ID", .width = 900, .hidden = true}};
         use(
             windowWith({design}),
-            [](Window& window) {
+            [this](Window& window) {
                 auto& grid = window.get<EntryGrid>("fps1");
                 grid.setRowCount(2);
                 grid.setCellType(kName, 1, CellType::combo);
                 grid.setCellType(kId, 1, CellType::combo);
-                const auto entries = std::make_shared<const Entries>();
                 grid.setItems(kId, 1, {entries, 0});
                 grid.setItems(kName, 1, {entries, 1});
                 grid.setItemCodes(kName, 1, {entries, 2});
+                grid.setItemLeader(kName, 1, kId);
+                grid.setClearable(kName, 1, true);
             },
             [&](User& user) { steps(user, user.control<EntryGrid>("fps1")); });
     }
+
+    const std::shared_ptr<Entries> entries = std::make_shared<Entries>();
 };
 
 TEST_F(ItemRows, selectTheEntryOfAWrittenText) {
@@ -59,6 +67,64 @@ TEST_F(ItemRows, selectTheEntryOfAWrittenText) {
         EXPECT_EQ(grid.selectedItem(kName, 1), 2);
         EXPECT_THROW(grid.selectItem(kName, 1, 4), std::out_of_range);
         EXPECT_EQ(grid.selectedItem(kName, 1), 2);
+    });
+}
+
+TEST_F(ItemRows, areReadWhenSomebodyAsksWhichIsSelected) {
+    overRows([this](User& user, EntryGrid& grid) {
+        grid.setText(kId, 1, "12");
+        grid.setText(kName, 1, "螺母 Nut");
+        user.clickCell("fps1", 1, 1);
+        user.press("Right");
+        EXPECT_EQ(grid.text(kName, 1) + grid.text(kId, 1), "螺母 Nut12");
+        EXPECT_EQ(entries->reads, 0);
+        EXPECT_EQ(grid.selectedItem(kName, 1), 1);
+        EXPECT_GT(entries->reads, 0);
+    });
+}
+
+TEST_F(ItemRows, areToldApartByWhatIsSelectedBesideThem) {
+    overRows([](User& user, EntryGrid& grid) {
+        grid.setText(kId, 1, "13");
+        grid.setText(kName, 1, "螺丝");
+        EXPECT_EQ(grid.selectedItem(kName, 1), 2);
+        grid.setText(kId, 1, "12");
+        grid.setText(kName, 1, "螺丝");
+        EXPECT_EQ(grid.selectedItem(kName, 1), 0) << "another entry's id";
+        grid.setText(kId, 1, "99");
+        grid.setText(kName, 1, "");
+        EXPECT_EQ(grid.selectedItem(kName, 1), 3);
+        grid.setText(kId, 1, "13");
+        grid.setText(kName, 1, "螺丝");
+        user.clickCell("fps1", kName, 1);
+        user.press("F4");
+        user.press("Enter");
+        EXPECT_EQ(grid.selectedItem(kName, 1), 2);
+    });
+}
+
+TEST_F(ItemRows, thatCanNotBeReadLeaveTheCellShutAndItsTextAsItWas) {
+    overRows([this](User& user, EntryGrid& grid) {
+        grid.setText(kId, 1, "12");
+        grid.setText(kName, 1, "螺母 Nut");
+        user.clickCell("fps1", kName, 1);
+        if (grid.cellOpen()) user.press("Esc");
+        entries->fails = true;
+        for (const char* key : {"F4", "F2", "Delete"}) {
+            user.answer(MessageKind::critical, "读取失败");
+            user.press(key);
+            EXPECT_FALSE(grid.cellOpen()) << key;
+            EXPECT_EQ(grid.text(kName, 1), "螺母 Nut") << key;
+        }
+        user.answer(MessageKind::critical, "读取失败");
+        user.typeKeys("x");
+        EXPECT_EQ(grid.text(kName, 1), "螺母 Nut");
+        entries->fails = false;
+        user.press("F4");
+        EXPECT_EQ(user.openedList().size(), 4U);
+        user.press("Up");
+        user.press("Enter");
+        EXPECT_EQ(grid.text(kName, 1), "螺丝");
     });
 }
 

@@ -60,6 +60,8 @@ TEST(Fault, CountsEachFetchOfAListAndItsTending) {
     list->tend();
     EXPECT_EQ(plan.count, 5);
     EXPECT_EQ(target.windows.fetches, 2);
+    store.connect("x")->openUnseen("select keys from t")->cell(0, 0);
+    EXPECT_EQ(plan.count, 8);
 }
 
 TEST(Fault, FailsAFetchOfAListOnceAndThenGivesTheRow) {

@@ -60,6 +60,7 @@ public:
         if (sql.find("keys") == std::string_view::npos) return Connection::openList(sql);
         return std::make_unique<orvenmod::test::WindowedRows>(open(sql), windows_);
     }
+    std::unique_ptr<ListRows> openUnseen(std::string_view sql) override { return openList(sql); }
     void read(std::string_view sql, const Part& part) override { part(open(sql)); }
     Outline outline() override {
         notes_.emplace_back("outline");

@@ -92,6 +92,11 @@ TEST(Trace, NotesAListAsOneOperationAndHowItIsRead) {
     EXPECT_EQ(traced.records[1].rows, 2);
     EXPECT_EQ(traced.records[1].read, "keys");
     EXPECT_EQ(traced.records[2].read, "whole");
+    EXPECT_EQ(connection->openUnseen("select keys from u")->rowCount(), 2U);
+    ASSERT_EQ(traced.records.size(), 4U);
+    EXPECT_EQ(traced.records[3].operation, "open");
+    EXPECT_EQ(traced.records[3].sql, "select keys from u");
+    EXPECT_EQ(traced.records[3].rows, 2);
 }
 
 TEST(Trace, NotesOneCloseOfTwo) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <memory>
 #include <string>
@@ -26,6 +27,24 @@ protected:
     static std::string value(Connection& connection, const std::string& sql) {
         const Recordset rows = connection.open(sql);
         return rows.eof() ? "no row" : std::string(rows.cell(0, 0).value_or("NULL"));
+    }
+
+    /// In SQLite's own words, as another program would write it.
+    void native(const std::string& sql) const {
+        sqlite3* handle = nullptr;
+        ASSERT_EQ(sqlite3_open(file().c_str(), &handle), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(handle);
+        sqlite3_close(handle);
+    }
+    /// Whether the whole log could be taken over into the file, so that no reader needs any of it.
+    bool logIsFree() const {
+        sqlite3* handle = nullptr;
+        EXPECT_EQ(sqlite3_open(file().c_str(), &handle), SQLITE_OK);
+        // Only one that has read knows of the log.
+        EXPECT_EQ(sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr), SQLITE_OK);
+        const int code = sqlite3_wal_checkpoint_v2(handle, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+        sqlite3_close(handle);
+        return code == SQLITE_OK;
     }
 
     orvenmod::test::TemporaryFolder folder_;

@@ -1,6 +1,5 @@
 // Lists that are read by keys: the same rows as whole ones, whoever writes beside them.
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <filesystem>
 #include <fstream>
@@ -49,13 +48,6 @@ protected:
             "as a left join tblItem as b on a.fItemId=b.fItemId left join tblItem as s on s.fItemId=a.fH");
     }
 
-    /// In SQLite's own words, as another program would write it.
-    void native(const std::string& sql) const {
-        sqlite3* handle = nullptr;
-        ASSERT_EQ(sqlite3_open(file().c_str(), &handle), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(handle);
-        sqlite3_close(handle);
-    }
     /// So many goods, their keys from a number on at which a table is no small one.
     void fill(int count, const std::string& number = "printf('%06d', n)") const {
         native("WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r WHERE n < " + std::to_string(count) +
@@ -78,16 +70,6 @@ protected:
             EXPECT_EQ(rows->columns()[i].type, whole.columns()[i].type);
         }
         EXPECT_EQ(tableOf(*rows), tableOf(whole)) << sql;
-    }
-    /// Whether the whole log could be taken over into the file, so that no reader needs any of it.
-    bool logIsFree() const {
-        sqlite3* handle = nullptr;
-        EXPECT_EQ(sqlite3_open(file().c_str(), &handle), SQLITE_OK);
-        // Only one that has read knows of the log.
-        EXPECT_EQ(sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr), SQLITE_OK);
-        const int code = sqlite3_wal_checkpoint_v2(handle, nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
-        sqlite3_close(handle);
-        return code == SQLITE_OK;
     }
 };
 
