@@ -70,6 +70,7 @@ protected:
         desk.play(command);
         told_ += desk.told() ? 1 : 0;
         EXPECT_EQ(desk.connectionsAlive(), 0);
+        EXPECT_EQ(desk.account().find("内存不足"), std::string::npos) << desk.account();
         // A tree without its nodes and a list without its rows are an answer too, where rows were damaged away.
         heard_ += desk.boxes().empty() && desk.escaped().empty() ? 0 : 1;
         store::sqlite::SqliteStore::dropIdleHandles();
