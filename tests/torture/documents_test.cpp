@@ -55,7 +55,7 @@ TEST(Documents, ofAnyBytesForANameAreGivenAsThatFileOrRefusedInWords) {
     Desktop desktop;
     std::mt19937 random = randomFor("documents");
     int given = 0;
-    for (int each = 0; each < (fullLength() ? kFull : kFew); ++each) {
+    for (int each = 0; each < roundsOf(kFew, kFull); ++each) {
         std::string stored;
         // Every other one of signs alone, among which commands and options are.
         for (std::size_t length = random() % 24; length > 0; --length)

@@ -114,7 +114,7 @@ TEST_F(Hostile, aDamagedDatabaseEndsNoProcess) {
     layOutAgain();
     const std::string whole = contentsOf(database());
     std::mt19937 random = randomFor("damage");
-    const int damages = fullLength() ? kFullDamages : kFewDamages;
+    const int damages = roundsOf(kFewDamages, kFullDamages);
     for (int damage = 0; damage < damages; ++damage) {
         SCOPED_TRACE("damage " + std::to_string(damage));
         const std::string bytes = damaged(whole, random);
