@@ -18,10 +18,11 @@ namespace {
 constexpr std::size_t kRowsAStep = 500;
 constexpr int kLastColumn = 16384;  // XFD
 
+// From 0 on; what is less is none.
 int numberOf(std::string_view text, int fallback = 0) {
     int number = fallback;
     std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    return std::max(number, -1);
 }
 
 std::string folderOf(const std::string& part) {

@@ -7,9 +7,11 @@
 #include <filesystem>
 #include <fstream>
 
+#include "editor/binaryfile.h"
 #include "editor/editortest.h"
 #include "platform/qt/qttoolkit.h"
 #include "support/temporary.h"
+#include "torture/share.h"
 
 namespace orvenmod::test {
 namespace {
@@ -43,6 +45,38 @@ TEST(Documents, areGivenToTheDesktopAsFilesWhateverTheirNames) {
         EXPECT_TRUE(url.toString(QUrl::FullyEncoded).startsWith("file:///"));
         desktop.opened.clear();
     }
+}
+
+TEST(Documents, ofAnyBytesForANameAreGivenAsThatFileOrRefusedInWords) {
+    constexpr int kFew = 500;
+    constexpr int kFull = 100'000;
+    platform::qt::QtToolkit toolkit;
+    const TemporaryFolder folder;
+    Desktop desktop;
+    std::mt19937 random = randomFor("documents");
+    int given = 0;
+    for (int each = 0; each < roundsOf(kFew, kFull); ++each) {
+        std::string stored;
+        // Every other one of signs alone, among which commands and options are.
+        for (std::size_t length = random() % 24; length > 0; --length)
+            stored += static_cast<char>(each % 2 == 0 ? ' ' + random() % 95 : 1 + random() % 255);
+        SCOPED_TRACE(stored);
+        const std::string path = folder.file(plainFileName(stored));
+        std::ofstream(path) << "x";
+        desktop.opened.clear();
+        try {
+            toolkit.openDocument(path);
+            ASSERT_EQ(desktop.opened.size(), 1U);
+            EXPECT_EQ(desktop.opened[0].toLocalFile().toStdString(), path);
+            EXPECT_TRUE(desktop.opened[0].toString(QUrl::FullyEncoded).startsWith("file:///"));
+            ++given;
+        } catch (const std::runtime_error& refusal) {
+            EXPECT_STRNE(refusal.what(), "");
+            EXPECT_NE(each % 2, 0) << "only bytes that are no text";
+        }
+        std::filesystem::remove(path);
+    }
+    EXPECT_GE(given, kFew / 2);
 }
 
 }  // namespace

@@ -70,6 +70,7 @@ protected:
         desk.play(command);
         told_ += desk.told() ? 1 : 0;
         EXPECT_EQ(desk.connectionsAlive(), 0);
+        EXPECT_EQ(desk.account().find("内存不足"), std::string::npos) << desk.account();
         // A tree without its nodes and a list without its rows are an answer too, where rows were damaged away.
         heard_ += desk.boxes().empty() && desk.escaped().empty() ? 0 : 1;
         store::sqlite::SqliteStore::dropIdleHandles();
@@ -113,7 +114,7 @@ TEST_F(Hostile, aDamagedDatabaseEndsNoProcess) {
     layOutAgain();
     const std::string whole = contentsOf(database());
     std::mt19937 random = randomFor("damage");
-    const int damages = fullLength() ? kFullDamages : kFewDamages;
+    const int damages = roundsOf(kFewDamages, kFullDamages);
     for (int damage = 0; damage < damages; ++damage) {
         SCOPED_TRACE("damage " + std::to_string(damage));
         const std::string bytes = damaged(whole, random);

@@ -29,7 +29,7 @@ namespace fs = std::filesystem;
 constexpr int kFew = 40;
 constexpr int kFull = 3000;
 
-int howMany() { return fullLength() ? kFull : kFew; }
+int howMany() { return roundsOf(kFew, kFull); }
 
 std::string contentsOf(const std::string& path) {
     std::ostringstream text;

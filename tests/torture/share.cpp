@@ -21,6 +21,12 @@ std::string wanted() {
 
 bool fullLength() { return wanted() == "full"; }
 
+int roundsOf(int few, int full) {
+    if (fullLength()) return full;
+    const std::string rounds = wanted();
+    return rounds.empty() ? few : std::max(few, std::stoi(rounds));
+}
+
 unsigned seed() {
     static const unsigned seed = [] {
         const char* given = std::getenv("ORVEN_SEED");
@@ -42,8 +48,7 @@ std::mt19937 randomFor(const char* test) {
 std::vector<int> placesOf(int count, int few, std::mt19937& random) {
     std::vector<int> places(static_cast<std::size_t>(std::max(count, 0)));
     std::iota(places.begin(), places.end(), 1);
-    if (fullLength()) return places;
-    if (const std::string most = wanted(); !most.empty()) few = std::max(few, std::stoi(most));
+    few = roundsOf(few, count);
     if (count <= few) return places;
     std::shuffle(places.begin(), places.end() - 1, random);
     places.erase(places.begin(), places.end() - few);

@@ -13,6 +13,9 @@ bool fullLength();
 /// Of this process; told on its output when it is first asked for.
 unsigned seed();
 
+/// How many rounds to do, where each costs alike: `full` at full length, otherwise `few`, or as many as wanted.
+int roundsOf(int few, int full);
+
 /// For a test of its own choice, so that one that runs alone chooses as it did among others.
 std::mt19937 randomFor(const char* test);
 

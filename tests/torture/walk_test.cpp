@@ -11,8 +11,8 @@
 namespace orvenmod::test {
 namespace {
 
-constexpr std::size_t kFewSteps = 400;
-constexpr std::size_t kFullSteps = 10'000;
+constexpr int kFewSteps = 400;
+constexpr int kFullSteps = 10'000;
 constexpr int kMostPlays = 300;  // while a walk is shortened
 
 struct Outcome {
@@ -72,7 +72,7 @@ void expectRight(const std::vector<Step>& steps) {
 
 TEST(Walk, ofSeveralClerksLeavesWhatAModelOfPlainValuesHolds) {
     std::mt19937 random = randomFor("walk");
-    std::vector<Step> steps(fullLength() ? kFullSteps : kFewSteps);
+    std::vector<Step> steps(static_cast<std::size_t>(roundsOf(kFewSteps, kFullSteps)));
     std::uniform_int_distribution<unsigned> number(0, 999);
     for (Step& step : steps)
         step = {number(random), number(random), number(random)};

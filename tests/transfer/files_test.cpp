@@ -79,6 +79,15 @@ TEST_F(Files, aWorkbookTellsTextsNumbersDaysAndErrorsApart) {
               (Texts{"t螺丝", "n1.5", "d2024-03-04", "d2024-03-04 12:00:00", "tin", "e#N/A", "t1", " ", "tx"}));
 }
 
+TEST_F(Files, aPlaceThatNoSheetHasIsNone) {
+    const SheetFile file = readSheet(
+        "<row r=\"1\"><c r=\"A1\"><v>1</v></c></row><row r=\"-2147483648\"><c r=\"A-2147483648\"><v>2</v></c></row>"
+        "<row r=\"2\"><c r=\"ZZZZZZZZ2\"><v>3</v></c><c r=\"A2\" t=\"s\"><v>-2147483648</v></c></row>",
+        "<mergeCells><mergeCell ref=\"A-2147483648:B-2147483648\"/></mergeCells>");
+    ASSERT_EQ(file.rows.rowCount(), 1U);
+    EXPECT_EQ(cells(file, 0), Texts{"n1"});
+}
+
 TEST_F(Files, cellsThatShareATextEachHaveItWhereverTheyStand) {
     const std::string text = "<c t=\"s\"><v>0</v></c>";
     const SheetFile file = readSheet("<row r=\"1\">" + text + "<c t=\"s\"><v>1</v></c>" + text +

@@ -34,6 +34,8 @@ void checkAnswered(sqlite3* database, int code, const DatabaseFile& file) {
         case SQLITE_FULL:
         case SQLITE_INTERRUPT:
         case SQLITE_BUSY:
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
             throw failureOf(database, code, file);
         default:
             break;
@@ -47,9 +49,11 @@ public:
         sqlite3_stmt* statement = nullptr;
         checkAnswered(database, sqlite3_prepare_v2(database, text, -1, &statement, nullptr), file);
         statement_.reset(statement);
+        if (statement == nullptr) return;
         checkBound(sqlite3_bind_text64(statement, 1, argument.data(), argument.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
     }
     bool next() {
+        if (statement_ == nullptr) return false;
         const int code = sqlite3_step(statement_.get());
         checkAnswered(database_, code, file_);
         return code == SQLITE_ROW;

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 #include <sys/stat.h>
 
 #include <filesystem>
@@ -45,6 +46,19 @@ TEST_F(Files, ThatAreNoDatabaseAreAFailure) {
     EXPECT_EQ(failure.number(), tsql::kNoDatabase);
     std::ifstream letter(folder_.file("letter.txt"));
     EXPECT_EQ(letter.get(), 'x');
+}
+
+TEST_F(Files, WithASchemaThatCantBeReadAreAFailureAndNoLackOfMemory) {
+    SqliteStore::dropIdleHandles();
+    sqlite3* handle = nullptr;
+    ASSERT_EQ(sqlite3_open(file().c_str(), &handle), SQLITE_OK);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_WRITABLE_SCHEMA, 1, nullptr);
+    sqlite3_exec(handle, "update sqlite_master set sql='create table t(garbage' where name='t'", nullptr, nullptr,
+                 nullptr);
+    sqlite3_close(handle);
+    const auto connection = connect();
+    for (const char* sql : {"select * from t", "insert into t(id) values(1)", "create table u(id int)"})
+        EXPECT_EQ(failureOf([&] { connection->execute(sql); }).number(), tsql::kNoDatabase) << sql;
 }
 
 TEST_F(Files, ThatNobodyMayReadAreAFailure) {
