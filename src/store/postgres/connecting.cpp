@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <future>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
