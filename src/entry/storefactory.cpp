@@ -23,7 +23,7 @@ bool isServerProvider(const std::string& provider) {
 
 StoreFactory::StoreFactory(std::function<void()> paint)
     : embedded_(std::make_unique<store::sqlite::SqliteStore>()),
-      postgres_(std::make_unique<store::postgres::PostgresStore>()),
+      postgres_(std::make_unique<store::postgres::PostgresStore>(paint)),
       server_(std::make_unique<store::odbc::OdbcStore>(std::move(paint))) {}
 StoreFactory::~StoreFactory() = default;
 

@@ -40,9 +40,11 @@ ChildProgram::ChildProgram(const std::string& program, const std::vector<std::st
 
 ChildProgram::~ChildProgram() {
     if (process_ <= 0) return;
-    ::kill(process_, SIGKILL);
+    kill();
     end();
 }
+
+void ChildProgram::kill() const { ::kill(process_, SIGKILL); }
 
 void ChildProgram::tell(const std::string& line) {
     std::fputs((line + "\n").c_str(), input_.get());

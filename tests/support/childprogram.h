@@ -24,6 +24,8 @@ public:
     void tell(const std::string& line);
     /// Its next line, without the end; nothing when it has closed its output.
     std::optional<std::string> line();
+    /// Tells the system to end it at once, without waiting for that.
+    void kill() const;
     /// Waits until it ends; its exit code, -1 where a signal ended it.
     int end();
     /// The most memory that it had, in MiB; known once it has ended.

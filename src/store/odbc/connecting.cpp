@@ -1,6 +1,5 @@
 #include "store/odbc/connecting.h"
 
-#include <algorithm>
 #include <exception>
 #include <future>
 #include <string>
@@ -9,6 +8,7 @@
 
 #include "store/odbc/connectfailure.h"
 #include "store/odbc/freetdssettings.h"
+#include "store/server/endwait.h"
 
 namespace orvenmod::store::odbc {
 
@@ -48,23 +48,6 @@ std::future<void> connectOnThread(const std::shared_ptr<ConnectedHandles>& handl
     return end;
 }
 
-// False where the time was over before that; a limit of 0 is none.
-bool isReadyWithin(const std::future<void>& end, std::chrono::milliseconds limit, server::Progress& progress) {
-    constexpr std::chrono::milliseconds kLongestWait{60'000};
-    const auto start = std::chrono::steady_clock::now();
-    progress.start();
-    for (;;) {
-        auto wait = progress ? progress.untilNext() : kLongestWait;
-        if (limit.count() != 0) {
-            const auto passed = std::chrono::steady_clock::now() - start;
-            if (passed >= limit) return false;
-            wait = std::min(wait, std::chrono::ceil<std::chrono::milliseconds>(limit - passed));
-        }
-        if (end.wait_for(wait) == std::future_status::ready) return true;
-        progress.report();
-    }
-}
-
 }  // namespace
 
 ConnectedHandles::~ConnectedHandles() {
@@ -84,7 +67,7 @@ std::shared_ptr<ConnectedHandles> connectWithin(std::chrono::seconds limit, cons
     const FreeTdsSettings settings(string.settings);
     std::future<void> end = connectOnThread(handles, string.text, greeting);
     const std::chrono::milliseconds longest = limit.count() == 0 ? limit : limit + kGrace;
-    if (!isReadyWithin(end, longest, progress)) throw serverSilent(string, limit, language);
+    if (!server::awaitEnd(end, longest, progress)) throw serverSilent(string, limit, language);
     if (!handles->connected) throw connectFailure(handles->connection.diagnostics(), string, limit, language);
     end.get();
     return handles;

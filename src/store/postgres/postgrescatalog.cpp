@@ -274,6 +274,11 @@ void PostgresCatalog::addIndexes(const PGresult* rows) const {
     }
 }
 
+bool PostgresCatalog::isQuoted(const std::string& object) const {
+    const auto found = objects_.find(tsql::nativeName(object));
+    return found != objects_.end() && !found->second->info.nativeName.empty();
+}
+
 std::string PostgresCatalog::declaredTable(const std::string& native) const {
     const auto found = objects_.find(tsql::nativeName(native));
     return found == objects_.end() ? native : found->second->info.name;

@@ -38,6 +38,8 @@ public:
     std::int64_t version() const { return version_; }
     void setVersion(std::int64_t version) { version_ = version; }
 
+    /// Whether the table or view has a name that only its maker's quotes can write, so that definitions of it are his.
+    bool isQuoted(const std::string& object) const;
     /// A table's name as declared; as it stands where the catalog doesn't know it.
     std::string declaredTable(const std::string& native) const;
     std::string declaredColumn(const std::string& table, const std::string& native) const;

@@ -32,8 +32,10 @@ bool maySeveralBeDropped(std::string_view sql) {
 
 }  // namespace
 
-PostgresConnection::PostgresConnection(std::string connectionString, std::unique_ptr<Session> session)
+PostgresConnection::PostgresConnection(std::string connectionString, std::unique_ptr<Session> session,
+                                       std::function<void()> paint)
     : connectionString_(std::move(connectionString)),
+      paint_(std::move(paint)),
       language_(session->address().language),
       server_(session->address().server),
       session_(std::move(session)) {}
@@ -47,7 +49,7 @@ Session& PostgresConnection::session() {
     const bool replaceable = transaction_ == Transaction::none || transaction_ == Transaction::begun;
     if (session_ && replaceable && !session_->alive()) session_.reset();
     if (!session_) {
-        session_ = takeSession(connectionString_);
+        session_ = takeSession(connectionString_, progress_ ? progress_ : paint_);
         session_->progress().set(progress_);
     }
     if (replaceable && session_->isOvertaken()) session_->forgetSchema();
@@ -82,7 +84,11 @@ PostgresConnection::Look PostgresConnection::lookOf(const CachedStatement& entry
 CachedStatement& PostgresConnection::prepared(std::string_view sql) {
     if (!isText(sql)) throw tsql::Error(tsql::kNoText);
     shape_.scan(sql);
-    return session_->prepare(sql, shape_);
+    CachedStatement& entry = session_->prepare(sql, shape_);
+    const tsql::Translation& translation = entry.translation;
+    if (translation.kind == StatementKind::ddl && session_->catalog().isQuoted(translation.table))
+        throw tsql::Error(tsql::kNotSupported, {"a definition of \"" + translation.table + "\""});
+    return entry;
 }
 
 // The place of its answer, of a definition's first where it consists of several.

@@ -13,6 +13,7 @@
 //   commitTrans   COMMIT                                    one
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,7 +28,8 @@ namespace orvenmod::store::postgres {
 
 class PostgresConnection : public Connection {
 public:
-    PostgresConnection(std::string connectionString, std::unique_ptr<Session> session);
+    /// `paint` is called while a lost session is replaced.
+    PostgresConnection(std::string connectionString, std::unique_ptr<Session> session, std::function<void()> paint);
     ~PostgresConnection() override;
 
     std::int64_t execute(std::string_view sql) override;
@@ -99,6 +101,7 @@ private:
     [[noreturn]] void failForLoss(const LostConnection& lost, server::Outcome outcome);
 
     std::string connectionString_;
+    std::function<void()> paint_;
     tsql::Language language_;
     std::string server_;
     std::unique_ptr<Session> session_;

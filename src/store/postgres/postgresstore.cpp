@@ -6,7 +6,7 @@
 namespace orvenmod::store::postgres {
 
 std::unique_ptr<Connection> PostgresStore::connect(const std::string& connectionString) {
-    return std::make_unique<PostgresConnection>(connectionString, takeSession(connectionString));
+    return std::make_unique<PostgresConnection>(connectionString, takeSession(connectionString, paint_), paint_);
 }
 
 void PostgresStore::dropIdleSessions() { postgres::dropIdleSessions(); }

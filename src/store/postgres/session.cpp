@@ -16,8 +16,8 @@
 #include <thread>
 #include <utility>
 
+#include "store/postgres/connecting.h"
 #include "store/postgres/failures.h"
-#include "store/postgres/installation.h"
 #include "store/tsql/translator.h"
 
 namespace orvenmod::store::postgres {
@@ -25,9 +25,6 @@ namespace orvenmod::store::postgres {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-// Who refuses does it sooner; who says nothing isn't waited for twice.
-constexpr std::chrono::seconds kSoon{1};
 
 struct FixedText {
     const char* name;
@@ -100,48 +97,15 @@ const PGresult* Answer::failure() const {
     return results.empty() || !isFailure(results.back().get()) ? nullptr : results.back().get();
 }
 
-Session::Session(ServerAddress address)
+Session::Session(ServerAddress address, const std::function<void()>& paint)
     : address_(std::move(address)), catalog_(*this), ownName_(ownName()), zone_(localZone()) {
-    connect();
-    checkServer();
-    install(connection_.get(), address_);
+    progress_.set(paint);
+    connection_ = connectTo(address_, progress_);
     setUp();
+    progress_.set({});
 }
 
 Session::~Session() = default;
-
-void Session::connect() {
-    std::vector<const char*> names;
-    std::vector<const char*> values;
-    for (const auto& [name, value] : address_.parameters) {
-        names.push_back(name.c_str());
-        values.push_back(value.c_str());
-    }
-    names.push_back(nullptr);
-    values.push_back(nullptr);
-    const auto start = Clock::now();
-    connection_.reset(PQconnectdbParams(names.data(), values.data(), 0));
-    if (PQstatus(connection_.get()) == CONNECTION_OK) return;
-    Refusal refusal{lastWords(connection_.get()), {}, Clock::now() - start};
-    // Who has answered is asked again for the state alone: the words are in whatever language, and before the first
-    // attempt the library takes no wish.
-    if (refusal.taken < kSoon) {
-        PQsetErrorVerbosity(connection_.get(), PQERRORS_SQLSTATE);
-        PQreset(connection_.get());
-        PQsetErrorVerbosity(connection_.get(), PQERRORS_DEFAULT);
-        if (PQstatus(connection_.get()) == CONNECTION_OK) return;
-        refusal.states = lastWords(connection_.get());
-    }
-    throw connectFailure(connection_.get(), address_, refusal);
-}
-
-void Session::checkServer() const {
-    if (auto failure = unfitServer(PQserverVersion(connection_.get()), address_)) throw *failure;
-    const char* encoding = PQparameterStatus(connection_.get(), "server_encoding");
-    if (encoding != nullptr && std::string_view(encoding) == "UTF8") return;
-    throw tsql::worded(address_.language, tsql::kServerEncoding,
-                       {PQdb(connection_.get()), encoding == nullptr ? "?" : encoding});
-}
 
 // plan_cache_mode is left automatic: with 100 thousand goods a plan made for each value takes the windows' short
 // statements 0.12 ms instead of 0.07, and the lists gain nothing from it.

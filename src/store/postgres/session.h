@@ -78,8 +78,8 @@ enum class Fixed { begin, commit, rollback, savepoint, release, rollbackTo, expe
 
 class Session {
 public:
-    /// Throws Failure.
-    explicit Session(ServerAddress address);
+    /// `paint` is called about ten times a second until the session is there. Throws Failure, and what it throws.
+    explicit Session(ServerAddress address, const std::function<void()>& paint = {});
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -154,9 +154,6 @@ public:
     bool reset() noexcept;
 
 private:
-    void connect();
-    [[noreturn]] void failToConnect(double seconds) const;
-    void checkServer() const;
     void setUp();
     Answer receive(const Stream* stream);
     void awaitResult(const PGresult* last = nullptr);

@@ -27,9 +27,9 @@ void endBeforeTheLibrary(const Session& session) {
 
 }  // namespace
 
-std::unique_ptr<Session> takeSession(const std::string& connectionString) {
+std::unique_ptr<Session> takeSession(const std::string& connectionString, const std::function<void()>& paint) {
     if (auto session = pool().take(connectionString)) return session;
-    auto session = std::make_unique<Session>(ServerAddress::parse(connectionString));
+    auto session = std::make_unique<Session>(ServerAddress::parse(connectionString), paint);
     endBeforeTheLibrary(*session);
     return session;
 }

@@ -1,15 +1,16 @@
 #include <gtest/gtest.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
 
+#include "localport.h"
 #include "store/tsql/failurenumbers.h"
 #include "suiteserver.h"
 #include "support/temporary.h"
@@ -18,32 +19,6 @@ namespace orvenmod::store::postgres::test {
 namespace {
 
 using orvenmod::test::PostgresServer;
-
-class LocalPort {
-public:
-    LocalPort() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        ::bind(socket_, reinterpret_cast<sockaddr*>(&address), size);
-        ::listen(socket_, 5);
-        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
-        port_ = ntohs(address.sin_port);
-    }
-    ~LocalPort() { ::close(socket_); }
-    LocalPort(const LocalPort&) = delete;
-    LocalPort& operator=(const LocalPort&) = delete;
-
-    int socket() const { return socket_; }
-    std::string connectionString() const {
-        return "Provider=PostgreSQL;Data Source=127.0.0.1;Port=" + std::to_string(port_);
-    }
-
-private:
-    int socket_;
-    int port_ = 0;
-};
 
 // Gives each client the same answer and waits until he goes.
 class PlayedServer {
@@ -103,6 +78,39 @@ TEST(BadServers, AHostThatDoesNotAnswerIsToldWithinTheConnectTimeout) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     EXPECT_EQ(failure.number(), tsql::kServerSilent);
     EXPECT_EQ(failure.text(), "服务器“127.0.0.1”在 2 秒内没有应答。请检查服务器地址和网络。");
+}
+
+TEST(BadServers, WindowsPaintWhileAHostDoesNotAnswer) {
+    const LocalPort host;
+    int painted = 0;
+    PostgresStore store([&] { ++painted; });
+    EXPECT_EQ(failureOf([&] { store.connect(host.connectionString() + ";Connect Timeout=2"); }).number(),
+              tsql::kServerSilent);
+    EXPECT_GE(painted, 5);
+}
+
+TEST(BadServers, AHostThatDoesNotAnswerIsWaitedForNoLongerThanThePaintingWants) {
+    const LocalPort host;
+    int painted = 0;
+    PostgresStore store([&] {
+        if (++painted == 3) throw std::runtime_error("cancelled");
+    });
+    EXPECT_THROW(store.connect(host.connectionString() + ";Connect Timeout=600"), std::runtime_error);
+    EXPECT_EQ(painted, 3);
+}
+
+TEST(BadServers, AHostThatDoesNotAnswerIsPassedOverWhileWindowsPaint) {
+    const LocalPort host;
+    PostgresServer& server = PostgresServer::shared();
+    const std::string database = server.makeDatabase();
+    int painted = 0;
+    PostgresStore store([&] { ++painted; });
+    const std::string hosts = "Provider=PostgreSQL;Data Source=127.0.0.1," + server.host() + ";Port=" + host.port() +
+                              ",;Initial Catalog=" + database + ";User ID=suite;Connect Timeout=2";
+    EXPECT_EQ(store.connect(hosts)->open("select 1 as a").rowCount(), 1U);
+    EXPECT_GE(painted, 5);
+    PostgresStore::dropIdleSessions();
+    server.dropDatabase(database);
 }
 
 TEST(BadServers, AHostThatTakesNoConnectionIsTold) {

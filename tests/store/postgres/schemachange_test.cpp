@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "store/tsql/failurenumbers.h"
 #include "suiteserver.h"
 
 namespace orvenmod::store::postgres::test {
@@ -126,6 +127,28 @@ TEST_F(SchemaChange, LeavesATableThatWasMadeByHandReadable) {
     EXPECT_EQ(rows.cell(0, 3), "2026-01-02 03:04:05.500");
     EXPECT_EQ(rows.cell(0, 4), "100000000000000000000");
     EXPECT_EQ(rows.cell(0, 5), "\x0a\xff");
+}
+
+TEST_F(SchemaChange, OfATableWithCapitalsInItsNameIsTheAdministratorsOwn) {
+    foreignly("CREATE TABLE \"Hand\"(\"Id\" integer PRIMARY KEY, c text); INSERT INTO \"Hand\" VALUES (1, 'x')");
+    EXPECT_EQ(value(*connection_, "select c from Hand where id=1"), "x");
+    EXPECT_EQ(connection_->execute("insert into hand(id,C) values(2,'y')"), 1);
+    EXPECT_EQ(connection_->execute("update HAND set c='z' where Id=2"), 1);
+    const auto writer = connection_->openTable("Hand");
+    writer->addNew();
+    writer->set("Id", "3");
+    writer->update();
+    EXPECT_EQ(value(*connection_, "select count(*) from hand"), "3");
+    for (const char* definition :
+         {"alter table Hand add d int", "alter table hand drop column c", "create index i on hand(c)",
+          "drop table Hand", "truncate table Hand", "alter table Hand add constraint k unique(c)"}) {
+        const Failure refused = failureOf([&] { connection_->execute(definition); });
+        EXPECT_EQ(refused.number(), tsql::kNotSupported) << definition;
+        EXPECT_NE(refused.text().find("a definition of \"Hand\""), std::string::npos) << refused.text();
+    }
+    connection_->execute("create view vHand as select id,c from hand");
+    EXPECT_EQ(value(*connection_, "select c from vHand where id=2"), "z");
+    EXPECT_EQ(connection_->execute("delete from hand"), 3);
 }
 
 }  // namespace

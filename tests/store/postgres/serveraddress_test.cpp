@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fstream>
+
 #include "store/failure.h"
 #include "store/tsql/failurenumbers.h"
+#include "support/temporary.h"
 
 namespace orvenmod::store::postgres {
 namespace {
@@ -66,6 +70,53 @@ TEST(ServerAddressOfAString, WaitsAsLongAsItsTimeoutsSay) {
     EXPECT_EQ(parameter(kPlain + ";Connect Timeout=4", "connect_timeout"), "4");
     EXPECT_EQ(ServerAddress::parse(kPlain).busyTimeout, std::chrono::seconds(5));
     EXPECT_THROW(ServerAddress::parse(kPlain + ";Busy Timeout=soon"), Failure);
+}
+
+// The environment variable of the test's own process.
+class Variable {
+public:
+    Variable(const char* name, const std::string& value) : name_(name) { ::setenv(name, value.c_str(), 1); }
+    ~Variable() { ::unsetenv(name_); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* name_;
+};
+
+TEST(ServerAddressOfAString, LeavesWhatTheServiceFileSays) {
+    const orvenmod::test::TemporaryFolder folder;
+    std::ofstream(folder.file("services")) << "[till]\nhost=db1,db2\ndbname=suite\nconnect_timeout=7\n"
+                                              "tcp_user_timeout=9000\nkeepalives_idle=70\n";
+    const Variable file("PGSERVICEFILE", folder.file("services"));
+    const std::string till = "Provider=PostgreSQL;service=till";
+    for (const char* set : {"connect_timeout", "tcp_user_timeout", "keepalives_idle"})
+        EXPECT_EQ(parameter(till, set), "none") << set;
+    EXPECT_EQ(ServerAddress::parse(till).connectTimeout, std::chrono::seconds(7));
+    EXPECT_EQ(parameter(till, "keepalives_count"), "3") << "what it doesn't say is ours";
+    EXPECT_EQ(parameter(till, "target_session_attrs"), "read-write") << "of its hosts too";
+    EXPECT_EQ(parameter(till + ";Connect Timeout=4", "connect_timeout"), "4") << "the string goes before it";
+    EXPECT_EQ(parameter(till + ";tcp_user_timeout=5", "tcp_user_timeout"), "5");
+    std::ofstream(folder.file("services")) << "[till]\nhost=db1,db2\ntarget_session_attrs=prefer-standby\n";
+    EXPECT_EQ(parameter(till, "target_session_attrs"), "none");
+    const Variable service("PGSERVICE", "till");
+    EXPECT_EQ(parameter("Provider=PostgreSQL;Data Source=db1,db2", "target_session_attrs"), "none");
+}
+
+TEST(ServerAddressOfAString, LeavesWhatTheEnvironmentSays) {
+    const Variable timeout("PGCONNECT_TIMEOUT", "8");
+    const Variable servers("PGTARGETSESSIONATTRS", "standby");
+    const std::string two = "Provider=PostgreSQL;Data Source=db1,db2";
+    EXPECT_EQ(parameter(two, "connect_timeout"), "none");
+    EXPECT_EQ(ServerAddress::parse(two).connectTimeout, std::chrono::seconds(8));
+    EXPECT_EQ(parameter(two, "target_session_attrs"), "none");
+    EXPECT_EQ(parameter(two + ";Connect Timeout=4", "connect_timeout"), "4");
+}
+
+TEST(ServerAddressOfAString, KnowsTheLibrarysOwnTimeout) {
+    EXPECT_EQ(ServerAddress::parse(kPlain + ";connect_timeout=3").connectTimeout, std::chrono::seconds(3));
+    EXPECT_EQ(ServerAddress::parse(kPlain + ";connect_timeout=0").connectTimeout, std::chrono::seconds(0));
+    EXPECT_EQ(ServerAddress::parse(kPlain).connectTimeout, std::chrono::seconds(15));
 }
 
 TEST(ServerAddressOfAString, WritesToThePrimaryOfSeveralHosts) {
