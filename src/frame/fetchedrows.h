@@ -1,6 +1,7 @@
 // The rows of a statement as a grid's or a cell's.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -22,6 +23,7 @@ public:
         return rows_->cell(row, column);
     }
     bool holds(std::size_t row) const override { return rows_->holds(row); }
+    void forEachRow(const std::function<void(std::size_t)>& take) const override { rows_->forEachRow(take); }
 
     const std::vector<store::Column>& columns() const { return rows_->columns(); }
     /// The position of the named column, without regard to case; throws Failure where there is none.

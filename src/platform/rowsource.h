@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -21,6 +22,12 @@ public:
     virtual std::optional<std::string_view> cell(std::size_t row, int column) const = 0;
     /// Whether the row's cells are at hand, so that cell() fetches nothing.
     virtual bool holds(std::size_t) const { return true; }
+    /// Calls `take` once for each row, in whatever order costs least; it asks for no other row's cells. Throws where
+    /// rows can't be fetched.
+    virtual void forEachRow(const std::function<void(std::size_t)>& take) const {
+        for (std::size_t row = 0; row < rowCount(); ++row)
+            take(row);
+    }
 };
 
 }  // namespace orvenmod::platform

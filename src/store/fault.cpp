@@ -65,6 +65,10 @@ public:
         return target_->cell(row, column);
     }
     bool holds(std::size_t row) const override { return target_->holds(row); }
+    void forEachRow(const std::function<void(std::size_t)>& take) const override {
+        if (reading() == ListReading::keys) count(plan_);
+        target_->forEachRow(take);
+    }
     void tend() override {
         count(plan_);
         target_->tend();

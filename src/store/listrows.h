@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -31,6 +32,13 @@ public:
 
     /// Whether the row's cells are at hand, so that cell() fetches nothing.
     virtual bool holds(std::size_t row) const = 0;
+
+    /// Calls `take` once for each row, in whatever order costs least; the row's cells are at hand within the call,
+    /// which asks for no other row's. Throws Failure where rows can't be fetched.
+    virtual void forEachRow(const std::function<void(std::size_t)>& take) const {
+        for (std::size_t row = 0; row < rowCount(); ++row)
+            take(row);
+    }
 
     /// To be called now and then (a few times a minute) while the rows are shown: lets go of what holds up the database
     /// when that has become costly. Throws Failure; the rows are then as before.

@@ -20,6 +20,23 @@ void addGoods(Database& database, int count) {
     database.execute("update ICItem set fMinQty=fItemId % 5, fModel=null where fItemId>=1000");
 }
 
+/// Some thousands of goods behind the keys of many more: what the embedded store reads by keys.
+int addLongList(Database& database) {
+    constexpr int kFirst = 1000;
+    constexpr int kAll = 1 << 15;
+    constexpr int kKept = 5000;
+    database.addItem(3, kFirst, "05.1000", "垫圈", 14);
+    for (int count = 1; count < kAll; count *= 2) {
+        const std::string id = "fItemId+" + std::to_string(count);
+        database.execute("insert into ICItem(fItemId,fNumber,fName,fMinQty) select " + id +
+                         ",'05.'+convert(varchar(10)," + id + "),fName," + id +
+                         " from ICItem where fItemId>=" + std::to_string(kFirst));
+    }
+    database.execute("delete from ICItem where fItemId>=" + std::to_string(kFirst) + " and fItemId<" +
+                     std::to_string(kFirst + kAll - kKept));
+    return kKept;
+}
+
 /// What the user gets to see of the list in every way that there is.
 struct Seen {
     Rows shown, sorted, narrowed, category, found;
@@ -75,6 +92,28 @@ TEST_P(Roads, aListReadByWindowsShowsWhatOneReadWholeShows) {
     EXPECT_EQ(seen.narrowed, whole.narrowed);
     EXPECT_EQ(seen.category, whole.category);
     EXPECT_EQ(seen.found, whole.found);
+}
+
+TEST_P(Roads, aLongListIsThatOfItsOpeningWhateverOthersSave) {
+    const auto rows = static_cast<std::size_t>(addLongList(stage.database())) + 4;
+    stage.open(kManagement, [&](User& user) {
+        auto& grid = user.control<ListGrid>("vsf1");
+        const Texts before = codes(user);
+        ASSERT_EQ(before.size(), rows);
+        stage.database().execute("delete from ICItem where fItemId>30000");
+        stage.database().execute("update ICItem set fNumber='06.'+fNumber,fName='改名',fMinQty=0 where fItemId>=1000");
+        EXPECT_EQ(codes(user), before);
+        user.clickHeading("vsf1", kNumberColumn);
+        EXPECT_EQ(grid.text(4999, kNumberColumn), "33,766");
+        user.clickHeading("vsf1", kNumberColumn);
+        EXPECT_EQ(grid.text(1, 2), "05.33767");
+        grid.narrow("33,76");
+        EXPECT_EQ(grid.rowCount(), 9);
+        EXPECT_EQ(grid.text(8, 3), "垫圈");
+        grid.narrow("");
+        user.clickNode("tv1", "D0");
+        EXPECT_EQ(codes(user).size(), 1237U);
+    });
 }
 
 TEST_P(Roads, aRowThatCanNotBeReadWhileScrollingGivesOneBoxAndTheListLivesOn) {

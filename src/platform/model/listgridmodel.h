@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -114,6 +115,8 @@ private:
     std::string_view valueAt(std::size_t slot, int column) const;
     std::string textAt(std::size_t slot, int column) const;
     SortKeys keysOf(int column) const;
+    /// Each slot once, in the order in which a source reads its rows fastest.
+    void forEachSlot(const std::function<void(std::size_t)>& take) const;
     void applySort();
     void applyNarrowing(bool further);
     void dropUnshown();

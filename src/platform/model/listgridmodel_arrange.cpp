@@ -1,5 +1,6 @@
 // How a list grid's rows and columns are arranged.
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <utility>
 
@@ -25,10 +26,23 @@ void ListGridModel::sortOn(int column) {
 }
 
 SortKeys ListGridModel::keysOf(int column) const {
-    SortKeys keys(this->column(column).kind);
-    for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot)
-        keys.add(valueAt(slot, column));
+    SortKeys keys(this->column(column).kind, rows_.slotCount());
+    forEachSlot([&](std::size_t slot) { keys.set(slot, valueAt(slot, column)); });
     return keys;
+}
+
+void ListGridModel::forEachSlot(const std::function<void(std::size_t)>& take) const {
+    if (!source_) {
+        for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot)
+            take(slot);
+        return;
+    }
+    try {
+        source_->forEachRow(take);
+    } catch (...) {
+        blind_ = true;
+        throw;
+    }
 }
 
 void ListGridModel::applySort() {
@@ -39,13 +53,14 @@ void ListGridModel::applySort() {
 
 void ListGridModel::readyNarrowing() {
     if (sought_) return;
-    SoughtTexts texts;
-    for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot) {
+    SoughtTexts texts(rows_.slotCount());
+    forEachSlot([&](std::size_t slot) {
+        texts.beginRow(slot);
         for (int column = 0; column < columnCount_; ++column) {
             if (!columns_[static_cast<std::size_t>(column)].hidden) texts.addCell(textAt(slot, column));
         }
-        texts.endRow();
-    }
+        texts.endRow(slot);
+    });
     sought_ = std::move(texts);
 }
 
@@ -67,7 +82,7 @@ void ListGridModel::applyNarrowing(bool further) {
     readyNarrowing();
     const std::vector<SoughtWord> words = soughtWords(narrowing_);
     BitSet found;
-    for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot) {
+    for (const std::uint32_t slot : sought_->order()) {
         if (further && !found_->test(slot)) continue;
         const std::u16string_view texts = sought_->row(slot);
         if (std::ranges::all_of(words, [&](const SoughtWord& word) { return word.in(texts); })) found.set(slot);
@@ -129,10 +144,17 @@ int ListGridModel::placeOf(int column) const {
 const NumberSum& ListGridModel::selectedSum() const {
     if (sum_ && sum_->first == currentColumn_) return sum_->second;
     NumberSum sum;
+    const auto add = [&](std::size_t slot) { sum.add(valueAt(slot, currentColumn_)); };
+    if (selectedCount_ > rows_.slotCount() / 4) {
+        forEachSlot([&](std::size_t slot) {
+            if (selected_.test(slot)) add(slot);
+        });
+        return sum_.emplace(currentColumn_, sum).second;
+    }
     for (std::size_t slot = 0, left = selectedCount_; left > 0; ++slot) {
         if (!selected_.test(slot)) continue;
         --left;
-        sum.add(valueAt(slot, currentColumn_));
+        add(slot);
     }
     return sum_.emplace(currentColumn_, sum).second;
 }

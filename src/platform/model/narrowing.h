@@ -18,16 +18,30 @@ namespace orvenmod::platform::model {
 /// The texts of rows, by slot.
 class SoughtTexts {
 public:
-    /// Adds a cell to the last row.
+    explicit SoughtTexts(std::size_t count) : rows_(count) {}
+
+    /// Begins a row, each once, in any order.
+    void beginRow(std::size_t slot) {
+        rows_[slot].begin = units_.size();
+        order_.push_back(static_cast<std::uint32_t>(slot));
+    }
+    /// Adds a cell to the row.
     void addCell(std::string_view text);
-    void endRow() { ends_.push_back(units_.size()); }
+    void endRow(std::size_t slot) { rows_[slot].end = units_.size(); }
+    /// As the rows came, which is how they lie in memory.
+    const std::vector<std::uint32_t>& order() const { return order_; }
     std::u16string_view row(std::size_t slot) const {
-        return std::u16string_view(units_).substr(ends_[slot], ends_[slot + 1] - ends_[slot]);
+        return std::u16string_view(units_).substr(rows_[slot].begin, rows_[slot].end - rows_[slot].begin);
     }
 
 private:
+    struct Range {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
     std::u16string units_;
-    std::vector<std::size_t> ends_ = {0};
+    std::vector<Range> rows_;  // by slot, of units_
+    std::vector<std::uint32_t> order_;
 };
 
 class SoughtWord {

@@ -67,9 +67,10 @@ bool isBlank(std::string_view cell) { return cell.find_first_not_of(' ') == std:
 
 }  // namespace
 
-void SortKeys::add(std::string_view cell) {
+void SortKeys::set(std::size_t slot, std::string_view cell) {
+    keys_[slot].begin = bytes_.size();
     if (!isBlank(cell)) kind_ == ColumnKind::number ? addNumber(cell) : addText(cell);
-    ends_.push_back(bytes_.size());
+    keys_[slot].end = bytes_.size();
 }
 
 void SortKeys::addNumber(std::string_view cell) {
@@ -116,8 +117,8 @@ std::vector<std::uint32_t> SortKeys::sorted(const std::vector<std::uint32_t>& sl
 
 std::uint64_t SortKeys::headOf(std::uint32_t slot, std::size_t depth) const {
     std::uint64_t head = 0;
-    const std::size_t end = ends_[slot + 1];
-    for (std::size_t at = ends_[slot] + depth, i = 0; i < kHead; ++i, ++at)
+    const std::size_t end = keys_[slot].end;
+    for (std::size_t at = keys_[slot].begin + depth, i = 0; i < kHead; ++i, ++at)
         head = (head << 8) | (at < end ? bytes_[at] : 0U);
     return head;
 }

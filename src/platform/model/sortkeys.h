@@ -18,10 +18,10 @@ namespace orvenmod::platform::model {
 
 class SortKeys {
 public:
-    explicit SortKeys(ColumnKind kind) : kind_(kind) {}
+    SortKeys(ColumnKind kind, std::size_t count) : kind_(kind), keys_(count) {}
 
-    /// The cell of the next slot.
-    void add(std::string_view cell);
+    /// Each slot's cell once, in any order.
+    void set(std::size_t slot, std::string_view cell);
     /// The slots, which come in their own order, sorted by their keys; blanks last, equal ones as they came.
     std::vector<std::uint32_t> sorted(const std::vector<std::uint32_t>& slots, SortOrder order) const;
 
@@ -30,15 +30,19 @@ private:
         std::uint64_t head;
         std::uint32_t slot;
     };
+    struct Range {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
     void addNumber(std::string_view cell);
     void addText(std::string_view cell);
     std::uint64_t headOf(std::uint32_t slot, std::size_t depth) const;
-    std::size_t length(std::uint32_t slot) const { return ends_[slot + 1] - ends_[slot]; }
+    std::size_t length(std::uint32_t slot) const { return keys_[slot].end - keys_[slot].begin; }
     void sortFrom(std::size_t depth, Entry* first, Entry* last, SortOrder order) const;
 
     ColumnKind kind_;
     std::vector<unsigned char> bytes_;
-    std::vector<std::size_t> ends_ = {0};
+    std::vector<Range> keys_;  // by slot, of bytes_
 };
 
 }  // namespace orvenmod::platform::model

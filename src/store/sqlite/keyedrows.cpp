@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <functional>
 #include <numeric>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -100,10 +102,32 @@ public:
 
     const std::vector<Column>& columns() const override { return none_.columns(); }
     std::size_t rowCount() const override { return keys_.size(); }
-    bool holds(std::size_t row) const override { return find(row) != nullptr; }
+    bool holds(std::size_t row) const override { return (walked_ && walked_->row == row) || find(row) != nullptr; }
+
     ListReading reading() const override { return ListReading::keys; }
 
+    // In the order of the file: in that of the list each window would read most of the file's pages again.
+    void forEachRow(const std::function<void(std::size_t)>& take) const override {
+        if (!snapshot_) return ListRows::forEachRow(take);
+        std::vector<std::uint32_t> rows(keys_.size());
+        std::iota(rows.begin(), rows.end(), 0U);
+        std::sort(rows.begin(), rows.end(),
+                  [this](std::uint32_t left, std::uint32_t right) { return keys_[left] < keys_[right]; });
+        try {
+            for (std::span<const std::uint32_t> left(rows); !left.empty();) {
+                const std::span<const std::uint32_t> part = left.first(std::min(RowReader::kAtOnce, left.size()));
+                walk(part, take);
+                left = left.subspan(part.size());
+            }
+        } catch (...) {
+            walked_.reset();
+            throw;
+        }
+        walked_.reset();
+    }
+
     Value cell(std::size_t row, int column) const override {
+        if (walked_ && walked_->row == row) return walked_->rows.cell(walked_->at, column);
         const Window* window = find(row);
         if (window == nullptr) window = &fetched(row);
         return window->rows.cell(row - window->first, column);
@@ -113,6 +137,7 @@ public:
         std::size_t bytes = keys_.capacity() * sizeof(std::int64_t);
         for (const Window& window : windows_)
             bytes += window.rows.memory();
+        if (walked_) bytes += walked_->rows.memory();
         return snapshot_ ? bytes + snapshot_->pageCache() : bytes;
     }
 
@@ -126,6 +151,12 @@ private:
     struct Window {
         std::size_t first = 0;
         Recordset rows;
+    };
+    /// The row that forEachRow() is at, in some rows that lie together in the file.
+    struct Walked {
+        std::size_t row = 0;
+        Recordset rows;
+        std::size_t at = 0;
     };
     using Clock = std::chrono::steady_clock;
     /// Some screens full, in about a millisecond. Whoever looks at a row that doesn't follow the one before may go
@@ -160,8 +191,25 @@ private:
 
     Window windowAt(std::size_t first, std::size_t count) const {
         const std::span keys(keys_);
+        return {first, read(keys.subspan(first, std::min(count, keys.size() - first)))};
+    }
+
+    void walk(std::span<const std::uint32_t> rows, const std::function<void(std::size_t)>& take) const {
+        walked_.reset();
+        std::vector<std::int64_t> keys;
+        for (const std::uint32_t row : rows)
+            keys.push_back(keys_[row]);
+        walked_ = {rows[0], read(keys), 0};
+        for (std::size_t at = 0; at < rows.size(); ++at) {
+            walked_->row = rows[at];
+            walked_->at = at;
+            take(rows[at]);
+        }
+    }
+
+    Recordset read(RowReader::Keys keys) const {
         try {
-            return {first, reader_->read(keys.subspan(first, std::min(count, keys.size() - first)))};
+            return reader_->read(keys);
         } catch (const tsql::Error& error) {
             throw tsql::worded(snapshot_->database().file().language, error);
         }
@@ -177,6 +225,7 @@ private:
     Recordset none_;  // has the columns
     std::vector<std::int64_t> keys_;
     std::uint64_t mostLog_;
+    mutable std::optional<Walked> walked_;
     mutable std::array<Window, kWindows> windows_;
     mutable std::size_t last_ = 0;  // the window that was fetched last
     mutable Clock::time_point fetchedAt_;

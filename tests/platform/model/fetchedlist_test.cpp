@@ -1,6 +1,7 @@
 // A list model whose rows are fetched when they are read.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -9,7 +10,7 @@
 namespace orvenmod::platform::model {
 namespace {
 
-/// A hundred rows of which the first ten are at hand; each other one is asked for anew.
+/// A hundred rows of which the first ten are at hand; each other one is asked for anew. They lie the other way round.
 class FarRows final : public RowSource {
 public:
     std::size_t rowCount() const override { return 100; }
@@ -23,8 +24,16 @@ public:
         return text_;
     }
     bool holds(std::size_t row) const override { return row < 10; }
+    void forEachRow(const std::function<void(std::size_t)>& take) const override {
+        ++walks;
+        for (std::size_t row = rowCount(); row-- > 0;) {
+            if (fails) throw std::runtime_error("读不到行");
+            take(row);
+        }
+    }
 
     mutable int asked = 0;
+    mutable int walks = 0;
     bool fails = false;
 
 private:
@@ -105,6 +114,36 @@ TEST_F(FetchedRowsList, addsASumOnceForAllPaintings) {
     EXPECT_EQ(list.status(), "显示 100 行，选中 2 行，数量合计 8");
     list.setCurrentRow(3);
     EXPECT_EQ(list.status(), "显示 100 行，选中 1 行，数量合计 3");
+}
+
+TEST_F(FetchedRowsList, sortsAndNarrowsAndSumsWhateverTheOrderThatRowsComeIn) {
+    list.sort(0, SortOrder::descending);
+    EXPECT_EQ(list.shownText(1, 0), "100");
+    EXPECT_EQ(list.shownText(100, 0), "1");
+    list.narrow("9");
+    EXPECT_EQ(list.rowCount(), 20);
+    EXPECT_EQ(list.shownText(1, 0), "99");
+    EXPECT_EQ(list.shownText(19, 0), "9");
+    list.narrow("");
+    list.sort(0, SortOrder::told);
+    EXPECT_EQ(rows->walks, 2);
+    for (int row = 1; row <= 100; ++row)
+        list.setSelected(row, row % 2 == 0);
+    EXPECT_EQ(list.status(), "显示 100 行，选中 50 行，数量合计 2550");
+    EXPECT_EQ(rows->walks, 3);
+}
+
+TEST_F(FetchedRowsList, isAsBeforeWhereAWalkThroughAllFails) {
+    rows->fails = true;
+    EXPECT_THROW(list.sort(0, SortOrder::descending), std::runtime_error);
+    EXPECT_THROW(list.narrow("9"), std::runtime_error);
+    EXPECT_EQ(list.sortedColumn(), -1);
+    EXPECT_EQ(list.rowCount(), 101);
+    EXPECT_EQ(list.shownText(50, 0), "");
+    EXPECT_EQ(list.takeFailure(), std::nullopt) << "whoever sorted was told";
+    rows->fails = false;
+    list.lookAgain();
+    EXPECT_EQ(list.shownText(50, 0), "50");
 }
 
 TEST_F(FetchedRowsList, sumsWhatIsLeftWhenRowsAreNarrowed) {

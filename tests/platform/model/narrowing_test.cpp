@@ -12,10 +12,11 @@ namespace orvenmod::platform::model {
 namespace {
 
 bool finds(const std::string& typed, const std::vector<std::string>& cells) {
-    SoughtTexts texts;
+    SoughtTexts texts(1);
+    texts.beginRow(0);
     for (const std::string& cell : cells)
         texts.addCell(cell);
-    texts.endRow();
+    texts.endRow(0);
     return std::ranges::all_of(soughtWords(typed), [&](const SoughtWord& word) { return word.in(texts.row(0)); });
 }
 

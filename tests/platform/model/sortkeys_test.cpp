@@ -14,9 +14,9 @@ namespace {
 using Texts = std::vector<std::string>;
 
 Texts sorted(const Texts& cells, ColumnKind kind, SortOrder order = SortOrder::ascending) {
-    SortKeys keys(kind);
-    for (const std::string& cell : cells)
-        keys.add(cell);
+    SortKeys keys(kind, cells.size());
+    for (std::size_t slot = cells.size(); slot-- > 0;)
+        keys.set(slot, cells[slot]);
     std::vector<std::uint32_t> slots(cells.size());
     std::iota(slots.begin(), slots.end(), 0U);
     Texts result;

@@ -216,6 +216,40 @@ TEST_F(ListRowsBeside, HoldFewOfTheRowsThatWereLookedAt) {
     EXPECT_EQ(rows->cell(0, 1), "000001");
 }
 
+TEST_F(ListRowsBeside, AreGoneThroughInTheOrderOfTheFile) {
+    fill(70000, "printf('%06d', n * 7919 % 70000)");
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    const Table whole = tableOf(connect()->open(kList));
+    connect()->execute("update goods set fName='other'");
+    Table table(rows->rowCount());
+    int before = 0;
+    rows->forEachRow([&](std::size_t row) {
+        EXPECT_TRUE(rows->holds(row));
+        for (int column = 0; column < static_cast<int>(rows->columns().size()); ++column)
+            table[row].emplace_back(rows->cell(row, column));
+        const int id = std::stoi(*table[row][0]);
+        ASSERT_EQ(id, before + 1);
+        before = id;
+    });
+    EXPECT_EQ(table, whole);
+    EXPECT_LT(rows->memory(), 20U << 20);
+}
+
+TEST_F(ListRowsBeside, EndAWalkThroughAllWithWhatItThrows) {
+    fill(5000);
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    const auto failing = [&](std::size_t row) {
+        if (row == 4000) throw std::runtime_error("enough");
+    };
+    EXPECT_THROW(rows->forEachRow(failing), std::runtime_error);
+    EXPECT_FALSE(rows->holds(4000));
+    std::size_t count = 0;
+    rows->forEachRow([&](std::size_t) { ++count; });
+    EXPECT_EQ(count, 5000U);
+}
+
 TEST_F(ListRowsBeside, AreTheSameWhereTheyLieInAnotherOrder) {
     fill(100000, "printf('%06d', n * 7919 % 100000)");
     const auto rows = byKeys(kList);
