@@ -9,9 +9,9 @@ namespace orvenmod::platform::model {
 
 void ListGridModel::sort(int column, SortOrder order) {
     checkColumn(column);
-    if (order != SortOrder::told && (column != sortedColumn_ || !sortKeys_))
-        sortKeys_ = keysOf(column);
-    else if (column != sortedColumn_)
+    if (order != SortOrder::told)
+        readySort(column, nullptr);
+    else if (sortKeys_ && sortKeys_->first != column)
         sortKeys_.reset();
     sortedColumn_ = column;
     sortOrder_ = order;
@@ -19,28 +19,35 @@ void ListGridModel::sort(int column, SortOrder order) {
     lookAgain();
 }
 
+void ListGridModel::readySort(int column, const RowsDone& done) {
+    if (!sortKeys_ || sortKeys_->first != column) sortKeys_.emplace(column, keysOf(column, done));
+}
+
 void ListGridModel::sortOn(int column) {
     if (sortedColumn() != column) return sort(column, SortOrder::ascending);
     sort(column, sortOrder_ == SortOrder::ascending ? SortOrder::descending : SortOrder::told);
 }
 
-SortKeys ListGridModel::keysOf(int column) const {
+SortKeys ListGridModel::keysOf(int column, const RowsDone& done) const {
     SortKeys keys(this->column(column).kind);
-    for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot)
+    for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot) {
+        tellStep(done, slot);
         keys.add(valueAt(slot, column));
+    }
     return keys;
 }
 
 void ListGridModel::applySort() {
     if (sortOrder_ == SortOrder::told || sortedColumn_ >= columnCount_) return rows_.setOrder(std::nullopt);
-    if (!sortKeys_) sortKeys_ = keysOf(sortedColumn_);
-    rows_.setOrder(sortKeys_->sorted(rows_.heldSlots(), sortOrder_));
+    readySort(sortedColumn_, nullptr);
+    rows_.setOrder(sortKeys_->second.sorted(rows_.heldSlots(), sortOrder_));
 }
 
-void ListGridModel::readyNarrowing() {
+void ListGridModel::readyNarrowing(const RowsDone& done) {
     if (sought_) return;
     SoughtTexts texts;
     for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot) {
+        tellStep(done, slot);
         for (int column = 0; column < columnCount_; ++column) {
             if (!columns_[static_cast<std::size_t>(column)].hidden) texts.addCell(textAt(slot, column));
         }
