@@ -1,16 +1,11 @@
 #include "browser/listgrid.h"
 
-#include <algorithm>
-#include <array>
-
+#include "browser/numbercolumn.h"
 #include "frame/conversion.h"
 
 namespace orvenmod {
 
 namespace {
-
-constexpr std::array<std::string_view, 7> kNumberFormats = {"#,###.##",   "#,###.#",     "#,###",       "#,###.###",
-                                                            "#,###.####", "#,###.#####", "#,###.######"};
 
 // Nearly every cell is settled by its first character, so that a million cells cost no conversion.
 bool isZero(std::string_view text) {
@@ -42,8 +37,7 @@ void dressList(platform::ListGrid& grid, const ColumnSpec& spec) {
 
 void clearZero(platform::ListGrid& grid) {
     for (int column = 1; column < grid.columnCount(); ++column) {
-        const bool numbers = std::ranges::find(kNumberFormats, grid.columnFormat(column)) != kNumberFormats.end();
-        grid.setColumnBlanked(column, numbers ? isZero : nullptr);
+        grid.setColumnBlanked(column, numberFormat(grid.columnFormat(column)) ? isZero : nullptr);
     }
 }
 

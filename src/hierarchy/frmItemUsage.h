@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "hierarchy/itemusage.h"
@@ -19,7 +20,7 @@ public:
     void show();
 
 private:
-    void fill(const std::vector<FamilyUsage>& usage);
+    void fill(const std::string& item, const std::vector<FamilyUsage>& usage);
 
     std::int32_t itemId_;
     std::unique_ptr<platform::Window> window_;

@@ -64,6 +64,11 @@ std::string usageStatement(const BillFamily& family, const std::string& bills, c
 
 }  // namespace
 
+std::string usedItem(std::int32_t id) {
+    const store::Recordset rows = openRows("select fNumber,fName from tblItem where fItemId=" + std::to_string(id));
+    return rows.eof() ? "" : rows.text("fNumber") + " " + rows.text("fName");
+}
+
 std::vector<FamilyUsage> itemUsage(std::int32_t id) {
     const store::Recordset fields = openRows(kCatalogues);
     const std::string number = std::to_string(id);

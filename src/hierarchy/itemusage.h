@@ -15,6 +15,9 @@ struct FamilyUsage {
     bool balance = false;             ///< a balance is kept of the item
 };
 
+/// The item's code and name, "" where it is gone. Reads on gConn, which is open; what fails goes to the caller.
+std::string usedItem(std::int32_t id);
+
 /// In the guard's order. One statement reads which columns can hold an item, one more each family. Reads on gConn,
 /// which is open; what fails goes to the caller.
 std::vector<FamilyUsage> itemUsage(std::int32_t id);

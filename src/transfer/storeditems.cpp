@@ -35,6 +35,8 @@ std::string pathKey(const std::string& path) {
     return key;
 }
 
+std::string lastPart(const std::string& code) { return code.substr(code.rfind('.') + 1); }
+
 bool isCodeLike(const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char letter) {
         return (letter >= '0' && letter <= '9') || (letter >= 'a' && letter <= 'z') ||
@@ -113,13 +115,16 @@ void ImportCategories::read(const store::Recordset& tree) {
     paths_[0] = "";
     const TreeColumns at(tree);
     for (std::size_t row = 0; row < tree.rowCount(); ++row) {
-        if (at.text(row, at.detail) == "1") continue;
         const std::string code = at.text(row, at.code);
         const std::int32_t parent = toInt32(at.text(row, at.parent));
+        if (at.text(row, at.detail) == "1") {
+            noteShortCode(parent, lastPart(code));
+            continue;
+        }
         add({.id = toInt32(at.text(row, at.id)),
              .parentId = categories_.count(parent) == 0 ? 0 : parent,
              .code = code,
-             .shortCode = code.substr(code.rfind('.') + 1),
+             .shortCode = lastPart(code),
              .name = at.text(row, at.name)});
     }
 }
@@ -132,7 +137,7 @@ const ImportCategory& ImportCategories::add(ImportCategory category) {
     const auto [same, only] = byName_.emplace(lookupKey(category.name), category.id);
     if (!only) same->second = kSeveral;
     paths_[category.id] = std::move(path);
-    shortCodes_[category.parentId].push_back(category.shortCode);
+    noteShortCode(category.parentId, category.shortCode);
     const std::int32_t id = category.id;
     return categories_[id] = std::move(category);
 }
@@ -156,20 +161,16 @@ const ImportCategory& ImportCategories::around(const std::string& code) const {
     return categories_.at(0);
 }
 
+void ImportCategories::noteShortCode(std::int32_t parentId, const std::string& code) {
+    constexpr std::size_t kLongest = 9;
+    if (code.empty() || code.size() > kLongest || code.find_first_not_of("0123456789") != std::string::npos) return;
+    std::string& highest = highestCodes_[parentId];
+    if (code.size() > highest.size() || (code.size() == highest.size() && code > highest)) highest = code;
+}
+
 std::string ImportCategories::nextShortCode(std::int32_t parentId) const {
-    std::string highest = "000";
-    bool first = true;
-    const auto children = shortCodes_.find(parentId);
-    if (children != shortCodes_.end()) {
-        for (const std::string& code : children->second) {
-            constexpr std::size_t kLongest = 9;
-            if (code.empty() || code.size() > kLongest || code.find_first_not_of("0123456789") != std::string::npos)
-                continue;
-            const bool higher = code.size() > highest.size() || (code.size() == highest.size() && code > highest);
-            if (first || higher) highest = code;
-            first = false;
-        }
-    }
+    const auto found = highestCodes_.find(parentId);
+    const std::string highest = found == highestCodes_.end() ? "000" : found->second;
     const std::string next = std::to_string(toInt32(highest) + 1);
     return next.size() < highest.size() ? std::string(highest.size() - next.size(), '0') + next : next;
 }

@@ -67,6 +67,7 @@ public:
 
 private:
     const ImportCategory& add(ImportCategory category);
+    void noteShortCode(std::int32_t parentId, const std::string& code);
     /// Behind the highest of the longest, as the editor proposes it.
     std::string nextShortCode(std::int32_t parentId) const;
 
@@ -75,7 +76,7 @@ private:
     std::unordered_map<std::string, std::int32_t> byPath_;
     std::unordered_map<std::string, std::int32_t> byName_;  ///< 0 where several have it
     std::unordered_map<std::int32_t, std::string> paths_;
-    std::unordered_map<std::int32_t, std::vector<std::string>> shortCodes_;  ///< of the children
+    std::unordered_map<std::int32_t, std::string> highestCodes_;  ///< of the children, items as well
     std::int32_t lastPlanned_ = 0;
 };
 

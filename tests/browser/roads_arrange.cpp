@@ -399,11 +399,13 @@ TEST_P(Roads, theUsageOfAnItemIsReadWhenItIsAskedAlone) {
             EXPECT_EQ(list.text(2, 1), "0");
             EXPECT_EQ(list.text(6, 0) + list.text(6, 1) + list.text(6, 2), "发票177");
             EXPECT_TRUE(list.hasFocus());
+            EXPECT_EQ(usage.control<platform::Label>("lblItem").caption(),
+                      "【01.01.002 螺母】以下单据使用了该项目，每类列出最近十张：");
             usage.press("Alt+C");
             EXPECT_FALSE(usage.window().shown());
         });
         user.chooseMenu("MenuItemUsage");
-        EXPECT_EQ(stage.statements().size(), 7U) << "the catalogues, then one a family";
+        EXPECT_EQ(stage.statements().size(), 8U) << "the item, the catalogues, then one a family";
     });
 }
 
@@ -422,7 +424,7 @@ TEST_P(Roads, theUsageIsOneClickAwayAfterARefusedDelete) {
                 });
             stage.forgetStatements();
             user.chooseMenu("MenuEditDelete");
-            EXPECT_EQ(stage.statements().size(), answer == Answer::ok ? 3U : 10U);
+            EXPECT_EQ(stage.statements().size(), answer == Answer::ok ? 3U : 11U);
         }
         EXPECT_EQ(shownCodes(user).size(), 4U);
     });

@@ -94,8 +94,7 @@ bool MemoryUser::pressInArrangement(const std::string& key) {
         for (Control* each : window_.controls()) {
             auto* grid = dynamic_cast<MemoryListGrid*>(each);
             if (!grid || !grid->design().arranges || !grid->usable()) continue;
-            guard([grid] { grid->model().readyNarrowing(); });
-            grid->openLine();
+            guard([grid] { grid->openLine(); });
             return true;
         }
     }
@@ -118,7 +117,7 @@ bool MemoryUser::pressInArrangement(const std::string& key) {
     }
     if (key != "Ctrl+C") return false;
     model::CopiedRows copied;
-    guard([&] { copied = model::copySelectedRows(grid->model()); });
+    guard([&] { copied = grid->copySelected(); });
     if (copied.html.empty()) return true;
     clipboard_ = copied.text;
     clipboardHtml_ = copied.html;

@@ -182,8 +182,7 @@ void MemoryUser::clickHeading(const std::string& grid, int column) {
     auto& reached = reach<MemoryListGrid>(grid);
     if (reached.columnHidden(column)) stop(grid + " hides column " + std::to_string(column));
     if (!reached.design().arranges) return;
-    reached.model().setCurrentColumn(column);
-    guard([&reached, column] { reached.model().sortOn(column); });
+    guard([&reached, column] { reached.sortOn(column); });
 }
 
 void MemoryUser::rightClickHeading(const std::string& grid, int column, const std::string& chooseMenu) {

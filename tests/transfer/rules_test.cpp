@@ -115,6 +115,13 @@ TEST_F(ImportRules, missingCategoriesAreRefusedOrMadeWithTheirParents) {
                      "01.02.001.9|a|204|4|.12.203.204.205.", "01.02.8|b|203|3|.12.203.206."}));
 }
 
+TEST_F(ImportRules, aMissingCategoryGetsACodeThatNoItemHas) {
+    database().addItem(3, 150, "01.02", "链", 12);
+    EXPECT_EQ(stored({{"短代码", "名称", "所属分类"}, {"9", "a", "五金/垫圈"}},
+                     [](User& user) { user.pick("cmbCategory", 1, -1); }),
+              (Texts{"01.03|垫圈|12|2|.12.203.", "01.03.9|a|203|3|.12.203.204."}));
+}
+
 TEST_F(ImportRules, aMissingCategoryIsAsLongAsTheStoreTakesAtMost) {
     std::string name;
     for (int i = 0; i < 51; ++i)

@@ -1,5 +1,7 @@
 #include "platform/memory/memorylistgrid.h"
 
+#include "platform/memory/memorytoolkit.h"
+
 namespace orvenmod::platform::memory {
 
 void MemoryListGrid::setColumnAlignment(int column, int alignment) { model_.column(column).alignment = alignment; }
@@ -11,10 +13,25 @@ void MemoryListGrid::setHeaderAlignment(int column, int alignment) {
 void MemoryListGrid::narrow(const std::string& words) {
     lineOpen_ = lineOpen_ || !words.empty();
     line_ = words;
+    showNarrowing();
+}
+
+template <class Work>
+bool MemoryListGrid::doneUnderBar(const char* text, Work work) {
+    return model::doneUnder(*toolkit().createProgress(text, "", model_.allRows()), work);
+}
+
+void MemoryListGrid::showNarrowing() {
+    const auto ready = [this](const model::RowsDone& done) { model_.readyNarrowing(done); };
+    if (!line_.empty() && !doneUnderBar(model::kReadyingNarrowing, ready)) return closeLine();
     model_.narrow(line_);
 }
 
 void MemoryListGrid::openLine() {
+    const auto ready = [this](const model::RowsDone& done) { model_.readyNarrowing(done); };
+    bool cancelled = false;
+    toolkit().guard([&] { cancelled = !doneUnderBar(model::kReadyingNarrowing, ready); });
+    if (cancelled) return closeLine();
     focus();
     lineOpen_ = inLine_ = marked_ = true;
 }
@@ -34,7 +51,19 @@ void MemoryListGrid::typeInLine(const std::string& letter) {
     }
     marked_ = false;
     line_ += letter;
-    model_.narrow(line_);
+    showNarrowing();
+}
+
+void MemoryListGrid::sortOn(int column) {
+    model_.setCurrentColumn(column);
+    const auto ready = [&](const model::RowsDone& done) { model_.readySort(column, done); };
+    if (doneUnderBar(model::kSorting, ready)) model_.sortOn(column);
+}
+
+model::CopiedRows MemoryListGrid::copySelected() {
+    model::CopiedRows copied;
+    doneUnderBar(model::kCopying, [&](const model::RowsDone& done) { copied = copySelectedRows(model_, done); });
+    return copied;
 }
 
 }  // namespace orvenmod::platform::memory

@@ -8,6 +8,7 @@
 #include "platform/listgrid.h"
 #include "platform/memory/controlcore.h"
 #include "platform/model/listgridmodel.h"
+#include "platform/model/listoutput.h"
 
 namespace orvenmod::platform::memory {
 
@@ -55,17 +56,26 @@ public:
     /// Whether the line that narrows is in sight, and whether the keyboard stands in it.
     bool lineOpen() const { return lineOpen_; }
     bool inLine() const { return inLine_ && focused(); }
+    /// Readies it first; cancelled, it is closed.
     void openLine();
     /// Back to the list.
     void leaveLine() { inLine_ = false; }
     void closeLine();
     /// A letter typed in the line, "" takes the last one away.
     void typeInLine(const std::string& letter);
+    /// A click on a column's heading.
+    void sortOn(int column);
+    /// Both texts empty where nothing is selected, or the work was cancelled.
+    model::CopiedRows copySelected();
 
     model::ListGridModel& model() { return model_; }
     const model::ListGridModel& model() const { return model_; }
 
 private:
+    template <class Work>
+    bool doneUnderBar(const char* text, Work work);
+    void showNarrowing();
+
     model::ListGridModel model_;
     std::string line_;  // what the user typed, though its narrowing may have failed
     bool lineOpen_ = false;

@@ -22,6 +22,7 @@
 #include "platform/listarrangement.h"
 #include "platform/model/bitset.h"
 #include "platform/model/listoutput.h"
+#include "platform/model/longwork.h"
 #include "platform/model/narrowing.h"
 #include "platform/model/shownrows.h"
 #include "platform/model/sortkeys.h"
@@ -84,6 +85,8 @@ public:
 
     /// The arrangement, as ListArrangement tells.
     void sort(int column, SortOrder order);
+    /// Readies the sorting by a column, so that sort() needs no cell.
+    void readySort(int column, const RowsDone& done);
     /// What a click on the column's heading does: up, down, back to the told order.
     void sortOn(int column);
     int sortedColumn() const { return sortOrder_ == SortOrder::told ? -1 : sortedColumn_; }
@@ -95,7 +98,9 @@ public:
     int columnAt(int place) const;
     int placeOf(int column) const;
     /// Readies the narrowing, so that the first key needn't.
-    void readyNarrowing();
+    void readyNarrowing(const RowsDone& done = nullptr);
+    /// Also those that aren't shown.
+    int allRows() const { return static_cast<int>(rows_.slotCount()); }
 
     /// The column the user stands in.
     int currentColumn() const { return currentColumn_; }
@@ -114,9 +119,9 @@ private:
     std::string_view heldAt(std::size_t slot, int column) const;
     std::string_view valueAt(std::size_t slot, int column) const;
     std::string textAt(std::size_t slot, int column) const;
-    SortKeys keysOf(int column) const;
+    SortKeys keysOf(int column, const RowsDone& done) const;
     /// Each slot once, in the order in which a source reads its rows fastest.
-    void forEachSlot(const std::function<void(std::size_t)>& take) const;
+    void forEachSlot(const RowsDone& done, const std::function<void(std::size_t)>& take) const;
     void applySort();
     void applyNarrowing(bool further);
     void dropUnshown();
@@ -146,7 +151,7 @@ private:
 
     int sortedColumn_ = -1;
     SortOrder sortOrder_ = SortOrder::told;
-    std::optional<SortKeys> sortKeys_;  // of the sorted column
+    std::optional<std::pair<int, SortKeys>> sortKeys_;  // of a column
     std::string narrowing_;
     std::optional<BitSet> found_;  // slots; none where the rows aren't narrowed
     std::optional<SoughtTexts> sought_;

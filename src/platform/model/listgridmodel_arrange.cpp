@@ -10,9 +10,9 @@ namespace orvenmod::platform::model {
 
 void ListGridModel::sort(int column, SortOrder order) {
     checkColumn(column);
-    if (order != SortOrder::told && (column != sortedColumn_ || !sortKeys_))
-        sortKeys_ = keysOf(column);
-    else if (column != sortedColumn_)
+    if (order != SortOrder::told)
+        readySort(column, nullptr);
+    else if (sortKeys_ && sortKeys_->first != column)
         sortKeys_.reset();
     sortedColumn_ = column;
     sortOrder_ = order;
@@ -20,25 +20,36 @@ void ListGridModel::sort(int column, SortOrder order) {
     lookAgain();
 }
 
+void ListGridModel::readySort(int column, const RowsDone& done) {
+    if (!sortKeys_ || sortKeys_->first != column) sortKeys_.emplace(column, keysOf(column, done));
+}
+
 void ListGridModel::sortOn(int column) {
     if (sortedColumn() != column) return sort(column, SortOrder::ascending);
     sort(column, sortOrder_ == SortOrder::ascending ? SortOrder::descending : SortOrder::told);
 }
 
-SortKeys ListGridModel::keysOf(int column) const {
+SortKeys ListGridModel::keysOf(int column, const RowsDone& done) const {
     SortKeys keys(this->column(column).kind, rows_.slotCount());
-    forEachSlot([&](std::size_t slot) { keys.set(slot, valueAt(slot, column)); });
+    forEachSlot(done, [&](std::size_t slot) { keys.set(slot, valueAt(slot, column)); });
     return keys;
 }
 
-void ListGridModel::forEachSlot(const std::function<void(std::size_t)>& take) const {
+void ListGridModel::forEachSlot(const RowsDone& done, const std::function<void(std::size_t)>& take) const {
+    std::size_t taken = 0;
+    const auto takeNext = [&](std::size_t slot) {
+        tellStep(done, taken++);
+        take(slot);
+    };
     if (!source_) {
         for (std::size_t slot = 0; slot < rows_.slotCount(); ++slot)
-            take(slot);
+            takeNext(slot);
         return;
     }
     try {
-        source_->forEachRow(take);
+        source_->forEachRow(takeNext);
+    } catch (const WorkCancelled&) {
+        throw;
     } catch (...) {
         blind_ = true;
         throw;
@@ -47,14 +58,14 @@ void ListGridModel::forEachSlot(const std::function<void(std::size_t)>& take) co
 
 void ListGridModel::applySort() {
     if (sortOrder_ == SortOrder::told || sortedColumn_ >= columnCount_) return rows_.setOrder(std::nullopt);
-    if (!sortKeys_) sortKeys_ = keysOf(sortedColumn_);
-    rows_.setOrder(sortKeys_->sorted(rows_.heldSlots(), sortOrder_));
+    readySort(sortedColumn_, nullptr);
+    rows_.setOrder(sortKeys_->second.sorted(rows_.heldSlots(), sortOrder_));
 }
 
-void ListGridModel::readyNarrowing() {
+void ListGridModel::readyNarrowing(const RowsDone& done) {
     if (sought_) return;
     SoughtTexts texts(rows_.slotCount());
-    forEachSlot([&](std::size_t slot) {
+    forEachSlot(done, [&](std::size_t slot) {
         texts.beginRow(slot);
         for (int column = 0; column < columnCount_; ++column) {
             if (!columns_[static_cast<std::size_t>(column)].hidden) texts.addCell(textAt(slot, column));
@@ -146,7 +157,7 @@ const NumberSum& ListGridModel::selectedSum() const {
     NumberSum sum;
     const auto add = [&](std::size_t slot) { sum.add(valueAt(slot, currentColumn_)); };
     if (selectedCount_ > rows_.slotCount() / 4) {
-        forEachSlot([&](std::size_t slot) {
+        forEachSlot(nullptr, [&](std::size_t slot) {
             if (selected_.test(slot)) add(slot);
         });
         return sum_.emplace(currentColumn_, sum).second;

@@ -90,7 +90,7 @@ std::vector<int> shownColumns(const ListGridModel& list) {
     return columns;
 }
 
-CopiedRows copySelectedRows(const ListGridModel& list) {
+CopiedRows copySelectedRows(const ListGridModel& list, const RowsDone& done) {
     CopiedRows copied;
     if (list.selectedCount() == 0) return copied;
     const std::vector<int> columns = shownColumns(list);
@@ -98,6 +98,7 @@ CopiedRows copySelectedRows(const ListGridModel& list) {
         "<html><head><meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\"></head><body><table>\n";
     addRow(list, columns, 0, copied);
     for (int row = 1; row < list.rowCount(); ++row) {
+        tellStep(done, static_cast<std::size_t>(row));
         if (list.isSelected(row)) addRow(list, columns, row, copied);
     }
     copied.html += "</table></body></html>\n";

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/model/longwork.h"
+
 namespace orvenmod::platform::model {
 
 class ListGridModel;
@@ -19,7 +21,7 @@ struct CopiedRows {
 };
 
 /// Both empty where nothing is selected.
-CopiedRows copySelectedRows(const ListGridModel& list);
+CopiedRows copySelectedRows(const ListGridModel& list, const RowsDone& done = nullptr);
 
 /// Adds decimal numbers without losing a digit of those that a list shows.
 class NumberSum {

@@ -7,6 +7,7 @@
 #include <QScopedValueRollback>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,6 +30,11 @@ public:
     void command(const std::function<void()>& handler) const;
 
     void showEscaped(const std::string& text) const { toolkit_.showEscaped(text); }
+
+    /// See Toolkit::createProgress.
+    std::unique_ptr<Progress> createProgress(const std::string& text, const std::string& title, int whole) const {
+        return toolkit_.createProgress(text, title, whole);
+    }
 
     /// See Toolkit::today.
     std::optional<Date> today() const { return toolkit_.today(); }

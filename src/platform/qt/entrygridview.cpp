@@ -255,6 +255,16 @@ void EntryGridView::focusInEvent(QFocusEvent* event) {
     if (!had) selectionModel()->clearCurrentIndex();
 }
 
+void EntryGridView::updateGeometries() {
+    QTableView::updateGeometries();
+    if (alignTopRow(*this)) updateEditorGeometries();
+}
+
+void EntryGridView::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    if (dy != 0 && alignTopRow(*this)) updateEditorGeometries();
+}
+
 bool EntryGridView::isPressable(const QModelIndex& index) const {
     if (!index.isValid()) return false;
     const CellPlace cell = EntryGridItems::cellOf(index);

@@ -96,21 +96,24 @@ void ListGridView::resizeEvent(QResizeEvent* event) {
 
 void ListGridView::updateGeometries() {
     QTableView::updateGeometries();
-    alignTopRow();
+    alignTopRow(*this);
 }
 
 void ListGridView::scrollContentsBy(int dx, int dy) {
     QTableView::scrollContentsBy(dx, dy);
     if (dy == 0) return;
-    alignTopRow();
+    alignTopRow(*this);
     if (onLook) onLook();
 }
 
 // At its end the table would align the last row with the bottom, and cut the one at the top.
-void ListGridView::alignTopRow() {
-    const int before = verticalHeader()->offset();
-    verticalHeader()->setOffsetToSectionPosition(verticalScrollBar()->value());
-    if (verticalHeader()->offset() != before) viewport()->update();
+bool alignTopRow(QTableView& grid) {
+    QHeaderView* rows = grid.verticalHeader();
+    const int before = rows->offset();
+    rows->setOffsetToSectionPosition(grid.verticalScrollBar()->value());
+    if (rows->offset() == before) return false;
+    grid.viewport()->update();
+    return true;
 }
 
 void ListGridView::focusInEvent(QFocusEvent* event) {

@@ -14,6 +14,9 @@ inline constexpr int kRowHeight = 24;
 /// What all our grids look like.
 void dressGrid(QTableView& grid);
 
+/// Shows the row at the top whole, where the view was scrolled or resized. Whether it has moved.
+bool alignTopRow(QTableView& grid);
+
 class ListGridView : public QTableView {
     Q_OBJECT
 public:
@@ -40,9 +43,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void updateGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
-
-private:
-    void alignTopRow();
 };
 
 }  // namespace orvenmod::platform::qt

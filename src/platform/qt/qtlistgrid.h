@@ -71,10 +71,17 @@ private:
     void listenToHeading();
     void listenToLine();
     bool ownKey(const QKeyEvent& key);
+    template <class Work>
+    bool doneUnderBar(const char* text, Work work) const;
+    bool readyNarrowing();
+    void sortOn(int column);
+    void openLine();
     void copySelected() const;
     void showNarrowing(const QString& words);
     void closeLine();
     void showArrangement();
+    template <class Work>
+    void showingAfter(Work work);
     template <class Change>
     void rearrange(Change change);
     void askHeadingMenu(int column, const QPoint& global);

@@ -6,6 +6,7 @@
 #include <QMimeData>
 #include <QScopedValueRollback>
 #include <QShortcut>
+#include <utility>
 
 #include "platform/model/listoutput.h"
 #include "platform/qt/qtlistgrid.h"
@@ -31,11 +32,12 @@ private:
 
 }  // namespace
 
-// A change that fails leaves the rows as they were, but the view has forgotten what it showed.
-template <class Change>
-void QtListGrid::rearrange(Change change) {
+// A change that fails leaves the rows as they were, but the view has forgotten what it showed, and its heading has
+// turned the arrow.
+template <class Work>
+void QtListGrid::showingAfter(Work work) {
     try {
-        items_.reset(change);
+        work();
     } catch (...) {
         showArrangement();
         throw;
@@ -43,16 +45,17 @@ void QtListGrid::rearrange(Change change) {
     showArrangement();
 }
 
+template <class Change>
+void QtListGrid::rearrange(Change change) {
+    showingAfter([&] { items_.reset(change); });
+}
+
 void QtListGrid::listenToHeading() {
     QHeaderView* heading = view_->horizontalHeader();
     heading->setSectionsMovable(true);
     heading->setContextMenuPolicy(Qt::CustomContextMenu);
-    QObject::connect(heading, &QHeaderView::sectionClicked, view_, [this](int column) {
-        core_.guard([this, column] {
-            model_.setCurrentColumn(column);
-            rearrange([this, column] { model_.sortOn(column); });
-        });
-    });
+    QObject::connect(heading, &QHeaderView::sectionClicked, view_,
+                     [this](int column) { core_.guard([this, column] { sortOn(column); }); });
     // The second of two fast clicks comes as a double one alone.
     QObject::connect(heading, &QHeaderView::sectionDoubleClicked, heading, &QHeaderView::sectionClicked);
     QObject::connect(heading, &QHeaderView::sectionMoved, view_, [this](int column, int, int place) {
@@ -83,11 +86,7 @@ void QtListGrid::listenToLine() {
     }));
     auto* find = new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), area_);
     QObject::connect(find, &QShortcut::activated, view_, [this] {
-        if (!area_->isVisible() || !area_->isEnabled()) return;
-        core_.guard([this] { model_.readyNarrowing(); });
-        area_->line().show();
-        area_->line().setFocus(Qt::ShortcutFocusReason);
-        area_->line().selectAll();
+        if (area_->isVisible() && area_->isEnabled()) openLine();
     });
 }
 
@@ -106,12 +105,43 @@ bool QtListGrid::ownKey(const QKeyEvent& key) {
     return true;
 }
 
+// What is read before a change: while the bar is painted, so is the list, as it was.
+template <class Work>
+bool QtListGrid::doneUnderBar(const char* text, Work work) const {
+    const auto progress = core_.createProgress(text, fromQt(view_->window()->windowTitle()), model_.allRows());
+    return model::doneUnder(*progress, work);
+}
+
+bool QtListGrid::readyNarrowing() {
+    return doneUnderBar(model::kReadyingNarrowing,
+                        [this](const model::RowsDone& done) { model_.readyNarrowing(done); });
+}
+
+void QtListGrid::sortOn(int column) {
+    model_.setCurrentColumn(column);
+    const auto ready = [&](const model::RowsDone& done) { model_.readySort(column, done); };
+    showingAfter([&] {
+        if (doneUnderBar(model::kSorting, ready)) items_.reset([this, column] { model_.sortOn(column); });
+    });
+}
+
+void QtListGrid::openLine() {
+    bool cancelled = false;
+    core_.guard([&] { cancelled = !readyNarrowing(); });
+    if (cancelled) return closeLine();
+    area_->line().show();
+    area_->line().setFocus(Qt::ShortcutFocusReason);
+    area_->line().selectAll();
+}
+
+// Of a million rows the table has half a gigabyte: it goes on as it is, which is what others ask for.
 void QtListGrid::copySelected() const {
-    const model::CopiedRows copied = model::copySelectedRows(model_);
+    model::CopiedRows copied;
+    doneUnderBar(model::kCopying, [&](const model::RowsDone& done) { copied = copySelectedRows(model_, done); });
     if (copied.html.empty()) return;
     auto* data = new QMimeData;
-    data->setText(toQt(copied.text));
-    data->setHtml(toQt(copied.html));
+    data->setText(toQt(std::exchange(copied.text, {})));
+    data->setData(QStringLiteral("text/html"), QByteArray::fromStdString(copied.html));
     QGuiApplication::clipboard()->setMimeData(data);
 }
 
@@ -127,6 +157,10 @@ void QtListGrid::narrow(const std::string& words) {
 }
 
 void QtListGrid::showNarrowing(const QString& words) {
+    if (!words.isEmpty() && !readyNarrowing()) {
+        if (area_ != nullptr) closeLine();
+        return;
+    }
     rearrange([this, &words] { model_.narrow(fromQt(words)); });
 }
 

@@ -81,7 +81,9 @@ bool isSmall(Database& database, const tsql::KeyedList& list, std::int64_t small
 
 std::size_t countOf(Database& database, const tsql::KeyedList& list, const tsql::Shape& shape) {
     database.runtime().startStatement();
-    const Statement statement = database.prepareLasting("SELECT count(*) FROM (" + list.keys.statements[0] + ")");
+    // SQLite leaves out an order within, which a count doesn't need, only where there is one outside.
+    const Statement statement =
+        database.prepareLasting("SELECT count(*) FROM (" + list.keys.statements[0] + ") ORDER BY 1");
     bindLiterals(statement.get(), list.keys, shape);
     const int code = sqlite3_step(statement.get());
     if (code != SQLITE_ROW) database.fail(code);

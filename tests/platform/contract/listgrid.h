@@ -19,6 +19,21 @@ inline platform::WindowDesign listWindow(int fixedColumns = 1) {
     return windowWith({list});
 }
 
+/// One whose user arranges it: code, name, quantity and a hidden id.
+inline platform::WindowDesign arrangedWindow() {
+    platform::WindowDesign design = listWindow(0);
+    design.controls[0].arranges = true;
+    design.controls[0].columns = {{.title = "代码", .width = 1500},
+                                  {.title = "名称", .width = 2400},
+                                  {.title = "数量", .width = 1500},
+                                  {.title = "内码", .width = 900, .hidden = true}};
+    design.controls[0].width = 8000;
+    design.controls.push_back(drawn(platform::ControlKind::edit, "txt", 5200));
+    design.menus = {{.name = "MenuHeading", .caption = "列", .visible = false},
+                    {.name = "MenuReset", .caption = "恢复默认列", .parent = "MenuHeading"}};
+    return design;
+}
+
 /// Rows of texts; "NULL" stands for null. Each row is fetched when it is read, and its texts are spoilt when another
 /// one is, so that whoever keeps them shows it.
 class TextRows final : public platform::RowSource {

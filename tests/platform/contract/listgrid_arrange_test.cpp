@@ -7,20 +7,6 @@ namespace {
 using namespace platform;
 using Texts = std::vector<std::string>;
 
-WindowDesign arrangedWindow() {
-    WindowDesign design = listWindow(0);
-    design.controls[0].arranges = true;
-    design.controls[0].columns = {{.title = "代码", .width = 1500},
-                                  {.title = "名称", .width = 2400},
-                                  {.title = "数量", .width = 1500},
-                                  {.title = "内码", .width = 900, .hidden = true}};
-    design.controls[0].width = 8000;
-    design.controls.push_back(drawn(ControlKind::edit, "txt", 5200));
-    design.menus = {{.name = "MenuHeading", .caption = "列", .visible = false},
-                    {.name = "MenuReset", .caption = "恢复默认列", .parent = "MenuHeading"}};
-    return design;
-}
-
 void fillGoods(Window& window) {
     auto& grid = window.get<ListGrid>("vsf1");
     grid.bind(std::make_shared<TextRows>(std::vector<Texts>{{"0003", "内六角", "5", "x"},

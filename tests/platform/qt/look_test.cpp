@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QRawFont>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTableView>
 #include <cstdlib>
 #include <stdexcept>
@@ -133,6 +134,39 @@ TEST_F(QtToolkitTest, aLockedCellsTextFollowsItsGround) {
             EXPECT_EQ(locked.data(Qt::BackgroundRole).value<QColor>(), QColor(244, 244, 217));
             EXPECT_EQ(locked.data(Qt::ForegroundRole).value<QColor>(), QColor(Qt::black));
             EXPECT_FALSE(locked.siblingAtColumn(1).data(Qt::BackgroundRole).isValid());
+        });
+}
+
+TEST_F(QtToolkitTest, theTopRowOfAnEntryGridIsWholeAtItsEndAndAFieldStaysInItsCell) {
+    use(
+        sampleWindow(),
+        [](Window& window) {
+            auto& cells = window.get<EntryGrid>("fps1");
+            cells.setRowCount(40);
+            cells.setActiveCell(4, 38);
+            cells.setFocus();
+        },
+        [](User& user) {
+            auto* view = found<QTableView>("fps1");
+            const auto topIsWhole = [view] {
+                const int top = view->rowAt(0);
+                return top > 0 && view->rowViewportPosition(top) == 0;
+            };
+            const auto fieldFits = [view] {
+                return view->indexWidget(view->currentIndex())->geometry() == view->visualRect(view->currentIndex());
+            };
+            view->verticalScrollBar()->setValue(view->verticalScrollBar()->maximum());
+            EXPECT_TRUE(topIsWhole());
+            EXPECT_GE(view->rowAt(view->viewport()->height() - view->rowHeight(0)), 39) << "and the last shows";
+            user.typeKeys("a");
+            view->verticalScrollBar()->setValue(view->verticalScrollBar()->maximum() - 1);
+            EXPECT_TRUE(topIsWhole() && fieldFits());
+            view->verticalScrollBar()->setValue(view->verticalScrollBar()->maximum());
+            EXPECT_TRUE(topIsWhole() && fieldFits());
+            view->resize(view->width(), view->height() - 7);
+            view->verticalScrollBar()->setValue(view->verticalScrollBar()->maximum());
+            EXPECT_TRUE(topIsWhole() && fieldFits());
+            user.press("Esc");
         });
 }
 
