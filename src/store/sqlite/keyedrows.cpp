@@ -11,6 +11,7 @@
 
 #include "store/sqlite/fetch.h"
 #include "store/sqlite/handlepool.h"
+#include "store/sqlite/keyquery.h"
 #include "store/sqlite/listkeys.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/tsql/resultcolumns.h"

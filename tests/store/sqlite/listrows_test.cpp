@@ -79,6 +79,18 @@ protected:
         }
         EXPECT_EQ(tableOf(*rows), tableOf(whole)) << sql;
     }
+    void expectSameForConditions() {
+        for (const char* condition :
+             {"1=1", "1=0", "fNumber like 'a%'", "fName like '%1%'", "fPrice>1", "fPrice=0 or fHName='first'",
+              "fNBNumber like '.1.%'", "fNBNumber='.3.' and fHName='first'", "fName is null",
+              "fHName<>'' and fNumber>'B'"}) {
+            const std::string list = std::string("select * from vGoods where ") + condition;
+            expectSame(list + " order by fNumber");
+            expectSame(list + " order by fNumber desc,fItemId");
+            expectSame(list + " order by fName");
+            expectSame(list + " order by fPrice,3");
+        }
+    }
     /// Whether the whole log could be taken over into the file, so that no reader needs any of it.
     bool logIsFree() const {
         sqlite3* handle = nullptr;
@@ -109,18 +121,58 @@ TEST_F(ListRowsBeside, AreTheRowsOfTheWholeListWhateverTheTexts) {
                any(prices) + "," + any(days) + "," + std::to_string(random() % 5) + ");";
     }
     native("BEGIN;" + all + "COMMIT");
-    for (const char* condition :
-         {"1=1", "1=0", "fNumber like 'a%'", "fName like '%1%'", "fPrice>1", "fPrice=0 or fHName='first'",
-          "fNBNumber like '.1.%'", "fNBNumber='.3.' and fHName='first'", "fName is null",
-          "fHName<>'' and fNumber>'B'"}) {
-        const std::string list = std::string("select * from vGoods where ") + condition;
-        expectSame(list + " order by fNumber");
-        expectSame(list + " order by fNumber desc,fItemId");
-        expectSame(list + " order by fName");
-        expectSame(list + " order by fPrice,3");
+    for (const char* index : {"(fNumber)", "(fNumber) include (fItemId)", "(fNumber,fItemId)"}) {
+        connect()->execute("drop index goods.number");
+        connect()->execute(std::string("create index number on goods") + index);
+        expectSameForConditions();
     }
     expectSame("select fHName,fNumber as n from vGoods order by n");
     expectSame("select fNumber,fName from goods order by fName,fNumber");
+}
+
+TEST_F(ListRowsBeside, AreThoseOfACategoryWhereverItsCodesStand) {
+    fill(12000, "printf('%06d', n / 3)");
+    native("INSERT INTO tblItem SELECT fItemId, 'x', '.2.' || fItemId || '.' FROM goods");
+    // Categories have a path too, but no row among the goods.
+    native("INSERT INTO tblItem VALUES(30001, 'category', '.1.'), (30002, 'category', '.1.2.')");
+    for (const char* index :
+         {"", "create index number on goods(fNumber) include (fItemId)", "create unique index id on goods(fItemId)"}) {
+        if (std::string_view(index).find("number") != std::string_view::npos)
+            connect()->execute("drop index goods.number");
+        if (*index != 0) connect()->execute(index);
+        for (const char* which : {"BETWEEN 1500 AND 3500", "% 5 = 0", "NOT BETWEEN 1000 AND 11000",
+                                  "BETWEEN 6000 AND 7500 OR fItemId IN (1, 12000)", "BETWEEN 500 AND 510"}) {
+            SCOPED_TRACE(std::string(index) + ", " + which);
+            native(std::string("UPDATE tblItem SET fNBNumber = iif(fItemId ") + which +
+                   ", '.1.', '.2.') || fItemId || '.' WHERE fItemId <= 12000");
+            expectSame("select * from vGoods where fNBNumber like '.1.%' order by fNumber");
+        }
+    }
+}
+
+TEST_F(ListRowsBeside, AreThoseOfACategoryWhateverOtherProgramsWrote) {
+    fill(3000);
+    native("INSERT INTO tblItem SELECT fItemId, 'x', '.1.' || fItemId || '.' FROM goods");
+    connect()->execute("drop index goods.number");
+    connect()->execute("create index number on goods(fNumber) include (fItemId)");
+    connect()->execute("create unique index id on goods(fItemId)");
+    const std::string category = "select * from vGoods where fNBNumber like '.1.%' order by fNumber";
+    const char* const writings[] = {
+        "UPDATE goods SET fNumber = NULL WHERE fItemId % 1000 = 7",
+        "UPDATE goods SET fNumber = '中' || fItemId WHERE fItemId % 1000 = 8",
+        "UPDATE goods SET fItemId = NULL WHERE fItemId = 9",
+        "UPDATE goods SET fItemId = 'none' WHERE fItemId = 10",
+        "INSERT INTO tblItem VALUES(0, 'zero', '.1.0.')",
+        "UPDATE tblItem SET fItemId = 'none' WHERE fItemId = 11",
+        "UPDATE tblItem SET fItemId = -5 WHERE fItemId = 12",
+        "UPDATE goods SET fItemId = -5 WHERE fItemId = 13",
+        "UPDATE tblItem SET fItemId = 4000000000 WHERE fItemId = 14",
+    };
+    for (const char* writing : writings) {
+        native(writing);
+        SCOPED_TRACE(writing);
+        expectSame(category);
+    }
 }
 
 TEST_F(ListRowsBeside, AreThoseOfTheOpeningWhileAnotherProcessSaves) {
