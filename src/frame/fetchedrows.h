@@ -35,6 +35,7 @@ public:
         return rows_->cell(row, column);
     }
     bool holds(std::size_t row) const override { return rows_->holds(row); }
+    void expect(std::span<const std::uint32_t> rows) const override { rows_->expect(rows); }
 
     const std::vector<store::Column>& columns() const { return rows_->columns(); }
     /// See store::ListRows.

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 namespace orvenmod::platform {
@@ -21,6 +23,8 @@ public:
     virtual std::optional<std::string_view> cell(std::size_t row, int column) const = 0;
     /// Whether the row's cells are at hand, so that cell() fetches nothing.
     virtual bool holds(std::size_t) const { return true; }
+    /// Tells rows that are looked at next, in that order: fetched together they take less. Throws as cell().
+    virtual void expect(std::span<const std::uint32_t> /*rows*/) const {}
 };
 
 }  // namespace orvenmod::platform

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -30,6 +32,10 @@ public:
 
     /// Whether the row's cells are at hand, so that cell() fetches nothing.
     virtual bool holds(std::size_t row) const = 0;
+
+    /// Tells rows that are looked at next, in that order, so that some of them can be fetched together. Throws as
+    /// cell().
+    virtual void expect(std::span<const std::uint32_t> /*rows*/) const {}
 
     /// To be called now and then (a few times a minute) while the rows are shown: lets go of what holds up the database
     /// when that has become costly. Throws Failure; the rows are then as before.

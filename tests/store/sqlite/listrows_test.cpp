@@ -5,9 +5,11 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <span>
 
 #include "embeddeddatabase.h"
 #include "store/sqlite/keyedrows.h"
+#include "support/machinelimits.h"
 #include "support/otherprocess.h"
 
 namespace orvenmod::store::sqlite::test {
@@ -266,6 +268,88 @@ TEST_F(ListRowsBeside, AreTheSameWhereTheyLieInAnotherOrder) {
     for (std::size_t row = 0; row < 100000; row += 5000)
         rows->cell(row, 0);
     EXPECT_LT(rows->memory(), 20U << 20);
+}
+
+TEST_F(ListRowsBeside, AreFetchedTogetherInAnOrderThatIsTold) {
+    fill(20000);
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    std::vector<std::uint32_t> order(20000);
+    for (std::uint32_t i = 0; i < order.size(); ++i)
+        order[i] = i * 7919 % 20000;
+    int fetches = 0;
+    for (std::size_t at = 0; at < order.size(); ++at) {
+        if (!rows->holds(order[at])) {
+            ++fetches;
+            rows->expect(std::span(order).subspan(at));
+        }
+        ASSERT_TRUE(rows->holds(order[at]));
+        ASSERT_EQ(rows->cell(order[at], 0), std::to_string(order[at] + 1));
+    }
+    EXPECT_LT(fetches, 200);
+    EXPECT_EQ(rows->cell(0, 1), "000001");
+    EXPECT_EQ(rows->cell(19999, 1), "020000");
+    EXPECT_LT(rows->memory(), 20U << 20);
+}
+
+TEST_F(ListRowsBeside, GoOnBeingReadWhileAllOfThemAreFetched) {
+    fill(40000);
+    int paints = 0;
+    std::unique_ptr<ListRows> rows;
+    const auto paint = [&] {
+        if (!rows) return;
+        ++paints;
+        EXPECT_EQ(rows->cell(static_cast<std::size_t>(paints) * 1000, 0), std::to_string(paints * 1000 + 1));
+    };
+    rows = openByKeys({connectionString(), DatabaseFile::parse(connectionString()).identify(), paint}, kList,
+                      {0, 0, 1 << 20});
+    ASSERT_NE(rows, nullptr);
+    const Table before = tableOf(connect()->open(kList));
+    for (int i = 0; i < 2; ++i)
+        connect()->execute("update goods set fName='" + std::string(80, static_cast<char>('a' + i)) + "'");
+    rows->tend();
+    EXPECT_EQ(paints, 2);
+    EXPECT_TRUE(logIsFree());
+    EXPECT_EQ(tableOf(*rows), before);
+}
+
+TEST_F(ListRowsBeside, AreReadOnWhereTheDiskIsFull) {
+    fill(20000);
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    const Table before = tableOf(connect()->open(kList));
+    {
+        const orvenmod::test::FullDisk disk(4096);
+        EXPECT_NE(failureOf([&] { connect()->execute("update goods set fName='x'"); }).number(), 0);
+        EXPECT_EQ(tableOf(*rows), before);
+    }
+    connect()->execute("update goods set fName='x'");
+    EXPECT_EQ(tableOf(*rows), before);
+}
+
+TEST_F(ListRowsBeside, AreThoseOfTheOpeningWhileAnotherProcessAddsAField) {
+    fill(3000);
+    OtherProcess designer([this](OtherProcess& parent) {
+        parent.await();
+        const auto connection = connect();
+        connection->beginTrans();
+        connection->execute("alter table goods add fMore varchar(10)");
+        connection->execute("drop view vGoods");
+        connection->execute(
+            "create view vGoods as select a.fItemId,isnull(a.fMore,'') as fMore,isnull(a.fNumber,'') as "
+            "fNumber,'other' as fName,a.fPrice,a.fDay,'other' as fHName from goods as a");
+        connection->execute("update goods set fMore='more',fPrice=7");
+        connection->commitTrans();
+        return 0;
+    });
+    const Table before = tableOf(connect()->open(kList));
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    designer.tell();
+    ASSERT_EQ(designer.result(), 0);
+    EXPECT_EQ(tableOf(*rows), before);
+    EXPECT_EQ(connect()->open(kList).cell(0, 2), "other");
+    EXPECT_EQ(tableOf(*rows), before);
 }
 
 TEST_F(ListRowsBeside, TellADamagedFileAndKeepWhatTheyHold) {
