@@ -14,12 +14,12 @@ endif()
 if(ORVEN_FUZZ)
   target_compile_options(orven_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
-# What is shipped is hardened as the platform can; tests/host/hardened.cmake reads it from a built program. Position
-# independent programs need the linker told too.
+# What is shipped is hardened as the platform can, whatever the type of build is called that ships it;
+# tests/host/hardened.cmake reads it from what was built. Position independent programs need the linker told too.
 include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 check_pie_supported()
-set(ORVEN_HARDENED "$<AND:$<CONFIG:Release,RelWithDebInfo>,$<NOT:$<BOOL:${ORVEN_SANITIZE}>>>")
+set(ORVEN_HARDENED "$<NOT:$<OR:$<CONFIG:Debug>,$<BOOL:${ORVEN_SANITIZE}>>>")
 foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
   string(MAKE_C_IDENTIFIER "ORVEN_HAS${flag}" known)
   check_cxx_compiler_flag(${flag} ${known})
@@ -65,8 +65,9 @@ function(orven_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE orven_options ${ARG_PRIVATE_LINKS})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
-  # Only with the optimizer, so not in tests.
-  target_compile_options(${name} PRIVATE "$<${ORVEN_HARDENED}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+  # Only with the optimizer, so not in tests, nor where nobody says whether it is on.
+  target_compile_options(${name} PRIVATE
+    "$<$<AND:$<CONFIG:Release,RelWithDebInfo,MinSizeRel>,${ORVEN_HARDENED}>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
   orven_hide(${name})
   orven_reuse_headers(${name} orven_standard_headers)
 endfunction()

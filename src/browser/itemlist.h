@@ -26,9 +26,10 @@ public:
     /// Runs the query again with a condition in place of the tree's filter.
     bool findInfo2(const std::string& strParamSQL);
 
-    /// Whether a column of vsf1 shows a number type of the last query. Its first is the grid's own.
     /// Now and then, while the list shows.
     void tend() { Adodc1_.tend(); }
+
+    /// Whether a column of vsf1 shows a number type of the last query. Its first is the grid's own.
     bool holdsNumbers(int column) const { return Adodc1_.holdsNumbers(column - 1); }
 
     /// What the user makes of the columns.

@@ -76,23 +76,20 @@ std::string textWithin(XmlPart& xml) {
 
 class Book {
 public:
-    Book(const Package& package, int chosen, const WhileReading& meanwhile) : package_(package) {
+    /// The texts that its sheets share go to `rows`.
+    Book(const Package& package, int chosen, SheetRows& rows, const WhileReading& meanwhile) : package_(package) {
         part_ = partOfType(relationsOf(package, ""), "officeDocument");
         const auto relations = relationsOf(package, part_);
         readSheets(relations);
         const std::string texts = partOfType(relations, "sharedStrings");
         textBytes_ = texts.empty() ? 0 : package.size(texts);
         bytes_ = textBytes_ + (names_.empty() ? 0 : package.size(part(static_cast<std::size_t>(chosen))));
-        readTexts(texts, meanwhile);
+        readTexts(texts, rows, meanwhile);
         readFormats(partOfType(relations, "styles"));
     }
 
     const std::vector<std::string>& names() const { return names_; }
     const std::string& part(std::size_t sheet) const { return parts_.at(sheet); }
-    std::string text(int place) const {
-        const auto at = static_cast<std::size_t>(place);
-        return place >= 0 && at < texts_.rowCount() ? std::string(texts_.cell(at, 0).value_or("")) : "";
-    }
     bool isDay(int format) const {
         return format >= 0 && static_cast<std::size_t>(format) < days_.size() &&
                days_[static_cast<std::size_t>(format)];
@@ -119,13 +116,12 @@ private:
         }
     }
 
-    void readTexts(const std::string& part, const WhileReading& meanwhile) {
+    void readTexts(const std::string& part, SheetRows& rows, const WhileReading& meanwhile) {
         const auto xml = part.empty() ? nullptr : package_.open(part);
         while (xml && xml->next()) {
             if (!xml->isStart() || xml->name() != "si") continue;
-            texts_.addText(textWithin(*xml));
-            texts_.endRow();
-            if (texts_.rowCount() % kRowsAStep == 0) meanwhile(xml->position(), bytes_);
+            rows.addShared(textWithin(*xml));
+            if (rows.sharedCount() % kRowsAStep == 0) meanwhile(xml->position(), bytes_);
         }
     }
 
@@ -148,7 +144,6 @@ private:
     std::string part_;
     std::vector<std::string> names_;
     std::vector<std::string> parts_;
-    store::Recordset texts_{std::vector<store::Column>{{"text"}}};
     std::uint64_t textBytes_ = 0;
     std::uint64_t bytes_ = 0;
     std::vector<bool> days_;
@@ -213,18 +208,17 @@ private:
                 if (xml.name() == "v" || xml.name() == "is") value = textWithin(xml);
             }
         }
+        if (at_.row < 0 || at_.column < 0) return;
+        const auto row = static_cast<std::size_t>(at_.row);
+        if (type == "s" && !value.empty())
+            return rows_.putShared(row, at_.column, static_cast<std::size_t>(numberOf(value, -1)));
         SheetCell cell =
             value.empty() && formula && type != "str" ? SheetCell{CellKind::uncomputed} : cellOf(type, value, format);
-        if (!cell.isEmpty() && at_.row >= 0 && at_.column >= 0)
-            rows_.put(static_cast<std::size_t>(at_.row), at_.column, std::move(cell));
+        if (!cell.isEmpty()) rows_.put(row, at_.column, std::move(cell));
     }
 
     SheetCell cellOf(const std::string& type, const std::string& value, int format) const {
         if (value.empty()) return {};
-        if (type == "s") {
-            std::string text = book_.text(numberOf(value, -1));
-            return text.empty() ? SheetCell{} : SheetCell{CellKind::text, std::move(text)};
-        }
         if (type == "str" || type == "inlineStr" || type == "b") return {CellKind::text, value};
         if (type == "e") return {CellKind::error, value};
         if (type == "d") return {CellKind::date, dayText(value)};
@@ -258,7 +252,7 @@ private:
 }  // namespace
 
 void readOpenXml(const Package& package, SheetFile& file, int chosen, const WhileReading& meanwhile) {
-    const Book book(package, chosen, meanwhile);
+    const Book book(package, chosen, file.rows, meanwhile);
     file.sheets = book.names();
     if (file.sheets.empty()) return;
     const auto xml = package.open(book.part(static_cast<std::size_t>(chosen)));

@@ -10,6 +10,8 @@ namespace orvenmod {
 namespace {
 
 constexpr unsigned char kLong = 0xFF;
+/// Of a cell in its row alone: its bytes are a place.
+constexpr CellKind kShared = static_cast<CellKind>('s');
 constexpr std::size_t kMostMerged = 1UL << 22;
 
 void append(std::string& row, const SheetCell& cell) {
@@ -41,7 +43,7 @@ bool takeCell(std::string_view& row, CellKind& kind, std::string_view& text) {
 
 }  // namespace
 
-SheetRows::SheetRows() : rows_(std::vector<store::Column>{{"row"}}) {}
+SheetRows::SheetRows() : shared_(std::vector<store::Column>{{"text"}}), rows_(std::vector<store::Column>{{"row"}}) {}
 
 void SheetRows::flush() {
     std::string row;
@@ -64,6 +66,26 @@ void SheetRows::put(std::size_t row, int column, SheetCell cell) {
     const auto at = static_cast<std::size_t>(column);
     if (open_.size() <= at) open_.resize(at + 1);
     open_[at] = std::move(cell);
+}
+
+void SheetRows::addShared(std::string_view text) {
+    shared_.addText(text);
+    shared_.endRow();
+}
+
+void SheetRows::putShared(std::size_t row, int column, std::size_t place) {
+    const std::string_view text = place < sharedCount() ? shared_.cell(place, 0).value_or("") : "";
+    if (text.empty()) return;
+    // What comes late lies beside the rows, as itself.
+    if (row < rowCount()) return put(row, column, {CellKind::text, std::string(text)});
+    const auto bytes = static_cast<std::uint32_t>(place);
+    put(row, column, {kShared, std::string(reinterpret_cast<const char*>(&bytes), sizeof(bytes))});
+}
+
+std::string_view SheetRows::shared(std::string_view place) const {
+    std::uint32_t at = 0;
+    std::memcpy(&at, place.data(), sizeof(at));
+    return shared_.cell(at, 0).value_or("");
 }
 
 void SheetRows::finish() {
@@ -94,7 +116,9 @@ SheetCell SheetRows::cell(std::size_t row, int column) const {
     CellKind kind = CellKind::empty;
     std::string_view text;
     for (int at = 0; takeCell(rest, kind, text); ++at) {
-        if (at == column) return {kind, std::string(text)};
+        if (at != column) continue;
+        if (kind == kShared) return {CellKind::text, std::string(shared(text))};
+        return {kind, std::string(text)};
     }
     return {};
 }

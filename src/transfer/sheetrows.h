@@ -2,7 +2,8 @@
 //
 //   cell    [kind 1][length 1, or 0xFF and length 4][bytes]
 //
-// What comes or changes behind its row (a formula's result, a cell that was mended) lies beside the arena.
+// A text that many cells of a workbook share lies once, and its cells hold its place among the shared ones. What comes
+// or changes behind its row (a formula's result, a cell that was mended) lies beside the arena.
 #pragma once
 
 #include <cstdint>
@@ -46,6 +47,11 @@ public:
     /// A cell of the file, rows and columns from 0. Rows come in their order; what comes late changes its cell. Columns
     /// beyond the most are counted and not kept.
     void put(std::size_t row, int column, SheetCell cell);
+    /// A text that cells share, in the order of their places. Before any cell of it.
+    void addShared(std::string_view text);
+    std::size_t sharedCount() const { return shared_.rowCount(); }
+    /// As put(), of the shared text at that place; empty where there is none.
+    void putShared(std::size_t row, int column, std::size_t place);
     /// The empty cells of a merged one, but its first, say what they are. Behind all cells. Throws std::length_error
     /// where the merged ones hold more than any sheet that was made by hand.
     void markMerged(std::size_t top, int left, std::size_t bottom, int right);
@@ -62,8 +68,10 @@ public:
 
 private:
     void flush();
+    std::string_view shared(std::string_view place) const;
     const SheetCell* changedCell(std::size_t row, int column) const;
 
+    store::Recordset shared_;
     store::Recordset rows_;
     std::vector<SheetCell> open_;
     std::map<std::size_t, std::map<int, SheetCell>> changed_;

@@ -89,6 +89,15 @@ TEST_F(BadInput, aSecondStatementInASearchText) {
     EXPECT_EQ(database().value("select count(*) from tblItem"), "7");
 }
 
+TEST_F(BadInput, aSearchTextThatClosesItsOwnQuotesIsPartOfTheCondition) {
+    stage.open(kManagement, [](User& user) {
+        user.pick("PC", 2, 0);
+        user.type("txtSearch", "x%' or fname like '%");
+        user.click("cmdFind");
+        EXPECT_EQ(codes(user).size(), 4U);
+    });
+}
+
 TEST_F(BadInput, aFailedSearchKeepsTheListAndTheWindowGoesOn) {
     stage.open(kManagement, [&](User& user) {
         user.clickNode("tv1", "D14");

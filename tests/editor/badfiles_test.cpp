@@ -88,6 +88,7 @@ TEST_F(EditorBadFiles, hostileNamesStayInTheirFolder) {
             EXPECT_EQ(opened.lexically_normal().parent_path(), folder);
             EXPECT_EQ(opened.lexically_normal(), opened);
             EXPECT_TRUE(fs::is_regular_file(opened));
+            EXPECT_EQ(fs::status(opened).permissions() & fs::perms::owner_exec, fs::perms::none);
             EXPECT_EQ(Stage::contents(opened), "content");
         });
         EXPECT_TRUE(fs::is_empty(folder)) << "and nothing stays there";

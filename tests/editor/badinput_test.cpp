@@ -199,6 +199,23 @@ TEST_F(EditorBadInput, aQuoteInAnyFieldOfAChangeIsToldAndChangesNothing) {
     EXPECT_EQ(stage.connectionsAlive(), 0);
 }
 
+TEST_F(EditorBadInput, aTextThatClosesItsOwnQuotesIsPartOfItsStatementAndOfNoOther) {
+    stage.openItem(101, [](User& user) {
+        user.typeCell("fps1", kValue, kModelRow, "'+(select fname from tblItem where fitemid=12)+'");
+        user.answer(MessageKind::information, "数据修改成功!");
+        user.clickTool("Save");
+    });
+    const std::string model = database().value("select fModel from ICItem where fitemid=101");
+    EXPECT_EQ(model, database().value("select fname from tblItem where fitemid=12")) << "what the login may read";
+    const Rows before = goods(101);
+    stage.openItem(101, [](User& user) {
+        user.typeCell("fps1", kValue, kModelRow, "' delete from tblItem where '1'='1");
+        user.answer(MessageKind::critical, "关键字 'delete' 附近有语法错误。");
+        user.clickTool("Save");
+    });
+    EXPECT_EQ(goods(101), before);
+}
+
 TEST_F(EditorBadInput, aQuoteInTheNameOfAStoredAttachmentUndoesTheChange) {
     stage.storeAttachment(4, "a.txt", "a");
     stage.openItem(101, [](User& user) {

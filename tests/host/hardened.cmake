@@ -1,4 +1,4 @@
-# Reads from a built program what the platform does against a memory error that somebody wants to use:
+# Reads from a built program or library what the platform does against a memory error that somebody wants to use:
 #   cmake -DPROGRAM=... -DREADELF=... -P hardened.cmake
 foreach(part file-header program-headers dynamic symbols)
   execute_process(COMMAND ${READELF} --wide --${part} ${PROGRAM} OUTPUT_VARIABLE text RESULT_VARIABLE failed)

@@ -50,6 +50,11 @@ MessageKind kindOf(const QMessageBox& box) {
     }
 }
 
+std::string textOf(const QMessageBox& box) {
+    EXPECT_EQ(box.textFormat(), Qt::PlainText) << "signs of markup wouldn't show as they are";
+    return box.text().toStdString();
+}
+
 QMessageBox::StandardButton buttonOf(Answer answer) {
     switch (answer) {
         case Answer::yes:
@@ -103,7 +108,7 @@ private:
             answerForDialog(box);
             return;
         }
-        const Answer answer = book_.takeAnswer(kindOf(box), box.text().toStdString(), box.windowTitle().toStdString());
+        const Answer answer = book_.takeAnswer(kindOf(box), textOf(box), box.windowTitle().toStdString());
         QAbstractButton* further = nullptr;
         for (QAbstractButton* each : box.buttons())
             if (box.standardButton(each) == QMessageBox::NoButton) further = each;
@@ -118,7 +123,7 @@ private:
             QTest::mouseClick(yes, Qt::LeftButton);
             return;
         }
-        book_.takeAnswer(kindOf(box), box.text().toStdString(), box.windowTitle().toStdString());
+        book_.takeAnswer(kindOf(box), textOf(box), box.windowTitle().toStdString());
         auto* dialog = qobject_cast<QFileDialog*>(box.parentWidget());
         // The dialog then waits for another name.
         QObject::connect(&box, &QObject::destroyed, dialog, [this, dialog] { soon(*dialog, &Watcher::answerDialog); });

@@ -38,6 +38,7 @@ public:
     void addDocument(const std::string& path) { documents_.push_back(path); }
 
     const std::vector<ShownMessage>& messages() const { return messages_; }
+    void forgetMessages() { messages_.clear(); }
     const std::vector<std::string>& documents() const { return documents_; }
     /// Fails the test for what is left over, and forgets it.
     void finish();
@@ -67,6 +68,7 @@ public:
         book_.addAnswer(kind, text, answer);
     }
     const std::vector<ShownMessage>& messages() const override { return book_.messages(); }
+    void forgetMessages() override { book_.forgetMessages(); }
     const std::vector<std::string>& documents() const override { return book_.documents(); }
     void finish() override { book_.finish(); }
 

@@ -104,6 +104,7 @@ public:
     virtual void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) = 0;
     /// Every box shown so far, in order.
     virtual const std::vector<ShownMessage>& messages() const = 0;
+    virtual void forgetMessages() = 0;
     /// Documents opened with the desktop's programs.
     virtual const std::vector<std::string>& documents() const = 0;
     /// Fails the test for scripts or answers left over.

@@ -273,8 +273,10 @@ void layOut(const Command& command, const std::string& folder) {
                                                 {"008", "平垫", "五金", "01", "12"},
                                                 {"009", "弹垫", "五金", "02", "1.5"}});
     }
+    // Made before the play, which a copy of it is a part of.
+    const std::string& suite = suiteFile();
     if (command.on == Command::On::nothing) return;
-    std::filesystem::copy_file(command.on == Command::On::suite ? suiteFile() : firstVersionFile(), databaseIn(folder),
+    std::filesystem::copy_file(command.on == Command::On::suite ? suite : firstVersionFile(), databaseIn(folder),
                                std::filesystem::copy_options::overwrite_existing);
 }
 

@@ -116,8 +116,8 @@ void work(EditorStage& stage, int command) {
         default:
             look(stage);
     }
-    // Boxes and statements are noted by the stage itself.
     stage.forgetStatements();
+    stage.script().forgetMessages();
 }
 
 void storePhoto(EditorStage& stage) {

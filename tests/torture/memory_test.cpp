@@ -124,7 +124,7 @@ TEST_P(Memory, anAllocationThatFailsLeavesAllOfTheCommandOrNothing) {
         }
     }
     std::snprintf(place, sizeof place, "outside the sweep\n");
-    RecordProperty("tried", tried);
+    tellTried(tried);
 }
 
 TEST_P(Memory, anAllocationThatFailsLeaksNothing) {
@@ -132,6 +132,7 @@ TEST_P(Memory, anAllocationThatFailsLeaksNothing) {
     const Run whole = run({});
     std::mt19937 random = randomFor("leaks");
     for (const int at : placesOf(static_cast<int>(whole.allocations), kFew / 4, random)) {
+        ++tried;
         notePlace(at, whole.allocations, MemoryTrouble::Kind::once);
         SCOPED_TRACE(place);
         // The first time may make what the process keeps.
@@ -140,6 +141,7 @@ TEST_P(Memory, anAllocationThatFailsLeaksNothing) {
         run({MemoryTrouble::Kind::once, at});
         EXPECT_EQ(heldAfterwards(), held);
     }
+    tellTried(tried);
 }
 
 TEST(MemoryOfFiles, aPartialFileGoesThoughMemoryIsOut) {

@@ -291,7 +291,7 @@ void Model::newClass(const Step&, Desk& desk) {
             desk, "newClass", "数据保存成功！", [&](Desk& at) { makeClass(at, key, name); }, true))
         return;
     const auto row = database_.rows("select fItemTable,fViewName from tblItemClass where fItemClassId=" + key).at(0);
-    classes_[id] = {name, row[0], row[1], {}, 3};
+    classes_[id] = {name, row[0], row[1], {}, 3, {"短代码", "代码", "名称"}};
 }
 
 void Model::newField(const Step& step, Desk& desk) {
@@ -299,8 +299,12 @@ void Model::newField(const Step& step, Desk& desk) {
     Class& its = classes_.at(itemClass);
     if (itemClass == kGoods || its.fields >= kMostFields) return;
     const std::string name = unusedName("栏");
-    const auto act = [&](Desk& at) { makeField(at, std::to_string(itemClass), name, static_cast<int>(step.how % 3)); };
-    if (play(desk, "newField", "数据保存成功!", act, true)) ++its.fields;
+    const int lookup = static_cast<int>(step.how % 3);
+    const auto act = [&](Desk& at) { makeField(at, std::to_string(itemClass), name, lookup); };
+    if (!play(desk, "newField", "数据保存成功!", act, true)) return;
+    ++its.fields;
+    for (const char* part : lookup == 0 ? std::vector{""} : std::vector{"代码", "名称"})
+        its.descriptions.push_back(name + part);
 }
 
 void Model::newEntry(const Step& step, Desk& desk) {
@@ -354,6 +358,33 @@ Rows Model::itemRows() const {
     return sorted(rows);
 }
 
+std::string Model::classDifference(int itemClass) const {
+    const Class& its = classes_.at(itemClass);
+    const std::string key = std::to_string(itemClass);
+    std::string all =
+        compared("tblItemClass of " + key,
+                 database_.rows("select fItemName,fItemTable,fViewName from tblItemClass where fItemClassId=" + key),
+                 {{its.name, its.table, its.view}});
+    all += compared("tblTableInfo of " + key,
+                    database_.rows("select count(*) from tblTableInfo where fItemClassId=" + key),
+                    {{std::to_string(its.fields)}});
+    if (its.descriptions.empty()) return all;
+    Rows found;
+    std::string columns;
+    for (const auto& row : database_.rows("select fFieldDesc,fFieldName from tblViewDesc where fTypeId=" +
+                                          std::to_string(6000 + itemClass))) {
+        found.push_back({row[0]});
+        columns += (columns.empty() ? "" : ",") + row[1];
+    }
+    Rows expected;
+    for (const std::string& description : its.descriptions)
+        expected.push_back({description});
+    all += compared("tblViewDesc of " + key, sorted(found), sorted(expected));
+    // Fails where the view lacks one of them.
+    database_.rows("select " + columns + " from " + its.view + " where 1=0");
+    return all;
+}
+
 std::string Model::differenceNow() {
     std::string all = compared("tblItem",
                                sorted(database_.rows("select fitemid,fnumber,fnbnumber,fdepth,fparentid,fshortnumber,"
@@ -371,13 +402,7 @@ std::string Model::differenceNow() {
             if (node.detail) details.push_back({std::to_string(id), node.code, node.name});
         for (const std::string& from : {its.table, its.view})
             all += compared(from, sorted(database_.rows("select fitemid,fnumber,fname from " + from)), sorted(details));
-        const std::string fields = std::to_string(its.fields);
-        all += compared("tblTableInfo of " + key,
-                        database_.rows("select count(*) from tblTableInfo where fItemClassId=" + key), {{fields}});
-        all += compared("its descriptions without a column of the view",
-                        database_.rows("select count(*) from tblViewDesc where fFieldName='' and fTypeId=" +
-                                       std::to_string(6000 + itemClass)),
-                        {{"0"}});
+        all += classDifference(itemClass);
     }
     if (lastId_ > 0) {
         all += compared("the counter", database_.rows("select fMaxNum from tblMaxNum where fTableName='tblItem'"),

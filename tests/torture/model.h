@@ -40,6 +40,7 @@ private:
         std::string view;
         PlainTree tree = {};
         int fields = 0;
+        std::vector<std::string> descriptions = {};  ///< of a class that a clerk has made
     };
     struct Entry {
         std::string code;
@@ -74,6 +75,7 @@ private:
     std::string unusedName(const char* kind) { return kind + std::to_string(++names_); }
 
     Rows itemRows() const;
+    std::string classDifference(int itemClass) const;
 
     Database& database_;
     std::map<int, Class> classes_;

@@ -132,7 +132,7 @@ TEST_P(Files, whateverFailsOnceOrFromThenOnLeavesAllOfTheCommandOrNothing) {
             }
         }
     }
-    RecordProperty("tried", tried);
+    tellTried(tried);
 }
 
 TEST_P(Files, aDiskThatRunsFullLeavesAllOfTheCommandOrNothing) {
@@ -140,7 +140,7 @@ TEST_P(Files, aDiskThatRunsFullLeavesAllOfTheCommandOrNothing) {
         SCOPED_TRACE("full at write " + std::to_string(at));
         trouble({FileTrouble::Kind::full, FileAct::write, at});
     }
-    RecordProperty("tried", tried);
+    tellTried(tried);
 }
 
 TEST_P(Files, aLossOfPowerLeavesAllOfTheCommandOrNothingAndAllThatWasTold) {
@@ -148,7 +148,7 @@ TEST_P(Files, aLossOfPowerLeavesAllOfTheCommandOrNothingAndAllThatWasTold) {
         SCOPED_TRACE("power goes at change " + std::to_string(at) + " of " + std::to_string(changes));
         powerGoes(at);
     }
-    RecordProperty("tried", tried);
+    tellTried(tried);
 }
 
 INSTANTIATE_TEST_SUITE_P(Torture, Files, testing::ValuesIn(allCommands()),

@@ -1,5 +1,7 @@
 #include "torture/share.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -8,10 +10,16 @@
 
 namespace orvenmod::test {
 
-bool fullLength() {
+namespace {
+
+std::string wanted() {
     const char* named = std::getenv("ORVEN_TORTURE");
-    return named != nullptr && std::string(named) == "full";
+    return named == nullptr ? "" : named;
 }
+
+}  // namespace
+
+bool fullLength() { return wanted() == "full"; }
 
 unsigned seed() {
     static const unsigned seed = [] {
@@ -34,11 +42,19 @@ std::mt19937 randomFor(const char* test) {
 std::vector<int> placesOf(int count, int few, std::mt19937& random) {
     std::vector<int> places(static_cast<std::size_t>(std::max(count, 0)));
     std::iota(places.begin(), places.end(), 1);
-    if (fullLength() || count <= few) return places;
+    if (fullLength()) return places;
+    if (const std::string most = wanted(); !most.empty()) few = std::max(few, std::stoi(most));
+    if (count <= few) return places;
     std::shuffle(places.begin(), places.end() - 1, random);
     places.erase(places.begin(), places.end() - few);
     std::sort(places.begin(), places.end());
     return places;
+}
+
+void tellTried(int places) {
+    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+    std::cout << places << " places tried: " << test.test_suite_name() << "." << test.name() << std::endl;
+    testing::Test::RecordProperty("tried", places);
 }
 
 }  // namespace orvenmod::test

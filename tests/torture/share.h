@@ -1,6 +1,6 @@
 // How much of an anomaly test runs, and how the same one is run again. Tests try each of the places where something can
-// go wrong when ORVEN_TORTURE=full; otherwise a few of them, chosen by a number that is printed and that ORVEN_SEED
-// gives again.
+// go wrong when ORVEN_TORTURE=full; otherwise a few of them, or as many as ORVEN_TORTURE says, chosen by a number that
+// is printed and that ORVEN_SEED gives again.
 #pragma once
 
 #include <random>
@@ -19,5 +19,8 @@ std::mt19937 randomFor(const char* test);
 /// Which of the places from 1 to `count` to try, in order: all of them at full length, otherwise `few`, the last one
 /// among them.
 std::vector<int> placesOf(int count, int few, std::mt19937& random);
+
+/// On the output, and noted with the running test.
+void tellTried(int places);
 
 }  // namespace orvenmod::test

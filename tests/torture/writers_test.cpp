@@ -212,7 +212,7 @@ protected:
                 }
             }
         }
-        RecordProperty("tried", tried_);
+        tellTried(tried_);
     }
 
     TemporaryFolder folder_;

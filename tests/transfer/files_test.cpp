@@ -79,6 +79,18 @@ TEST_F(Files, aWorkbookTellsTextsNumbersDaysAndErrorsApart) {
               (Texts{"t螺丝", "n1.5", "d2024-03-04", "d2024-03-04 12:00:00", "tin", "e#N/A", "t1", " ", "tx"}));
 }
 
+TEST_F(Files, cellsThatShareATextEachHaveItWhereverTheyStand) {
+    const std::string text = "<c t=\"s\"><v>0</v></c>";
+    const SheetFile file = readSheet("<row r=\"1\">" + text + "<c t=\"s\"><v>1</v></c>" + text +
+                                         "<c t=\"s\"><v>2</v></c><c t=\"s\"><v>-1</v></c></row>"
+                                         "<row r=\"2\"><c t=\"s\"><v>1</v></c></row><row r=\"3\">" +
+                                         text + "</row><row r=\"1\"><c r=\"B1\" t=\"s\"><v>0</v></c></row>",
+                                     "", "<si><t>螺丝</t></si><si><t></t></si>");
+    EXPECT_EQ(cells(file, 0), (Texts{"t螺丝", "t螺丝", "t螺丝"})) << "no other place has a text";
+    EXPECT_TRUE(file.rows.isBlank(1));
+    EXPECT_EQ(cells(file, 2), (Texts{"t螺丝", " ", " "}));
+}
+
 TEST_F(Files, aFormulaGivesItsStoredValueAndTellsWhereItHasNone) {
     const SheetFile file = readSheet("<row r=\"1\"><c r=\"A1\"><f>1+1</f><v>2</v></c><c r=\"B1\"><f>1+1</f></c></row>");
     EXPECT_EQ(cells(file, 0), (Texts{"n2", "f"}));

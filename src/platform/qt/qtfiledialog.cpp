@@ -20,7 +20,9 @@ public:
     void accept() override {
         const std::string path = fromQt(selectedFiles().value(0));
         if (!isReadOnly(path)) return QFileDialog::accept();
-        QMessageBox::warning(this, windowTitle(), toQt(readOnlyRefusal(path)));
+        QMessageBox box(QMessageBox::Warning, windowTitle(), toQt(readOnlyRefusal(path)), QMessageBox::Ok, this);
+        box.setTextFormat(Qt::PlainText);  // a name may look like markup
+        box.exec();
     }
 };
 

@@ -4,6 +4,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
+#include <algorithm>
+#include <iterator>
 
 #include "platform/qt/text.h"
 
@@ -14,6 +16,9 @@ namespace {
 constexpr int kFrameInset = 10;
 constexpr int kFrameGap = 4;
 constexpr float kFrameStrength = 0.25F;
+
+// Of dots alone: a drawing may name further files, which its reader opens and waits for.
+constexpr const char* kPictures[] = {"bmp", "gif", "ico", "jpeg", "png"};
 
 }  // namespace
 
@@ -109,7 +114,8 @@ bool QtPicture::show(const std::string& path) {
     QImageReader reader(toQt(path));
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
-    const QImage image = reader.read();
+    const bool known = std::find(std::begin(kPictures), std::end(kPictures), reader.format()) != std::end(kPictures);
+    const QImage image = known ? reader.read() : QImage();
     picture_->setPixmap(image.isNull() ? QPixmap() : QPixmap::fromImage(image));
     return !image.isNull();
 }

@@ -59,4 +59,18 @@ std::string_view cutToUnits(std::string_view text, std::size_t longest) {
     return text;
 }
 
+std::string readableText(std::string_view text) {
+    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+    std::string readable;
+    std::size_t kept = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t before = at;
+        const char32_t character = next(text, at);
+        if (character != kBroken && character != 0xFFFE && character != 0xFFFF) continue;
+        readable.append(text.substr(kept, before - kept)).append(kReplacement);
+        kept = at;
+    }
+    return readable.append(text.substr(kept));
+}
+
 }  // namespace orvenmod::platform

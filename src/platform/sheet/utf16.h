@@ -15,4 +15,7 @@ std::u16string toUtf16(std::string_view text, std::size_t longest = kLongestCell
 /// The text cut likewise, still in UTF-8.
 std::string_view cutToUnits(std::string_view text, std::size_t longest = kLongestCell);
 
+/// As a part of a package may hold it: broken sequences, and the two that are no characters, become U+FFFD.
+std::string readableText(std::string_view text);
+
 }  // namespace orvenmod::platform

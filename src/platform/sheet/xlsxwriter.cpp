@@ -51,6 +51,7 @@ struct FreeWorkbook {
 class XlsxWriter : public SheetWriter {
 public:
     XlsxWriter(const std::string& path, SheetLayout layout) : file_(path), layout_(std::move(layout)) {
+        makeReadable();
         const PlainNumerals plain;
         lxw_workbook_options options{};
         options.constant_memory = LXW_TRUE;
@@ -85,6 +86,16 @@ public:
     void commit() override { file_.commit(); }
 
 private:
+    void makeReadable() {
+        layout_.name = readableText(layout_.name);
+        for (SheetColumn& column : layout_.columns) {
+            column.title = readableText(column.title);
+            column.format = readableText(column.format);
+            for (std::string& choice : column.choices)
+                choice = readableText(choice);
+        }
+    }
+
     void beginSheet() {
         sheet_ = workbook_add_worksheet(book_.get(), sheetNames(layout_.name, cellCounts_.size() + 1).back().c_str());
         if (!sheet_) throw std::runtime_error("工作表无法建立：" + layout_.name);
@@ -139,7 +150,7 @@ private:
         if (cell.number && parsed.ec == std::errc() && parsed.ptr == end && std::isfinite(value)) {
             check(worksheet_write_number(sheet_, row_, column, value, formats_[column]));
         } else {
-            text_ = cutToUnits(cell.text);
+            text_ = readableText(cutToUnits(cell.text));
             check(worksheet_write_string(sheet_, row_, column, text_.c_str(), formats_[column]));
         }
     }

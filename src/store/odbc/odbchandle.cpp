@@ -1,6 +1,8 @@
 #include "store/odbc/odbchandle.h"
 
 #include <algorithm>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "store/odbc/nativesigns.h"
@@ -23,23 +25,28 @@ std::string withoutLayers(const std::string& text) {
     return at == text.size() ? text : text.substr(at);
 }
 
+struct StateMeaning {
+    std::string_view state;  ///< of the standard; two letters mean the whole group
+    FailureKind kind;
+};
+
+constexpr StateMeaning kStateMeanings[] = {
+    {"08", FailureKind::connection},    {"IM002", FailureKind::connection},   {"28000", FailureKind::connection},
+    {"01000", FailureKind::connection}, {"HYT00", FailureKind::busy},         {"HYT01", FailureKind::busy},
+    {"40001", FailureKind::busy},       {"42S02", FailureKind::noSuchObject}, {"42S22", FailureKind::noSuchObject},
+    {"42S01", FailureKind::duplicate},  {"42S21", FailureKind::duplicate},    {"22001", FailureKind::truncation},
+    {"22003", FailureKind::overflow},   {"22012", FailureKind::divide},       {"22018", FailureKind::conversion},
+    {"22007", FailureKind::conversion}, {"22008", FailureKind::conversion},   {"23", FailureKind::key}};
+
 // By the server's number; where a driver has none of its own, by the standard's state.
 FailureKind kindOf(int number, const std::string& state) {
     const FailureKind known = tsql::kindOf(number);
     if (known != FailureKind::other) return known;
-    const std::string group = state.substr(0, 2);
-    if (group == "08" || state == "IM002" || state == "28000" || state == "01000") return FailureKind::connection;
-    if (state == "HYT00" || state == "HYT01" || state == "40001") return FailureKind::busy;
-    if (state == "42S02" || state == "42S22") return FailureKind::noSuchObject;
-    if (state == "42S01" || state == "42S21") return FailureKind::duplicate;
     // A server gives this state to most of its failures; what it means by one, its number tells.
-    if ((state == "42000" || state == "37000") && number == 0) return FailureKind::syntax;
-    if (state == "22001") return FailureKind::truncation;
-    if (state == "22003") return FailureKind::overflow;
-    if (state == "22012") return FailureKind::divide;
-    if (state == "22018" || state == "22007" || state == "22008") return FailureKind::conversion;
-    if (group == "23") return FailureKind::key;
-    return FailureKind::other;
+    if (number == 0 && (state == "42000" || state == "37000")) return FailureKind::syntax;
+    const auto* found = std::ranges::find_if(
+        kStateMeanings, [&](const StateMeaning& meaning) { return state.starts_with(meaning.state); });
+    return found == std::end(kStateMeanings) ? FailureKind::other : found->kind;
 }
 
 }  // namespace

@@ -12,10 +12,15 @@ namespace orvenmod::store::postgres {
 
 namespace {
 
-// Every definition adds one to the number, so that sessions see that what they know of the schema has been overtaken.
+// Every definition adds one to the number, so that sessions see that what they know of the schema has been overtaken:
+// a change looks at it, and who listens is told.
 constexpr const char* kSchemaVersion =
     "CREATE TABLE IF NOT EXISTS orven.schema_version(number bigint NOT NULL);"
     "INSERT INTO orven.schema_version SELECT 1 WHERE NOT EXISTS (SELECT FROM orven.schema_version);"
+    "CREATE OR REPLACE FUNCTION orven.tell_schema() RETURNS trigger LANGUAGE plpgsql AS "
+    "$$BEGIN PERFORM pg_notify('orven_schema', NEW.number::text); RETURN NULL; END$$;"
+    "CREATE OR REPLACE TRIGGER tell_schema AFTER UPDATE ON orven.schema_version "
+    "FOR EACH ROW EXECUTE FUNCTION orven.tell_schema();"
     "GRANT USAGE ON SCHEMA orven TO PUBLIC;"
     "GRANT SELECT, UPDATE ON orven.schema_version TO PUBLIC;";
 

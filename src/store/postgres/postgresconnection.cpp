@@ -50,6 +50,7 @@ Session& PostgresConnection::session() {
         session_ = takeSession(connectionString_);
         session_->progress().set(progress_);
     }
+    if (replaceable && session_->isOvertaken()) session_->forgetSchema();
     return *session_;
 }
 
@@ -62,11 +63,20 @@ void PostgresConnection::failForLoss(const LostConnection& lost, server::Outcome
 // The place of the look at the schema among what is queued. What a transaction has read keeps its shape, so that one
 // look is enough for it.
 std::optional<std::size_t> PostgresConnection::startUnit(Look look) {
-    if (transaction_ == Transaction::begun) session_->queue(Fixed::begin);
-    if (transaction_ != Transaction::none) session_->queue(Fixed::savepoint);
+    unit_ = transaction_ == Transaction::none    ? Unit::alone
+            : transaction_ == Transaction::begun ? Unit::first
+                                                 : Unit::later;
+    if (unit_ == Unit::first) session_->queue(Fixed::begin);
+    if (unit_ == Unit::later) session_->queue(Fixed::savepoint);
     if (look == Look::none || (transaction_ != Transaction::none && looked_)) return std::nullopt;
     session_->queueExpectedSchema();
     return session_->queued() - 1;
+}
+
+// A query alone may go out on a schema that has changed, since its answer tells of that and it is run again.
+PostgresConnection::Look PostgresConnection::lookOf(const CachedStatement& entry) const {
+    const bool queryAlone = transaction_ == Transaction::none && entry.translation.kind == StatementKind::query;
+    return queryAlone && session_->isTold() ? Look::none : Look::atTheSchema;
 }
 
 CachedStatement& PostgresConnection::prepared(std::string_view sql) {
@@ -87,7 +97,7 @@ std::size_t PostgresConnection::queueStatement(CachedStatement& entry, const Par
 }
 
 void PostgresConnection::endUnit() {
-    if (transaction_ != Transaction::none) session_->queue(Fixed::release);
+    if (unit_ == Unit::later) session_->queue(Fixed::release);
 }
 
 // Sends what has been queued. What fails is undone; the failure comes back with the answer.
@@ -110,11 +120,19 @@ Answer PostgresConnection::sendUnit(Effect effect, const Session::Stream* stream
 }
 
 void PostgresConnection::undoUnit() {
-    if (transaction_ == Transaction::none) return;
-    session_->queue(Fixed::rollbackTo);
-    session_->queue(Fixed::release);
+    if (unit_ == Unit::alone) return;
+    if (unit_ == Unit::first) {
+        session_->queue(Fixed::rollback);
+    } else {
+        session_->queue(Fixed::rollbackTo);
+        session_->queue(Fixed::release);
+    }
     const Answer answer = session_->sendToTheEnd();
-    if (answer.failure() != nullptr) transaction_ = Transaction::lost;
+    if (answer.failure() != nullptr) {
+        transaction_ = Transaction::lost;
+    } else if (unit_ == Unit::first) {
+        transaction_ = Transaction::begun;
+    }
 }
 
 // Whether the statement is to be translated again. A failure that stays after the schema has been read again is one of
@@ -132,17 +150,19 @@ Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry,
                                const std::function<void(const PGresult* row)>& row) {
     for (int attempt = 1;;) {
         const Parameters parameters(entry->translation, shape_);
-        const auto lookAt = startUnit(Look::atTheSchema);
+        const Look look = row ? Look::atTheSchema : lookOf(*entry);
+        const auto lookAt = startUnit(look);
         const std::size_t at = queueStatement(*entry, parameters);
         endUnit();
         const bool changes = entry->translation.kind == StatementKind::change;
         const Session::Stream stream{at, row};
         Answer answer = sendUnit(changes ? Effect::changes : Effect::reads, row ? &stream : nullptr);
-        if (answer.failure() == nullptr) {
+        const bool overtaken = look == Look::none && session_->isOvertaken() && ++attempt <= kMostTranslations;
+        if (!overtaken && answer.failure() == nullptr) {
             looked_ = true;
             return std::move(answer.results[at]);
         }
-        if (!isOvertaken(answer, lookAt, attempt)) failStatement(sql, *entry, answer.failure());
+        if (!overtaken && !isOvertaken(answer, lookAt, attempt)) failStatement(sql, *entry, answer.failure());
         session_->forgetSchema();
         entry = &session_->prepare(sql, shape_);
     }

@@ -2,13 +2,14 @@
 //
 // The server ends a transaction with the first statement that fails in it; the dialect leaves it open. So each
 // statement within one goes out between a savepoint and its release, in one round trip; a failure goes back to the
-// savepoint:
+// savepoint. The first needs none: the transaction is empty without it, and begins anew.
 //
 //   beginTrans
-//   execute   BEGIN, SAVEPOINT, the statement, RELEASE      one round trip
+//   execute   BEGIN, the statement                          one round trip
+//   execute   BEGIN, the statement: fails                   one, and one more for ROLLBACK
 //   execute   SAVEPOINT, the statement, RELEASE             one
 //   execute   SAVEPOINT, the statement: fails               one, and one more for ROLLBACK TO, RELEASE
-//   executeAll   SAVEPOINT, statement, RELEASE, SAVEPOINT, statement, RELEASE, ...   one
+//   executeAll   SAVEPOINT, statement, statement, ..., RELEASE   one; see postgresflight.cpp
 //   commitTrans   COMMIT                                    one
 #pragma once
 
@@ -71,6 +72,9 @@ private:
     enum class Transaction { none, begun, open, lost };
     enum class Effect { reads, changes };
     enum class Look { atTheSchema, none };
+    /// What goes when a unit fails: with `first` the transaction, which begins anew, with `later` all behind a
+    /// savepoint.
+    enum class Unit { alone, first, later };
     class Flight;
 
     CachedStatement& prepared(std::string_view sql);
@@ -80,6 +84,7 @@ private:
     void runDefinition(std::string_view sql, CachedStatement* entry);
     void definitionMade(std::string_view sql, const std::string& object, const PGresult* before);
     std::optional<std::size_t> startUnit(Look look);
+    Look lookOf(const CachedStatement& entry) const;
     std::size_t queueStatement(CachedStatement& entry, const Parameters& parameters);
     void endUnit();
     Answer sendUnit(Effect effect, const Session::Stream* stream = nullptr);
@@ -99,6 +104,7 @@ private:
     std::unique_ptr<Session> session_;
     bool open_ = true;
     Transaction transaction_ = Transaction::none;
+    Unit unit_ = Unit::alone;
     bool looked_ = false;   // the open transaction has found the schema as expected
     bool defined_ = false;  // and it has changed it
     std::function<void()> progress_;

@@ -1,10 +1,13 @@
-// Several statements in one round trip, each between a savepoint and its release, so that a failure takes back the one
-// that failed alone:
+// Several statements in one round trip, between one savepoint and its release. A failure takes all of them back, and
+// those before the one that failed are sent once more:
 //
-//   BEGIN?, look at the schema?, SAVEPOINT, first, RELEASE, SAVEPOINT, second, RELEASE, ...
+//   SAVEPOINT, first, second, third: fails
+//   ROLLBACK TO, RELEASE
+//   SAVEPOINT, first, second, RELEASE
 //
 // All are translated before the first goes out. What stands behind a definition is bound to what that one made, so a
 // definition ends its piece of the flight.
+#include <algorithm>
 #include <exception>
 #include <vector>
 
@@ -35,6 +38,7 @@ public:
 
     void run() {
         while (!left_.empty()) {
+            if (failure_ && before_ == 0) std::rethrow_exception(failure_);
             makeReady();
             if (!ready_.empty()) {
                 sendReady();
@@ -50,8 +54,7 @@ private:
     struct Ready {
         CachedStatement* entry;
         Parameters parameters;
-        std::size_t at = 0;   // its answer's place
-        std::size_t end = 0;  // that of the first answer behind it
+        std::size_t at = 0;  // its answer's place
     };
 
     // A statement that can't be translated or bound is refused once those before it have been done.
@@ -59,7 +62,7 @@ private:
         ready_.clear();
         refused_ = nullptr;
         try {
-            while (ready_.size() < std::min(kMostInAPiece, left_.size())) {
+            while (ready_.size() < std::min(kMostInAPiece, failure_ ? before_ : left_.size())) {
                 CachedStatement& entry = connection_.prepared(left_[ready_.size()]);
                 if (isOfTransactions(entry.translation.kind)) return;
                 ready_.push_back({&entry, Parameters(entry.translation, connection_.shape_)});
@@ -73,17 +76,19 @@ private:
     void sendReady() {
         Session& session = *connection_.session_;
         const auto lookAt = connection_.startUnit(Look::atTheSchema);
+        std::vector<std::size_t> ends;
         for (Ready& each : ready_) {
-            if (&each != &ready_.front()) session.queue(Fixed::savepoint);
             each.at = connection_.queueStatement(*each.entry, each.parameters);
-            connection_.endUnit();
-            each.end = session.queued();
+            ends.push_back(session.queued());
         }
+        connection_.endUnit();
         const Answer answer = connection_.sendUnit(Effect::changes);
+        if (answer.failure() != nullptr) {
+            const auto failed = std::upper_bound(ends.begin(), ends.end() - 1, answer.failedAt()) - ends.begin();
+            return fail(static_cast<std::size_t>(failed), answer, lookAt);
+        }
+        connection_.looked_ = true;
         for (const Ready& each : ready_) {
-            if (each.end > answer.results.size() || (each.end == answer.results.size() && answer.failure() != nullptr))
-                return fail(each, answer, lookAt);
-            connection_.looked_ = true;
             const tsql::Translation& translation = each.entry->translation;
             const bool changes = translation.kind == StatementKind::change;
             const std::int64_t rows = changes ? touched(answer.results[each.at].get()) : 0;
@@ -95,14 +100,21 @@ private:
 
     void tellDone(std::int64_t rows) {
         left_ = left_.subspan(1);
+        if (failure_) --before_;
         attempt_ = 1;
         if (done_) done_(rows);
     }
 
-    void fail(const Ready& failed, const Answer& answer, std::optional<std::size_t> lookAt) {
-        const std::string& sql = left_.front();
+    void fail(std::size_t failed, const Answer& answer, std::optional<std::size_t> lookAt) {
         if (connection_.isOvertaken(answer, lookAt, attempt_)) return connection_.session_->forgetSchema();
-        connection_.failStatement(sql, *failed.entry, answer.failure());
+        try {
+            connection_.failStatement(left_[failed], *ready_[failed].entry, answer.failure());
+        } catch (const LostConnection&) {
+            throw;
+        } catch (...) {
+            failure_ = std::current_exception();
+            before_ = failed;
+        }
     }
 
     PostgresConnection& connection_;
@@ -110,6 +122,8 @@ private:
     const Done& done_;
     std::vector<Ready> ready_;
     std::exception_ptr refused_;
+    std::exception_ptr failure_;  // thrown once those before it have been done again
+    std::size_t before_ = 0;      // how many these are
     int attempt_ = 1;
 };
 

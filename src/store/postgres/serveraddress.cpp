@@ -59,6 +59,9 @@ ServerAddress ServerAddress::parse(const std::string& connectionString) {
     const ConnectionString parts(connectionString);
     ServerAddress address;
     address.language = tsql::languageOf(parts);
+    // "sslmode" without a value would be missing unseen. It isn't told: it may be the rest of a password.
+    if (parts.hasLooseText())
+        throw tsql::refusedString(address.language, "其中有一段没有“=”", "a part of it has no '='");
     address.connectTimeout = tsql::connectTimeout(parts);
     address.busyTimeout = tsql::busyTimeout(parts);
     for (const auto& [key, value] : parts.parts()) {

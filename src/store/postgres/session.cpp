@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
 #include <future>
 #include <iterator>
 #include <random>
+#include <string_view>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -165,6 +167,10 @@ void Session::setUp() {
             // "$user" of a role named orven would be where the run-time functions are.
             "CASE current_schema() WHEN 'orven' THEN set_config('search_path', 'public', false) END",
             settings);
+        // A standby hears of nothing.
+        const char* standby = PQparameterStatus(connection_.get(), "in_hot_standby");
+        told_ = standby != nullptr && std::string_view(standby) == "off";
+        if (told_) queueText("LISTEN orven_schema");
         for (const FixedText& fixed : kFixed) {
             PQsendPrepare(connection_.get(), fixed.name, fixed.text, 0, nullptr);
             queued_.emplace_back();
@@ -353,6 +359,20 @@ CachedStatement& Session::prepare(std::string_view sql, const tsql::Shape& shape
     entry.translation = byCatalog([&] { return tsql::translateForPostgres(sql, catalog_); });
     if (tsql::runsAsItIs(entry.translation.kind)) entry.statement = newStatement();
     return cache_.keep(shape, std::move(entry));
+}
+
+// A session that waits for its next statement is told before it takes it.
+bool Session::isOvertaken() {
+    struct Free {
+        void operator()(PGnotify* notice) const { PQfreemem(notice); }
+    };
+    while (const std::unique_ptr<PGnotify, Free> notice{PQnotifies(connection_.get())}) {
+        const std::string_view text = notice->extra;
+        std::int64_t number = 0;
+        std::from_chars(text.data(), text.data() + text.size(), number);
+        toldOf_ = std::max(toldOf_, number);
+    }
+    return toldOf_ > catalog_.version();
 }
 
 void Session::forgetSchema() {

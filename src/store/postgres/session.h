@@ -11,6 +11,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -134,6 +135,10 @@ public:
     /// A statement of the server's own language that is to be prepared.
     Prepared newStatement();
     bool has(const Prepared& statement) const { return statement.isOf(gone_); }
+    /// Whether the server tells of a change of the schema by the answer to what is asked after it.
+    bool isTold() const { return told_; }
+    /// Whether it has told of one that the catalog doesn't know. Outside a transaction only; in one it tells nothing.
+    bool isOvertaken();
     /// Forgets everything that a change of the schema may have overtaken.
     void forgetSchema();
     /// A definition of this session has changed the table or view, no other.
@@ -205,6 +210,8 @@ private:
     long zone_ = 0;
     std::chrono::steady_clock::time_point until_ = kForever;  // when the server is given up
     bool unsent_ = false;
+    bool told_ = false;
+    std::int64_t toldOf_ = -1;  // the highest number of the schema
 };
 
 }  // namespace orvenmod::store::postgres

@@ -21,6 +21,8 @@ constexpr int kStepsPerClockCheck = 10'000;
 constexpr milliseconds kProgressEvery{100};
 // In KiB, which SQLite tells from pages by the sign.
 constexpr const char* kCacheSize = "PRAGMA cache_size = -16000";
+// In bytes; a log that was longer is cut to it when it is used from its beginning again. A usual one stays below.
+constexpr const char* kLogSize = "PRAGMA journal_size_limit = 16777216";
 
 // "file:" with the signs escaped that mean something in it.
 std::string uriOf(const std::string& path) {
@@ -80,6 +82,7 @@ void Database::open() {
     if (code != SQLITE_OK) throw failureOf(handle_, code, file_);
     // Readers and one writer side by side. A database that is busy just now keeps its mode until the next opening.
     if (!readOnly) tryRun("PRAGMA journal_mode = WAL");
+    tryRun(kLogSize);
     tryRun(kCacheSize);
     tryRun("PRAGMA temp_store = MEMORY");
     registerFunctions(handle_, runtime_);

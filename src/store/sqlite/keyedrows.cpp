@@ -49,7 +49,7 @@ public:
                std::string_view(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0))) == "wal";
     }
 
-    /// Of the file, which is used from its beginning again where no reader needs it, and never gets shorter.
+    /// Of the file, which is used from its beginning again where no reader needs it, and is cut then.
     std::uint64_t logSize() const {
         std::error_code none;
         const auto size = std::filesystem::file_size(database_->file().path + "-wal", none);
@@ -145,14 +145,14 @@ private:
 
 class KeyedRows : public ListRows {
 public:
-    KeyedRows(std::unique_ptr<Snapshot> snapshot, std::unique_ptr<RowReader> reader, Keys keys,
-              std::uint64_t mostGrowth, std::function<void()> progress)
+    KeyedRows(std::unique_ptr<Snapshot> snapshot, std::unique_ptr<RowReader> reader, Keys keys, std::uint64_t mostLog,
+              std::function<void()> progress)
         : snapshot_(std::move(snapshot)),
           reader_(std::move(reader)),
           progress_(std::move(progress)),
           none_(reader_->read({})),
           keys_(std::move(keys)),
-          mostLog_(snapshot_->logSize() + mostGrowth) {}
+          mostLog_(mostLog) {}
     ~KeyedRows() override { letGo(); }
 
     const std::vector<Column>& columns() const override { return none_.columns(); }
@@ -333,7 +333,7 @@ std::unique_ptr<ListRows> openByKeys(const ListSource& source, std::string_view 
         reader.reset();
         return rows;
     }
-    return std::make_unique<KeyedRows>(std::move(snapshot), std::move(reader), std::move(keys), limits.logGrowth,
+    return std::make_unique<KeyedRows>(std::move(snapshot), std::move(reader), std::move(keys), limits.mostLog,
                                        source.progress);
 }
 

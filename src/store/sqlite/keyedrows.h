@@ -9,8 +9,8 @@
 //                                    update 2; delete 3; commit      goes on at once
 //   row 2: as it was
 //
-// What that costs is the log of the database: none of it can be used again while an older reader is there. When it has
-// grown by a bound the rows are fetched whole and the transaction ends.
+// What that costs is the log of the database: none of it can be used again while an older reader is there. When it is
+// as long as a bound the rows are fetched whole and the transaction ends.
 #pragma once
 
 #include <cstddef>
@@ -30,8 +30,9 @@ struct KeyedLimits {
     std::int64_t smallTable = 20'000;
     /// So few rows are all fetched by their keys, and hold nothing up.
     std::size_t fewRows = 4096;
-    /// A day of a few clerks' saves stays below; to read that much again takes a reader less than a second.
-    std::uint64_t logGrowth = 64ULL << 20;
+    /// A day of a few clerks' saves stays below; to read that much again takes a reader less than a second. Not counted
+    /// from the opening: who saves opens the list anew, and a reader would always be there.
+    std::uint64_t mostLog = 64ULL << 20;
 };
 
 /// Whose list it is.

@@ -1,5 +1,6 @@
 #include "store/tsql/keyedlist.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "store/tsql/binder.h"
@@ -29,6 +30,11 @@ struct TextColumn {
     std::string key;
     std::string mark;
 };
+
+bool hidesKey(const Query& view) {
+    return std::ranges::any_of(view.columns,
+                               [](const ColumnInfo& column) { return sameName(quoteName(column.name), kKey); });
+}
 
 std::vector<std::string> columnNames(const Query& query) {
     std::vector<std::string> names;
@@ -200,7 +206,7 @@ std::optional<KeyedList> ofView(const Query& list, const std::vector<Literal>& l
     const auto emitter = [&parser] { return ViewEmitter(parser.literals()); };
     // What reads it by its name must see the same rows.
     if (emitter().whole(view) != definition.native) return std::nullopt;
-    if (!isViewByKeys(view, catalog)) return std::nullopt;
+    if (!isViewByKeys(view, catalog) || hidesKey(view)) return std::nullopt;
     const Source& table = drivingTable(*view.select->from[0]);
     if (!hasRowKey(table)) return std::nullopt;
 

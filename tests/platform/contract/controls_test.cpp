@@ -163,6 +163,17 @@ TEST_F(ToolkitContract, aDatePickerTakesADay) {
     });
 }
 
+TEST_F(ToolkitContract, aPictureIsOfDotsAndNoneThatDraws) {
+    const TemporaryFolder folder;
+    std::ofstream(folder.file("drawn.jpg"))
+        << "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><rect width='9' height='9'/></svg>";
+    use(windowWith({drawn(ControlKind::picture, "pict1", 0, 3000)}), [&](User& user) {
+        auto& picture = user.control<Picture>("pict1");
+        EXPECT_FALSE(picture.show(folder.file("drawn.jpg")));
+        EXPECT_TRUE(picture.empty());
+    });
+}
+
 TEST_F(ToolkitContract, aPictureShowsAFileThatIsOneAndIsEmptyOtherwise) {
     const TemporaryFolder folder;
     std::ofstream(folder.file("white.bmp"), std::ios::binary)

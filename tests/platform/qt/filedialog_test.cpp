@@ -38,6 +38,7 @@ protected:
                 auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
                 ASSERT_NE(box, nullptr) << "no box";
                 asked_ = box->text();
+                plain_ = box->textFormat() == Qt::PlainText;
                 QTest::mouseClick(box->button(button), Qt::LeftButton);
             });
             save(shown, name);
@@ -60,6 +61,7 @@ protected:
     }
 
     QString asked_;
+    bool plain_ = false;
     TemporaryFolder folder_;
     platform::qt::QtToolkit toolkit_;
     std::unique_ptr<platform::Window> window_ =
@@ -80,6 +82,7 @@ TEST_F(QtFileDialogTest, theQuestionBeforeAnOverwriteIsAskedForTheNameWithItsExt
     std::filesystem::permissions(folder_.file("list.xls"), std::filesystem::perms::owner_read);
     EXPECT_EQ(chosenAmid("list", QMessageBox::Ok), "");
     EXPECT_EQ(asked_.toStdString(), "“list.xls”是只读文件，不能替换。");
+    EXPECT_TRUE(plain_) << "a name with signs of markup shows as it is";
 }
 
 TEST_F(QtFileDialogTest, aNameWithAnExtensionStays) {

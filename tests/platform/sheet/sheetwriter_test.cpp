@@ -60,6 +60,19 @@ TEST_P(SheetWriterTest, takesATextInANumberColumnAsAText) {
     EXPECT_EQ(readBack()[1], (std::vector<std::string>{"1", "约3"}));
 }
 
+TEST_P(SheetWriterTest, takesATextThatLooksLikeAFormulaAsAText) {
+    const std::vector<std::string> texts = {"=1+1", "+1+1", "-1+1", "@SUM(1)", "=cmd|' /C calc'!A0", "http://a"};
+    auto sheet = writer({.name = "x", .columns = {{.title = "=2+2", .format = "@"}, {.title = "b"}}});
+    for (const std::string& text : texts)
+        sheet->addRow({{text}, {text, true}});
+    sheet->finish();
+    const Rows rows = readBack();
+    ASSERT_EQ(rows.size(), 1 + texts.size());
+    EXPECT_EQ(rows[0][0], "=2+2");
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(rows[i + 1], (std::vector<std::string>{texts[i], texts[i]}));
+}
+
 TEST_P(SheetWriterTest, keepsLongTextsQuotesLineEndsAndEmoji) {
     std::string longest;
     for (int i = 0; i < 32767; ++i)
@@ -88,6 +101,22 @@ TEST_P(SheetWriterTest, opensWithEveryControlCharacterInACell) {
     EXPECT_EQ(rows[1][0].front(), 'a');
     EXPECT_EQ(rows[1][0].back(), 'z');
     EXPECT_EQ(rows[1][1], "next");
+}
+
+TEST_P(SheetWriterTest, opensWithBytesThatAreNoTextAndCharactersThatNoSheetTakes) {
+    const std::vector<std::string> texts = {"a\xFFz", "a\xE5\xAEz", "a\xED\xA0\x80z", "a\xEF\xBF\xBFz", "a_x0041_z"};
+    auto sheet = writer({.name = "x\xFF", .columns = {{.title = "t\xFF", .format = "@"}, {.title = "after"}}});
+    for (const std::string& text : texts)
+        sheet->addRow({{text}, {"next"}});
+    sheet->finish();
+    const Rows rows = readBack();
+    ASSERT_EQ(rows.size(), 1 + texts.size());
+    for (std::size_t row = 1; row < rows.size(); ++row) {
+        EXPECT_EQ(rows[row][0].front(), 'a');
+        EXPECT_EQ(rows[row][0].back(), 'z');
+        EXPECT_EQ(rows[row][1], "next");
+    }
+    EXPECT_EQ(rows.back()[0], "a_x0041_z");
 }
 
 TEST_P(SheetWriterTest, breaksManyDifferentTextsOverRecords) {

@@ -13,6 +13,13 @@ TEST(Utf16, replacesBrokenSequences) {
     EXPECT_EQ(toUtf16("\xED\xA0\x80"), u"\uFFFD");
 }
 
+TEST(Utf16, leavesATextThatAPackageMayHold) {
+    EXPECT_EQ(readableText("a\xFF\xE5\xAEz"), "a\uFFFD\uFFFDz");
+    EXPECT_EQ(readableText("\xED\xA0\x80\xEF\xBF\xBE\xEF\xBF\xBF客"), "\uFFFD\uFFFD\uFFFD客");
+    EXPECT_EQ(readableText("a客😀\uFFFD<"), "a客😀\uFFFD<");
+    EXPECT_EQ(readableText(""), "");
+}
+
 TEST(Utf16, neverHalvesAPair) {
     EXPECT_EQ(toUtf16("ab😀", 3), u"ab");
     EXPECT_EQ(cutToUnits("ab😀", 3), "ab");

@@ -34,6 +34,53 @@ TEST_F(StoreContract, KeepsWhatAFlightDidBeforeTheStatementThatFails) {
     EXPECT_EQ(value("select c from t where id=1"), "x");
 }
 
+TEST_F(StoreContract, KeepsWhatWasDoneBeforeAFlightThatFails) {
+    NEEDS_KEPT_TRANSACTIONS();
+    connection_->beginTrans();
+    connection_->execute("update t set c='first' where id=1");
+    std::vector<std::int64_t> rows;
+    EXPECT_NE(numberOf([&] {
+                  connection_->executeAll(
+                      Statements{"update t set c='x' where c='first'", "insert into t(id,c) values(9,'x')",
+                                 "update t set c='y' where c='x'", "update nosuch set c=1", "delete from t"},
+                      [&](std::int64_t touched) { rows.push_back(touched); });
+              }),
+              0);
+    EXPECT_EQ(rows, (std::vector<std::int64_t>{1, 1, 2}));
+    connection_->execute("update t set c='z' where id=9 and c='y'");
+    connection_->commitTrans();
+    EXPECT_EQ(value("select c from t where id=1"), "y");
+    EXPECT_EQ(value("select c from t where id=9"), "z");
+}
+
+TEST_F(StoreContract, LeavesATransactionOpenWhoseFirstStatementFails) {
+    NEEDS_KEPT_TRANSACTIONS();
+    const std::string before = value("select c from t where id=1");
+    for (const bool kept : {false, true}) {
+        connection_->beginTrans();
+        EXPECT_NE(numberOf([&] { connection_->execute("update nosuch set c=1"); }), 0);
+        EXPECT_NE(numberOf([&] { connection_->executeAll(Statements{"update nosuch set c=1", "delete from t"}); }), 0);
+        EXPECT_TRUE(connection_->inTransaction());
+        connection_->execute("update t set c='x' where id=1");
+        EXPECT_NE(numberOf([&] { connection_->open("select c from nosuch"); }), 0);
+        if (kept) {
+            connection_->commitTrans();
+        } else {
+            connection_->rollbackTrans();
+        }
+        EXPECT_EQ(value("select c from t where id=1"), kept ? "x" : before);
+    }
+}
+
+TEST_F(StoreContract, CommitsATransactionOfNothingButAFailure) {
+    NEEDS_KEPT_TRANSACTIONS();
+    connection_->beginTrans();
+    EXPECT_NE(numberOf([&] { connection_->execute("update nosuch set c=1"); }), 0);
+    connection_->commitTrans();
+    EXPECT_FALSE(connection_->inTransaction());
+    EXPECT_EQ(connection_->execute("update t set c='x' where id=1"), 1);
+}
+
 TEST_F(StoreContract, KeepsWhatAFlightDidBeforeARowIsRefused) {
     NEEDS_THE_DIALECT();
     connection_->execute("create unique index ix on t(id)");

@@ -72,6 +72,23 @@ TEST_F(SchemaChange, ThatAddsAColumnInAnotherProgramIsSeenOnceTheNumberOfTheSche
     EXPECT_EQ(connection_->open("select e from t").columnCount(), 1) << "who names it sees it";
 }
 
+TEST_F(SchemaChange, IsSeenByTheNextQueryHoweverOftenItComes) {
+    for (int i = 0; i < 30; ++i) {
+        other_->execute("alter table t add e" + std::to_string(i) + " int");
+        EXPECT_EQ(connection_->open("select * from t").columnCount(), 4 + i);
+    }
+}
+
+TEST_F(SchemaChange, IsSeenByASessionThatIsToldOfNone) {
+    database_.run("ALTER TABLE orven.schema_version DISABLE TRIGGER tell_schema");
+    connection_->execute("insert into t values(1,2,'a')");
+    other_->execute("alter table t add d int");
+    EXPECT_EQ(connection_->execute("insert into t values(1,2,'a',4)"), 1) << "a change looks by itself";
+    connection_->beginTrans();
+    other_->execute("alter table t add e int");
+    EXPECT_EQ(connection_->open("select * from t").columnCount(), 5) << "and so does a transaction";
+}
+
 TEST_F(SchemaChange, RolledBackIsForgotten) {
     connection_->beginTrans();
     connection_->execute("create table u(a int)");

@@ -44,6 +44,18 @@ TEST(ServerAddressOfAString, RefusesAKeyThatNobodyKnows) {
     }
 }
 
+TEST(ServerAddressOfAString, RefusesAPartThatIsNoKeyAndTellsNothingOfIt) {
+    for (const char* loose : {";sslmode require", ";secret"}) {
+        try {
+            ServerAddress::parse(kPlain + loose);
+            FAIL() << loose;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.text(), "连接字符串不正确: 其中有一段没有“=”。");
+        }
+    }
+    EXPECT_NO_THROW(ServerAddress::parse(kPlain + "; ;"));
+}
+
 TEST(ServerAddressOfAString, NeedsAServer) {
     EXPECT_THROW(ServerAddress::parse("Provider=PostgreSQL;Initial Catalog=suite"), Failure);
     EXPECT_NO_THROW(ServerAddress::parse("Provider=PostgreSQL;service=suite"));

@@ -65,9 +65,9 @@ protected:
                ", 'name ' || n FROM r");
     }
 
-    std::unique_ptr<ListRows> byKeys(const std::string& sql, std::uint64_t logGrowth = 1ULL << 40) const {
+    std::unique_ptr<ListRows> byKeys(const std::string& sql, std::uint64_t mostLog = 1ULL << 40) const {
         const auto identity = DatabaseFile::parse(connectionString()).identify();
-        return openByKeys({connectionString(), identity, nullptr}, sql, {0, 0, logGrowth});
+        return openByKeys({connectionString(), identity, nullptr}, sql, {0, 0, mostLog});
     }
     void expectSame(const std::string& sql) {
         const auto rows = byKeys(sql);
@@ -233,6 +233,35 @@ TEST_F(ListRowsBeside, LetTheLogGoWhenItHasGrown) {
     EXPECT_EQ(tableOf(*rows), before);
     EXPECT_TRUE(rows->holds(0));
     EXPECT_TRUE(rows->holds(1999));
+}
+
+TEST_F(ListRowsBeside, BoundTheLogAlsoWhereEachSaveOpensThemAnew) {
+    fill(2000);
+    const auto connection = connect();
+    auto rows = byKeys(kList, 1 << 20);
+    for (int save = 0; save < 40; ++save) {
+        connection->execute("update goods set fName='" + std::string(80, static_cast<char>('a' + save % 26)) + "'");
+        // The old ones go when there are new ones.
+        rows = byKeys(kList, 1 << 20);
+        ASSERT_NE(rows, nullptr);
+        rows->tend();
+    }
+    EXPECT_LT(std::filesystem::file_size(file() + "-wal"), 6U << 20);
+    EXPECT_EQ(rows->rowCount(), 2000U);
+}
+
+TEST_F(ListRowsBeside, LeaveNoLongLogBehindOnceItIsFree) {
+    fill(1000);
+    const auto connection = connect();
+    auto rows = byKeys(kList);
+    native(
+        "PRAGMA synchronous = OFF; CREATE TABLE much(c); INSERT INTO much VALUES(zeroblob(40000000)); DELETE FROM "
+        "much");
+    EXPECT_GT(std::filesystem::file_size(file() + "-wal"), 40'000'000U);
+    rows.reset();
+    for (int save = 0; save < 3; ++save)
+        connection->execute("update goods set fName='" + std::to_string(save) + "' where fItemId=1");
+    EXPECT_LE(std::filesystem::file_size(file() + "-wal"), 16U << 20);
 }
 
 TEST_F(ListRowsBeside, LetTheLogGoAtTheirEnd) {

@@ -178,6 +178,7 @@ TEST_F(KeyedLists, AreNotMadeOfAViewThatSomebodyMadeOtherwise) {
 TEST_F(KeyedLists, AreNotMadeWhereAColumnHidesTheKey) {
     native("CREATE TABLE hidden(rowid int, fNumber varchar(10))");
     EXPECT_FALSE(isKeyed("select fNumber from hidden order by fNumber"));
+    EXPECT_FALSE(viewIsKeyed("select fItemId as [Orven.Key],fNumber from goods"));
 }
 
 }  // namespace

@@ -5,13 +5,69 @@
 --   SELECT orven.define('titem', 'ALTER TABLE titem DROP COLUMN fnote')
 --
 -- The views that stand in the way are dropped and made again behind it. One that can't be made, since it reads what is
--- gone, is kept as a view of one column, "orven.definition", whose comment is its definition; reading it fails.
+-- gone, is kept as a view of two columns: "orven.definition", whose comment is its definition, and "orven.rights", whose
+-- comment is what was given on single columns; reading it fails.
 -- mend_views tries such views once more, and is called when anything was added.
 
 CREATE OR REPLACE FUNCTION orven.view_fails(view text) RETURNS text
 LANGUAGE plpgsql VOLATILE AS $$
 BEGIN
     RAISE EXCEPTION 'the view "%" reads what is not there any more', view USING ERRCODE = 'undefined_column';
+END $$;
+
+-- A column that isn't there any more has taken its rights along.
+CREATE OR REPLACE FUNCTION orven.give(command text) RETURNS void
+LANGUAGE plpgsql VOLATILE AS $$
+BEGIN
+    EXECUTE command;
+EXCEPTION WHEN undefined_column THEN
+    NULL;
+END $$;
+
+CREATE OR REPLACE FUNCTION orven.receiver(grantee oid) RETURNS text
+LANGUAGE sql STABLE AS $$
+    SELECT CASE grantee WHEN 0 THEN 'PUBLIC' ELSE grantee::regrole::text END
+$$;
+
+-- Statements that give what was given on an object, and behind a chr(31) what was on its columns; null for none.
+CREATE OR REPLACE FUNCTION orven.rights_of(object oid) RETURNS text
+LANGUAGE sql STABLE AS $$
+    WITH given(columns, command) AS (
+        SELECT '', format('GRANT %s ON %I TO %s', r.privilege_type, c.relname, orven.receiver(r.grantee))
+                   || CASE WHEN r.is_grantable THEN ' WITH GRANT OPTION' ELSE '' END
+        FROM pg_class c, aclexplode(c.relacl) r WHERE c.oid = object
+        UNION ALL
+        SELECT 'each', format('SELECT orven.give(%L)',
+                              format('GRANT %s (%I) ON %I TO %s', r.privilege_type, a.attname, c.relname,
+                                     orven.receiver(r.grantee))
+                              || CASE WHEN r.is_grantable THEN ' WITH GRANT OPTION' ELSE '' END)
+        FROM pg_class c JOIN pg_attribute a ON a.attrelid = c.oid, aclexplode(a.attacl) r WHERE c.oid = object
+        UNION ALL
+        SELECT 'each', col_description(object, a.attnum)
+        FROM pg_attribute a WHERE a.attrelid = object AND a.attname = 'orven.rights'
+    )
+    SELECT coalesce(string_agg(command, '; ') FILTER (WHERE columns = ''), '') || chr(31)
+           || coalesce(string_agg(command, '; ') FILTER (WHERE columns = 'each'), '')
+    FROM given HAVING count(command) > 0
+$$;
+
+-- Gives a new view the rights of the one that it stands for, and no others: new objects may have some by themselves.
+CREATE OR REPLACE FUNCTION orven.give_rights(view text, rights text) RETURNS void
+LANGUAGE plpgsql VOLATILE AS $$
+DECLARE
+    receiver text;
+BEGIN
+    IF rights IS NULL THEN
+        RETURN;
+    END IF;
+    FOR receiver IN
+        SELECT DISTINCT orven.receiver(r.grantee) FROM pg_class c, aclexplode(c.relacl) r
+        WHERE c.oid = to_regclass(quote_ident(view)) AND r.grantee <> c.relowner
+    LOOP
+        EXECUTE format('REVOKE ALL ON %I FROM %s', view, receiver);
+    END LOOP;
+    EXECUTE split_part(rights, chr(31), 1);
+    EXECUTE split_part(rights, chr(31), 2);
 END $$;
 
 -- Makes a view with its comment and its rights, or what stands for it.
@@ -24,23 +80,15 @@ BEGIN
         EXECUTE format('CREATE VIEW %I AS %s', view, definition);
     EXCEPTION WHEN syntax_error_or_access_rule_violation THEN
         made := false;
-        EXECUTE format('CREATE VIEW %I AS SELECT orven.view_fails(%L) AS "orven.definition"', view, view);
+        EXECUTE format('CREATE VIEW %I AS SELECT orven.view_fails(%L) AS "orven.definition", '''' AS "orven.rights"',
+                       view, view);
         EXECUTE format('COMMENT ON COLUMN %I."orven.definition" IS %L', view, definition);
+        EXECUTE format('COMMENT ON COLUMN %I."orven.rights" IS %L', view, split_part(rights, chr(31), 2));
     END;
     EXECUTE format('COMMENT ON VIEW %I IS %L', view, comment);
-    IF rights IS NOT NULL THEN
-        EXECUTE rights;
-    END IF;
+    PERFORM orven.give_rights(view, rights);
     RETURN made;
 END $$;
-
--- Statements that give what was given on an object; null for none.
-CREATE OR REPLACE FUNCTION orven.rights_of(object oid) RETURNS text
-LANGUAGE sql STABLE AS $$
-    SELECT string_agg(format('GRANT %s ON %I TO %s', r.privilege_type, c.relname,
-                             CASE r.grantee WHEN 0 THEN 'PUBLIC' ELSE r.grantee::regrole::text END), '; ')
-    FROM pg_class c, aclexplode(c.relacl) r WHERE c.oid = object
-$$;
 
 -- The views that read an object, those that others read first.
 CREATE OR REPLACE FUNCTION orven.views_over(object regclass)
@@ -61,9 +109,12 @@ LANGUAGE sql STABLE AS $$
     GROUP BY c.oid, c.relname ORDER BY max(r.depth), c.relname
 $$;
 
+-- What is dropped and made anew among the commands keeps the rights on it.
 CREATE OR REPLACE FUNCTION orven.define(object text, VARIADIC commands text[]) RETURNS void
 LANGUAGE plpgsql VOLATILE AS $$
 DECLARE
+    before oid := to_regclass(quote_ident(object));
+    own text := orven.rights_of(before);
     command text;
     views text[];
     definitions text[];
@@ -74,6 +125,9 @@ BEGIN
         FOREACH command IN ARRAY commands LOOP
             EXECUTE command;
         END LOOP;
+        IF to_regclass(quote_ident(object)) <> before THEN
+            PERFORM orven.give_rights(object, own);
+        END IF;
         RETURN;
     EXCEPTION WHEN dependent_objects_still_exist THEN
         NULL;
@@ -86,6 +140,9 @@ BEGIN
     FOREACH command IN ARRAY commands LOOP
         EXECUTE command;
     END LOOP;
+    IF to_regclass(quote_ident(object)) <> before THEN
+        PERFORM orven.give_rights(object, own);
+    END IF;
     FOR place IN 1 .. coalesce(array_length(views, 1), 0) LOOP
         PERFORM orven.make_view(views[place], definitions[place], comments[place], rights[place]);
     END LOOP;
