@@ -65,7 +65,7 @@ std::vector<SchemaTable> itemTables() {
           {"fItemClassId,fIsDetail,fDepth"},
           {"fParentId"},
           // A category's list asks it for the keys of its rows.
-          {.columns = "fNBNumber", .included = "fItemId"}}},
+          {"fNBNumber,fItemId"}}},
         {"tblSubType",
          'A',
          {{"fItemId", "int", kNotNull},

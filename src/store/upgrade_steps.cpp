@@ -27,9 +27,9 @@ const std::vector<UpgradeStep>& upgradeSteps() {
         // The keys of a category's list were read a row of the table each.
         {6,
          {{"drop index tblItem.ix_tblItem_7", StepFailure::tellsNothing},
-          {"create index ix_tblItem_7 on tblItem(fNBNumber) include (fItemId)"},
+          {"create index ix_tblItem_7 on tblItem(fNBNumber,fItemId)"},
           {"drop index ICItem.ix_ICItem_1", StepFailure::tellsNothing},
-          {"create index ix_ICItem_1 on ICItem(fNumber) include (fItemId)"}}},
+          {"create index ix_ICItem_1 on ICItem(fNumber,fItemId)"}}},
     };
     return kSteps;
 }

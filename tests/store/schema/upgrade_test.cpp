@@ -175,9 +175,9 @@ TEST_F(Upgrade, asksTheStoreForTheseStatementsAlone) {
                      "drop index tblItem.ix_tblItem_4",
                      "create index ix_tblItem_4 on tblItem(fItemClassId,fParentId) include (fShortNumber)",
                      "drop index tblItem.ix_tblItem_7",
-                     "create index ix_tblItem_7 on tblItem(fNBNumber) include (fItemId)",
+                     "create index ix_tblItem_7 on tblItem(fNBNumber,fItemId)",
                      "drop index ICItem.ix_ICItem_1",
-                     "create index ix_ICItem_1 on ICItem(fNumber) include (fItemId)",
+                     "create index ix_ICItem_1 on ICItem(fNumber,fItemId)",
                      "delete from tblOrvenmodVersion",
                      "insert into tblOrvenmodVersion(fVersion) values(6)",
                      "commit"}));
