@@ -10,6 +10,9 @@
 namespace orvenmod::bench {
 namespace {
 
+/// From so many on a list is to be independent of its length.
+constexpr int kMany = 1000000;
+
 /// Few long runs, many short ones.
 int runsFor(int goods) { return std::clamp(2000000 / goods, 3, 30); }
 
@@ -35,6 +38,21 @@ void compareMemory(Report& report, const std::string& target, std::size_t textBy
     const std::size_t bound = byKeys ? kMost : textBytes + 16 * cells;
     report.ratio("memory of the open list", static_cast<double>(rows->memory()) / kMebibyte,
                  byKeys ? "40 MiB" : "texts + 16 bytes a cell", static_cast<double>(bound) / kMebibyte, 1.0, "MiB");
+}
+
+/// All of the list read in the order of a heading, as an export and a print do.
+void measureSortedWalk(Report& report, ListStage& stage, double bare) {
+    constexpr int kName = 3;
+    platform::ListGrid& grid = stage.grid();
+    stage.list().findInfo(1, 0);
+    grid.sort(kName, platform::SortOrder::ascending);
+    const double walked = leastOf(1, [&] {
+        for (int row = 1; row < grid.rowCount(); ++row) {
+            for (int column = 2; column < grid.columnCount(); ++column)
+                grid.value(row, column);
+        }
+    });
+    report.ratio("all rows in the order of a heading", walked, "bare loop", bare, 1.1, "ms");
 }
 
 }  // namespace
@@ -64,11 +82,15 @@ ListTimes measureList(Report& report, const std::string& folder, int goods) {
 
     times.list = leastOf(runs, [&] { stage.list().getListInfo(2); });
     report.ratio("getListInfo, columns and rows", times.list, "bare loop", times.bare, 1.5, "ms");
+    const bool byKeys = goods >= kMany;
     const std::int32_t category = largestCategory(target);
+    BareLoop bareNode(target, {listStatement(" and fNBNumber like '." + std::to_string(category) + ".%'")});
+    const double bareNodeTime = leastOf(std::min(runs, 5), [&] { bareNode.run(); });
     times.node = leastOf(runs, [&] { stage.list().findInfo(1, category); });
-    report.ratio("findInfo on a category", times.node, "bare loop over all", times.bare, 1.0, "ms");
+    report.ratio("findInfo on a category", times.node, "bare loop over it", bareNodeTime, byKeys ? 0.10 : 1.5, "ms");
     times.search = leastOf(runs, [&] { stage.list().findInfo2(" and (  fName like '%恒力%' )"); });
-    report.ratio("search with 包含", times.search, "bare loop over all", times.bare, 1.0, "ms");
+    report.ratio("search with 包含", times.search, "bare loop over all", times.bare, byKeys ? 0.12 : 1.0, "ms");
+    if (byKeys) measureSortedWalk(report, stage, times.bare);
     return times;
 }
 

@@ -85,10 +85,9 @@ ListStage::~ListStage() {
     appState().gListFilter.clear();
 }
 
-std::string listStatement() {
-    return "select fitemid,fNumber,fName,fModel,fUnit,fMinQty,fMaxQty,fA,fD,fE,fF,fHName from  vICItem where 1=1  "
-           "order "
-           "by fnumber ";
+std::string listStatement(const std::string& condition) {
+    return "select fitemid,fNumber,fName,fModel,fUnit,fMinQty,fMaxQty,fA,fD,fE,fF,fHName from  vICItem where 1=1 " +
+           condition + " order by fnumber ";
 }
 
 }  // namespace orvenmod::bench

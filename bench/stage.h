@@ -53,6 +53,6 @@ private:
 };
 
 /// The statement of the first list, without a condition.
-std::string listStatement();
+std::string listStatement(const std::string& condition = "");
 
 }  // namespace orvenmod::bench

@@ -24,6 +24,7 @@ public:
     }
     bool holds(std::size_t row) const override { return rows_->holds(row); }
     void forEachRow(const std::function<void(std::size_t)>& take) const override { rows_->forEachRow(take); }
+    void expect(std::span<const std::uint32_t> rows) const override { rows_->expect(rows); }
 
     const std::vector<store::Column>& columns() const { return rows_->columns(); }
     /// The position of the named column, without regard to case; throws Failure where there is none.

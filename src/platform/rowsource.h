@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string_view>
 
 namespace orvenmod::platform {
@@ -28,6 +30,8 @@ public:
         for (std::size_t row = 0; row < rowCount(); ++row)
             take(row);
     }
+    /// Tells rows that are looked at next, in that order: fetched together they take less. Throws as cell().
+    virtual void expect(std::span<const std::uint32_t> /*rows*/) const {}
 };
 
 }  // namespace orvenmod::platform

@@ -65,6 +65,10 @@ public:
         return target_->cell(row, column);
     }
     bool holds(std::size_t row) const override { return target_->holds(row); }
+    void expect(std::span<const std::uint32_t> rows) const override {
+        if (!rows.empty() && !target_->holds(rows.front())) count(plan_);
+        target_->expect(rows);
+    }
     void forEachRow(const std::function<void(std::size_t)>& take) const override {
         if (reading() == ListReading::keys) count(plan_);
         target_->forEachRow(take);

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -39,6 +41,9 @@ public:
         for (std::size_t row = 0; row < rowCount(); ++row)
             take(row);
     }
+    /// Tells rows that are looked at next, in that order, so that some of them can be fetched together. Throws as
+    /// cell().
+    virtual void expect(std::span<const std::uint32_t> /*rows*/) const {}
 
     /// To be called now and then (a few times a minute) while the rows are shown: lets go of what holds up the database
     /// when that has become costly. Throws Failure; the rows are then as before.

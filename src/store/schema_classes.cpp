@@ -76,7 +76,7 @@ SchemaTable fixedClassTable(const FixedClass& fixed) {
                       'A',
                       {{"fItemId", "int", kNotNull}, {"fNumber", "varchar(100)"}, {"fName", "varchar(100)"}},
                       "fItemId",
-                      {{"fNumber"}}};
+                      {{fixed.id == kGoods ? "fNumber,fItemId" : "fNumber"}}};
     for (const FixedField& field : fixed.fields) {
         table.columns.push_back({field.name, field.column});
     }

@@ -64,7 +64,8 @@ std::vector<SchemaTable> itemTables() {
           {.columns = "fItemClassId,fParentId", .included = "fShortNumber"},
           {"fItemClassId,fIsDetail,fDepth"},
           {"fParentId"},
-          {"fNBNumber"}}},
+          // A category's list asks it for the keys of its rows.
+          {"fNBNumber,fItemId"}}},
         {"tblSubType",
          'A',
          {{"fItemId", "int", kNotNull},

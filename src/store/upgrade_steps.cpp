@@ -24,6 +24,12 @@ const std::vector<UpgradeStep>& upgradeSteps() {
         {5,
          {{"drop index tblItem.ix_tblItem_4", StepFailure::tellsNothing},
           {"create index ix_tblItem_4 on tblItem(fItemClassId,fParentId) include (fShortNumber)"}}},
+        // The keys of a category's list were read a row of the table each.
+        {6,
+         {{"drop index tblItem.ix_tblItem_7", StepFailure::tellsNothing},
+          {"create index ix_tblItem_7 on tblItem(fNBNumber,fItemId)"},
+          {"drop index ICItem.ix_ICItem_1", StepFailure::tellsNothing},
+          {"create index ix_ICItem_1 on ICItem(fNumber,fItemId)"}}},
     };
     return kSteps;
 }

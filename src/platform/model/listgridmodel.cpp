@@ -83,6 +83,7 @@ void ListGridModel::removeRow(int row) {
 std::string_view ListGridModel::value(int row, int column) const {
     checkColumn(column);
     if (row == 0) return columns_[static_cast<std::size_t>(column)].title;
+    readyRow(slotOf(row));
     return valueAt(slotOf(row), column);
 }
 
@@ -108,9 +109,21 @@ std::string_view ListGridModel::heldAt(std::size_t slot, int column) const {
     }
 }
 
+void ListGridModel::readyRow(std::size_t slot) const {
+    if (!source_ || rows_.told() || source_->holds(slot)) return;
+    try {
+        source_->expect(rows_.slotsFrom(slot));
+    } catch (...) {
+        blind_ = true;
+        throw;
+    }
+}
+
 std::string ListGridModel::text(int row, int column) const {
     checkColumn(column);
-    return row == 0 ? columns_[static_cast<std::size_t>(column)].title : textAt(slotOf(row), column);
+    if (row == 0) return columns_[static_cast<std::size_t>(column)].title;
+    readyRow(slotOf(row));
+    return textAt(slotOf(row), column);
 }
 
 std::string ListGridModel::shownText(int row, int column) const {

@@ -116,6 +116,8 @@ private:
     static constexpr std::size_t kNone = ShownRows::kNone;
 
     std::size_t slotOf(int row) const;
+    /// Has the source fetch it together with those that show behind it.
+    void readyRow(std::size_t slot) const;
     std::string_view heldAt(std::size_t slot, int column) const;
     std::string_view valueAt(std::size_t slot, int column) const;
     std::string textAt(std::size_t slot, int column) const;

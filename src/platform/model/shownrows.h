@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "platform/model/bitset.h"
@@ -32,6 +33,12 @@ public:
     std::size_t heldCount() const { return rows_.size(); }
     std::size_t slotCount() const { return rows_.slotCount(); }
     std::size_t slotAt(std::size_t position) const { return told() ? rows_.slotAt(position) : order_[position]; }
+    /// Whether all show, in the order in which they were told.
+    bool told() const { return !sorted_ && !shown_; }
+    /// From a shown slot on, in another order than the told one.
+    std::span<const std::uint32_t> slotsFrom(std::size_t slot) const {
+        return std::span(order_).subspan(places_[slot]);
+    }
     /// kNone for a slot that isn't shown.
     std::size_t positionOf(std::size_t slot) const;
     /// All that are held, in the told order.
@@ -43,7 +50,6 @@ public:
     void setShown(std::optional<BitSet> slots);
 
 private:
-    bool told() const { return !sorted_ && !shown_; }
     void makeOrder();
 
     RowIndex rows_;

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "store/sqlite/fetch.h"
+#include "store/sqlite/keyquery.h"
 #include "store/sqlite/listkeys.h"
 #include "store/sqlite/snapshot.h"
 #include "store/sqlite/sqlitefailure.h"
@@ -27,11 +28,16 @@ public:
     RowReader(Database& database, const tsql::Translation& rows)
         : database_(database), columns_(rows.columns), statement_(database.prepareLasting(rows.statements[0])) {}
 
-    Recordset read(Keys keys) {
-        database_.runtime().startStatement();
+    /// `between` may read rows itself: no statement runs then.
+    Recordset read(Keys keys, const std::function<void()>& between = {}) {
         Recordset rows = tsql::emptyRecordset(columns_);
-        for (; !keys.empty(); keys = keys.subspan(std::min(kAtOnce, keys.size())))
-            add(keys.first(std::min(kAtOnce, keys.size())), rows);
+        while (!keys.empty()) {
+            database_.runtime().startStatement();
+            const std::size_t count = std::min(kAtOnce, keys.size());
+            add(keys.first(count), rows);
+            keys = keys.subspan(count);
+            if (between) between();
+        }
         return rows;
     }
 
@@ -91,10 +97,11 @@ private:
 
 class KeyedRows : public ListRows {
 public:
-    KeyedRows(std::unique_ptr<Snapshot> snapshot, std::unique_ptr<RowReader> reader, std::vector<std::int64_t> keys,
-              std::uint64_t mostLog)
+    KeyedRows(std::unique_ptr<Snapshot> snapshot, std::unique_ptr<RowReader> reader, Keys keys, std::uint64_t mostLog,
+              std::function<void()> progress)
         : snapshot_(std::move(snapshot)),
           reader_(std::move(reader)),
+          progress_(std::move(progress)),
           none_(reader_->read({})),
           keys_(std::move(keys)),
           mostLog_(mostLog) {}
@@ -102,13 +109,15 @@ public:
 
     const std::vector<Column>& columns() const override { return none_.columns(); }
     std::size_t rowCount() const override { return keys_.size(); }
-    bool holds(std::size_t row) const override { return (walked_ && walked_->row == row) || find(row) != nullptr; }
-
+    bool holds(std::size_t row) const override {
+        return (walked_ && walked_->row == row) || find(row) != nullptr || expected_.find(row);
+    }
     ListReading reading() const override { return ListReading::keys; }
 
     // In the order of the file: in that of the list each window would read most of the file's pages again.
     void forEachRow(const std::function<void(std::size_t)>& take) const override {
-        if (!snapshot_) return ListRows::forEachRow(take);
+        // Whoever paints within a walk may need all rows for a sum.
+        if (!snapshot_ || walked_) return ListRows::forEachRow(take);
         std::vector<std::uint32_t> rows(keys_.size());
         std::iota(rows.begin(), rows.end(), 0U);
         std::sort(rows.begin(), rows.end(),
@@ -129,8 +138,26 @@ public:
     Value cell(std::size_t row, int column) const override {
         if (walked_ && walked_->row == row) return walked_->rows.cell(walked_->at, column);
         const Window* window = find(row);
-        if (window == nullptr) window = &fetched(row);
+        if (window == nullptr) {
+            if (const auto at = expected_.find(row)) return expected_.rows.cell(*at, column);
+            window = &fetched(row);
+        }
         return window->rows.cell(row - window->first, column);
+    }
+
+    void expect(std::span<const std::uint32_t> rows) const override {
+        if (rows.empty() || holds(rows.front())) return;
+        const std::size_t held = expected_.order.size();
+        const bool goesOn = held > 0 && rows.front() == expected_.next;
+        const std::size_t size = goesOn ? nextSize(held) : 1;
+        const auto together = rows.first(std::min(size, rows.size()));
+        Keys keys;
+        for (const std::uint32_t row : together)
+            keys.push_back(keys_[row]);
+        Expected expected{{together.begin(), together.end()}, read(keys)};
+        if (rows.size() > together.size()) expected.next = rows[together.size()];
+        expected_ = std::move(expected);
+        fetchedAt_ = Clock::now();
     }
 
     std::size_t memory() const override {
@@ -138,12 +165,13 @@ public:
         for (const Window& window : windows_)
             bytes += window.rows.memory();
         if (walked_) bytes += walked_->rows.memory();
+        bytes += expected_.rows.memory() + expected_.order.capacity() * sizeof(std::uint32_t);
         return snapshot_ ? bytes + snapshot_->pageCache() : bytes;
     }
 
     void tend() override {
         if (!snapshot_ || snapshot_->logSize() <= mostLog_) return;
-        windows_[0] = windowAt(0, keys_.size());
+        fetchAll();
         letGo();
     }
 
@@ -157,6 +185,22 @@ private:
         std::size_t row = 0;
         Recordset rows;
         std::size_t at = 0;
+    };
+    /// Rows in an order of their reader's own, of which one is mostly looked at behind the other.
+    struct Expected {
+        std::vector<std::uint32_t> order;
+        Recordset rows;
+        std::optional<std::uint32_t> next = {};
+        mutable std::size_t last = 0;
+
+        std::optional<std::size_t> find(std::size_t row) const {
+            for (const std::size_t at : {last, last + 1}) {
+                if (at < order.size() && order[at] == row) return last = at;
+            }
+            const auto found = std::find(order.begin(), order.end(), row);
+            if (found == order.end()) return std::nullopt;
+            return last = static_cast<std::size_t>(found - order.begin());
+        }
     };
     using Clock = std::chrono::steady_clock;
     /// Some screens full, in about a millisecond. Whoever looks at a row that doesn't follow the one before may go
@@ -177,9 +221,7 @@ private:
     const Window& fetched(std::size_t row) const {
         const Window& last = windows_[last_];
         const std::size_t held = last.rows.rowCount();
-        const bool quick = Clock::now() - fetchedAt_ < kWalk;
-        std::size_t size = 1;
-        if (row == last.first + held) size = quick ? std::min(4 * held, RowReader::kAtOnce) : kWindow;
+        const std::size_t size = row == last.first + held ? nextSize(held) : 1;
         Window window = windowAt(row, size);
         // The rest of many would be held for nothing.
         if (size > kWindow) windows_ = {};
@@ -189,14 +231,27 @@ private:
         return windows_[last_];
     }
 
+    /// Of what comes behind so many.
+    std::size_t nextSize(std::size_t held) const {
+        const bool quick = Clock::now() - fetchedAt_ < kWalk * std::max<std::size_t>(held / kWindow, 1);
+        return quick ? std::min(4 * held, RowReader::kAtOnce) : kWindow;
+    }
+
     Window windowAt(std::size_t first, std::size_t count) const {
         const std::span keys(keys_);
         return {first, read(keys.subspan(first, std::min(count, keys.size() - first)))};
     }
 
+    void fetchAll() {
+        Recordset rows = read(keys_, progress_);
+        windows_ = {};
+        windows_[0] = {0, std::move(rows)};
+        expected_ = {};
+    }
+
     void walk(std::span<const std::uint32_t> rows, const std::function<void(std::size_t)>& take) const {
         walked_.reset();
-        std::vector<std::int64_t> keys;
+        Keys keys;
         for (const std::uint32_t row : rows)
             keys.push_back(keys_[row]);
         walked_ = {rows[0], read(keys), 0};
@@ -207,9 +262,9 @@ private:
         }
     }
 
-    Recordset read(RowReader::Keys keys) const {
+    Recordset read(RowReader::Keys keys, const std::function<void()>& between = {}) const {
         try {
-            return reader_->read(keys);
+            return reader_->read(keys, between);
         } catch (const tsql::Error& error) {
             throw tsql::worded(snapshot_->database().file().language, error);
         }
@@ -222,12 +277,14 @@ private:
 
     std::unique_ptr<Snapshot> snapshot_;  // null, as the reader, when all rows stand in the first window
     std::unique_ptr<RowReader> reader_;
+    std::function<void()> progress_;
     Recordset none_;  // has the columns
-    std::vector<std::int64_t> keys_;
+    Keys keys_;
     std::uint64_t mostLog_;
     mutable std::optional<Walked> walked_;
     mutable std::array<Window, kWindows> windows_;
     mutable std::size_t last_ = 0;  // the window that was fetched last
+    mutable Expected expected_;
     mutable Clock::time_point fetchedAt_;
 };
 
@@ -255,14 +312,15 @@ std::unique_ptr<ListRows> openByKeys(const ListSource& source, std::string_view 
     tsql::Shape shape;
     shape.scan(sql);
     database.setProgress(source.progress);
-    auto keys = listKeys(database, *list, shape);
+    Keys keys = listKeys(database, *list, shape);
     database.setProgress(nullptr);
     if (keys.size() <= limits.fewRows) {
         auto rows = std::make_unique<WholeRows>(reader->read(keys));
         reader.reset();
         return rows;
     }
-    return std::make_unique<KeyedRows>(std::move(snapshot), std::move(reader), std::move(keys), limits.mostLog);
+    return std::make_unique<KeyedRows>(std::move(snapshot), std::move(reader), std::move(keys), limits.mostLog,
+                                       source.progress);
 }
 
 }  // namespace orvenmod::store::sqlite

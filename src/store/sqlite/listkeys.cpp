@@ -9,16 +9,18 @@
 #include "store/sqlite/listkeys.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "store/sqlite/binding.h"
+#include "store/sqlite/foundkeys.h"
+#include "store/sqlite/orderedkeys.h"
 #include "store/tsql/textorder.h"
 
 namespace orvenmod::store::sqlite {
 
 namespace {
-
-using Keys = std::vector<std::int64_t>;
 
 struct TextKey {
     std::string text;
@@ -31,28 +33,12 @@ bool standsBefore(const TextKey& left, std::string_view text, std::int64_t key) 
     return order < 0 || (order == 0 && left.key < key);
 }
 
-// Signs from '{' on stand behind the letters for NOCASE, and a zero ends the text.
-bool isOrderedAlike(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c > 0 && c < '{'; });
-}
-
-// Runs a query of keys. `bind` binds its parameters, `take` gets it on each row.
-template <typename Bind, typename Take>
-void run(Database& database, sqlite3_stmt* statement, Bind bind, Take take) {
-    const ResetStatement reset(statement);
-    database.runtime().startStatement();
-    bind(statement);
-    int code = sqlite3_step(statement);
-    for (; code == SQLITE_ROW; code = sqlite3_step(statement))
-        take(statement);
-    if (code != SQLITE_DONE) database.fail(code);
-}
-
 template <typename Bind>
 Keys keysOf(Database& database, const std::string& text, Bind bind) {
     const Statement statement = database.prepareLasting(text);
     Keys keys;
-    run(database, statement.get(), bind, [&keys](sqlite3_stmt* row) { keys.push_back(sqlite3_column_int64(row, 0)); });
+    runQuery(database, statement.get(), bind,
+             [&keys](sqlite3_stmt* row) { keys.push_back(sqlite3_column_int64(row, 0)); });
     return keys;
 }
 
@@ -75,28 +61,27 @@ public:
 
     /// Of a query that gives them by the equality form.
     Keys reordered() {
-        Keys keys;
+        OrderedKeys keys;
         std::vector<TextKey> aside;
         forEach([&](std::string_view text, std::int64_t key, bool alike) {
             if (alike) {
-                keys.push_back(key);
+                keys.add(text, key);
             } else {
                 aside.push_back({std::string(text), key});
             }
         });
-        return aside.empty() ? keys : merged(std::move(aside), keys.size());
+        return aside.empty() ? keys.taken() : merged(std::move(aside));
     }
 
 private:
     template <typename Take>
     void forEach(Take take) {
-        run(database_, statement_.get(), bind_, [&](sqlite3_stmt* row) {
-            const std::int64_t key = sqlite3_column_int64(row, 1);
-            if (!wanted_(key)) return;
+        runQuery(database_, statement_.get(), bind_, [&](sqlite3_stmt* row) {
+            if (!wanted_(row)) return;
             // A null counts as the empty text, and comes before it.
-            const bool null = sqlite3_column_type(row, 0) == SQLITE_NULL;
-            const std::string_view text = null ? "" : textOf(sqlite3_column_value(row, 0));
-            take(text, key, !null && isOrderedAlike(text));
+            const bool null = sqlite3_column_type(row, kText) == SQLITE_NULL;
+            const std::string_view text = null ? "" : textOf(sqlite3_column_value(row, kText));
+            take(text, sqlite3_column_int64(row, kKey), !null && isOrderedAlike(text));
         });
     }
 
@@ -105,20 +90,23 @@ private:
                   [](const TextKey& left, const TextKey& right) { return standsBefore(left, right.text, right.key); });
     }
 
-    Keys merged(std::vector<TextKey> aside, std::size_t others) {
+    Keys merged(std::vector<TextKey> aside) {
         sort(aside);
-        Keys keys;
-        keys.reserve(aside.size() + others);
+        OrderedKeys keys;
         auto next = aside.begin();
+        const auto addAside = [&] {
+            keys.add(next->text, next->key);
+            ++next;
+        };
         forEach([&](std::string_view text, std::int64_t key, bool alike) {
             if (!alike) return;
-            for (; next != aside.end() && standsBefore(*next, text, key); ++next)
-                keys.push_back(next->key);
-            keys.push_back(key);
+            while (next != aside.end() && standsBefore(*next, text, key))
+                addAside();
+            keys.add(text, key);
         });
-        for (; next != aside.end(); ++next)
-            keys.push_back(next->key);
-        return keys;
+        while (next != aside.end())
+            addAside();
+        return keys.taken();
     }
 
     Database& database_;
@@ -127,56 +115,59 @@ private:
     Wanted wanted_;
 };
 
-// So many of all rows that to pass through all in their order takes less than to fetch the text of each.
-bool areMany(const Keys& keys, std::int64_t greatest) {
-    constexpr std::int64_t kShare = 16;
-    return static_cast<std::int64_t>(keys.size()) > greatest / kShare;
-}
-
-// Keys as they were found, put into the list's order.
-Keys inOrder(Database& database, const tsql::KeyedList& list, const Keys& found) {
+// The keys of the rows with these marks, in the list's order.
+Keys inOrder(Database& database, const tsql::TextOrder& order, const Keys& found) {
     if (found.empty()) return {};
-    const auto [least, greatest] = std::minmax_element(found.begin(), found.end());
-    if (*least < 0 || !areMany(found, *greatest)) {
+    const Marks marks(found);
+    if (!marks.areMany()) {
         const std::string keys = keyList(found);
         return KeysByText(
-                   database, list.textsOf, [&keys](sqlite3_stmt* statement) { bindKeyList(statement, keys); },
-                   [](std::int64_t) { return true; })
+                   database, order.of, [&keys](sqlite3_stmt* statement) { bindKeyList(statement, keys); },
+                   [](sqlite3_stmt*) { return true; })
             .sorted();
     }
-    std::vector<bool> wanted(static_cast<std::size_t>(*greatest) + 1);
-    for (const std::int64_t key : found)
-        wanted[static_cast<std::size_t>(key)] = true;
+    if (order.oneRowEach) {
+        if (auto keys = keysStandingTogether(database, order, marks)) return std::move(*keys);
+    }
     return KeysByText(
-               database, list.texts, [](sqlite3_stmt*) {},
-               [&wanted](std::int64_t key) {
-                   return key >= 0 && static_cast<std::size_t>(key) < wanted.size() &&
-                          wanted[static_cast<std::size_t>(key)];
-               })
+               database, order.all, [](sqlite3_stmt*) {},
+               [&marks](sqlite3_stmt* row) { return marks.has(sqlite3_column_value(row, kMark)); })
         .reordered();
+}
+
+// The marks that a query gives; nothing where one of them is no whole number.
+template <typename Bind>
+std::optional<Keys> marksOf(Database& database, const std::string& text, Bind bind) {
+    const Statement statement = database.prepareLasting(text);
+    Keys marks;
+    bool whole = true;
+    runQuery(database, statement.get(), bind, [&](sqlite3_stmt* row) {
+        const int type = sqlite3_column_type(row, 0);
+        if (type == SQLITE_INTEGER) marks.push_back(sqlite3_column_int64(row, 0));
+        whole = whole && (type == SQLITE_INTEGER || type == SQLITE_NULL);
+    });
+    if (!whole) return std::nullopt;
+    return marks;
 }
 
 }  // namespace
 
-std::string keyList(std::span<const std::int64_t> keys) {
-    std::string list = "[";
-    for (const std::int64_t key : keys)
-        list.append(list.size() > 1 ? "," : "").append(std::to_string(key));
-    return list + "]";
-}
-
-void bindKeyList(sqlite3_stmt* statement, const std::string& keys) {
-    checkBound(sqlite3_bind_text64(statement, 1, keys.data(), keys.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
-}
-
-std::vector<std::int64_t> listKeys(Database& database, const tsql::KeyedList& list, const tsql::Shape& shape) {
+Keys listKeys(Database& database, const tsql::KeyedList& list, const tsql::Shape& shape) {
     using Order = tsql::KeyedList::Order;
+    const auto bindTo = [&shape](const tsql::Translation& query) {
+        return [&](sqlite3_stmt* statement) { bindLiterals(statement, query, shape); };
+    };
+    if (list.partner) {
+        const auto& [query, order] = *list.partner;
+        if (const auto marks = marksOf(database, query.statements[0], bindTo(query)))
+            return inOrder(database, order, *marks);
+    }
     const std::string& text = list.keys.statements[0];
-    const auto bind = [&](sqlite3_stmt* statement) { bindLiterals(statement, list.keys, shape); };
+    const auto bind = bindTo(list.keys);
     Keys keys = list.order == Order::ascii
-                    ? KeysByText(database, text, bind, [](std::int64_t) { return true; }).reordered()
+                    ? KeysByText(database, text, bind, [](sqlite3_stmt*) { return true; }).reordered()
                     : keysOf(database, text, bind);
-    if (list.order == Order::none) keys = inOrder(database, list, keys);
+    if (list.order == Order::none) keys = inOrder(database, list.texts, keys);
     keys.shrink_to_fit();
     return keys;
 }

@@ -1,10 +1,14 @@
 #include "store/sqlite/sqlitecatalog.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "store/sqlite/binding.h"
 #include "store/sqlite/createtext.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/text.h"
 #include "store/tsql/error.h"
+#include "store/tsql/lexer.h"
 #include "store/tsql/translator.h"
 #include "store/tsql/viewtext.h"
 
@@ -97,6 +101,23 @@ bool SqliteCatalog::isKey(const tsql::ObjectInfo& table, std::string_view column
                 table.name);
     while (query.next()) {
         if (asciiLower(query.text(0)) == asciiLower(column)) return true;
+    }
+    return false;
+}
+
+bool SqliteCatalog::isCarried(const tsql::ObjectInfo& table, std::string_view text, std::string_view column) const {
+    Query query(database_, *file_,
+                "SELECT m.sql FROM sqlite_master AS m JOIN pragma_index_list(?1) AS l ON l.name = m.name "
+                "WHERE m.type = 'index' AND m.sql IS NOT NULL AND NOT l.partial",
+                table.name);
+    while (query.next()) {
+        const std::vector<IndexPart> parts = indexPartsOf(query.text(0));
+        const auto& first = parts.front();
+        const bool byText = first.compared && !first.key.descending && tsql::sameName(first.key.column, text);
+        const bool carries = std::any_of(parts.begin() + 1, parts.end(), [column](const IndexPart& part) {
+            return !part.compared && !part.derived && tsql::sameName(part.key.column, column);
+        });
+        if (byText && carries) return true;
     }
     return false;
 }

@@ -32,6 +32,7 @@ public:
     /// Throws Failure where it can't be read: that there is none would be no answer.
     const tsql::ObjectInfo* find(std::string_view name) const override;
     bool isKey(const tsql::ObjectInfo& table, std::string_view column) const override;
+    bool isCarried(const tsql::ObjectInfo& table, std::string_view text, std::string_view column) const override;
     tsql::ViewDefinition viewDefinition(const tsql::ObjectInfo& view) const override;
 
     /// Forgets what it read where the schema has changed since, also by another process. Throws Failure.

@@ -55,6 +55,10 @@ public:
 
     /// Whether no two rows of the table have one value in the column, as it is kept. A store that can't say says no.
     virtual bool isKey(const ObjectInfo&, std::string_view /*column*/) const { return false; }
+    /// Whether an index by the text's equality form has the other column too. A store that can't say says no.
+    virtual bool isCarried(const ObjectInfo&, std::string_view /*text*/, std::string_view /*column*/) const {
+        return false;
+    }
     virtual ViewDefinition viewDefinition(const ObjectInfo&) const { return {}; }
 };
 

@@ -15,6 +15,12 @@ namespace {
 
 constexpr const char* kKey = "\"orven.key\"";
 
+/// ".1.17.%", as a category asks for all below it.
+bool isPathAndAll(std::string_view pattern) {
+    return pattern.size() > 1 && pattern.find_first_not_of("0123456789.") == pattern.size() - 1 &&
+           pattern.back() == '%';
+}
+
 std::string among(const std::string& key) { return " WHERE " + key + " IN (SELECT value FROM json_each(?1))"; }
 
 /// A text of the driving table, as it stands in a query over that table alone.
@@ -22,6 +28,7 @@ struct TextColumn {
     std::string table;
     std::string name;
     std::string key;
+    std::string mark;
 };
 
 bool hidesKey(const Query& view) {
@@ -53,12 +60,13 @@ public:
     /// These columns of it, from the tables that they need.
     std::string keyed(const Query& view, const std::set<int>& columns) {
         const Source& from = *view.select->from[0];
-        std::string text = "SELECT " + rowKey(drivingTable(from)) + " AS " + kKey;
-        for (const int column : columns) {
-            const auto at = static_cast<std::size_t>(column);
-            text += ", " + value(*view.select->items[at].expression) + " AS " + quoteName(view.columns[at].name);
-        }
-        return text + " FROM " + joined(from, tablesNeeded(view, columns));
+        return columnsOf(view, columns, rowKey(drivingTable(from))) + " FROM " +
+               joined(from, tablesNeeded(view, columns));
+    }
+
+    /// These columns of it that are of one joined table, and a column of that for the key.
+    std::string partner(const Query& view, const Partner& partner, const std::set<int>& columns) {
+        return columnsOf(view, columns, column(*partner.key)) + " FROM " + source(*partner.table);
     }
 
     std::string tableText(const Source& table) { return source(table); }
@@ -66,6 +74,15 @@ public:
     std::string rowKey(const Source& table) { return quoteName(aliasOf(table)) + ".rowid"; }
 
 private:
+    std::string columnsOf(const Query& view, const std::set<int>& columns, const std::string& key) {
+        std::string text = "SELECT " + key + " AS " + kKey;
+        for (const int column : columns) {
+            const auto at = static_cast<std::size_t>(column);
+            text += ", " + value(*view.select->items[at].expression) + " AS " + quoteName(view.columns[at].name);
+        }
+        return text;
+    }
+
     std::string joined(const Source& from, const std::set<const Source*>& tables) {
         if (from.kind != Source::Kind::join) return source(from);
         const std::string left = joined(*from.left, tables);
@@ -102,13 +119,19 @@ public:
         return translation;
     }
 
-    /// The column in the equality form of texts, in front of each key.
-    std::string texts(const TextColumn& column, const std::string& where) const {
-        return "SELECT " + equalityForm(column.name) + ", " + column.key + " FROM " + column.table + where;
+    Translation partners(const std::string& view) {
+        standsAlone_ = true;
+        return keysAsFound(view);
     }
 
-    std::string byText(const TextColumn& column) const {
-        return " ORDER BY " + equalityForm(column.name) + ", " + column.key;
+    TextOrder textOrder(const TextColumn& column) const {
+        const std::string text = equalityForm(column.name);
+        TextOrder order;
+        order.all = texts(column, "") + byText(column);
+        order.from = texts(column, " WHERE " + text + " >= ?1") + byText(column);
+        order.before = texts(column, " WHERE " + text + " < ?1") + byText(column) + " DESC";
+        order.of = texts(column, among(column.mark));
+        return order;
     }
 
     Translation rows(const std::string& view) {
@@ -121,6 +144,19 @@ public:
     }
 
 private:
+    std::string texts(const TextColumn& column, const std::string& where) const {
+        return "SELECT " + equalityForm(column.name) + ", " + column.key + ", " + column.mark + " FROM " +
+               column.table + where;
+    }
+    std::string byText(const TextColumn& column) const { return " ORDER BY " + equalityForm(column.name); }
+
+    // This text serves no other literals, so that their values may be asked for.
+    std::string like(const Expression& expression) override {
+        const bool bounded =
+            standsAlone_ && mayUseIndex(expression) && isPathAndAll(literalOf(*expression.operands[1]).text);
+        return bounded ? "(" + likeBounds(expression) + ")" : SqliteEmitter::like(expression);
+    }
+
     void begin(const std::string& view, Translation& translation) {
         view_ = view;
         translation_ = &translation;
@@ -135,7 +171,17 @@ private:
 
     const Query& list_;
     std::string view_;
+    bool standsAlone_ = false;  // it joins nothing
 };
+
+const std::string& nameOf(const Expression& column) {
+    return column.source->columns[static_cast<std::size_t>(column.column)].name;
+}
+
+/// Whether the index by a text has another column of the table.
+bool isCarried(const Expression& text, const Expression& column, const Catalog& catalog) {
+    return catalog.isCarried(*text.source->object, nameOf(text), nameOf(column));
+}
 
 std::string greatestKeyOf(const Source& table) { return "SELECT max(rowid) FROM " + quoteName(table.object->name); }
 
@@ -174,15 +220,24 @@ std::optional<KeyedList> ofView(const Query& list, const std::vector<Literal>& l
         result.keys = target.keys(rows);
     } else {
         ViewEmitter names = emitter();
-        const TextColumn text{names.tableText(table), names.columnText(*column), names.rowKey(table)};
+        const std::string key = names.rowKey(table);
+        const TextColumn text{names.tableText(table), names.columnText(*column), key, key};
         if (condition == ConditionOn::nothing) {
             result.order = KeyedList::Order::ascii;
             result.keys = target.keysByText(text);
         } else {
             result.order = KeyedList::Order::none;
             result.keys = target.keysAsFound(rows);
-            result.texts = target.texts(text, "") + target.byText(text);
-            result.textsOf = target.texts(text, among(text.key));
+            result.texts = target.textOrder(text);
+            const auto partner = partnerOf(list, view);
+            if (partner && isCarried(*column, *partner->reference, catalog)) {
+                const TextColumn marked{text.table, text.name, text.key, names.columnText(*partner->reference)};
+                result.partner = PartnerList{
+                    ListEmitter(literals, list)
+                        .partners(emitter().partner(view, *partner, columnsNamed(list, Clauses::condition))),
+                    target.textOrder(marked)};
+                result.partner->order.oneRowEach = catalog.isKey(*table.object, nameOf(*partner->reference));
+            }
         }
     }
     result.rows = target.rows(emitter().keyed(view, columnsNamed(list, Clauses::items)));

@@ -19,7 +19,12 @@
 // The order of texts is that of ts_order, which no index has. Without a condition the rows come by the index of the
 // equality form instead, and their texts with them: that order is the same for texts of plain ASCII, and whoever reads
 // the keys puts the others in their places. So do they where the condition is on joined tables alone, a category's:
-// then the keys come as they are found, and each text would have to be fetched from a place of its own.
+// then the keys come as they are found, and each text would have to be fetched from a place of its own. As a category's
+// codes mostly stand together, they are passed through from one of them on in both directions. Where the index of the
+// code has the reference to the joined table too, that table alone is asked, and its key takes the place of the row's:
+//
+//   marks  SELECT v."orven.key" FROM (SELECT b."fItemId" AS "orven.key", .. FROM "tblItem" AS "b") AS v WHERE ..
+//   from   SELECT rtrim("a"."fNumber") COLLATE NOCASE, "a".rowid, "a"."fItemId" FROM "ICItem" AS "a" WHERE .. >= ?1 ..
 #pragma once
 
 #include <optional>
@@ -31,18 +36,34 @@
 
 namespace orvenmod::store::tsql {
 
+/// The queries that put rows in order that were found as it came. Each gives a text in its equality form, the key of
+/// its row, and a mark, which is what was found. All but the last come by the text, and of one text in any order.
+struct TextOrder {
+    std::string all;
+    std::string from;        ///< those from its parameter on
+    std::string before;      ///< those before its parameter, the last one first, without nulls
+    std::string of;          ///< those of some marks, in any order; its one parameter is as that of KeyedList::rows
+    bool oneRowEach = true;  ///< no two rows have one mark
+};
+
+/// The rows of another table instead of the keys: the marks are references to them.
+struct PartnerList {
+    Translation marks;
+    TextOrder order;
+};
+
 struct KeyedList {
     enum class Order {
         told,   ///< the keys come in the order of the list
-        ascii,  ///< they come by the equality form of a text, and that text in front of each
-        none,   ///< they come as they are found; `texts` gives those of the whole table, `textsOf` those of some keys
+        ascii,  ///< they come as those of a TextOrder
+        none,   ///< they come as they are found, and are the marks of `texts`
     };
 
     std::string greatestKey;  ///< the query of it
     Translation keys;
     Order order = Order::told;
-    std::string texts;    ///< with Order::none: texts and keys, as with Order::ascii
-    std::string textsOf;  ///< likewise, but in any order; its one parameter is as that of `rows`
+    TextOrder texts;                          ///< with Order::none
+    std::optional<PartnerList> partner = {};  ///< likewise, where indexes alone give its rows
     /// Its one parameter is a text, "[7,3]", and each row has its key behind the columns. They come in any order.
     Translation rows;
 };

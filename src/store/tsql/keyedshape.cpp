@@ -78,6 +78,26 @@ void takeTables(const Expression& expression, std::set<const Source*>& tables) {
     }
 }
 
+/// The value of the view for a column of the list.
+const Expression& valueIn(const Query& view, const Expression& column) {
+    return *view.select->items[static_cast<std::size_t>(column.column)].expression;
+}
+
+/// Whether no row passes for which a joined table has none: a null is like nothing.
+bool asksForARow(const Expression& condition, const Query& view) {
+    if (condition.kind == ExpressionKind::logical && condition.op == Operator::logicalAnd) {
+        return asksForARow(*condition.operands[0], view) || asksForARow(*condition.operands[1], view);
+    }
+    return condition.kind == ExpressionKind::like && !condition.negated &&
+           condition.operands[0]->kind == ExpressionKind::column &&
+           valueIn(view, *condition.operands[0]).kind == ExpressionKind::column;
+}
+
+const Expression* conditionOfJoin(const Source& from, const Source& table) {
+    if (from.kind != Source::Kind::join) return nullptr;
+    return from.right.get() == &table ? from.on.get() : conditionOfJoin(*from.left, table);
+}
+
 const Expression& orderKey(const Query& query, const OrderItem& order) {
     return order.item < 0 ? *order.expression : *query.select->items[static_cast<std::size_t>(order.item)].expression;
 }
@@ -119,6 +139,7 @@ std::set<int> columnsNamed(const Query& query, Clauses clauses) {
         return columns;
     }
     if (query.select->where) takeColumns(*query.select->where, columns);
+    if (clauses == Clauses::condition) return columns;
     for (const OrderItem& order : query.orderBy)
         takeColumns(orderKey(query, order), columns);
     return columns;
@@ -145,6 +166,24 @@ const Expression* columnOfOrder(const Query& list, const Query& view, const std:
     const Expression& replacement = *literalWithin(*value.operands[1]);
     const bool driving = column.source == &drivingTable(*view.select->from[0]);
     return driving && viewLiterals[static_cast<std::size_t>(replacement.literal)].text.empty() ? &column : nullptr;
+}
+
+std::optional<Partner> partnerOf(const Query& list, const Query& view) {
+    const Expression* where = list.select->where.get();
+    if (where == nullptr || !asksForARow(*where, view)) return std::nullopt;
+    std::set<int> columns;
+    takeColumns(*where, columns);
+    std::set<const Source*> tables;
+    for (const int column : columns)
+        takeTables(*view.select->items[static_cast<std::size_t>(column)].expression, tables);
+    const Source& from = *view.select->from[0];
+    const Expression* on = tables.size() == 1 ? conditionOfJoin(from, **tables.begin()) : nullptr;
+    if (on == nullptr || on->kind != ExpressionKind::comparison) return std::nullopt;
+    const Expression* key = on->operands[0].get();
+    const Expression* reference = on->operands[1].get();
+    if (key->source != *tables.begin()) std::swap(key, reference);
+    if (reference->source != &drivingTable(from)) return std::nullopt;
+    return Partner{*tables.begin(), key, reference};
 }
 
 ConditionOn conditionOn(const Query& list, const Query& view) {

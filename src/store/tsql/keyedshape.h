@@ -1,6 +1,7 @@
 // Whether a bound query is of the kind that can be read by keys; see keyedlist.h.
 #pragma once
 
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -23,7 +24,7 @@ const Source& drivingTable(const Source& source);
 bool hasRowKey(const Source& table);
 
 /// The positions of the columns of its one source that the expressions of a query name.
-enum class Clauses { items, conditionAndOrder };
+enum class Clauses { items, condition, conditionAndOrder };
 std::set<int> columnsNamed(const Query& query, Clauses clauses);
 
 /// The tables of the joins that these columns of the view need.
@@ -32,6 +33,16 @@ std::set<const Source*> tablesNeeded(const Query& view, const std::set<int>& col
 /// The column of the driving table by whose equality form the rows can come instead of in the list's order, which is
 /// the ascending one of a text that is never null. Null for none.
 const Expression* columnOfOrder(const Query& list, const Query& view, const std::vector<Literal>& viewLiterals);
+
+/// A joined table on which alone a condition stands, and of which a row must have one.
+struct Partner {
+    const Source* table;
+    const Expression* key;        ///< of the table
+    const Expression* reference;  ///< to it, a column of the driving table
+};
+
+/// The partner where the condition lets no row without one through.
+std::optional<Partner> partnerOf(const Query& list, const Query& view);
 
 /// What the condition of a list asks of a row.
 enum class ConditionOn { nothing, joinedTables, drivingTable };

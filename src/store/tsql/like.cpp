@@ -6,6 +6,8 @@
 //   'a%c'   like 'a!%c' escape '!'      1
 #include "store/tsql/like.h"
 
+#include <array>
+
 #include "store/text.h"
 #include "store/tsql/utf8.h"
 
@@ -15,6 +17,9 @@ namespace orvenmod::store::tsql {
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
+
+// It may stand within a character of the text.
+bool isBrokenByte(char32_t character) { return character >= 0xDC80 && character <= 0xDCFF; }
 
 class Matcher {
 public:
@@ -31,7 +36,7 @@ public:
         for (;;) {
             if (in < pattern_.size() && pattern_[in] == '%' && escape_ != '%') {
                 restIn = ++in;
-                restAt = at;
+                restAt = at = candidate(at, in);
                 continue;
             }
             if (in == pattern_.size() && (in == restIn || onlyBlanks(at))) return true;
@@ -44,12 +49,26 @@ public:
             }
             if (restIn == kNone || restAt >= text_.size()) return false;
             nextCharacter(text_, restAt);
-            at = restAt;
+            restAt = at = candidate(restAt, restIn);
             in = restIn;
         }
     }
 
 private:
+    // From where on the element at `in` can match at all, so that most of a text is passed over by its bytes.
+    std::size_t candidate(std::size_t at, std::size_t in) const {
+        if (in == pattern_.size() || escape_ != 0 || std::string_view("%_[").find(pattern_[in]) != kNone) return at;
+        std::size_t behind = in;
+        const char32_t wanted = nextCharacter(pattern_, behind);
+        if (isBrokenByte(wanted)) return at;
+        const char32_t letter = asciiLower(wanted);
+        const bool cased = letter >= 'a' && letter <= 'z';
+        const std::array both = {static_cast<char>(letter), static_cast<char>(letter - 'a' + 'A')};
+        const std::size_t found = cased ? text_.find_first_of(std::string_view(both.data(), both.size()), at)
+                                        : text_.find(pattern_.substr(in, behind - in), at);
+        return found == kNone ? text_.size() : found;
+    }
+
     bool onlyBlanks(std::size_t at) const { return text_.find_first_not_of(' ', at) == kNone; }
 
     // Matches one character of the text against one element of the pattern, and moves behind both.

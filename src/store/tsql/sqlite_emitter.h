@@ -26,6 +26,9 @@ protected:
     std::string tableName(const ObjectInfo& object) const override { return quoteName(object.name); }
     std::string derived(const std::string& query) const override { return "(" + query + ")"; }
     std::string equalityForm(const std::string& text) const override;
+    std::string like(const Expression& expression) override;
+    /// Between what the texts stand that match a pattern with a plain beginning.
+    std::string likeBounds(const Expression& expression);
 
 private:
     // Statements.
@@ -93,7 +96,6 @@ private:
     std::string comparedNumber(const std::string& text, const Type& type, Collation collation,
                                const Type& common) const;
     const char* orderCollation() const;
-    std::string like(const Expression& expression) override;
     std::string storedLike(const Expression& expression);
 
     // Functions.

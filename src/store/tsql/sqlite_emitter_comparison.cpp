@@ -118,7 +118,6 @@ std::string SqliteEmitter::like(const Expression& expression) {
         }
     }
     const Expression& text = *expression.operands[0];
-    const Expression& pattern = *expression.operands[1];
     const std::string negation = expression.negated ? "NOT " : "";
     const std::string match = negation + "ts_like(" + arguments(expression) + ")";
     if (stored_ || inline_ || !mayUseIndex(expression)) {
@@ -126,11 +125,15 @@ std::string SqliteEmitter::like(const Expression& expression) {
     }
     // The first bound says nothing that the others don't; but a bare column in it lets SQLite see that a row
     // which an outer join filled with nulls never passes, and turn the join into an inner one.
-    const std::string column = value(text);
-    const std::string key = groupKey(text);
+    return "(" + value(text) + " >= '' AND " + likeBounds(expression) + " AND " + match + ")";
+}
+
+std::string SqliteEmitter::likeBounds(const Expression& expression) {
+    const Expression& pattern = *expression.operands[1];
+    const std::string key = groupKey(*expression.operands[0]);
     const std::string low = literal(pattern, pattern.type, Parameter::Use::likeLow);
     const std::string high = literal(pattern, pattern.type, Parameter::Use::likeHigh);
-    return "(" + column + " >= '' AND " + key + " >= " + low + " AND " + key + " < " + high + " AND " + match + ")";
+    return key + " >= " + low + " AND " + key + " < " + high;
 }
 
 }  // namespace orvenmod::store::tsql

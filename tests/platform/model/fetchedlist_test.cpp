@@ -1,9 +1,12 @@
 // A list model whose rows are fetched when they are read.
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <functional>
+#include <span>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "platform/model/listgridmodel.h"
 
@@ -31,7 +34,9 @@ public:
             take(row);
         }
     }
+    void expect(std::span<const std::uint32_t> next) const override { expected.assign(next.begin(), next.end()); }
 
+    mutable std::vector<std::uint32_t> expected;
     mutable int asked = 0;
     mutable int walks = 0;
     bool fails = false;
@@ -59,6 +64,24 @@ TEST_F(FetchedRowsList, asksForNoFurtherRowOnceOneFailed) {
         EXPECT_EQ(list.shownText(row, 0), "");
     EXPECT_EQ(rows->asked, 1);
     EXPECT_EQ(list.shownText(7, 0), "7") << "what is at hand shows";
+}
+
+TEST_F(FetchedRowsList, tellsWhichRowsFollowInAnotherOrderThanTheTold) {
+    (void)list.value(50, 0);
+    EXPECT_TRUE(rows->expected.empty()) << "in the told order the source knows";
+    list.sort(0, SortOrder::descending);
+    EXPECT_TRUE(rows->expected.empty()) << "sorting reads all in the told order";
+    EXPECT_EQ(list.value(1, 0), "100");
+    ASSERT_EQ(rows->expected.size(), 100U);
+    EXPECT_EQ(rows->expected[0], 99U);
+    EXPECT_EQ(rows->expected[1], 98U);
+    EXPECT_EQ(list.shownText(60, 0), "41");
+    EXPECT_EQ(rows->expected.size(), 41U);
+    rows->expected.clear();
+    EXPECT_EQ(list.text(95, 0), "6") << "at hand";
+    EXPECT_TRUE(rows->expected.empty());
+    list.sort(0, SortOrder::ascending);
+    EXPECT_TRUE(rows->expected.empty()) << "sorted anew";
 }
 
 TEST_F(FetchedRowsList, tellsAFailureOnce) {

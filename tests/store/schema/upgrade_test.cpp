@@ -157,18 +157,30 @@ TEST_F(Upgrade, hasStepsThatGoUpByOne) {
 // These texts are what a server gets.
 TEST_F(Upgrade, asksTheStoreForTheseStatementsAlone) {
     upgrade();
-    EXPECT_EQ(
-        statements(),
-        (Texts{"select fItemClassId from tblItemClass where fItemClassId=3", "tblOrvenmodVersion", "begin",
-               "update tblItemClass set fItemType=fItemType where fItemClassId=3",
-               "select fItemClassId from tblItemClass where fItemClassId=3", "tblOrvenmodVersion", "tblOrvenmodVersion",
-               "create table tblOrvenmodVersion(fVersion int not null)", "drop index tblItem.ix_tblItem_5",
-               "create index ix_tblItem_5 on tblItem(fItemClassId,fIsDetail,fDepth)", "drop index tblItem.ix_tblItem_2",
-               "create index ix_tblItem_2 on tblItem(fItemClassId,fName,fIsDetail)", "drop index tblItem.ix_tblItem_4",
-               "create index ix_tblItem_4 on tblItem(fItemClassId,fParentId) include (fShortNumber)",
-               "drop index tblItem.ix_tblItem_4",
-               "create index ix_tblItem_4 on tblItem(fItemClassId,fParentId) include (fShortNumber)",
-               "delete from tblOrvenmodVersion", "insert into tblOrvenmodVersion(fVersion) values(5)", "commit"}));
+    EXPECT_EQ(statements(),
+              (Texts{"select fItemClassId from tblItemClass where fItemClassId=3",
+                     "tblOrvenmodVersion",
+                     "begin",
+                     "update tblItemClass set fItemType=fItemType where fItemClassId=3",
+                     "select fItemClassId from tblItemClass where fItemClassId=3",
+                     "tblOrvenmodVersion",
+                     "tblOrvenmodVersion",
+                     "create table tblOrvenmodVersion(fVersion int not null)",
+                     "drop index tblItem.ix_tblItem_5",
+                     "create index ix_tblItem_5 on tblItem(fItemClassId,fIsDetail,fDepth)",
+                     "drop index tblItem.ix_tblItem_2",
+                     "create index ix_tblItem_2 on tblItem(fItemClassId,fName,fIsDetail)",
+                     "drop index tblItem.ix_tblItem_4",
+                     "create index ix_tblItem_4 on tblItem(fItemClassId,fParentId) include (fShortNumber)",
+                     "drop index tblItem.ix_tblItem_4",
+                     "create index ix_tblItem_4 on tblItem(fItemClassId,fParentId) include (fShortNumber)",
+                     "drop index tblItem.ix_tblItem_7",
+                     "create index ix_tblItem_7 on tblItem(fNBNumber,fItemId)",
+                     "drop index ICItem.ix_ICItem_1",
+                     "create index ix_ICItem_1 on ICItem(fNumber,fItemId)",
+                     "delete from tblOrvenmodVersion",
+                     "insert into tblOrvenmodVersion(fVersion) values(6)",
+                     "commit"}));
 }
 
 TEST_F(Upgrade, runsOnlyTheStepsThatTheDatabaseLacks) {
@@ -264,7 +276,7 @@ TEST_F(Upgrade, leavesTheDatabaseAsItWasWhicheverOperationFails) {
             EXPECT_EQ(contents(), before) << plan.failAt;
         }
     } while (plan.count >= plan.failAt);
-    EXPECT_EQ(plan.failAt, 21) << "connecting, and nineteen operations within";
+    EXPECT_EQ(plan.failAt, 25) << "connecting, and twenty-three operations within";
     EXPECT_EQ(version(), store::newestSchemaVersion());
 }
 
@@ -283,7 +295,7 @@ TEST_F(Upgrade, isRefusedForADatabaseThatIsNewer) {
     const std::string before = contents();
     const Failure failure = refusal();
     EXPECT_EQ(failure.number(), store::kNewerDatabase);
-    EXPECT_EQ(failure.text(), "数据库的版本是 99，本程序最高支持版本 5，请先升级本程序。");
+    EXPECT_EQ(failure.text(), "数据库的版本是 99，本程序最高支持版本 6，请先升级本程序。");
     EXPECT_EQ(contents(), before);
     EXPECT_EQ(version(), 99);
 }

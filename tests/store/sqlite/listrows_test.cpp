@@ -4,9 +4,11 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <span>
 
 #include "embeddeddatabase.h"
 #include "store/sqlite/keyedrows.h"
+#include "support/machinelimits.h"
 #include "support/otherprocess.h"
 
 namespace orvenmod::store::sqlite::test {
@@ -71,6 +73,18 @@ protected:
         }
         EXPECT_EQ(tableOf(*rows), tableOf(whole)) << sql;
     }
+    void expectSameForConditions() {
+        for (const char* condition :
+             {"1=1", "1=0", "fNumber like 'a%'", "fName like '%1%'", "fPrice>1", "fPrice=0 or fHName='first'",
+              "fNBNumber like '.1.%'", "fNBNumber='.3.' and fHName='first'", "fName is null",
+              "fHName<>'' and fNumber>'B'"}) {
+            const std::string list = std::string("select * from vGoods where ") + condition;
+            expectSame(list + " order by fNumber");
+            expectSame(list + " order by fNumber desc,fItemId");
+            expectSame(list + " order by fName");
+            expectSame(list + " order by fPrice,3");
+        }
+    }
 };
 
 TEST_F(ListRowsBeside, AreTheRowsOfTheWholeListWhateverTheTexts) {
@@ -91,18 +105,58 @@ TEST_F(ListRowsBeside, AreTheRowsOfTheWholeListWhateverTheTexts) {
                any(prices) + "," + any(days) + "," + std::to_string(random() % 5) + ");";
     }
     native("BEGIN;" + all + "COMMIT");
-    for (const char* condition :
-         {"1=1", "1=0", "fNumber like 'a%'", "fName like '%1%'", "fPrice>1", "fPrice=0 or fHName='first'",
-          "fNBNumber like '.1.%'", "fNBNumber='.3.' and fHName='first'", "fName is null",
-          "fHName<>'' and fNumber>'B'"}) {
-        const std::string list = std::string("select * from vGoods where ") + condition;
-        expectSame(list + " order by fNumber");
-        expectSame(list + " order by fNumber desc,fItemId");
-        expectSame(list + " order by fName");
-        expectSame(list + " order by fPrice,3");
+    for (const char* index : {"(fNumber)", "(fNumber) include (fItemId)", "(fNumber,fItemId)"}) {
+        connect()->execute("drop index goods.number");
+        connect()->execute(std::string("create index number on goods") + index);
+        expectSameForConditions();
     }
     expectSame("select fHName,fNumber as n from vGoods order by n");
     expectSame("select fNumber,fName from goods order by fName,fNumber");
+}
+
+TEST_F(ListRowsBeside, AreThoseOfACategoryWhereverItsCodesStand) {
+    fill(12000, "printf('%06d', n / 3)");
+    native("INSERT INTO tblItem SELECT fItemId, 'x', '.2.' || fItemId || '.' FROM goods");
+    // Categories have a path too, but no row among the goods.
+    native("INSERT INTO tblItem VALUES(30001, 'category', '.1.'), (30002, 'category', '.1.2.')");
+    for (const char* index :
+         {"", "create index number on goods(fNumber) include (fItemId)", "create unique index id on goods(fItemId)"}) {
+        if (std::string_view(index).find("number") != std::string_view::npos)
+            connect()->execute("drop index goods.number");
+        if (*index != 0) connect()->execute(index);
+        for (const char* which : {"BETWEEN 1500 AND 3500", "% 5 = 0", "NOT BETWEEN 1000 AND 11000",
+                                  "BETWEEN 6000 AND 7500 OR fItemId IN (1, 12000)", "BETWEEN 500 AND 510"}) {
+            SCOPED_TRACE(std::string(index) + ", " + which);
+            native(std::string("UPDATE tblItem SET fNBNumber = iif(fItemId ") + which +
+                   ", '.1.', '.2.') || fItemId || '.' WHERE fItemId <= 12000");
+            expectSame("select * from vGoods where fNBNumber like '.1.%' order by fNumber");
+        }
+    }
+}
+
+TEST_F(ListRowsBeside, AreThoseOfACategoryWhateverOtherProgramsWrote) {
+    fill(3000);
+    native("INSERT INTO tblItem SELECT fItemId, 'x', '.1.' || fItemId || '.' FROM goods");
+    connect()->execute("drop index goods.number");
+    connect()->execute("create index number on goods(fNumber) include (fItemId)");
+    connect()->execute("create unique index id on goods(fItemId)");
+    const std::string category = "select * from vGoods where fNBNumber like '.1.%' order by fNumber";
+    const char* const writings[] = {
+        "UPDATE goods SET fNumber = NULL WHERE fItemId % 1000 = 7",
+        "UPDATE goods SET fNumber = '中' || fItemId WHERE fItemId % 1000 = 8",
+        "UPDATE goods SET fItemId = NULL WHERE fItemId = 9",
+        "UPDATE goods SET fItemId = 'none' WHERE fItemId = 10",
+        "INSERT INTO tblItem VALUES(0, 'zero', '.1.0.')",
+        "UPDATE tblItem SET fItemId = 'none' WHERE fItemId = 11",
+        "UPDATE tblItem SET fItemId = -5 WHERE fItemId = 12",
+        "UPDATE goods SET fItemId = -5 WHERE fItemId = 13",
+        "UPDATE tblItem SET fItemId = 4000000000 WHERE fItemId = 14",
+    };
+    for (const char* writing : writings) {
+        native(writing);
+        SCOPED_TRACE(writing);
+        expectSame(category);
+    }
 }
 
 TEST_F(ListRowsBeside, AreThoseOfTheOpeningWhileAnotherProcessSaves) {
@@ -259,6 +313,88 @@ TEST_F(ListRowsBeside, AreTheSameWhereTheyLieInAnotherOrder) {
     for (std::size_t row = 0; row < 100000; row += 5000)
         rows->cell(row, 0);
     EXPECT_LT(rows->memory(), 20U << 20);
+}
+
+TEST_F(ListRowsBeside, AreFetchedTogetherInAnOrderThatIsTold) {
+    fill(20000);
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    std::vector<std::uint32_t> order(20000);
+    for (std::uint32_t i = 0; i < order.size(); ++i)
+        order[i] = i * 7919 % 20000;
+    int fetches = 0;
+    for (std::size_t at = 0; at < order.size(); ++at) {
+        if (!rows->holds(order[at])) {
+            ++fetches;
+            rows->expect(std::span(order).subspan(at));
+        }
+        ASSERT_TRUE(rows->holds(order[at]));
+        ASSERT_EQ(rows->cell(order[at], 0), std::to_string(order[at] + 1));
+    }
+    EXPECT_LT(fetches, 200);
+    EXPECT_EQ(rows->cell(0, 1), "000001");
+    EXPECT_EQ(rows->cell(19999, 1), "020000");
+    EXPECT_LT(rows->memory(), 20U << 20);
+}
+
+TEST_F(ListRowsBeside, GoOnBeingReadWhileAllOfThemAreFetched) {
+    fill(40000);
+    int paints = 0;
+    std::unique_ptr<ListRows> rows;
+    const auto paint = [&] {
+        if (!rows) return;
+        ++paints;
+        EXPECT_EQ(rows->cell(static_cast<std::size_t>(paints) * 1000, 0), std::to_string(paints * 1000 + 1));
+    };
+    rows = openByKeys({connectionString(), DatabaseFile::parse(connectionString()).identify(), paint}, kList,
+                      {0, 0, 1 << 20});
+    ASSERT_NE(rows, nullptr);
+    const Table before = tableOf(connect()->open(kList));
+    for (int i = 0; i < 2; ++i)
+        connect()->execute("update goods set fName='" + std::string(80, static_cast<char>('a' + i)) + "'");
+    rows->tend();
+    EXPECT_EQ(paints, 2);
+    EXPECT_TRUE(logIsFree());
+    EXPECT_EQ(tableOf(*rows), before);
+}
+
+TEST_F(ListRowsBeside, AreReadOnWhereTheDiskIsFull) {
+    fill(20000);
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    const Table before = tableOf(connect()->open(kList));
+    {
+        const orvenmod::test::FullDisk disk(4096);
+        EXPECT_NE(failureOf([&] { connect()->execute("update goods set fName='x'"); }).number(), 0);
+        EXPECT_EQ(tableOf(*rows), before);
+    }
+    connect()->execute("update goods set fName='x'");
+    EXPECT_EQ(tableOf(*rows), before);
+}
+
+TEST_F(ListRowsBeside, AreThoseOfTheOpeningWhileAnotherProcessAddsAField) {
+    fill(3000);
+    OtherProcess designer([this](OtherProcess& parent) {
+        parent.await();
+        const auto connection = connect();
+        connection->beginTrans();
+        connection->execute("alter table goods add fMore varchar(10)");
+        connection->execute("drop view vGoods");
+        connection->execute(
+            "create view vGoods as select a.fItemId,isnull(a.fMore,'') as fMore,isnull(a.fNumber,'') as "
+            "fNumber,'other' as fName,a.fPrice,a.fDay,'other' as fHName from goods as a");
+        connection->execute("update goods set fMore='more',fPrice=7");
+        connection->commitTrans();
+        return 0;
+    });
+    const Table before = tableOf(connect()->open(kList));
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    designer.tell();
+    ASSERT_EQ(designer.result(), 0);
+    EXPECT_EQ(tableOf(*rows), before);
+    EXPECT_EQ(connect()->open(kList).cell(0, 2), "other");
+    EXPECT_EQ(tableOf(*rows), before);
 }
 
 TEST_F(ListRowsBeside, TellADamagedFileAndKeepWhatTheyHold) {

@@ -56,6 +56,63 @@ TEST_F(KeyedLists, LeaveOutTheTablesThatNothingNeeds) {
     EXPECT_EQ(plan.find(" b "), std::string::npos) << plan;
 }
 
+constexpr const char* kCategory =
+    "select fNumber,fHName from vGoods where 1=1  and fNBNumber like '.1.%' order by fNumber";
+
+TEST_F(KeyedLists, PassThroughTheTextsOfACategoryWithoutASort) {
+    const auto keyed = list(kCategory);
+    ASSERT_TRUE(keyed);
+    EXPECT_FALSE(keyed->partner);
+    for (const std::string& text : {keyed->texts.all, keyed->texts.from, keyed->texts.before}) {
+        const std::string plan = nativePlan(text);
+        EXPECT_NE(plan.find("INDEX goods.number"), std::string::npos) << plan;
+        EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << plan;
+    }
+}
+
+TEST_F(KeyedLists, AskTheTableOfACategorysPathsAloneWhereTheIndexOfTheCodeHasTheReferenceToIt) {
+    run("create index path on tblItem(fNBNumber) include (fItemId)");
+    run("drop index goods.number");
+    run("create index number on goods(fNumber) include (fItemId)");
+    const auto keyed = list(kCategory);
+    ASSERT_TRUE(keyed && keyed->partner);
+    const std::string& marks = keyed->partner->marks.statements.at(0);
+    EXPECT_EQ(marks.find("ts_like"), std::string::npos) << marks;
+    const std::string plan = nativePlan(marks);
+    EXPECT_EQ(plan.find("SEARCH b USING INDEX tblItem.path (<expr>>? AND <expr><?)"), 0U) << plan;
+    EXPECT_EQ(plan.find("goods"), std::string::npos) << plan;
+    for (const std::string& text :
+         {keyed->partner->order.all, keyed->partner->order.from, keyed->partner->order.before}) {
+        EXPECT_EQ(nativePlan(text).find("TEMP B-TREE"), std::string::npos) << nativePlan(text);
+    }
+    EXPECT_FALSE(keyed->partner->order.oneRowEach);
+    run("create unique index one on goods(fItemId)");
+    EXPECT_TRUE(list(kCategory)->partner->order.oneRowEach);
+}
+
+TEST_F(KeyedLists, MatchAPatternThatItsBoundsDoNotSay) {
+    run("drop index goods.number");
+    run("create index number on goods(fNumber) include (fItemId)");
+    for (const char* pattern : {".1%2.%", ".1_%", ".1.", "A%", ".1.[2]%"}) {
+        const auto keyed =
+            list(std::string("select fNumber from vGoods where fNBNumber like '") + pattern + "' order by fNumber");
+        ASSERT_TRUE(keyed && keyed->partner) << pattern;
+        EXPECT_NE(keyed->partner->marks.statements.at(0).find("ts_like"), std::string::npos) << pattern;
+    }
+}
+
+TEST_F(KeyedLists, AskNoOtherTableForRowsThatMayHaveNoneThere) {
+    run("drop index goods.number");
+    run("create index number on goods(fNumber) include (fItemId)");
+    for (const char* condition :
+         {"fNBNumber is null", "not fNBNumber like '.1.%'", "fNBNumber not like '.1.%'",
+          "fNBNumber like '.1.%' or fNBNumber is null", "fParent like 'a%'", "fNBNumber like '.1.%' and fHName='x'"}) {
+        const auto keyed = list(std::string("select fNumber from vGoods where ") + condition + " order by fNumber");
+        ASSERT_TRUE(keyed) << condition;
+        EXPECT_FALSE(keyed->partner) << condition;
+    }
+}
+
 TEST_F(KeyedLists, KeepATableThatAnotherOnesJoinNeeds) {
     const auto keyed = list("select fParent from vGoods order by fNumber desc");
     ASSERT_TRUE(keyed);

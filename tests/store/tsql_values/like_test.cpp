@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "store/tsql/utf8.h"
+
 namespace orvenmod::store::tsql {
 namespace {
 
@@ -58,6 +64,51 @@ TEST(Like, LeavesBlanksAtTheEndOfTheTextAside) {
 TEST(Like, EndsSoonOnAPatternOfManyPercentSigns) {
     const std::string text(2000, 'a');
     EXPECT_FALSE(like(text, "%a%a%a%a%a%a%a%a%b"));
+}
+
+/// The plain meaning of a pattern of %, _ and other characters.
+bool means(std::u32string_view text, std::u32string_view pattern) {
+    if (pattern.empty()) return text.find_first_not_of(U' ') == text.npos;
+    if (pattern[0] == U'%') {
+        return pattern.size() == 1 || means(text, pattern.substr(1)) ||
+               (!text.empty() && means(text.substr(1), pattern));
+    }
+    const auto lower = [](char32_t c) { return c >= U'A' && c <= U'Z' ? c + 32 : c; };
+    return !text.empty() && (pattern[0] == U'_' || lower(pattern[0]) == lower(text[0])) &&
+           means(text.substr(1), pattern.substr(1));
+}
+
+TEST(Like, FindsNoByteWithinACharacter) {
+    EXPECT_FALSE(like("中", "%\xAD%"));
+    EXPECT_TRUE(like("中\xAD", "%\xAD%"));
+    EXPECT_FALSE(like("中", "%\xE4%"));
+}
+
+TEST(Like, MeansWhatEachCharacterMeans) {
+    const std::u32string_view signs = U"aAb%_ 中丰é\xDCFF\xDCE4";
+    const auto bytes = [](const std::u32string& text) {
+        std::string result;
+        for (const char32_t c : text) {
+            if (c >= 0xDC80 && c <= 0xDCFF) {
+                result += static_cast<char>(c - 0xDC00);
+            } else {
+                appendCharacter(result, c);
+            }
+        }
+        return result;
+    };
+    std::mt19937 random(18);
+    const auto any = [&](std::size_t most) {
+        std::u32string text(random() % most, U' ');
+        for (char32_t& c : text)
+            c = signs[random() % signs.size()];
+        return text;
+    };
+    for (int run = 0; run < 100000; ++run) {
+        const std::u32string text = any(9);
+        const std::u32string pattern = any(6);
+        ASSERT_EQ(like(bytes(text), bytes(pattern)), means(text, pattern)) << bytes(text) << " like " << bytes(pattern);
+    }
 }
 
 TEST(PatternIndex, IsThePlaceOfTheFirstMatch) {
