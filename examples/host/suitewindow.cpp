@@ -7,10 +7,11 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <exception>
+
+#include "plainbox.h"
 
 namespace orvenmod::sample {
 namespace {
@@ -175,7 +176,7 @@ void SuiteWindow::designClasses() {
         fillOwnClasses();
         outcome_->setText(QStringLiteral("类别设计已关闭。"));
     } catch (const std::exception& failure) {
-        QMessageBox::critical(this, windowTitle(), text(failure.what()));
+        showBox(this, QMessageBox::Critical, windowTitle(), text(failure.what()));
     }
 }
 
@@ -184,7 +185,7 @@ void SuiteWindow::keepDictionaries() {
         suite_.keepDictionaries();
         outcome_->setText(QStringLiteral("基础资料已关闭。"));
     } catch (const std::exception& failure) {
-        QMessageBox::critical(this, windowTitle(), text(failure.what()));
+        showBox(this, QMessageBox::Critical, windowTitle(), text(failure.what()));
     }
 }
 
@@ -194,7 +195,7 @@ void SuiteWindow::pickDictionary(std::int16_t dictionary) {
         outcome_->setText(outcomeText({.openAs = OpenAs::picker}, result));
         showResult(result);
     } catch (const std::exception& failure) {
-        QMessageBox::critical(this, windowTitle(), text(failure.what()));
+        showBox(this, QMessageBox::Critical, windowTitle(), text(failure.what()));
     }
 }
 
@@ -238,7 +239,7 @@ void SuiteWindow::open(const Request& request) {
         outcome_->setText(outcomeText(request, result));
         showResult(result);
     } catch (const std::exception& failure) {
-        QMessageBox::critical(this, windowTitle(), text(failure.what()));
+        showBox(this, QMessageBox::Critical, windowTitle(), text(failure.what()));
     }
 }
 

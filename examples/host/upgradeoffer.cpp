@@ -1,20 +1,21 @@
 #include "upgradeoffer.h"
 
 #include <QApplication>
-#include <QMessageBox>
 #include <exception>
+
+#include "plainbox.h"
 
 namespace orvenmod::sample {
 namespace {
 
 const QString kTitle = QStringLiteral("裕丰商行");
 
-void tell(const char* text) { QMessageBox::critical(nullptr, kTitle, QString::fromUtf8(text)); }
+void tell(const char* text) { showBox(nullptr, QMessageBox::Critical, kTitle, QString::fromUtf8(text)); }
 
 bool isUpgradeWanted() {
-    return QMessageBox::question(nullptr, kTitle,
-                                 QStringLiteral("数据库由较早的版本建立，升级后查询更快，资料不变。\n现在升级吗？"),
-                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes) == QMessageBox::Yes;
+    return showBox(nullptr, QMessageBox::Question, kTitle,
+                   QStringLiteral("数据库由较早的版本建立，升级后查询更快，资料不变。\n现在升级吗？"),
+                   QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
 }  // namespace

@@ -231,9 +231,9 @@ private:
         return windows_[last_];
     }
 
-    /// Of what comes behind so many.
+    /// Of what comes behind so many, which may be none yet.
     std::size_t nextSize(std::size_t held) const {
-        const bool quick = Clock::now() - fetchedAt_ < kWalk * std::max<std::size_t>(held / kWindow, 1);
+        const bool quick = held > 0 && Clock::now() - fetchedAt_ < kWalk * std::max<std::size_t>(held / kWindow, 1);
         return quick ? std::min(4 * held, RowReader::kAtOnce) : kWindow;
     }
 
