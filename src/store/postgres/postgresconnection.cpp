@@ -279,7 +279,8 @@ void PostgresConnection::runDefinition(std::string_view sql, CachedStatement* en
         endUnit();
         const Answer answer = sendUnit(Effect::changes);
         if (answer.failure() == nullptr) {
-            definitionMade(sql, entry->translation.table, answer.results[changedAt].get());
+            const bool alone = transaction_ == Transaction::none;
+            definitionMade(sql, entry->translation.table, alone ? answer.results[changedAt].get() : nullptr);
             return;
         }
         if (!isOvertaken(answer, lookAt, attempt)) failStatement(sql, *entry, answer.failure());
