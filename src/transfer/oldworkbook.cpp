@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/numberformat.h"
+#include "transfer/oldcontainer.h"
 #include "transfer/oldformulas.h"
 #include "transfer/package.h"
 #include "transfer/sheetfile.h"
@@ -20,14 +21,15 @@ struct CloseBook {
 using Book = std::unique_ptr<const void, CloseBook>;
 
 Book openBook(const std::string& path) {
-    if (!isEncryptedCompound(path) && !recordsHold(path)) throw UnreadableFile("文件已损坏或不是电子表格：" + path);
+    const UnreadableFile locked("文件有密码，请先去掉密码：" + path);
+    if (isEncryptedCompound(path)) throw locked;
+    const OldContainerCopy copy(path);
     const void* handle = nullptr;
-    const int result = freexl_open(path.c_str(), &handle);
+    const int result = freexl_open(copy.path().c_str(), &handle);
     Book book(handle);
     unsigned password = FREEXL_BIFF_PLAIN;
     if (book) freexl_get_info(book.get(), FREEXL_BIFF_PASSWORD, &password);
-    if (password == FREEXL_BIFF_OBFUSCATED || isEncryptedCompound(path))
-        throw UnreadableFile("文件有密码，请先去掉密码：" + path);
+    if (password == FREEXL_BIFF_OBFUSCATED) throw locked;
     if (result != FREEXL_OK) throw UnreadableFile("文件已损坏或不是电子表格：" + path);
     return book;
 }

@@ -10,16 +10,11 @@
 #include <stdexcept>
 #include <vector>
 
+#include "transfer/gsfowned.h"
+
 namespace orvenmod {
 
 namespace {
-
-struct Unref {
-    void operator()(void* object) const { g_object_unref(object); }
-};
-
-template <class Kind>
-using Owned = std::unique_ptr<Kind, Unref>;
 
 int readBytes(void* context, char* buffer, int length) {
     auto* part = static_cast<GsfInput*>(context);
