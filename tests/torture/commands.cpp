@@ -38,13 +38,6 @@ void inDesigner(Desk& desk, const Steps& steps) {
     manage.mainInterface();
 }
 
-void inDictionary(Desk& desk, const Steps& steps) {
-    appState().gItemClassId = 501;
-    appState().gRightPrefix = "Z";
-    desk.onWindow("frmJCZLList", steps);
-    frmJCZLList::instance().show();
-}
-
 void inEditor(Desk& desk, const Steps& steps) {
     desk.onWindow("frmBasicInfo", steps);
     frmBasicInfo::instance().show(nullptr);
@@ -152,13 +145,9 @@ void lockItem(Desk& desk) {
 }
 
 void setUp(Desk& desk) {
-    desk.onWindow("frmHSXMDetailSetup", [](User& dialog) {
+    inFieldSetup(desk, "50", [](User& dialog) {
         dialog.clickCell("fps1", 2, 4);
         dialog.clickTool("Save");
-    });
-    inDesigner(desk, [](User& user) {
-        user.clickNode("tv1", "D50");
-        user.chooseMenu("MenuDetailSetup");
     });
 }
 
@@ -227,6 +216,21 @@ void makeField(Desk& desk, const std::string& itemClass, const std::string& name
         user.clickNode("tv1", "D" + itemClass);
         user.chooseMenu("MenuDetailNew");
     });
+}
+
+void inFieldSetup(Desk& desk, const std::string& itemClass, const Steps& steps) {
+    desk.onWindow("frmHSXMDetailSetup", steps);
+    inDesigner(desk, [&](User& user) {
+        user.clickNode("tv1", "D" + itemClass);
+        user.chooseMenu("MenuDetailSetup");
+    });
+}
+
+void inDictionary(Desk& desk, const Steps& steps) {
+    appState().gItemClassId = 501;
+    appState().gRightPrefix = "Z";
+    desk.onWindow("frmJCZLList", steps);
+    frmJCZLList::instance().show();
 }
 
 const std::vector<Command>& windowCommands() {

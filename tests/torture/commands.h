@@ -20,6 +20,10 @@ std::vector<Command> allCommands();
 void makeClass(Desk& desk, const std::string& id, const std::string& name);
 /// `lookup` is the entry of the dialog's list, 0 for none.
 void makeField(Desk& desk, const std::string& itemClass, const std::string& name, int lookup);
+void inFieldSetup(Desk& desk, const std::string& itemClass, const Steps& steps);
+
+/// The list of dictionary 501.
+void inDictionary(Desk& desk, const Steps& steps);
 
 /// Brings a file in as far as the check of its rows, then the steps.
 void importFile(Desk& desk, const std::string& file, const Steps& then);

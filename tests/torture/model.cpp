@@ -4,50 +4,17 @@
 #include <iterator>
 #include <utility>
 
-#include "dictionary/frmJCZLList.h"
 #include "editor/editortest.h"
 #include "editor/frmBasicInfo.h"
 #include "frame/mdlMain.h"
 #include "hierarchy/categorysave.h"
 #include "hierarchy/itemroutines.h"
-#include "torture/commands.h"
 
 namespace orvenmod::test {
 
 namespace {
 
-constexpr int kGoods = 3;
-constexpr int kDictionary = 501;
-constexpr int kFirstOwnClass = 51;
-constexpr std::size_t kMostClasses = 6;
-constexpr int kMostFields = 8;
 constexpr std::size_t kLongestCode = 60;
-
-Rows sorted(Rows rows) {
-    std::sort(rows.begin(), rows.end());
-    return rows;
-}
-
-std::string textOf(const Rows& rows) {
-    std::string text;
-    for (const auto& row : rows) {
-        for (const std::string& cell : row)
-            text += cell + "|";
-        text += "\n";
-    }
-    return text;
-}
-
-std::string compared(const std::string& what, const Rows& found, const Rows& expected) {
-    if (found == expected) return {};
-    Rows more;
-    Rows less;
-    const Rows one = sorted(found);
-    const Rows other = sorted(expected);
-    std::set_difference(one.begin(), one.end(), other.begin(), other.end(), std::back_inserter(more));
-    std::set_difference(other.begin(), other.end(), one.begin(), one.end(), std::back_inserter(less));
-    return what + " holds\n" + textOf(more) + "instead of\n" + textOf(less);
-}
 
 }  // namespace
 
@@ -73,9 +40,8 @@ Model::Model(Database& database) : database_(database) {
                               "," + field + ")");
         }
     }
-    Class goods{"货品", "ICItem", "vICItem"};
-    goods.fields = std::stoi(database_.value("select count(*) from tblTableInfo where fItemClassId=3"));
-    classes_[kGoods] = goods;
+    classes_[kGoods] = {"货品", "ICItem", "vICItem"};
+    goodsFields_ = fieldRows();
 }
 
 std::string Model::take(const Step& step, Desk& desk) {
@@ -84,7 +50,8 @@ std::string Model::take(const Step& step, Desk& desk) {
         &Model::newItem,      &Model::newItem,      &Model::newItem,     &Model::newItem,     &Model::changeItem,
         &Model::changeItem,   &Model::newCategory,  &Model::newCategory, &Model::newCategory, &Model::moveCategory,
         &Model::moveCategory, &Model::moveCategory, &Model::deleteItem,  &Model::deleteItem,  &Model::deleteCategory,
-        &Model::newClass,     &Model::newField,     &Model::newEntry,    &Model::newEntry,    &Model::deleteEntry};
+        &Model::lockItem,     &Model::unlockItem,   &Model::newClass,    &Model::newField,    &Model::setUpField,
+        &Model::newEntry,     &Model::newEntry,     &Model::changeEntry, &Model::deleteEntry};
     wrong_.clear();
     (this->*kTakes[step.what % std::size(kTakes)])(step, desk);
     return wrong_;
@@ -191,7 +158,7 @@ void Model::changeItem(const Step& step, Desk& desk) {
         });
         frmBasicInfo::instance().show(nullptr);
     };
-    if (!play(desk, "changeItem", "数据修改成功!", act, !tree.isTaken(code, id))) return;
+    if (!play(desk, "changeItem", "数据修改成功!", act, !node.locked && !tree.isTaken(code, id))) return;
     node.name = name;
     node.shortCode = typed;
     node.code = code;
@@ -267,7 +234,24 @@ void Model::deleteItem(const Step& step, Desk& desk) {
         appState().gCurItemId = id;
         if (delDetail()) at.tell();
     };
-    if (play(desk, "deleteItem", "", act, true)) classes_.at(itemClass).tree.nodes.erase(id);
+    auto& nodes = classes_.at(itemClass).tree.nodes;
+    if (play(desk, "deleteItem", "", act, !nodes.at(id).locked)) nodes.erase(id);
+}
+
+void Model::lockItem(const Step& step, Desk& desk) { changeLock(step, desk, true); }
+void Model::unlockItem(const Step& step, Desk& desk) { changeLock(step, desk, false); }
+
+void Model::changeLock(const Step& step, Desk& desk, bool locked) {
+    const int itemClass = chooseClass(step);
+    const int id = chooseNode(itemClass, true, step.which);
+    if (id == 0) return;
+    const auto act = [&](Desk& at) {
+        enter(itemClass);
+        appState().gCurItemId = id;
+        if (locked ? lockDetail() : unLockDetail()) at.tell();
+    };
+    Node& node = classes_.at(itemClass).tree.nodes.at(id);
+    if (play(desk, locked ? "lockItem" : "unlockItem", "", act, node.locked != locked)) node.locked = locked;
 }
 
 void Model::deleteCategory(const Step& step, Desk& desk) {
@@ -280,135 +264,6 @@ void Model::deleteCategory(const Step& step, Desk& desk) {
         if (delParent(id)) at.tell();
     };
     if (play(desk, "deleteCategory", "", act, !tree.hasChildren(id))) tree.nodes.erase(id);
-}
-
-void Model::newClass(const Step&, Desk& desk) {
-    if (classes_.size() >= kMostClasses) return;
-    const int id = kFirstOwnClass + static_cast<int>(classes_.size()) - 1;
-    const std::string key = std::to_string(id);
-    const std::string name = unusedName("项");
-    if (!play(
-            desk, "newClass", "数据保存成功！", [&](Desk& at) { makeClass(at, key, name); }, true))
-        return;
-    const auto row = database_.rows("select fItemTable,fViewName from tblItemClass where fItemClassId=" + key).at(0);
-    classes_[id] = {name, row[0], row[1], {}, 3, {"短代码", "代码", "名称"}};
-}
-
-void Model::newField(const Step& step, Desk& desk) {
-    const int itemClass = chooseClass(step);
-    Class& its = classes_.at(itemClass);
-    if (itemClass == kGoods || its.fields >= kMostFields) return;
-    const std::string name = unusedName("栏");
-    const int lookup = static_cast<int>(step.how % 3);
-    const auto act = [&](Desk& at) { makeField(at, std::to_string(itemClass), name, lookup); };
-    if (!play(desk, "newField", "数据保存成功!", act, true)) return;
-    ++its.fields;
-    for (const char* part : lookup == 0 ? std::vector{""} : std::vector{"代码", "名称"})
-        its.descriptions.push_back(name + part);
-}
-
-void Model::newEntry(const Step& step, Desk& desk) {
-    const std::string code = shortCode(step);
-    const std::string name = unusedName("值");
-    const auto taken = [&](const auto& each) { return each.second.code == code; };
-    const auto act = [&](Desk& at) {
-        appState().gItemClassId = kDictionary;
-        appState().gRightPrefix = "Z";
-        at.onWindow("frmJCZL", [&](User& dialog) {
-            dialog.type("txt", code, 0);
-            dialog.type("txt", name, 1);
-            dialog.click("cmdOK", -1);
-        });
-        at.onWindow("frmJCZLList", [](User& user) { user.click("cmd", 1); });
-        frmJCZLList::instance().show();
-    };
-    const bool wanted = std::ranges::none_of(entries_, taken);
-    if (play(desk, "newEntry", "数据保存成功！", act, wanted)) entries_[++lastEntry_] = {code, name};
-}
-
-void Model::deleteEntry(const Step& step, Desk& desk) {
-    if (entries_.empty()) return;
-    // The list shows them by their codes' order, which is the store's; the first row's entry is whichever it is.
-    int gone = 0;
-    const auto act = [&](Desk& at) {
-        appState().gItemClassId = kDictionary;
-        appState().gRightPrefix = "Z";
-        at.onWindow("frmJCZLList", [&](User& user) {
-            const auto& list = user.control<platform::ListGrid>("vsf1");
-            const int row = 1 + static_cast<int>(step.which % entries_.size());
-            if (row >= list.rowCount()) return;
-            gone = std::stoi(list.text(row, 0));
-            user.selectRow("vsf1", row);
-            user.click("cmd", 3);
-        });
-        frmJCZLList::instance().show();
-    };
-    if (play(desk, "deleteEntry", "数据删除成功！", act, true)) entries_.erase(gone);
-}
-
-Rows Model::itemRows() const {
-    Rows rows;
-    for (const auto& [itemClass, its] : classes_) {
-        for (auto row : its.tree.items()) {
-            row.push_back(std::to_string(itemClass));
-            row.push_back(its.tree.nodes.at(std::stoi(row[0])).detail ? "1" : "0");
-            rows.push_back(row);
-        }
-    }
-    return sorted(rows);
-}
-
-std::string Model::classDifference(int itemClass) const {
-    const Class& its = classes_.at(itemClass);
-    const std::string key = std::to_string(itemClass);
-    std::string all =
-        compared("tblItemClass of " + key,
-                 database_.rows("select fItemName,fItemTable,fViewName from tblItemClass where fItemClassId=" + key),
-                 {{its.name, its.table, its.view}});
-    all += compared("tblTableInfo of " + key,
-                    database_.rows("select count(*) from tblTableInfo where fItemClassId=" + key),
-                    {{std::to_string(its.fields)}});
-    if (its.descriptions.empty()) return all;
-    Rows found;
-    std::string columns;
-    for (const auto& row : database_.rows("select fFieldDesc,fFieldName from tblViewDesc where fTypeId=" +
-                                          std::to_string(6000 + itemClass))) {
-        found.push_back({row[0]});
-        columns += (columns.empty() ? "" : ",") + row[1];
-    }
-    Rows expected;
-    for (const std::string& description : its.descriptions)
-        expected.push_back({description});
-    all += compared("tblViewDesc of " + key, sorted(found), sorted(expected));
-    // Fails where the view lacks one of them.
-    database_.rows("select " + columns + " from " + its.view + " where 1=0");
-    return all;
-}
-
-std::string Model::differenceNow() {
-    std::string all = compared("tblItem",
-                               sorted(database_.rows("select fitemid,fnumber,fnbnumber,fdepth,fparentid,fshortnumber,"
-                                                     "fname,fitemclassid,fisdetail from tblItem")),
-                               itemRows());
-    Rows entries;
-    for (const auto& [id, entry] : entries_)
-        entries.push_back({std::to_string(id), entry.code, entry.name});
-    all +=
-        compared("tblSubType", sorted(database_.rows("select fitemid,fnumber,fname from tblSubType")), sorted(entries));
-    for (const auto& [itemClass, its] : classes_) {
-        const std::string key = std::to_string(itemClass);
-        Rows details;
-        for (const auto& [id, node] : its.tree.nodes)
-            if (node.detail) details.push_back({std::to_string(id), node.code, node.name});
-        for (const std::string& from : {its.table, its.view})
-            all += compared(from, sorted(database_.rows("select fitemid,fnumber,fname from " + from)), sorted(details));
-        all += classDifference(itemClass);
-    }
-    if (lastId_ > 0) {
-        all += compared("the counter", database_.rows("select fMaxNum from tblMaxNum where fTableName='tblItem'"),
-                        {{std::to_string(lastId_)}});
-    }
-    return all;
 }
 
 }  // namespace orvenmod::test

@@ -34,13 +34,19 @@ public:
     int refused() const { return refused_; }
 
 private:
+    static constexpr int kGoods = 3;
+    struct Field {
+        std::string caption;
+        bool lookup = false;
+        bool shown = true;
+    };
     struct Class {
         std::string name;
         std::string table;
         std::string view;
         PlainTree tree = {};
-        int fields = 0;
-        std::vector<std::string> descriptions = {};  ///< of a class that a clerk has made
+        std::vector<Field> fields = {};  ///< that a clerk has added
+        bool wasSetUp = false;
     };
     struct Entry {
         std::string code;
@@ -54,9 +60,13 @@ private:
     void moveCategory(const Step& step, Desk& desk);
     void deleteItem(const Step& step, Desk& desk);
     void deleteCategory(const Step& step, Desk& desk);
+    void lockItem(const Step& step, Desk& desk);
+    void unlockItem(const Step& step, Desk& desk);
     void newClass(const Step& step, Desk& desk);
     void newField(const Step& step, Desk& desk);
+    void setUpField(const Step& step, Desk& desk);
     void newEntry(const Step& step, Desk& desk);
+    void changeEntry(const Step& step, Desk& desk);
     void deleteEntry(const Step& step, Desk& desk);
 
     /// Plays it, and notes whether it told what it had to; true where it is done.
@@ -66,20 +76,28 @@ private:
     void somebodyElse(const Step& step);
     bool storeCategory(int itemClass, int parent, const std::string& shortCode);
     bool storeMove(int itemClass, int id, int parent, const std::string& shortCode);
+    void changeLock(const Step& step, Desk& desk, bool locked);
+    bool hasEntry(const std::string& code, int but = 0) const;
     bool mayMove(int itemClass, int id, int parent, const std::string& code) const;
     void enter(int itemClass) const;
 
     int chooseClass(const Step& step) const;
     int chooseNode(int itemClass, bool detail, unsigned which) const;
+    int chooseEntry(const Step& step) const;
     static std::string shortCode(const Step& step);
     std::string unusedName(const char* kind) { return kind + std::to_string(++names_); }
 
     Rows itemRows() const;
-    std::string classDifference(int itemClass) const;
+    Rows fieldRows();
+    static std::vector<std::string> descriptionsOf(const Class& its);
+    std::string entryDifference();
+    std::string fieldDifference();
+    std::string detailDifference();
 
     Database& database_;
     std::map<int, Class> classes_;
     std::map<int, Entry> entries_;
+    Rows goodsFields_;
     int lastId_ = 0;
     int lastEntry_ = 0;
     int names_ = 0;
