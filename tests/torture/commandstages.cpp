@@ -3,15 +3,14 @@
 #include <sqlite3.h>
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 
 #include "editor/editortest.h"
 #include "store/sqlite/sqlitestore.h"
 #include "support/sourcefolder.h"
 #include "torture/commands.h"
+#include "torture/states.h"
 
 namespace orvenmod::test {
 
@@ -50,12 +49,6 @@ void makeOwnClass(const std::string& file) {
         desk.play(part);
         if (!desk.told()) throw std::runtime_error("no " + part.name + ": " + desk.account());
     }
-}
-
-std::string contentsOf(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
 }
 
 }  // namespace

@@ -1,22 +1,15 @@
 #include "torture/faultyfiles.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <utility>
+
+#include "torture/states.h"
 
 namespace orvenmod::test {
 
 namespace {
 
 constexpr std::size_t kSector = 512;
-
-std::string contentsOf(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 bool changesFiles(FileAct act) {
     return act == FileAct::write || act == FileAct::sync || act == FileAct::truncate || act == FileAct::remove;
@@ -37,6 +30,7 @@ void FaultyFiles::begin(const FileTrouble& trouble) {
     for (const FileAct act : kFileActs)
         counts_[act] = 0;
     files_.clear();
+    lastChanged_.clear();
     watching_ = true;
 }
 
@@ -98,16 +92,21 @@ void FaultyFiles::opened(const std::string& path) {
 
 void FaultyFiles::written(const std::string& path, const void* bytes, int size, std::int64_t offset) {
     if (!watching_) return;
+    lastChanged_ = path;
     files_[path].unsynced.push_back({Change::Kind::write, static_cast<std::size_t>(offset),
                                      std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(size))});
 }
 
 void FaultyFiles::truncated(const std::string& path, std::int64_t size) {
-    if (watching_) files_[path].unsynced.push_back({Change::Kind::truncate, static_cast<std::size_t>(size)});
+    if (!watching_) return;
+    lastChanged_ = path;
+    files_[path].unsynced.push_back({Change::Kind::truncate, static_cast<std::size_t>(size)});
 }
 
 void FaultyFiles::removed(const std::string& path) {
-    if (watching_) files_[path].unsynced.push_back({Change::Kind::remove});
+    if (!watching_) return;
+    lastChanged_ = path;
+    files_[path].unsynced.push_back({Change::Kind::remove});
 }
 
 void FaultyFiles::synced(const std::string& path) {
@@ -145,26 +144,48 @@ std::vector<FaultyFiles::Change> FaultyFiles::sectorsOf(const Change& change) {
     return sectors;
 }
 
-std::map<std::string, std::string> FaultyFiles::image(Survival survival, std::mt19937& random) const {
-    std::map<std::string, std::string> disk;
+FaultyFiles::Image FaultyFiles::imageOf(const Reached& reached) const {
+    Image disk;
     for (const auto& [path, kept] : files_) {
-        std::vector<Change> reached;
+        std::vector<Change> sectors;
         for (const Change& change : kept.unsynced) {
-            const std::vector<Change> sectors = sectorsOf(change);
-            reached.insert(reached.end(), sectors.begin(), sectors.end());
+            const std::vector<Change> parts = sectorsOf(change);
+            sectors.insert(sectors.end(), parts.begin(), parts.end());
         }
-        if (survival == Survival::nothing) reached.clear();
-        if (survival == Survival::tornEnd && !reached.empty()) reached.resize(random() % (reached.size() + 1));
-        if (survival == Survival::someSectors) {
-            std::shuffle(reached.begin(), reached.end(), random);
-            if (!reached.empty()) reached.resize(random() % (reached.size() + 1));
-        }
+        reached(path, sectors);
         std::optional<std::string> contents = kept.synced;
-        for (const Change& change : reached)
+        for (const Change& change : sectors)
             apply(change, contents);
         if (contents) disk[path] = *std::move(contents);
     }
     return disk;
+}
+
+FaultyFiles::Image FaultyFiles::image(Survival survival, std::mt19937& random) const {
+    return imageOf([&](const std::string&, std::vector<Change>& sectors) {
+        if (survival == Survival::nothing) sectors.clear();
+        if (survival == Survival::someSectors) std::shuffle(sectors.begin(), sectors.end(), random);
+        if (!sectors.empty()) sectors.resize(random() % (sectors.size() + 1));
+    });
+}
+
+const FaultyFiles::Change* FaultyFiles::lastWrite() const {
+    const auto changed = files_.find(lastChanged_);
+    if (changed == files_.end() || changed->second.unsynced.empty()) return nullptr;
+    const Change& last = changed->second.unsynced.back();
+    return last.kind == Change::Kind::write ? &last : nullptr;
+}
+
+int FaultyFiles::sectorsOfLastWrite() const {
+    const Change* last = lastWrite();
+    return last == nullptr ? 0 : static_cast<int>(sectorsOf(*last).size());
+}
+
+FaultyFiles::Image FaultyFiles::tornImage(int sectors) const {
+    const auto lost = static_cast<std::size_t>(sectorsOfLastWrite() - sectors);
+    return imageOf([&](const std::string& path, std::vector<Change>& reached) {
+        if (path == lastChanged_) reached.resize(reached.size() - lost);
+    });
 }
 
 }  // namespace orvenmod::test

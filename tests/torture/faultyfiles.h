@@ -5,11 +5,13 @@
 //   loses power at the n-th thing that would change a file: from then on nothing happens any more
 //
 // and it keeps what of each file was synced and what was not, so that after a loss of power images() are what may lie
-// on the disk: what was synced, and of the rest nothing, all but the torn end, or any of its sectors in any order.
+// on the disk: what was synced, and of the rest nothing, all but the torn end, or any of its sectors in any order. Or
+// all of it, the last write torn at one of its sectors.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <random>
@@ -52,7 +54,12 @@ public:
     bool struck() const { return struck_; }
 
     /// What a disk may hold after the loss of power, by path.
-    std::map<std::string, std::string> image(Survival survival, std::mt19937& random) const;
+    using Image = std::map<std::string, std::string>;
+    Image image(Survival survival, std::mt19937& random) const;
+    /// Of the last write only its first sectors.
+    Image tornImage(int sectors) const;
+    /// 0 where nothing is left to be torn.
+    int sectorsOfLastWrite() const;
 
     // For the layer's functions.
 
@@ -77,7 +84,12 @@ private:
         std::vector<Change> unsynced;
     };
 
+    using Reached = std::function<void(const std::string& path, std::vector<Change>& sectors)>;
+
     FaultyFiles();
+    /// What was synced, and of the rest what `reached` leaves.
+    Image imageOf(const Reached& reached) const;
+    const Change* lastWrite() const;
     int failureFor(FileAct act) const;
     static void apply(const Change& change, std::optional<std::string>& contents);
     /// A write as one change a sector.
@@ -90,6 +102,7 @@ private:
     int changes_ = 0;
     std::map<FileAct, int> counts_;
     std::map<std::string, Kept> files_;
+    std::string lastChanged_;
 };
 
 }  // namespace orvenmod::test

@@ -9,7 +9,6 @@
 #include <functional>
 #include <memory>
 #include <set>
-#include <sstream>
 
 #include "store/sqlite/sqlitestore.h"
 #include "support/temporary.h"
@@ -26,12 +25,6 @@ constexpr int kFewDamages = 25;
 constexpr int kFullDamages = 2000;
 constexpr std::size_t kPage = 4096;
 constexpr std::size_t kMegabytes = std::size_t{1} << 20;
-
-std::string contentsOf(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 class Hostile : public testing::Test {
 protected:

@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <sstream>
 
 #include "editor/editortest.h"
 #include "frame/services.h"
@@ -30,12 +29,6 @@ constexpr int kFew = 40;
 constexpr int kFull = 3000;
 
 int howMany() { return roundsOf(kFew, kFull); }
-
-std::string contentsOf(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 void put(const std::string& path, const std::string& bytes) { std::ofstream(path, std::ios::binary) << bytes; }
 

@@ -102,15 +102,23 @@ protected:
         if (!layer().struck()) return;
         for (const Survival survival : kSurvivals) {
             SCOPED_TRACE(static_cast<int>(survival));
-            removeDatabase(database());
-            for (const auto& [path, contents] : layer().image(survival, random))
-                std::ofstream(path, std::ios::binary) << contents;
-            ++tried;
-            Run lost = done;
-            lost.heard = true;  // nobody is left to hear
-            expectWhole(lost, stateOf(database()));
-            expectNextWorks(done);
+            powerComes(done, layer().image(survival, random));
         }
+        const int sectors = layer().sectorsOfLastWrite();
+        for (const int torn : placesOf(sectors, 1, random)) {
+            SCOPED_TRACE("of the last write " + std::to_string(torn) + " of " + std::to_string(sectors) + " sectors");
+            powerComes(done, layer().tornImage(torn));
+        }
+    }
+    void powerComes(const Run& done, const FaultyFiles::Image& image) {
+        removeDatabase(database());
+        for (const auto& [path, contents] : image)
+            std::ofstream(path, std::ios::binary) << contents;
+        ++tried;
+        Run lost = done;
+        lost.heard = true;  // nobody is left to hear
+        expectWhole(lost, stateOf(database()));
+        expectNextWorks(done);
     }
 
     TemporaryFolder folder;

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <numeric>
 #include <string>
+#include <utility>
 
 namespace orvenmod::test {
 
@@ -20,11 +21,12 @@ std::string wanted() {
 }  // namespace
 
 bool fullLength() { return wanted() == "full"; }
+bool everyPlace() { return wanted() == "places"; }
 
 int roundsOf(int few, int full) {
     if (fullLength()) return full;
     const std::string rounds = wanted();
-    return rounds.empty() ? few : std::max(few, std::stoi(rounds));
+    return rounds.empty() || everyPlace() ? few : std::max(few, std::stoi(rounds));
 }
 
 unsigned seed() {
@@ -48,6 +50,11 @@ std::mt19937 randomFor(const char* test) {
 std::vector<int> placesOf(int count, int few, std::mt19937& random) {
     std::vector<int> places(static_cast<std::size_t>(std::max(count, 0)));
     std::iota(places.begin(), places.end(), 1);
+    return someOf(std::move(places), few, random);
+}
+
+std::vector<int> someOf(std::vector<int> places, int few, std::mt19937& random) {
+    const int count = static_cast<int>(places.size());
     few = roundsOf(few, count);
     if (count <= few) return places;
     std::shuffle(places.begin(), places.end() - 1, random);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include "store/sqlite/sqlitestore.h"
@@ -16,6 +17,12 @@ std::string stateOf(const std::string& database) {
     for (std::string line; std::getline(lines, line);)
         if (!line.starts_with("tblMaxNum: ")) kept += line + "\n";
     return kept;
+}
+
+std::string contentsOf(const std::string& path) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    return bytes.str();
 }
 
 std::string difference(const std::string& one, const std::string& other) {

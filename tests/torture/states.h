@@ -10,6 +10,9 @@ namespace orvenmod::test {
 /// Everything that the database holds but its counters, which a command that failed may have moved; "" for none.
 std::string stateOf(const std::string& database);
 
+/// The bytes of a file, "" for none.
+std::string contentsOf(const std::string& path);
+
 /// The first line in which they differ.
 std::string difference(const std::string& one, const std::string& other);
 

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <sstream>
 
 #include "editor/binaryfile.h"
 #include "platform/desktop/inisettings.h"
@@ -19,6 +18,7 @@
 #include "support/temporary.h"
 #include "torture/failingcalls.h"
 #include "torture/share.h"
+#include "torture/states.h"
 #include "transfer/sheetfile.h"
 
 namespace orvenmod::test {
@@ -28,12 +28,6 @@ namespace fs = std::filesystem;
 
 constexpr int kFew = 6;
 constexpr int kRows = 400;
-
-std::string contentsOf(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 struct Writer {
     std::string name;
