@@ -4,6 +4,9 @@
 //   {"operation":"open","sql":"...","rows":0,"ms":0.08,"failed":true,"number":208,"text":"..."}
 #include "store/trace.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <chrono>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -217,6 +220,9 @@ std::unique_ptr<Connection> TracingStore::connect(const std::string& connectionS
 }
 
 TraceSink traceToFile(const std::string& path) {
+    // It holds what was typed. A file that is there already keeps the rights that somebody gave it.
+    const int made = ::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (made >= 0) ::close(made);
     auto file = std::make_shared<std::ofstream>(path, std::ios::app | std::ios::binary);
     return [file](const TraceRecord& record) {
         nlohmann::ordered_json line = {

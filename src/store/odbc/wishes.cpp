@@ -174,8 +174,8 @@ public:
 private:
     void take(const std::string& key, const std::string& value) {
         if (!isKnownKey(key, driver_)) {
-            throw tsql::refusedString(tsql::languageOf(parts_), "其中的“" + key + "”不是可识别的关键字",
-                                      "the key '" + key + "' is not known");
+            throw tsql::refusedKey(parts_, key, "其中的“" + key + "”不是可识别的关键字",
+                                   "the key '" + key + "' is not known");
         }
         if (const TextKey* text = textKey(key)) {
             wishes_.*(text->wish) = text->wish == &Wishes::provider ? lowerText(value) : value;

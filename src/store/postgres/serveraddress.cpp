@@ -97,7 +97,7 @@ ServerAddress ServerAddress::parse(const std::string& connectionString) {
         const std::string name(known == std::end(kKeys) ? std::string_view(key) : known->theirs);
         if (name.empty()) continue;
         if (namesOfTheLibrary().count(name) == 0)
-            throw tsql::refusedString(address.language, "不认识 " + key, key + " is not known");
+            throw tsql::refusedKey(parts, key, "不认识 " + key, key + " is not known");
         address.parameters.emplace_back(name, value);
     }
     Parameters& parameters = address.parameters;

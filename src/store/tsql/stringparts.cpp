@@ -1,6 +1,7 @@
 #include "store/tsql/stringparts.h"
 
 #include <charconv>
+#include <string_view>
 
 #include "store/tsql/utf8.h"
 
@@ -41,6 +42,19 @@ Language languageOf(const ConnectionString& parts) {
 
 Failure refusedString(Language language, const std::string& chinese, const std::string& english) {
     return worded(language, kBadConnectionString, {language == Language::english ? english : chinese});
+}
+
+Failure refusedKey(const ConnectionString& parts, const std::string& key, const std::string& chinese,
+                   const std::string& english) {
+    std::string_view before;
+    for (const auto& [name, value] : parts.parts()) {
+        if (name == key) break;
+        before = name;
+    }
+    const Language language = languageOf(parts);
+    if (before != "password" && before != "pwd") return refusedString(language, chinese, english);
+    return refusedString(language, "密码之后的一段不可识别，含“;”的密码须加引号",
+                         "the part behind the password is not known; a password with ';' stands in quotes");
 }
 
 std::chrono::milliseconds busyTimeout(const ConnectionString& parts) {

@@ -207,6 +207,15 @@ TEST(ServerString, RefusesAKeyWithoutAValueAndTellsNoneOfIt) {
     EXPECT_EQ(freeTds(" ; Provider=SQLOLEDB;;Data Source=h; ").get("Server"), "h");
 }
 
+TEST(ServerString, TellsNothingOfAPasswordThatASemicolonCuts) {
+    for (const char* string :
+         {"Provider=SQLOLEDB;Data Source=h;Password=a;secret=c;d=e", "Driver=FreeTDS;PWD=a;secret=c",
+          "Provider=MSDASQL;Extended Properties=\"Driver=FreeTDS;Server=h;PWD=a;secret=c\""}) {
+        const Failure failure = failureOf(string);
+        EXPECT_EQ(failure.text(), "连接字符串不正确: 密码之后的一段不可识别，含“;”的密码须加引号。") << string;
+    }
+}
+
 TEST(ServerString, TakesWhatAWizardWritesIntoOne) {
     EXPECT_EQ(failureOf("Provider=SQLOLEDB.1;Persist Security Info=False;User ID=sa;Initial Catalog=suite;"
                         "Data Source=h;Use Procedure for Prepare=1;Auto Translate=True;Packet Size=4096;"

@@ -40,11 +40,20 @@ TEST(ServerAddressOfAString, PassesFurtherKeysOn) {
 
 TEST(ServerAddressOfAString, RefusesAKeyThatNobodyKnows) {
     try {
-        ServerAddress::parse(kPlain + ";Colour=red");
+        ServerAddress::parse("Colour=red;" + kPlain);
         FAIL();
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.number(), tsql::kBadConnectionString);
         EXPECT_EQ(failure.text(), "连接字符串不正确: 不认识 colour。");
+    }
+}
+
+TEST(ServerAddressOfAString, TellsNothingOfAPasswordThatASemicolonCuts) {
+    try {
+        ServerAddress::parse(kPlain + ";secret=too");
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.text(), "连接字符串不正确: 密码之后的一段不可识别，含“;”的密码须加引号。");
     }
 }
 

@@ -1,7 +1,9 @@
 #include "store/trace.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
@@ -140,6 +142,20 @@ TEST(Trace, WritesAJsonLineAnOperation) {
     EXPECT_EQ(lines[2]["text"], "坏语句");
     EXPECT_EQ(lines[3]["operation"], "open");
     EXPECT_EQ(lines[3]["read"], "keys");
+}
+
+TEST(Trace, AFileThatItMakesIsTheUsersAlone) {
+    namespace fs = std::filesystem;
+    const orvenmod::test::TemporaryFolder folder;
+    test::ScriptedStore target;
+    const mode_t usual = ::umask(0);
+    TracingStore(target, traceToFile(folder.file("trace.jsonl"))).connect("x");
+    std::ofstream(folder.file("given.jsonl")) << "{}\n";
+    TracingStore(target, traceToFile(folder.file("given.jsonl"))).connect("x");
+    ::umask(usual);
+    EXPECT_EQ(fs::status(folder.file("trace.jsonl")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_GT(fs::file_size(folder.file("trace.jsonl")), 0U);
+    EXPECT_EQ(fs::status(folder.file("given.jsonl")).permissions(), static_cast<fs::perms>(0666));
 }
 
 TEST(Trace, ToAFileThatCanNotBeWrittenDropsItsLines) {
