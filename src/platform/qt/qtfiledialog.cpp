@@ -1,6 +1,7 @@
 #include "platform/qt/qtfiledialog.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -13,16 +14,31 @@ namespace orvenmod::platform::qt {
 
 namespace {
 
-/// Asks again where the file may not be replaced; the question before an overwrite is the dialog's own.
+/// Asks before a file is replaced, as the dialog itself does, which takes a name with signs of markup for some. Asks
+/// again where the file may not be replaced.
 class SaveDialog : public QFileDialog {
 public:
-    using QFileDialog::QFileDialog;
+    explicit SaveDialog(QWidget* parent) : QFileDialog(parent) { setOption(QFileDialog::DontConfirmOverwrite); }
     void accept() override {
-        const std::string path = fromQt(selectedFiles().value(0));
-        if (!isReadOnly(path)) return QFileDialog::accept();
-        QMessageBox box(QMessageBox::Warning, windowTitle(), toQt(readOnlyRefusal(path)), QMessageBox::Ok, this);
-        box.setTextFormat(Qt::PlainText);  // a name may look like markup
-        box.exec();
+        const QFileInfo file(selectedFiles().value(0));
+        const std::string path = fromQt(file.filePath());
+        if (isReadOnly(path)) {
+            ask(toQt(readOnlyRefusal(path)), QMessageBox::Ok);
+            return;
+        }
+        const bool replaces = file.exists() && !file.isDir();
+        if (replaces && ask(QFileDialog::tr("%1 already exists.\nDo you want to replace it?").arg(file.fileName()),
+                            QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+            return;
+        QFileDialog::accept();
+    }
+
+private:
+    int ask(const QString& text, QMessageBox::StandardButtons buttons) {
+        QMessageBox box(QMessageBox::Warning, windowTitle(), text, buttons, this);
+        box.setTextFormat(Qt::PlainText);
+        if (buttons.testFlag(QMessageBox::No)) box.setDefaultButton(QMessageBox::No);
+        return box.exec();
     }
 };
 

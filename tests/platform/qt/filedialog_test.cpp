@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -83,6 +84,24 @@ TEST_F(QtFileDialogTest, theQuestionBeforeAnOverwriteIsAskedForTheNameWithItsExt
     EXPECT_EQ(chosenAmid("list", QMessageBox::Ok), "");
     EXPECT_EQ(asked_.toStdString(), "“list.xls”是只读文件，不能替换。");
     EXPECT_TRUE(plain_) << "a name with signs of markup shows as it is";
+}
+
+TEST_F(QtFileDialogTest, aNameThatLooksLikeMarkupIsAskedForAsItIs) {
+    std::ofstream(folder_.file("<b>list<u>.xls")) << "old";
+    EXPECT_EQ(chosenAmid("<b>list<u>", QMessageBox::Yes), folder_.file("<b>list<u>.xls"));
+    EXPECT_TRUE(asked_.contains("<b>list<u>.xls")) << asked_.toStdString();
+    EXPECT_TRUE(plain_);
+}
+
+TEST_F(QtFileDialogTest, aFolderThatIsNamedIsGoneInto) {
+    std::filesystem::create_directory(folder_.file("lists"));
+    EXPECT_EQ(choose([&](QDialog& shown) {
+                  save(shown, "lists");
+                  EXPECT_TRUE(shown.isVisible());
+                  EXPECT_EQ(dynamic_cast<QFileDialog&>(shown).directory().dirName(), "lists");
+                  shown.reject();
+              }),
+              "");
 }
 
 TEST_F(QtFileDialogTest, aNameWithAnExtensionStays) {
