@@ -60,5 +60,7 @@ void measureOdbc(Report& report);
 
 /// The lists, saves and round trips on a PostgreSQL server that is started for it.
 void measureServer(Report& report, const std::string& folder, const std::vector<int>& sizes);
+/// The saves among these.
+void measureServerSaves(Report& report, const std::string& folder, const std::vector<int>& sizes);
 
 }  // namespace orvenmod::bench

@@ -75,10 +75,12 @@ std::string BenchServer::run(const std::string& target, const std::string& sql) 
 }
 
 double BenchServer::computed(const std::string& target) const {
+    const double before = threadMilliseconds();
     const std::string sessions =
         server_.run("postgres", "SELECT string_agg(pid::text, ' ') FROM pg_stat_activity WHERE datname = '" +
                                     databaseOf(target) + "' AND backend_type = 'client backend'");
-    double all = threadMilliseconds();
+    asking_ += threadMilliseconds() - before;
+    double all = threadMilliseconds() - asking_;
     std::istringstream pids(sessions);
     for (pid_t pid = 0; pids >> pid;)
         all += milliseconds(pid);

@@ -37,6 +37,7 @@ public:
 private:
     test::PostgresServer server_;
     Copied copied_;
+    mutable double asking_ = 0;  // what this thread has computed to read the clock
 };
 
 /// Translated statements, prepared on a session of their own, in a loop of the client library's calls.

@@ -1,13 +1,16 @@
-// orvenbench FOLDER SIZE...            makes databases in the folder and prints ratios
-// orvenbench --servers FOLDER SIZE...  likewise on servers alone
-// orvenbench --clerks FOLDER GOODS     16 clerks at work for a minute on a server
+// orvenbench FOLDER SIZE...              makes databases in the folder and prints ratios
+// orvenbench --servers FOLDER SIZE...    likewise on servers alone
+// orvenbench --only=PART FOLDER SIZE...  one part of it; a wrong name tells them all
+// orvenbench --clerks FOLDER GOODS       16 clerks at work for a minute on a server
 //
 // 0 where every bound is kept, 1 where one is not, 2 for a wrong call or a failure.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "benches.h"
@@ -18,10 +21,12 @@ namespace {
 
 using namespace orvenmod::bench;
 
-enum class Stores { all, servers };
+using Sizes = std::vector<int>;
+
+constexpr std::string_view kOnly = "--only=";
 
 struct WrongCall : std::invalid_argument {
-    WrongCall() : invalid_argument("orvenbench [--servers|--clerks] FOLDER SIZE...") {}
+    WrongCall() : invalid_argument("orvenbench [--servers|--only=PART|--clerks] FOLDER SIZE...") {}
 };
 
 /// Ten times the rows may take ten times as long, and as they outgrow the database's cache up to four times that: a row
@@ -44,7 +49,8 @@ void compareSizes(Report& report, const std::vector<ListTimes>& all) {
     }
 }
 
-void measureFile(Report& report, const std::string& folder, const std::vector<int>& sizes) {
+/// The lists, windows and saves of each size, and how they grow.
+void measureSizes(Report& report, const std::string& folder, const Sizes& sizes) {
     std::vector<ListTimes> all;
     for (const int goods : sizes) {
         report.heading(std::to_string(goods) + " goods");
@@ -54,28 +60,62 @@ void measureFile(Report& report, const std::string& folder, const std::vector<in
         all.back().save = measureSave(report, folder, goods);
     }
     compareSizes(report, all);
-    report.heading("sorting and narrowing");
-    measureArranging(report);
-    report.heading("tree");
-    measureTree(report, folder);
-    measureShownTrees(report, folder);
-    report.heading("moves among " + std::to_string(sizes.back()) + " goods");
-    measureMoves(report, folder, sizes.back());
-    report.heading("guard");
-    measureGuard(report, folder);
-    report.heading("dictionary");
-    measureDictionary(report, folder);
-    report.heading("editor");
-    measureEditor(report, folder);
-    measureContents(report, folder);
-    report.heading("lists brought in");
-    measureImport(report, folder);
-    report.heading("class designer");
-    measureDesigner(report, folder);
-    report.heading("export and preview");
-    measureOutput(report, folder);
-    report.heading("statements");
-    measureStatements(report, folder);
+}
+
+enum class Where { files, servers };
+
+struct Part {
+    const char* name;
+    Where where;
+    std::function<void(Report&, const std::string& folder, const Sizes&)> measure;
+    bool partOfAnother = false;
+};
+
+std::function<void(Report&, const std::string&, const Sizes&)> ofOneSize(void (*measure)(Report&, const std::string&)) {
+    return [measure](Report& report, const std::string& folder, const Sizes&) { measure(report, folder); };
+}
+
+const std::vector<Part>& allParts() {
+    static const std::vector<Part> kAll = {
+        {"lists", Where::files, measureSizes},
+        {"arranging", Where::files, ofOneSize([](Report& report, const std::string&) { measureArranging(report); })},
+        {"trees", Where::files, ofOneSize([](Report& report, const std::string& folder) {
+             measureTree(report, folder);
+             measureShownTrees(report, folder);
+         })},
+        {"moves", Where::files,
+         [](Report& report, const std::string& folder, const Sizes& sizes) {
+             report.note("among " + std::to_string(sizes.back()) + " goods");
+             measureMoves(report, folder, sizes.back());
+         }},
+        {"guard", Where::files, ofOneSize(measureGuard)},
+        {"dictionary", Where::files, ofOneSize(measureDictionary)},
+        {"editor", Where::files, ofOneSize([](Report& report, const std::string& folder) {
+             measureEditor(report, folder);
+             measureContents(report, folder);
+         })},
+        {"imports", Where::files, ofOneSize(measureImport)},
+        {"designer", Where::files, ofOneSize(measureDesigner)},
+        {"output", Where::files, ofOneSize(measureOutput)},
+        {"statements", Where::files, ofOneSize(measureStatements)},
+        {"postgres", Where::servers, measureServer},
+        {"postgres-saves", Where::servers, measureServerSaves, true},
+        {"odbc", Where::servers, ofOneSize([](Report& report, const std::string&) { measureOdbc(report); })},
+    };
+    return kAll;
+}
+
+std::vector<Part> partsOf(const std::string& mode) {
+    std::vector<Part> parts;
+    std::string names;
+    for (const Part& part : allParts()) {
+        names += std::string(names.empty() ? "" : ", ") + part.name;
+        const bool named = mode.starts_with(kOnly) && mode.substr(kOnly.size()) == part.name;
+        const bool one = !part.partOfAnother && (mode.empty() || (mode == "--servers" && part.where == Where::servers));
+        if (named || one) parts.push_back(part);
+    }
+    if (parts.empty()) throw std::invalid_argument("the parts are " + names);
+    return parts;
 }
 
 int endOf(Report& report) {
@@ -83,17 +123,18 @@ int endOf(Report& report) {
     return report.kept() ? 0 : 1;
 }
 
-int compare(const std::string& folder, const std::vector<int>& sizes, Stores stores) {
+int compare(const std::string& folder, const Sizes& sizes, const std::string& mode) {
+    const std::vector<Part> parts = partsOf(mode);
     Report report;
-    if (stores == Stores::all) {
+    if (mode.empty()) {
         report.heading("a host with 200 MB of ballast");
         measureFirstObject(report);
     }
     orvenmod::startUp();
-    if (stores == Stores::all) measureFile(report, folder, sizes);
-    measureServer(report, folder, sizes);
-    report.heading("a server over ODBC");
-    measureOdbc(report);
+    for (const Part& part : parts) {
+        report.heading(part.name);
+        part.measure(report, folder, sizes);
+    }
     return endOf(report);
 }
 
@@ -115,12 +156,11 @@ int run(std::vector<std::string> arguments) {
     if (arguments.size() < 2 || (mode == "--clerks" && arguments.size() != 2)) throw WrongCall();
     const std::string folder = arguments.front();
     std::filesystem::create_directories(folder);
-    std::vector<int> sizes;
+    Sizes sizes;
     for (std::size_t i = 1; i < arguments.size(); ++i)
         sizes.push_back(std::stoi(arguments[i]));
     if (mode == "--clerks") return watchClerks(folder, sizes.front());
-    if (mode == "--servers") return compare(folder, sizes, Stores::servers);
-    if (mode.empty()) return compare(folder, sizes, Stores::all);
+    if (mode.empty() || mode == "--servers" || mode.starts_with(kOnly)) return compare(folder, sizes, mode);
     throw WrongCall();
 }
 

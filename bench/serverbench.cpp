@@ -88,7 +88,7 @@ void measureOpening(Report& report, const std::string& target) {
 }
 
 void measureSaving(Report& report, const BenchServer& server, const std::string& target) {
-    constexpr int kRuns = 20;
+    constexpr int kRuns = 100;
     const Clock computed = [&] { return server.computed(target); };
     const SaveStage items(target);
     MemoryStage windows;
@@ -121,6 +121,14 @@ void measureServer(Report& report, const std::string& folder, const std::vector<
     }
     report.heading("PostgreSQL on a line of 1 ms each way, among " + std::to_string(sizes.front()) + " goods");
     measureLine(report, server, folder, sizes.front());
+}
+
+void measureServerSaves(Report& report, const std::string& folder, const std::vector<int>& sizes) {
+    BenchServer server(Durability::off);
+    for (const int goods : sizes) {
+        report.heading("PostgreSQL: " + std::to_string(goods) + " goods");
+        measureSaving(report, server, server.goodsDatabase(folder, goods));
+    }
 }
 
 }  // namespace orvenmod::bench

@@ -69,9 +69,9 @@ Parameters::Parameters(const tsql::Translation& translation, const tsql::Shape& 
 void Parameters::addLiteral(const Parameter& parameter, const Literal& literal) {
     if (tsql::isPlainText(parameter, literal)) {
         const bool trim = parameter.use == Parameter::Use::trimmed;
-        addText(trim ? tsql::withoutTrailingBlanks(literal.text) : literal.text);
-        return;
+        return putText(trim ? tsql::withoutTrailingBlanks(literal.text) : literal.text);
     }
+    if (tsql::plainInteger(parameter, literal)) return putText(literal.text);
     const bool digits = literal.kind != LiteralKind::real && literal.kind != LiteralKind::binary;
     addText(tsql::boundValue(parameter, literal), digits ? literal.text : std::string_view(), parameter.to);
 }
@@ -84,6 +84,10 @@ void Parameters::addNull() {
 
 void Parameters::addText(std::string_view text) {
     if (!isText(text)) throw tsql::Error(tsql::kNoText);
+    putText(text);
+}
+
+void Parameters::putText(std::string_view text) {
     entries_.push_back({nullptr, texts_.size(), true});
     lengths_.push_back(0);
     formats_.push_back(0);

@@ -16,7 +16,7 @@ namespace orvenmod::store::postgres {
 class Parameters {
 public:
     Parameters() = default;
-    /// The literals of a statement. Throws tsql::Error where one can't be converted.
+    /// The literals of a statement that is a text. Throws tsql::Error where one can't be converted.
     Parameters(const tsql::Translation& translation, const tsql::Shape& shape);
 
     void addNull();
@@ -36,6 +36,7 @@ public:
 private:
     void addLiteral(const tsql::Parameter& parameter, const tsql::Literal& literal);
     void addReal(double value, const tsql::Type& type);
+    void putText(std::string_view text);
 
     struct Entry {
         const char* contents = nullptr;

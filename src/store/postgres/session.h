@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>
@@ -155,6 +156,7 @@ public:
 
 private:
     void setUp();
+    bool isOfTheZone();
     Answer receive(const Stream* stream);
     void awaitResult(const PGresult* last = nullptr);
     Result sendRows(const std::string& command, std::string_view rows);
@@ -205,6 +207,7 @@ private:
     std::string ownName_;  // begins the names of its statements
     std::size_t names_ = 0;
     long zone_ = 0;
+    std::time_t zoneSeen_ = 0;                                // the quarter of an hour in which it held
     std::chrono::steady_clock::time_point until_ = kForever;  // when the server is given up
     bool unsent_ = false;
     bool told_ = false;

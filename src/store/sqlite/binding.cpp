@@ -38,12 +38,8 @@ void bindText(sqlite3_stmt* statement, int index, std::string_view text, sqlite3
 
 // The usual cases, which need no conversion: a whole number for a whole number, a text that fits its text column.
 bool bindPlain(sqlite3_stmt* statement, int index, const Parameter& parameter, const Literal& literal) {
-    if (literal.kind == LiteralKind::integer && parameter.to.kind == tsql::Kind::integer) {
-        int value = 0;
-        const char* end = literal.text.data() + literal.text.size();
-        const auto [stop, error] = std::from_chars(literal.text.data(), end, value);
-        if (error != std::errc() || stop != end) return false;
-        sqlite3_bind_int(statement, index, value);
+    if (const auto number = tsql::plainInteger(parameter, literal)) {
+        sqlite3_bind_int(statement, index, *number);
         return true;
     }
     if (!isPlainText(parameter, literal)) return false;

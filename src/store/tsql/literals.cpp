@@ -1,5 +1,7 @@
 #include "store/tsql/literals.h"
 
+#include <charconv>
+
 #include "store/tsql/conversions.h"
 #include "store/tsql/decimal.h"
 #include "store/tsql/lexer.h"
@@ -116,6 +118,15 @@ bool isPlainText(const Parameter& parameter, const Literal& literal) {
     if (parameter.to.kind == Kind::character || parameter.to.kind == Kind::nchar) return false;
     // A character takes no more bytes in code page 936 than in UTF-8.
     return parameter.to.length <= 0 || literal.text.size() <= static_cast<std::size_t>(parameter.to.length);
+}
+
+std::optional<int> plainInteger(const Parameter& parameter, const Literal& literal) {
+    if (literal.kind != LiteralKind::integer || parameter.to.kind != Kind::integer) return std::nullopt;
+    int value = 0;
+    const char* end = literal.text.data() + literal.text.size();
+    const auto [stop, error] = std::from_chars(literal.text.data(), end, value);
+    if (error != std::errc() || stop != end) return std::nullopt;
+    return value;
 }
 
 std::string newValue(const Translation& translation, const Shape& shape, std::string_view column) {

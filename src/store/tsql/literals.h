@@ -9,6 +9,7 @@
 // A pattern is bound several times: 'A0%' itself, and the bounds of the texts that can match it, 'A0' and 'a1'.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ Datum boundValue(const Parameter& parameter, const Literal& literal);
 /// Whether the literal goes in as it stands between its quotes, but for blanks at its end: a text that fits its column
 /// in any code page. True for most texts.
 bool isPlainText(const Parameter& parameter, const Literal& literal);
+
+/// The literal where it goes in as it stands, a whole number for a whole number.
+std::optional<int> plainInteger(const Parameter& parameter, const Literal& literal);
 
 /// The new value of a column where the statement gives it once as a literal, "?" otherwise: the key of a doubled row.
 std::string newValue(const Translation& translation, const Shape& shape, std::string_view column);

@@ -1,12 +1,10 @@
 // Connecting with the drivers of this machine to what is no server.
 #include "store/odbc/odbcstore.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include "store/tsql/failurenumbers.h"
+#include "support/localport.h"
 
 namespace orvenmod::store::odbc {
 namespace {
@@ -19,30 +17,6 @@ Failure failureOf(const std::string& connectionString) {
     }
     return {FailureKind::other, 0, "no failure"};
 }
-
-// Takes connections and says nothing.
-class SilentHost {
-public:
-    SilentHost() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        EXPECT_EQ(::bind(socket_, reinterpret_cast<sockaddr*>(&address), size), 0);
-        EXPECT_EQ(::listen(socket_, 5), 0);
-        EXPECT_EQ(::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size), 0);
-        place_ = "127.0.0.1," + std::to_string(ntohs(address.sin_port));
-    }
-    ~SilentHost() { ::close(socket_); }
-    SilentHost(const SilentHost&) = delete;
-    SilentHost& operator=(const SilentHost&) = delete;
-
-    const std::string& place() const { return place_; }
-
-private:
-    int socket_;
-    std::string place_;
-};
 
 TEST(OdbcStoreTest, FailsWithoutTheDriver) {
     const Failure failure = failureOf("Driver=NoSuchDriver;Server=127.0.0.1");
@@ -68,11 +42,12 @@ TEST(OdbcStoreTest, FailsForAServerThatDoesNotAnswer) {
 }
 
 TEST(OdbcStoreTest, FailsInTimeForAHostThatSaysNothing) {
-    const SilentHost host;
+    const orvenmod::test::LocalPort host;
+    const std::string place = "127.0.0.1," + host.port();
     const Failure failure =
-        failureOf("Provider=SQLOLEDB;Data Source=" + host.place() + ";User ID=a;Password=b;Connect Timeout=1");
+        failureOf("Provider=SQLOLEDB;Data Source=" + place + ";User ID=a;Password=b;Connect Timeout=1");
     EXPECT_EQ(failure.number(), tsql::kServerSilent);
-    EXPECT_EQ(failure.text(), "服务器“" + host.place() + "”在 1 秒内没有应答。请检查服务器地址和网络。");
+    EXPECT_EQ(failure.text(), "服务器“" + place + "”在 1 秒内没有应答。请检查服务器地址和网络。");
 }
 
 }  // namespace

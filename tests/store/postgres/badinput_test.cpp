@@ -10,15 +10,18 @@
 #include <thread>
 #include <utility>
 
-#include "localport.h"
 #include "store/tsql/failurenumbers.h"
 #include "suiteserver.h"
+#include "support/localport.h"
 #include "support/temporary.h"
 
 namespace orvenmod::store::postgres::test {
 namespace {
 
+using orvenmod::test::LocalPort;
 using orvenmod::test::PostgresServer;
+
+std::string stringFor(const LocalPort& port) { return "Provider=PostgreSQL;Data Source=127.0.0.1;Port=" + port.port(); }
 
 // Gives each client the same answer and waits until he goes.
 class PlayedServer {
@@ -32,7 +35,7 @@ public:
     PlayedServer& operator=(const PlayedServer&) = delete;
 
     std::string connectionString() const {
-        return port_.connectionString() + ";Initial Catalog=suite;User ID=suite;sslmode=disable;gssencmode=disable";
+        return stringFor(port_) + ";Initial Catalog=suite;User ID=suite;sslmode=disable;gssencmode=disable";
     }
     static std::string message(char kind, const std::string& content) {
         const auto length = static_cast<char>(content.size() + 4);
@@ -74,7 +77,7 @@ Failure connecting(const std::string& connectionString) {
 TEST(BadServers, AHostThatDoesNotAnswerIsToldWithinTheConnectTimeout) {
     const LocalPort host;
     const auto start = std::chrono::steady_clock::now();
-    const Failure failure = connecting(host.connectionString() + ";Connect Timeout=2");
+    const Failure failure = connecting(stringFor(host) + ";Connect Timeout=2");
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     EXPECT_EQ(failure.number(), tsql::kServerSilent);
     EXPECT_EQ(failure.text(), "服务器“127.0.0.1”在 2 秒内没有应答。请检查服务器地址和网络。");
@@ -84,8 +87,7 @@ TEST(BadServers, WindowsPaintWhileAHostDoesNotAnswer) {
     const LocalPort host;
     int painted = 0;
     PostgresStore store([&] { ++painted; });
-    EXPECT_EQ(failureOf([&] { store.connect(host.connectionString() + ";Connect Timeout=2"); }).number(),
-              tsql::kServerSilent);
+    EXPECT_EQ(failureOf([&] { store.connect(stringFor(host) + ";Connect Timeout=2"); }).number(), tsql::kServerSilent);
     EXPECT_GE(painted, 5);
 }
 
@@ -95,7 +97,7 @@ TEST(BadServers, AHostThatDoesNotAnswerIsWaitedForNoLongerThanThePaintingWants) 
     PostgresStore store([&] {
         if (++painted == 3) throw std::runtime_error("cancelled");
     });
-    EXPECT_THROW(store.connect(host.connectionString() + ";Connect Timeout=600"), std::runtime_error);
+    EXPECT_THROW(store.connect(stringFor(host) + ";Connect Timeout=600"), std::runtime_error);
     EXPECT_EQ(painted, 3);
 }
 
