@@ -29,6 +29,8 @@ ListTimes measureList(Report& report, const std::string& folder, int goods);
 void measureWindow(Report& report, const std::string& folder, int goods, double bare);
 /// The shown list dragged to any place.
 void measureScrolling(Report& report, const std::string& folder, int goods);
+/// A long list sorted, narrowed and summed, against the same on rows that are held.
+void measureWalks(Report& report, const std::string& folder, int goods);
 /// The tree with 1 thousand and 10 thousand categories.
 void measureTree(Report& report, const std::string& folder);
 /// Trees in windows on the Qt toolkit, with every node made visible.

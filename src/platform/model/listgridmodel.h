@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -122,8 +123,9 @@ private:
     std::string_view valueAt(std::size_t slot, int column) const;
     std::string textAt(std::size_t slot, int column) const;
     SortKeys keysOf(int column, const RowsDone& done) const;
-    /// Each slot once, in the order in which a source reads its rows fastest.
-    void forEachSlot(const RowsDone& done, const std::function<void(std::size_t)>& take) const;
+    /// Each slot once, in the order in which a source reads its rows fastest; `take` asks for cells of these columns.
+    void forEachSlot(std::span<const int> columns, const RowsDone& done,
+                     const std::function<void(std::size_t)>& take) const;
     void applySort();
     void applyNarrowing(bool further);
     void dropUnshown();

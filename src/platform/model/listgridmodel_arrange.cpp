@@ -31,11 +31,12 @@ void ListGridModel::sortOn(int column) {
 
 SortKeys ListGridModel::keysOf(int column, const RowsDone& done) const {
     SortKeys keys(this->column(column).kind, rows_.slotCount());
-    forEachSlot(done, [&](std::size_t slot) { keys.set(slot, valueAt(slot, column)); });
+    forEachSlot({&column, 1}, done, [&](std::size_t slot) { keys.set(slot, valueAt(slot, column)); });
     return keys;
 }
 
-void ListGridModel::forEachSlot(const RowsDone& done, const std::function<void(std::size_t)>& take) const {
+void ListGridModel::forEachSlot(std::span<const int> columns, const RowsDone& done,
+                                const std::function<void(std::size_t)>& take) const {
     std::size_t taken = 0;
     const auto takeNext = [&](std::size_t slot) {
         tellStep(done, taken++);
@@ -46,8 +47,12 @@ void ListGridModel::forEachSlot(const RowsDone& done, const std::function<void(s
             takeNext(slot);
         return;
     }
+    std::vector<int> read;
+    for (const int column : columns) {
+        if (column >= fixedColumns_) read.push_back(column - fixedColumns_);
+    }
     try {
-        source_->forEachRow(takeNext);
+        source_->forEachRow(read, takeNext);
     } catch (const WorkCancelled&) {
         throw;
     } catch (...) {
@@ -65,11 +70,14 @@ void ListGridModel::applySort() {
 void ListGridModel::readyNarrowing(const RowsDone& done) {
     if (sought_) return;
     SoughtTexts texts(rows_.slotCount());
-    forEachSlot(done, [&](std::size_t slot) {
+    std::vector<int> shown;
+    for (int column = 0; column < columnCount_; ++column) {
+        if (!columns_[static_cast<std::size_t>(column)].hidden) shown.push_back(column);
+    }
+    forEachSlot(shown, done, [&](std::size_t slot) {
         texts.beginRow(slot);
-        for (int column = 0; column < columnCount_; ++column) {
-            if (!columns_[static_cast<std::size_t>(column)].hidden) texts.addCell(textAt(slot, column));
-        }
+        for (const int column : shown)
+            texts.addCell(textAt(slot, column));
         texts.endRow(slot);
     });
     sought_ = std::move(texts);
@@ -157,7 +165,7 @@ const NumberSum& ListGridModel::selectedSum() const {
     NumberSum sum;
     const auto add = [&](std::size_t slot) { sum.add(valueAt(slot, currentColumn_)); };
     if (selectedCount_ > rows_.slotCount() / 4) {
-        forEachSlot(nullptr, [&](std::size_t slot) {
+        forEachSlot({&currentColumn_, 1}, nullptr, [&](std::size_t slot) {
             if (selected_.test(slot)) add(slot);
         });
         return sum_.emplace(currentColumn_, sum).second;

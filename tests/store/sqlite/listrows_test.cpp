@@ -1,8 +1,10 @@
 // Lists that are read by keys: the same rows as whole ones, whoever writes beside them.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
 #include <random>
 #include <span>
 
@@ -28,6 +30,12 @@ Table tableOf(const Rows& rows) {
         }
     }
     return table;
+}
+
+std::vector<int> allColumns(const ListRows& rows) {
+    std::vector<int> columns(rows.columns().size());
+    std::iota(columns.begin(), columns.end(), 0);
+    return columns;
 }
 
 constexpr const char* kList =
@@ -61,10 +69,29 @@ protected:
         const auto identity = DatabaseFile::parse(connectionString()).identify();
         return openByKeys({connectionString(), identity, nullptr}, sql, {0, 0, mostLog});
     }
+    /// Some columns of all rows as a walk gives them.
+    static void expectSameInWalks(const ListRows& rows, const Table& whole) {
+        const int count = static_cast<int>(rows.columns().size());
+        for (int first = 0; first < count; ++first) {
+            const int other = (first + 1) % count;
+            for (const std::vector<int>& columns : {std::vector{first}, std::vector{other, first}}) {
+                std::vector<bool> met(whole.size());
+                rows.forEachRow(columns, [&](std::size_t row) {
+                    EXPECT_FALSE(met.at(row));
+                    met[row] = true;
+                    for (const int column : columns)
+                        ASSERT_EQ(rows.cell(row, column), whole[row][static_cast<std::size_t>(column)]) << column;
+                });
+                EXPECT_EQ(std::find(met.begin(), met.end(), false), met.end());
+            }
+        }
+    }
+
     void expectSame(const std::string& sql) {
         const auto rows = byKeys(sql);
         ASSERT_NE(rows, nullptr) << sql;
         const Recordset whole = connect()->open(sql);
+        if (rows->reading() == ListReading::keys) expectSameInWalks(*rows, tableOf(whole));
         EXPECT_EQ(rows->reading(), whole.rowCount() == 0 ? ListReading::whole : ListReading::keys);
         ASSERT_EQ(rows->columns().size(), whole.columns().size());
         for (std::size_t i = 0; i < whole.columns().size(); ++i) {
@@ -278,7 +305,7 @@ TEST_F(ListRowsBeside, AreGoneThroughInTheOrderOfTheFile) {
     connect()->execute("update goods set fName='other'");
     Table table(rows->rowCount());
     int before = 0;
-    rows->forEachRow([&](std::size_t row) {
+    rows->forEachRow(allColumns(*rows), [&](std::size_t row) {
         EXPECT_TRUE(rows->holds(row));
         for (int column = 0; column < static_cast<int>(rows->columns().size()); ++column)
             table[row].emplace_back(rows->cell(row, column));
@@ -290,6 +317,73 @@ TEST_F(ListRowsBeside, AreGoneThroughInTheOrderOfTheFile) {
     EXPECT_LT(rows->memory(), 20U << 20);
 }
 
+TEST_F(ListRowsBeside, AreGoneThroughByAColumnWhereverTheirKeysLie) {
+    fill(9000);
+    native(
+        "DELETE FROM goods WHERE fItemId % 100 > 90 OR fItemId BETWEEN 2000 AND 3999;"
+        "UPDATE goods SET rowid = rowid * 1000000 WHERE fItemId BETWEEN 5000 AND 5099;"
+        "UPDATE goods SET rowid = -rowid WHERE fItemId BETWEEN 6000 AND 6099;"
+        "UPDATE goods SET rowid = 9223372036854775807 WHERE fItemId = 7;"
+        "UPDATE goods SET rowid = -9223372036854775807 - 1 WHERE fItemId = 8");
+    for (const char* condition : {"1=1", "fItemId%7=1", "fItemId<90", "fName like '%99%'"})
+        expectSame(std::string("select fItemId,fNumber,fName from vGoods where ") + condition +
+                   " order by fNumber desc");
+}
+
+TEST_F(ListRowsBeside, AreGoneThroughWholeWhereAViewMadeByHandReadsThem) {
+    fill(5000);
+    native("INSERT INTO tblItem SELECT fItemId, 'x', '.1.' FROM goods");
+    const auto connection = connect();
+    connection->execute("create table twice(fItemId int,fMore varchar(10))");
+    connection->execute("insert into twice values(7,'one')");
+    connection->execute("insert into twice values(7,'two')");
+    connection->execute(
+        "create view vTwice as select a.fNumber,t.fMore from goods as a left join twice as t on t.fItemId=a.fItemId");
+    connection->execute("create view vMade as select a.fNumber,a.fName+'!' as fMore from goods as a");
+    native("CREATE VIEW vForeign AS SELECT fNumber, fName AS fMore FROM goods");
+    for (const char* view : {"vTwice", "vMade", "vForeign"}) {
+        const std::string sql = std::string("select fNumber,fMore from ") + view + " order by fNumber";
+        EXPECT_EQ(byKeys(sql), nullptr) << sql;
+        const auto rows = connection->openList(sql);
+        EXPECT_EQ(rows->reading(), ListReading::whole);
+        expectSameInWalks(*rows, tableOf(connection->open(sql)));
+    }
+}
+
+TEST_F(ListRowsBeside, GiveOtherColumnsAndRowsWithinAWalkToo) {
+    fill(5000);
+    const auto rows = byKeys(kList);
+    ASSERT_NE(rows, nullptr);
+    const Table whole = tableOf(connect()->open(kList));
+    connect()->execute("update goods set fName='other'");
+    std::size_t count = 0;
+    rows->forEachRow(std::vector{2}, [&](std::size_t row) {
+        ++count;
+        ASSERT_EQ(rows->cell(row, 2), whole[row][2]);
+        if (row % 1000 != 0) return;
+        ASSERT_EQ(rows->cell(row, 1), whole[row][1]);
+        ASSERT_EQ(rows->cell(4999 - row, 2), whole[4999 - row][2]);
+        ASSERT_EQ(rows->cell(row, 2), whole[row][2]);
+    });
+    EXPECT_EQ(count, 5000U);
+}
+
+TEST_F(ListRowsBeside, KeepTheLogUntilAWalkThatTheyAreTendedInHasEnded) {
+    fill(5000);
+    const auto rows = byKeys(kList, 1);
+    ASSERT_NE(rows, nullptr);
+    const Table whole = tableOf(connect()->open(kList));
+    connect()->execute("update goods set fName='other'");
+    rows->forEachRow(std::vector{2}, [&](std::size_t row) {
+        if (row == 2500) rows->tend();
+        ASSERT_EQ(rows->cell(row, 2), whole[row][2]);
+    });
+    EXPECT_FALSE(logIsFree());
+    rows->tend();
+    EXPECT_TRUE(logIsFree());
+    EXPECT_EQ(tableOf(*rows), whole);
+}
+
 TEST_F(ListRowsBeside, EndAWalkThroughAllWithWhatItThrows) {
     fill(5000);
     const auto rows = byKeys(kList);
@@ -297,10 +391,10 @@ TEST_F(ListRowsBeside, EndAWalkThroughAllWithWhatItThrows) {
     const auto failing = [&](std::size_t row) {
         if (row == 4000) throw std::runtime_error("enough");
     };
-    EXPECT_THROW(rows->forEachRow(failing), std::runtime_error);
+    EXPECT_THROW(rows->forEachRow(allColumns(*rows), failing), std::runtime_error);
     EXPECT_FALSE(rows->holds(4000));
     std::size_t count = 0;
-    rows->forEachRow([&](std::size_t) { ++count; });
+    rows->forEachRow({}, [&](std::size_t) { ++count; });
     EXPECT_EQ(count, 5000U);
 }
 
@@ -407,8 +501,10 @@ TEST_F(ListRowsBeside, TellADamagedFileAndKeepWhatTheyHold) {
     std::fstream bytes(file(), std::ios::binary | std::ios::in | std::ios::out);
     bytes.seekp(kPage);
     bytes << std::string(std::filesystem::file_size(file()) - kPage, '\0') << std::flush;
-    for (int time = 0; time < 2; ++time)
+    for (int time = 0; time < 2; ++time) {
         EXPECT_NE(failureOf([&] { rows->cell(4000, 1); }).number(), 0);
+        EXPECT_NE(failureOf([&] { rows->forEachRow(std::vector{1}, [](std::size_t) {}); }).number(), 0);
+    }
     EXPECT_FALSE(rows->holds(4000));
     EXPECT_EQ(rows->cell(0, 1), "000001");
 }
