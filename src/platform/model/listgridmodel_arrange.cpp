@@ -12,8 +12,8 @@ void ListGridModel::sort(int column, SortOrder order) {
     checkColumn(column);
     if (order != SortOrder::told)
         readySort(column, nullptr);
-    else if (sortKeys_ && sortKeys_->first != column)
-        sortKeys_.reset();
+    else if (sorted_ && sorted_->first != column)
+        sorted_.reset();
     sortedColumn_ = column;
     sortOrder_ = order;
     applySort();
@@ -21,7 +21,7 @@ void ListGridModel::sort(int column, SortOrder order) {
 }
 
 void ListGridModel::readySort(int column, const RowsDone& done) {
-    if (!sortKeys_ || sortKeys_->first != column) sortKeys_.emplace(column, keysOf(column, done));
+    if (!sorted_ || sorted_->first != column) sorted_.emplace(column, sortedBy(column, done));
 }
 
 void ListGridModel::sortOn(int column) {
@@ -29,10 +29,10 @@ void ListGridModel::sortOn(int column) {
     sort(column, sortOrder_ == SortOrder::ascending ? SortOrder::descending : SortOrder::told);
 }
 
-SortKeys ListGridModel::keysOf(int column, const RowsDone& done) const {
+SortedSlots ListGridModel::sortedBy(int column, const RowsDone& done) const {
     SortKeys keys(this->column(column).kind, rows_.slotCount());
     forEachSlot({&column, 1}, done, [&](std::size_t slot) { keys.set(slot, valueAt(slot, column)); });
-    return keys;
+    return keys.sorted();
 }
 
 void ListGridModel::forEachSlot(std::span<const int> columns, const RowsDone& done,
@@ -62,9 +62,9 @@ void ListGridModel::forEachSlot(std::span<const int> columns, const RowsDone& do
 }
 
 void ListGridModel::applySort() {
-    if (sortOrder_ == SortOrder::told || sortedColumn_ >= columnCount_) return rows_.setOrder(std::nullopt);
+    if (!sorts()) return rows_.setOrder(std::nullopt);
     readySort(sortedColumn_, nullptr);
-    rows_.setOrder(sortKeys_->second.sorted(rows_.heldSlots(), sortOrder_));
+    rows_.setOrder(sorted_->second.inOrder(sortOrder_));
 }
 
 void ListGridModel::readyNarrowing(const RowsDone& done) {
@@ -130,7 +130,7 @@ void ListGridModel::arrange() {
 }
 
 void ListGridModel::forgetTexts() {
-    sortKeys_.reset();
+    sorted_.reset();
     sought_.reset();
     sum_.reset();
 }
@@ -164,16 +164,14 @@ const NumberSum& ListGridModel::selectedSum() const {
     if (sum_ && sum_->first == currentColumn_) return sum_->second;
     NumberSum sum;
     const auto add = [&](std::size_t slot) { sum.add(valueAt(slot, currentColumn_)); };
-    if (selectedCount_ > rows_.slotCount() / 4) {
+    // To fetch a row of all its columns takes as long as to walk through some in this one.
+    constexpr std::size_t kFew = 16;
+    if (selectedCount_ > rows_.slotCount() / kFew) {
         forEachSlot({&currentColumn_, 1}, nullptr, [&](std::size_t slot) {
             if (selected_.test(slot)) add(slot);
         });
-        return sum_.emplace(currentColumn_, sum).second;
-    }
-    for (std::size_t slot = 0, left = selectedCount_; left > 0; ++slot) {
-        if (!selected_.test(slot)) continue;
-        --left;
-        add(slot);
+    } else {
+        forEachSelected(nullptr, [&](int row) { add(slotOf(row)); });
     }
     return sum_.emplace(currentColumn_, sum).second;
 }
