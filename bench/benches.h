@@ -8,6 +8,9 @@
 
 namespace orvenmod::bench {
 
+/// From so many on a list is to be independent of its length.
+inline constexpr int kMany = 1000000;
+
 /// What one size gave, in milliseconds, so that sizes can be compared.
 struct ListTimes {
     int goods = 0;

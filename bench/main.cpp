@@ -51,6 +51,7 @@ void measureFile(Report& report, const std::string& folder, const std::vector<in
         all.push_back(measureList(report, folder, goods));
         measureWindow(report, folder, goods, all.back().bare);
         measureScrolling(report, folder, goods);
+        if (goods >= kMany) measureWalks(report, folder, goods);
         all.back().save = measureSave(report, folder, goods);
     }
     compareSizes(report, all);
