@@ -306,29 +306,17 @@ private:
     mutable Clock::time_point fetchedAt_;
 };
 
-// Null for a small table, and for one whose rows have no key of SQLite's own.
-std::unique_ptr<RowReader> readerOf(Database& database, const tsql::KeyedList& list, std::int64_t smallTable) {
-    try {
-        const Statement greatest = database.prepareLasting(list.greatestKey);
-        if (sqlite3_step(greatest.get()) != SQLITE_ROW) return nullptr;
-        if (sqlite3_column_int64(greatest.get(), 0) <= smallTable) return nullptr;
-        return std::make_unique<RowReader>(database, list.rows);
-    } catch (const Failure&) {
-        return nullptr;
-    }
-}
-
 }  // namespace
 
 std::unique_ptr<ListRows> openByKeys(const ListSource& source, std::string_view sql, const KeyedLimits& limits) {
     auto snapshot = Snapshot::take(source.connectionString, source.file);
     if (!snapshot) return nullptr;
     Database& database = snapshot->database();
-    const auto list = tsql::keyedList(sql, database.catalog());
-    auto reader = list ? readerOf(database, *list, limits.smallTable) : nullptr;
-    if (!reader) return nullptr;
     tsql::Shape shape;
     shape.scan(sql);
+    const auto list = longList(database, sql, shape, limits.smallTable);
+    if (!list) return nullptr;
+    auto reader = std::make_unique<RowReader>(database, list->rows);
     database.setProgress(source.progress);
     Keys keys = listKeys(database, *list, shape);
     database.setProgress(nullptr);

@@ -209,6 +209,48 @@ TEST_F(ListRowsBeside, AreThoseOfTheOpeningWhileAnotherProcessSaves) {
     EXPECT_EQ(tableOf(*rows), before);
 }
 
+TEST_F(ListRowsBeside, AreEachThoseOfItsOpeningWhereTwoListsAreOpenAtOnce) {
+    fill(5000);
+    const auto first = byKeys(kList, 1 << 20);
+    const Table before = tableOf(connect()->open(kList));
+    connect()->execute("update goods set fName='" + std::string(80, 'x') + "' where fItemId%2=0");
+    auto second = byKeys(kList, 1 << 20);
+    ASSERT_TRUE(first && second);
+    const Table between = tableOf(connect()->open(kList));
+    connect()->execute("update goods set fNumber=fNumber+'" + std::string(80, 'y') + "'");
+    // The one is looked at and tended while the other one is gone through.
+    second->forEachRow(std::vector{2}, [&](std::size_t row) {
+        ASSERT_EQ(second->cell(row, 2), between[row][2]);
+        if (row % 1000 != 0) return;
+        first->tend();
+        ASSERT_EQ(first->cell(row, 2), before[row][2]);
+    });
+    EXPECT_FALSE(logIsFree()) << "the second one holds it";
+    EXPECT_EQ(tableOf(*first), before);
+    EXPECT_EQ(tableOf(*second), between);
+    second->tend();
+    EXPECT_TRUE(logIsFree());
+    EXPECT_EQ(tableOf(*second), between);
+}
+
+TEST_F(ListRowsBeside, AreReadAsTheTableIsLongAtTheTime) {
+    fill(5000);
+    const auto connection = connect();
+    const auto readingOf = [&] { return connection->openList(kList)->reading(); };
+    EXPECT_EQ(readingOf(), ListReading::keys);
+    native("UPDATE goods SET rowid = rowid - 30000");
+    EXPECT_EQ(readingOf(), ListReading::whole);
+    EXPECT_EQ(readingOf(), ListReading::whole);
+    native(
+        "CREATE TABLE longer(fItemId int, fNumber varchar(100)); INSERT INTO longer(rowid, fItemId, fNumber) SELECT "
+        "rowid + 30000, fItemId, fNumber FROM goods");
+    connection->execute("drop view vGoods");
+    connection->execute(
+        "create view vGoods as select a.fItemId,isnull(a.fNumber,'') as fNumber,'' as fName,0 as fPrice,null as "
+        "fDay,'' as fHName from longer as a");
+    EXPECT_EQ(readingOf(), ListReading::keys);
+}
+
 TEST_F(ListRowsBeside, OutliveTheTableThatTheyWereReadFrom) {
     fill(1000);
     const auto rows = byKeys(kList);
