@@ -9,6 +9,7 @@
 #include "sampledata.h"
 #include "store/schema.h"
 #include "store/sqlite/sqlitestore.h"
+#include "store/upgrade.h"
 
 namespace orvenmod::bench {
 namespace {
@@ -30,7 +31,13 @@ public:
 std::string targetOf(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
 
 std::string databaseFile(const std::string& file, const std::function<void(store::Connection&)>& fill) {
-    if (std::filesystem::exists(file)) return file;
+    if (std::filesystem::exists(file)) {
+        // An earlier program may have made it.
+        const auto connection = componentStore().connect(targetOf(file));
+        store::upgradeSchema(*connection);
+        connection->close();
+        return file;
+    }
     // Under another name until it is whole.
     const std::string growing = file + ".new";
     std::filesystem::remove(growing);

@@ -151,6 +151,10 @@ void frmBasicInfoList::connectHeading() {
     onClick("MenuHeadingUp", [](Shown& form) { form.vsf1.sort(form.headingColumn, platform::SortOrder::ascending); });
     onClick("MenuHeadingDown",
             [](Shown& form) { form.vsf1.sort(form.headingColumn, platform::SortOrder::descending); });
+    onClick("MenuHeadingLeft", [](Shown& form) { form.list->columns().move(form.headingColumn, -1); });
+    onClick("MenuHeadingRight", [](Shown& form) { form.list->columns().move(form.headingColumn, 1); });
+    onClick("MenuHeadingWider", [](Shown& form) { form.list->columns().widen(form.headingColumn, 1); });
+    onClick("MenuHeadingNarrower", [](Shown& form) { form.list->columns().widen(form.headingColumn, -1); });
     onClick("MenuHeadingReset", [](Shown& form) { form.list->columns().reset(); });
 }
 

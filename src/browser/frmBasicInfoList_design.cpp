@@ -250,6 +250,10 @@ std::vector<MenuDesign> menus() {
         {.name = "MenuHeading", .caption = "列", .visible = false},
         {.name = "MenuHeadingUp", .caption = "升序(&A)", .parent = "MenuHeading"},
         {.name = "MenuHeadingDown", .caption = "降序(&D)", .parent = "MenuHeading"},
+        {.name = "MenuHeadingLeft", .caption = "左移(&L)", .parent = "MenuHeading"},
+        {.name = "MenuHeadingRight", .caption = "右移(&I)", .parent = "MenuHeading"},
+        {.name = "MenuHeadingWider", .caption = "加宽(&W)", .parent = "MenuHeading"},
+        {.name = "MenuHeadingNarrower", .caption = "变窄(&N)", .parent = "MenuHeading"},
         {.name = "MenuHeadingReset", .caption = "恢复默认列(&R)", .parent = "MenuHeading"},
     };
 }

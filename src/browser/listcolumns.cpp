@@ -147,6 +147,22 @@ void ListColumns::arrange() {
     grid_.setCurrentRow(grid_.rowCount() > 1 ? 1 : 0);
 }
 
+void ListColumns::move(int column, int side) {
+    int place = kFirstColumn;
+    while (grid_.columnAt(place) != column)
+        ++place;
+    do {
+        place += side;
+        if (place < kFirstColumn || place >= grid_.columnCount()) return;
+    } while (grid_.columnHidden(grid_.columnAt(place)));
+    grid_.moveColumn(column, place);
+}
+
+void ListColumns::widen(int column, int steps) {
+    constexpr int kStep = 300;
+    grid_.setColumnWidth(column, std::clamp(grid_.columnWidth(column) + steps * kStep, kStep, kLargestWidth));
+}
+
 void ListColumns::reset() {
     kept_ = {};
     sorts_ = false;

@@ -44,6 +44,10 @@ public:
     void apply(const ColumnSpec& spec);
     /// When all rows stand: sorts them as they were, the first one current.
     void arrange();
+    /// To the other side of the shown column left (-1) or right (1) of it; one that has none stays.
+    void move(int column, int side);
+    /// By so many steps of three characters' width, narrower below 0.
+    void widen(int column, int steps);
     /// Back to the metadata's.
     void reset();
 

@@ -328,6 +328,30 @@ TEST_P(Roads, theHeadingsMenuSortsByKeysAlone) {
     });
 }
 
+TEST_P(Roads, theHeadingsMenuMovesAndWidensByKeysAlone) {
+    stage.open(kPicker, [](User& user) {
+        platform::ListGrid& list = listOf(user);
+        user.selectCell("vsf1", 1, kName);
+        user.pressForMenu("Ctrl+H", "MenuHeadingLeft");
+        EXPECT_EQ(list.columnAt(2), kName);
+        user.pressForMenu("Ctrl+H", "MenuHeadingLeft");
+        EXPECT_EQ(list.columnAt(2), kName) << "before it stand only columns that aren't shown";
+        user.pressForMenu("Ctrl+H", "MenuHeadingRight");
+        user.pressForMenu("Ctrl+H", "MenuHeadingRight");
+        EXPECT_EQ(list.columnAt(4), kName);
+        user.pressForMenu("Ctrl+H", "MenuHeadingWider");
+        EXPECT_EQ(list.columnWidth(kName), 4300);
+        for (int i = 0; i < 20; ++i)
+            user.pressForMenu("Ctrl+H", "MenuHeadingNarrower");
+        EXPECT_EQ(list.columnWidth(kName), 300);
+        user.selectCell("vsf1", 1, kStock);
+        user.pressForMenu("Ctrl+H", "MenuHeadingRight");
+        user.pressForMenu("Ctrl+H", "MenuHeadingRight");
+        EXPECT_EQ(list.columnAt(list.columnCount() - 1), kStock) << "behind the last one is no place";
+    });
+    EXPECT_EQ(stage.get("ListColumns", "7.3"), "width fName 300;order fNumber,fModel,fName,fMinQty,fTimeQty");
+}
+
 TEST_P(Roads, whatIsCopiedStaysACodeInASpreadsheet) {
     stage.database().addItem(3, 120, "0012", "<片>&\"1/2\"", 14);
     stage.database().addItem(3, 121, "1E5", "=1+1", 14);

@@ -1,5 +1,6 @@
 // What a file holds, as it is read into rows.
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 
 #include "platform/sheet/sheetwriter.h"
@@ -150,6 +151,27 @@ TEST_F(Files, anOldWorkbookIsReadByItsTextsAndNumbers) {
     EXPECT_EQ(file.sheets, Texts{"老表"});
     EXPECT_EQ(cells(file, 0), (Texts{"t代码", "t数量"}));
     EXPECT_EQ(cells(file, 1), (Texts{"t007", "n1.25"}));
+}
+
+// The table of its blocks begins in the container's head and goes on elsewhere from 7 MB on.
+TEST_F(Files, anOldWorkbookOfManyBlocksIsReadToItsEnd) {
+    platform::SheetLayout layout;
+    layout.name = "货品";
+    layout.columns.resize(1);
+    layout.columns[0].title = "备注";
+    const auto sheet = platform::newXlsWriter(path("a.xls"), layout);
+    constexpr std::size_t kRows = 12000;
+    std::string text;
+    for (int i = 0; i < 400; ++i)
+        text += "螺";
+    for (std::size_t row = 0; row < kRows; ++row)
+        sheet->addRow({{.text = std::to_string(row) + text}});
+    sheet->finish();
+    ASSERT_GT(std::filesystem::file_size(path("a.xls")), 8U << 20);
+    const SheetFile file = read("a.xls");
+    ASSERT_EQ(file.rows.rowCount(), kRows + 1);
+    EXPECT_EQ(cells(file, 1), (Texts{"t0" + text}));
+    EXPECT_EQ(cells(file, kRows), (Texts{"t11999" + text}));
 }
 
 TEST_F(Files, formulasAndMergedCellsOfAnOldWorkbookAreTold) {
