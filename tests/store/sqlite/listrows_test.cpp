@@ -1,15 +1,12 @@
 // Lists that are read by keys: the same rows as whole ones, whoever writes beside them.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <numeric>
 #include <random>
 #include <span>
 
-#include "embeddeddatabase.h"
-#include "store/sqlite/keyedrows.h"
+#include "listrowsbeside.h"
 #include "support/machinelimits.h"
 #include "support/otherprocess.h"
 
@@ -17,102 +14,6 @@ namespace orvenmod::store::sqlite::test {
 namespace {
 
 using orvenmod::test::OtherProcess;
-
-using Table = std::vector<std::vector<std::optional<std::string>>>;
-
-template <typename Rows>
-Table tableOf(const Rows& rows) {
-    Table table(rows.rowCount());
-    for (std::size_t row = 0; row < table.size(); ++row) {
-        for (int column = 0; column < static_cast<int>(rows.columns().size()); ++column) {
-            const Value cell = rows.cell(row, column);
-            table[row].push_back(cell ? std::optional<std::string>(*cell) : std::nullopt);
-        }
-    }
-    return table;
-}
-
-std::vector<int> allColumns(const ListRows& rows) {
-    std::vector<int> columns(rows.columns().size());
-    std::iota(columns.begin(), columns.end(), 0);
-    return columns;
-}
-
-constexpr const char* kList =
-    "select fItemId,fNumber,fName,fPrice,fDay,fHName from vGoods where 1=1  order by fnumber ";
-
-class ListRowsBeside : public EmbeddedDatabase {
-protected:
-    ListRowsBeside() {
-        const auto connection = connect();
-        connection->execute(
-            "create table tblItem(fItemId int not null,fName varchar(100),fNBNumber varchar(100),"
-            "constraint PK_item primary key(fItemId))");
-        connection->execute(
-            "create table goods(fItemId int,fNumber varchar(100),fName varchar(100),fPrice decimal(18,4),"
-            "fDay datetime,fH int)");
-        connection->execute("create index number on goods(fNumber)");
-        connection->execute(
-            "create view vGoods as select a.fItemId,b.fNBNumber,isnull(a.fNumber,'') as fNumber,a.fName,"
-            "isnull(a.fPrice,0) as fPrice,isnull(a.fDay,'1900-01-01') as fDay,isnull(s.fName,'') as fHName from goods "
-            "as a left join tblItem as b on a.fItemId=b.fItemId left join tblItem as s on s.fItemId=a.fH");
-    }
-
-    /// So many goods, their keys from a number on at which a table is no small one.
-    void fill(int count, const std::string& number = "printf('%06d', n)") const {
-        native("WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r WHERE n < " + std::to_string(count) +
-               ") INSERT INTO goods(rowid, fItemId, fNumber, fName) SELECT 30000 + n, n, " + number +
-               ", 'name ' || n FROM r");
-    }
-
-    std::unique_ptr<ListRows> byKeys(const std::string& sql, std::uint64_t mostLog = 1ULL << 40) const {
-        const auto identity = DatabaseFile::parse(connectionString()).identify();
-        return openByKeys({connectionString(), identity, nullptr}, sql, {0, 0, mostLog});
-    }
-    /// Some columns of all rows as a walk gives them.
-    static void expectSameInWalks(const ListRows& rows, const Table& whole) {
-        const int count = static_cast<int>(rows.columns().size());
-        for (int first = 0; first < count; ++first) {
-            const int other = (first + 1) % count;
-            for (const std::vector<int>& columns : {std::vector{first}, std::vector{other, first}}) {
-                std::vector<bool> met(whole.size());
-                rows.forEachRow(columns, [&](std::size_t row) {
-                    EXPECT_FALSE(met.at(row));
-                    met[row] = true;
-                    for (const int column : columns)
-                        ASSERT_EQ(rows.cell(row, column), whole[row][static_cast<std::size_t>(column)]) << column;
-                });
-                EXPECT_EQ(std::find(met.begin(), met.end(), false), met.end());
-            }
-        }
-    }
-
-    void expectSame(const std::string& sql) {
-        const auto rows = byKeys(sql);
-        ASSERT_NE(rows, nullptr) << sql;
-        const Recordset whole = connect()->open(sql);
-        if (rows->reading() == ListReading::keys) expectSameInWalks(*rows, tableOf(whole));
-        EXPECT_EQ(rows->reading(), whole.rowCount() == 0 ? ListReading::whole : ListReading::keys);
-        ASSERT_EQ(rows->columns().size(), whole.columns().size());
-        for (std::size_t i = 0; i < whole.columns().size(); ++i) {
-            EXPECT_EQ(rows->columns()[i].name, whole.columns()[i].name);
-            EXPECT_EQ(rows->columns()[i].type, whole.columns()[i].type);
-        }
-        EXPECT_EQ(tableOf(*rows), tableOf(whole)) << sql;
-    }
-    void expectSameForConditions() {
-        for (const char* condition :
-             {"1=1", "1=0", "fNumber like 'a%'", "fName like '%1%'", "fPrice>1", "fPrice=0 or fHName='first'",
-              "fNBNumber like '.1.%'", "fNBNumber='.3.' and fHName='first'", "fName is null",
-              "fHName<>'' and fNumber>'B'"}) {
-            const std::string list = std::string("select * from vGoods where ") + condition;
-            expectSame(list + " order by fNumber");
-            expectSame(list + " order by fNumber desc,fItemId");
-            expectSame(list + " order by fName");
-            expectSame(list + " order by fPrice,3");
-        }
-    }
-};
 
 TEST_F(ListRowsBeside, AreTheRowsOfTheWholeListWhateverTheTexts) {
     const std::vector<std::string> codes = {
@@ -207,30 +108,6 @@ TEST_F(ListRowsBeside, AreThoseOfTheOpeningWhileAnotherProcessSaves) {
     EXPECT_EQ(tableOf(*rows), before);
     EXPECT_EQ(connect()->open(kList).rowCount(), 2001U);
     EXPECT_EQ(tableOf(*rows), before);
-}
-
-TEST_F(ListRowsBeside, AreEachThoseOfItsOpeningWhereTwoListsAreOpenAtOnce) {
-    fill(5000);
-    const auto first = byKeys(kList, 1 << 20);
-    const Table before = tableOf(connect()->open(kList));
-    connect()->execute("update goods set fName='" + std::string(80, 'x') + "' where fItemId%2=0");
-    auto second = byKeys(kList, 1 << 20);
-    ASSERT_TRUE(first && second);
-    const Table between = tableOf(connect()->open(kList));
-    connect()->execute("update goods set fNumber=fNumber+'" + std::string(80, 'y') + "'");
-    // The one is looked at and tended while the other one is gone through.
-    second->forEachRow(std::vector{2}, [&](std::size_t row) {
-        ASSERT_EQ(second->cell(row, 2), between[row][2]);
-        if (row % 1000 != 0) return;
-        first->tend();
-        ASSERT_EQ(first->cell(row, 2), before[row][2]);
-    });
-    EXPECT_FALSE(logIsFree()) << "the second one holds it";
-    EXPECT_EQ(tableOf(*first), before);
-    EXPECT_EQ(tableOf(*second), between);
-    second->tend();
-    EXPECT_TRUE(logIsFree());
-    EXPECT_EQ(tableOf(*second), between);
 }
 
 TEST_F(ListRowsBeside, AreReadAsTheTableIsLongAtTheTime) {
@@ -337,107 +214,6 @@ TEST_F(ListRowsBeside, HoldFewOfTheRowsThatWereLookedAt) {
     EXPECT_FALSE(rows->holds(0));
     EXPECT_TRUE(rows->holds(5999));
     EXPECT_EQ(rows->cell(0, 1), "000001");
-}
-
-TEST_F(ListRowsBeside, AreGoneThroughInTheOrderOfTheFile) {
-    fill(70000, "printf('%06d', n * 7919 % 70000)");
-    const auto rows = byKeys(kList);
-    ASSERT_NE(rows, nullptr);
-    const Table whole = tableOf(connect()->open(kList));
-    connect()->execute("update goods set fName='other'");
-    Table table(rows->rowCount());
-    int before = 0;
-    rows->forEachRow(allColumns(*rows), [&](std::size_t row) {
-        EXPECT_TRUE(rows->holds(row));
-        for (int column = 0; column < static_cast<int>(rows->columns().size()); ++column)
-            table[row].emplace_back(rows->cell(row, column));
-        const int id = std::stoi(*table[row][0]);
-        ASSERT_EQ(id, before + 1);
-        before = id;
-    });
-    EXPECT_EQ(table, whole);
-    EXPECT_LT(rows->memory(), 20U << 20);
-}
-
-TEST_F(ListRowsBeside, AreGoneThroughByAColumnWhereverTheirKeysLie) {
-    fill(9000);
-    native(
-        "DELETE FROM goods WHERE fItemId % 100 > 90 OR fItemId BETWEEN 2000 AND 3999;"
-        "UPDATE goods SET rowid = rowid * 1000000 WHERE fItemId BETWEEN 5000 AND 5099;"
-        "UPDATE goods SET rowid = -rowid WHERE fItemId BETWEEN 6000 AND 6099;"
-        "UPDATE goods SET rowid = 9223372036854775807 WHERE fItemId = 7;"
-        "UPDATE goods SET rowid = -9223372036854775807 - 1 WHERE fItemId = 8");
-    for (const char* condition : {"1=1", "fItemId%7=1", "fItemId<90", "fName like '%99%'"})
-        expectSame(std::string("select fItemId,fNumber,fName from vGoods where ") + condition +
-                   " order by fNumber desc");
-}
-
-TEST_F(ListRowsBeside, AreGoneThroughWholeWhereAViewMadeByHandReadsThem) {
-    fill(5000);
-    native("INSERT INTO tblItem SELECT fItemId, 'x', '.1.' FROM goods");
-    const auto connection = connect();
-    connection->execute("create table twice(fItemId int,fMore varchar(10))");
-    connection->execute("insert into twice values(7,'one')");
-    connection->execute("insert into twice values(7,'two')");
-    connection->execute(
-        "create view vTwice as select a.fNumber,t.fMore from goods as a left join twice as t on t.fItemId=a.fItemId");
-    connection->execute("create view vMade as select a.fNumber,a.fName+'!' as fMore from goods as a");
-    native("CREATE VIEW vForeign AS SELECT fNumber, fName AS fMore FROM goods");
-    for (const char* view : {"vTwice", "vMade", "vForeign"}) {
-        const std::string sql = std::string("select fNumber,fMore from ") + view + " order by fNumber";
-        EXPECT_EQ(byKeys(sql), nullptr) << sql;
-        const auto rows = connection->openList(sql);
-        EXPECT_EQ(rows->reading(), ListReading::whole);
-        expectSameInWalks(*rows, tableOf(connection->open(sql)));
-    }
-}
-
-TEST_F(ListRowsBeside, GiveOtherColumnsAndRowsWithinAWalkToo) {
-    fill(5000);
-    const auto rows = byKeys(kList);
-    ASSERT_NE(rows, nullptr);
-    const Table whole = tableOf(connect()->open(kList));
-    connect()->execute("update goods set fName='other'");
-    std::size_t count = 0;
-    rows->forEachRow(std::vector{2}, [&](std::size_t row) {
-        ++count;
-        ASSERT_EQ(rows->cell(row, 2), whole[row][2]);
-        if (row % 1000 != 0) return;
-        ASSERT_EQ(rows->cell(row, 1), whole[row][1]);
-        ASSERT_EQ(rows->cell(4999 - row, 2), whole[4999 - row][2]);
-        ASSERT_EQ(rows->cell(row, 2), whole[row][2]);
-    });
-    EXPECT_EQ(count, 5000U);
-}
-
-TEST_F(ListRowsBeside, KeepTheLogUntilAWalkThatTheyAreTendedInHasEnded) {
-    fill(5000);
-    const auto rows = byKeys(kList, 1);
-    ASSERT_NE(rows, nullptr);
-    const Table whole = tableOf(connect()->open(kList));
-    connect()->execute("update goods set fName='other'");
-    rows->forEachRow(std::vector{2}, [&](std::size_t row) {
-        if (row == 2500) rows->tend();
-        ASSERT_EQ(rows->cell(row, 2), whole[row][2]);
-    });
-    EXPECT_FALSE(logIsFree());
-    rows->tend();
-    EXPECT_TRUE(logIsFree());
-    EXPECT_EQ(tableOf(*rows), whole);
-}
-
-TEST_F(ListRowsBeside, EndAWalkThroughAllWithWhatItThrows) {
-    fill(5000);
-    const auto rows = byKeys(kList);
-    ASSERT_NE(rows, nullptr);
-    const auto failing = [&](std::size_t row) {
-        if (row == 4000) throw std::runtime_error("enough");
-    };
-    EXPECT_THROW(rows->forEachRow(allColumns(*rows), failing), std::runtime_error);
-    EXPECT_FALSE(rows->holds(4000));
-    std::size_t count = 0;
-    rows->forEachRow({}, [&](std::size_t) { ++count; });
-    EXPECT_EQ(count, 5000U);
 }
 
 TEST_F(ListRowsBeside, AreTheSameWhereTheyLieInAnotherOrder) {
