@@ -266,7 +266,7 @@ private:
     void walk(std::span<const int> columns, const std::function<void(std::size_t)>& take) const {
         Database& database = snapshot_->database();
         RowWalk reader = worded([&] { return RowWalk(database, tsql::keyedWalk(sql_, database.catalog(), columns)); });
-        walked_.emplace().columns.assign(columns.begin(), columns.end());
+        walked_ = Walked{.columns = {columns.begin(), columns.end()}};
         for (std::span<const std::uint32_t> left(fileOrder_); !left.empty();) {
             const auto rows = left.first(std::min(RowReader::kAtOnce, left.size()));
             Keys keys;
