@@ -8,6 +8,9 @@
 
 namespace orvenmod::bench {
 
+/// From so many on a list is to be independent of its length.
+inline constexpr int kMany = 1000000;
+
 /// What one size gave, in milliseconds, so that sizes can be compared.
 struct ListTimes {
     int goods = 0;
@@ -29,6 +32,8 @@ ListTimes measureList(Report& report, const std::string& folder, int goods);
 void measureWindow(Report& report, const std::string& folder, int goods, double bare);
 /// The shown list dragged to any place.
 void measureScrolling(Report& report, const std::string& folder, int goods);
+/// A long list sorted, narrowed and summed, against the same on rows that are held.
+void measureWalks(Report& report, const std::string& folder, int goods);
 /// The tree with 1 thousand and 10 thousand categories.
 void measureTree(Report& report, const std::string& folder);
 /// Trees in windows on the Qt toolkit, with every node made visible.

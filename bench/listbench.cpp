@@ -10,9 +10,6 @@
 namespace orvenmod::bench {
 namespace {
 
-/// From so many on a list is to be independent of its length.
-constexpr int kMany = 1000000;
-
 /// Few long runs, many short ones.
 int runsFor(int goods) { return std::clamp(2000000 / goods, 3, 30); }
 

@@ -57,6 +57,7 @@ void measureSizes(Report& report, const std::string& folder, const Sizes& sizes)
         all.push_back(measureList(report, folder, goods));
         measureWindow(report, folder, goods, all.back().bare);
         measureScrolling(report, folder, goods);
+        if (goods >= kMany) measureWalks(report, folder, goods);
         all.back().save = measureSave(report, folder, goods);
     }
     compareSizes(report, all);

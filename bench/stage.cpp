@@ -92,9 +92,10 @@ ListStage::~ListStage() {
     appState().gListFilter.clear();
 }
 
+std::string listColumns() { return "fitemid,fNumber,fName,fModel,fUnit,fMinQty,fMaxQty,fA,fD,fE,fF,fHName"; }
+
 std::string listStatement(const std::string& condition) {
-    return "select fitemid,fNumber,fName,fModel,fUnit,fMinQty,fMaxQty,fA,fD,fE,fF,fHName from  vICItem where 1=1 " +
-           condition + " order by fnumber ";
+    return "select " + listColumns() + " from  vICItem where 1=1 " + condition + " order by fnumber ";
 }
 
 }  // namespace orvenmod::bench

@@ -52,7 +52,8 @@ private:
     std::unique_ptr<ItemList> list_;
 };
 
-/// The statement of the first list, without a condition.
+/// The columns of the first list, and its statement without a condition.
+std::string listColumns();
 std::string listStatement(const std::string& condition = "");
 
 }  // namespace orvenmod::bench

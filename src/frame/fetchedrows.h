@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -23,7 +24,9 @@ public:
         return rows_->cell(row, column);
     }
     bool holds(std::size_t row) const override { return rows_->holds(row); }
-    void forEachRow(const std::function<void(std::size_t)>& take) const override { rows_->forEachRow(take); }
+    void forEachRow(std::span<const int> columns, const std::function<void(std::size_t)>& take) const override {
+        rows_->forEachRow(columns, take);
+    }
     void expect(std::span<const std::uint32_t> rows) const override { rows_->expect(rows); }
 
     const std::vector<store::Column>& columns() const { return rows_->columns(); }

@@ -21,7 +21,8 @@ public:
     virtual ~ListArrangement() = default;
 
     /// Sorts stably: numbers as numbers, texts by the letters of the Chinese, blanks last either way. The current row
-    /// and the selected ones stay so wherever they come to stand.
+    /// and the selected ones stay so wherever they come to stand. Where the user cancels it the rows show in the told
+    /// order.
     virtual void sort(int column, SortOrder order) = 0;
     /// -1 in the told order.
     virtual int sortedColumn() const = 0;
@@ -33,7 +34,7 @@ public:
     virtual std::string narrowing() const = 0;
 
     /// Sorts and narrows rows that were bound since, which show in the told order until then. The first shown becomes
-    /// the current and only selected one.
+    /// the current and only selected one. What the user cancels is given up: the told order, all rows.
     virtual void arrange() = 0;
 
     virtual void setColumnKind(int column, ColumnKind kind) = 0;

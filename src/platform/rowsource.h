@@ -24,9 +24,9 @@ public:
     virtual std::optional<std::string_view> cell(std::size_t row, int column) const = 0;
     /// Whether the row's cells are at hand, so that cell() fetches nothing.
     virtual bool holds(std::size_t) const { return true; }
-    /// Calls `take` once for each row, in whatever order costs least; it asks for no other row's cells. Throws where
-    /// rows can't be fetched.
-    virtual void forEachRow(const std::function<void(std::size_t)>& take) const {
+    /// Calls `take` once for each row, in whatever order costs least; it asks for no cells but the row's own in these
+    /// columns, each of which is named once. Throws where rows can't be fetched.
+    virtual void forEachRow(std::span<const int> /*columns*/, const std::function<void(std::size_t)>& take) const {
         for (std::size_t row = 0; row < rowCount(); ++row)
             take(row);
     }

@@ -69,9 +69,9 @@ public:
         if (!rows.empty() && !target_->holds(rows.front())) count(plan_);
         target_->expect(rows);
     }
-    void forEachRow(const std::function<void(std::size_t)>& take) const override {
+    void forEachRow(std::span<const int> columns, const std::function<void(std::size_t)>& take) const override {
         if (reading() == ListReading::keys) count(plan_);
-        target_->forEachRow(take);
+        target_->forEachRow(columns, take);
     }
     void tend() override {
         count(plan_);

@@ -35,9 +35,10 @@ public:
     /// Whether the row's cells are at hand, so that cell() fetches nothing.
     virtual bool holds(std::size_t row) const = 0;
 
-    /// Calls `take` once for each row, in whatever order costs least; the row's cells are at hand within the call,
-    /// which asks for no other row's. Throws Failure where rows can't be fetched.
-    virtual void forEachRow(const std::function<void(std::size_t)>& take) const {
+    /// Calls `take` once for each row, in whatever order costs least; the row's cells of these columns, each of which
+    /// is named once, are at hand within the call, which asks for no others. Throws Failure where rows can't be
+    /// fetched.
+    virtual void forEachRow(std::span<const int> /*columns*/, const std::function<void(std::size_t)>& take) const {
         for (std::size_t row = 0; row < rowCount(); ++row)
             take(row);
     }

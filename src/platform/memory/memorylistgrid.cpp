@@ -21,16 +21,19 @@ bool MemoryListGrid::doneUnderBar(const char* text, Work work) {
     return model::doneUnder(*toolkit().createProgress(text, "", model_.allRows()), work);
 }
 
+bool MemoryListGrid::readyNarrowing() {
+    return doneUnderBar(model::kReadyingNarrowing,
+                        [this](const model::RowsDone& done) { model_.readyNarrowing(done); });
+}
+
 void MemoryListGrid::showNarrowing() {
-    const auto ready = [this](const model::RowsDone& done) { model_.readyNarrowing(done); };
-    if (!line_.empty() && !doneUnderBar(model::kReadyingNarrowing, ready)) return closeLine();
+    if (!line_.empty() && !readyNarrowing()) return closeLine();
     model_.narrow(line_);
 }
 
 void MemoryListGrid::openLine() {
-    const auto ready = [this](const model::RowsDone& done) { model_.readyNarrowing(done); };
     bool cancelled = false;
-    toolkit().guard([&] { cancelled = !doneUnderBar(model::kReadyingNarrowing, ready); });
+    toolkit().guard([&] { cancelled = !readyNarrowing(); });
     if (cancelled) return closeLine();
     focus();
     lineOpen_ = inLine_ = marked_ = true;
@@ -54,10 +57,24 @@ void MemoryListGrid::typeInLine(const std::string& letter) {
     showNarrowing();
 }
 
+bool MemoryListGrid::readySort(int column) {
+    return doneUnderBar(model::kSorting, [&](const model::RowsDone& done) { model_.readySort(column, done); });
+}
+
 void MemoryListGrid::sortOn(int column) {
     model_.setCurrentColumn(column);
-    const auto ready = [&](const model::RowsDone& done) { model_.readySort(column, done); };
-    if (doneUnderBar(model::kSorting, ready)) model_.sortOn(column);
+    if (readySort(column)) model_.sortOn(column);
+}
+
+void MemoryListGrid::sort(int column, SortOrder order) {
+    const bool ready = order == SortOrder::told || readySort(column);
+    model_.sort(column, ready ? order : SortOrder::told);
+}
+
+void MemoryListGrid::arrange() {
+    if (model_.sorts() && !readySort(model_.sortedColumn())) sort(model_.sortedColumn(), SortOrder::told);
+    if (!model_.narrowing().empty() && !readyNarrowing()) closeLine();
+    model_.arrange();
 }
 
 model::CopiedRows MemoryListGrid::copySelected() {

@@ -41,12 +41,12 @@ public:
     bool isSelected(int row) const override { return model_.isSelected(row); }
     void setSelected(int row, bool selected) override { model_.setSelected(row, selected); }
     void setRowColour(int row, const Colour* colour) override { model_.setRowColour(row, colour); }
-    void sort(int column, SortOrder order) override { model_.sort(column, order); }
+    void sort(int column, SortOrder order) override;
     int sortedColumn() const override { return model_.sortedColumn(); }
     SortOrder sortOrder() const override { return model_.sortOrder(); }
     void narrow(const std::string& words) override;
     std::string narrowing() const override { return model_.narrowing(); }
-    void arrange() override { model_.arrange(); }
+    void arrange() override;
     void setColumnKind(int column, ColumnKind kind) override { model_.column(column).kind = kind; }
     ColumnKind columnKind(int column) const override { return model_.column(column).kind; }
     void moveColumn(int column, int place) override { model_.moveColumn(column, place); }
@@ -74,6 +74,8 @@ public:
 private:
     template <class Work>
     bool doneUnderBar(const char* text, Work work);
+    bool readyNarrowing();
+    bool readySort(int column);
     void showNarrowing();
 
     model::ListGridModel model_;

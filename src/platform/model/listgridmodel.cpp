@@ -110,9 +110,13 @@ std::string_view ListGridModel::heldAt(std::size_t slot, int column) const {
 }
 
 void ListGridModel::readyRow(std::size_t slot) const {
-    if (!source_ || rows_.told() || source_->holds(slot)) return;
+    if (!rows_.told()) readyRows(rows_.slotsFrom(slot));
+}
+
+void ListGridModel::readyRows(std::span<const std::uint32_t> slots) const {
+    if (!source_ || source_->holds(slots.front())) return;
     try {
-        source_->expect(rows_.slotsFrom(slot));
+        source_->expect(slots);
     } catch (...) {
         blind_ = true;
         throw;
@@ -211,6 +215,20 @@ void ListGridModel::setSelected(int row, bool selected) {
     } else {
         selected_.reset(slot);
         --selectedCount_;
+    }
+}
+
+void ListGridModel::forEachSelected(const RowsDone& done, const std::function<void(int row)>& take) const {
+    std::vector<std::uint32_t> slots;
+    for (std::size_t position = 0; position < rows_.size(); ++position) {
+        const std::size_t slot = rows_.slotAt(position);
+        if (selected_.test(slot)) slots.push_back(static_cast<std::uint32_t>(slot));
+    }
+    for (std::size_t at = 0; at < slots.size(); ++at) {
+        const std::size_t position = rows_.positionOf(slots[at]);
+        tellStep(done, at);
+        readyRows(std::span(slots).subspan(at));
+        take(static_cast<int>(position) + 1);
     }
 }
 

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -81,6 +82,8 @@ public:
     bool isSelected(int row) const;
     void setSelected(int row, bool selected);
     std::size_t selectedCount() const { return selectedCount_; }
+    /// Each selected row as they show, fetched together.
+    void forEachSelected(const RowsDone& done, const std::function<void(int row)>& take) const;
     void clearSelection();
 
     /// The arrangement, as ListArrangement tells.
@@ -89,6 +92,8 @@ public:
     void readySort(int column, const RowsDone& done);
     /// What a click on the column's heading does: up, down, back to the told order.
     void sortOn(int column);
+    /// Whether rows that are bound are sorted when they are arranged.
+    bool sorts() const { return sortOrder_ != SortOrder::told && sortedColumn_ < columnCount_; }
     int sortedColumn() const { return sortOrder_ == SortOrder::told ? -1 : sortedColumn_; }
     SortOrder sortOrder() const { return sortOrder_; }
     void narrow(std::string_view words);
@@ -116,14 +121,17 @@ private:
     static constexpr std::size_t kNone = ShownRows::kNone;
 
     std::size_t slotOf(int row) const;
-    /// Has the source fetch it together with those that show behind it.
+    /// Has the source fetch the first of some slots together with those behind it.
+    void readyRows(std::span<const std::uint32_t> slots) const;
+    /// Likewise of those that show from a slot on.
     void readyRow(std::size_t slot) const;
     std::string_view heldAt(std::size_t slot, int column) const;
     std::string_view valueAt(std::size_t slot, int column) const;
     std::string textAt(std::size_t slot, int column) const;
-    SortKeys keysOf(int column, const RowsDone& done) const;
-    /// Each slot once, in the order in which a source reads its rows fastest.
-    void forEachSlot(const RowsDone& done, const std::function<void(std::size_t)>& take) const;
+    SortedSlots sortedBy(int column, const RowsDone& done) const;
+    /// Each slot once, in the order in which a source reads its rows fastest; `take` asks for cells of these columns.
+    void forEachSlot(std::span<const int> columns, const RowsDone& done,
+                     const std::function<void(std::size_t)>& take) const;
     void applySort();
     void applyNarrowing(bool further);
     void dropUnshown();
@@ -153,7 +161,7 @@ private:
 
     int sortedColumn_ = -1;
     SortOrder sortOrder_ = SortOrder::told;
-    std::optional<std::pair<int, SortKeys>> sortKeys_;  // of a column
+    std::optional<std::pair<int, SortedSlots>> sorted_;  // by a column
     std::string narrowing_;
     std::optional<BitSet> found_;  // slots; none where the rows aren't narrowed
     std::optional<SoughtTexts> sought_;

@@ -12,8 +12,8 @@ void ListGridModel::sort(int column, SortOrder order) {
     checkColumn(column);
     if (order != SortOrder::told)
         readySort(column, nullptr);
-    else if (sortKeys_ && sortKeys_->first != column)
-        sortKeys_.reset();
+    else if (sorted_ && sorted_->first != column)
+        sorted_.reset();
     sortedColumn_ = column;
     sortOrder_ = order;
     applySort();
@@ -21,7 +21,7 @@ void ListGridModel::sort(int column, SortOrder order) {
 }
 
 void ListGridModel::readySort(int column, const RowsDone& done) {
-    if (!sortKeys_ || sortKeys_->first != column) sortKeys_.emplace(column, keysOf(column, done));
+    if (!sorted_ || sorted_->first != column) sorted_.emplace(column, sortedBy(column, done));
 }
 
 void ListGridModel::sortOn(int column) {
@@ -29,13 +29,14 @@ void ListGridModel::sortOn(int column) {
     sort(column, sortOrder_ == SortOrder::ascending ? SortOrder::descending : SortOrder::told);
 }
 
-SortKeys ListGridModel::keysOf(int column, const RowsDone& done) const {
+SortedSlots ListGridModel::sortedBy(int column, const RowsDone& done) const {
     SortKeys keys(this->column(column).kind, rows_.slotCount());
-    forEachSlot(done, [&](std::size_t slot) { keys.set(slot, valueAt(slot, column)); });
-    return keys;
+    forEachSlot({&column, 1}, done, [&](std::size_t slot) { keys.set(slot, valueAt(slot, column)); });
+    return keys.sorted();
 }
 
-void ListGridModel::forEachSlot(const RowsDone& done, const std::function<void(std::size_t)>& take) const {
+void ListGridModel::forEachSlot(std::span<const int> columns, const RowsDone& done,
+                                const std::function<void(std::size_t)>& take) const {
     std::size_t taken = 0;
     const auto takeNext = [&](std::size_t slot) {
         tellStep(done, taken++);
@@ -46,8 +47,12 @@ void ListGridModel::forEachSlot(const RowsDone& done, const std::function<void(s
             takeNext(slot);
         return;
     }
+    std::vector<int> read;
+    for (const int column : columns) {
+        if (column >= fixedColumns_) read.push_back(column - fixedColumns_);
+    }
     try {
-        source_->forEachRow(takeNext);
+        source_->forEachRow(read, takeNext);
     } catch (const WorkCancelled&) {
         throw;
     } catch (...) {
@@ -57,19 +62,22 @@ void ListGridModel::forEachSlot(const RowsDone& done, const std::function<void(s
 }
 
 void ListGridModel::applySort() {
-    if (sortOrder_ == SortOrder::told || sortedColumn_ >= columnCount_) return rows_.setOrder(std::nullopt);
+    if (!sorts()) return rows_.setOrder(std::nullopt);
     readySort(sortedColumn_, nullptr);
-    rows_.setOrder(sortKeys_->second.sorted(rows_.heldSlots(), sortOrder_));
+    rows_.setOrder(sorted_->second.inOrder(sortOrder_));
 }
 
 void ListGridModel::readyNarrowing(const RowsDone& done) {
     if (sought_) return;
     SoughtTexts texts(rows_.slotCount());
-    forEachSlot(done, [&](std::size_t slot) {
+    std::vector<int> shown;
+    for (int column = 0; column < columnCount_; ++column) {
+        if (!columns_[static_cast<std::size_t>(column)].hidden) shown.push_back(column);
+    }
+    forEachSlot(shown, done, [&](std::size_t slot) {
         texts.beginRow(slot);
-        for (int column = 0; column < columnCount_; ++column) {
-            if (!columns_[static_cast<std::size_t>(column)].hidden) texts.addCell(textAt(slot, column));
-        }
+        for (const int column : shown)
+            texts.addCell(textAt(slot, column));
         texts.endRow(slot);
     });
     sought_ = std::move(texts);
@@ -122,7 +130,7 @@ void ListGridModel::arrange() {
 }
 
 void ListGridModel::forgetTexts() {
-    sortKeys_.reset();
+    sorted_.reset();
     sought_.reset();
     sum_.reset();
 }
@@ -156,16 +164,14 @@ const NumberSum& ListGridModel::selectedSum() const {
     if (sum_ && sum_->first == currentColumn_) return sum_->second;
     NumberSum sum;
     const auto add = [&](std::size_t slot) { sum.add(valueAt(slot, currentColumn_)); };
-    if (selectedCount_ > rows_.slotCount() / 4) {
-        forEachSlot(nullptr, [&](std::size_t slot) {
+    // To fetch a row of all its columns takes as long as to walk through some in this one.
+    constexpr std::size_t kFew = 16;
+    if (selectedCount_ > rows_.slotCount() / kFew) {
+        forEachSlot({&currentColumn_, 1}, nullptr, [&](std::size_t slot) {
             if (selected_.test(slot)) add(slot);
         });
-        return sum_.emplace(currentColumn_, sum).second;
-    }
-    for (std::size_t slot = 0, left = selectedCount_; left > 0; ++slot) {
-        if (!selected_.test(slot)) continue;
-        --left;
-        add(slot);
+    } else {
+        forEachSelected(nullptr, [&](int row) { add(slotOf(row)); });
     }
     return sum_.emplace(currentColumn_, sum).second;
 }

@@ -97,10 +97,7 @@ CopiedRows copySelectedRows(const ListGridModel& list, const RowsDone& done) {
     copied.html =
         "<html><head><meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\"></head><body><table>\n";
     addRow(list, columns, 0, copied);
-    for (int row = 1; row < list.rowCount(); ++row) {
-        tellStep(done, static_cast<std::size_t>(row));
-        if (list.isSelected(row)) addRow(list, columns, row, copied);
-    }
+    list.forEachSelected(done, [&](int row) { addRow(list, columns, row, copied); });
     copied.html += "</table></body></html>\n";
     return copied;
 }

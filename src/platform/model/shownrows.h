@@ -41,15 +41,14 @@ public:
     }
     /// kNone for a slot that isn't shown.
     std::size_t positionOf(std::size_t slot) const;
-    /// All that are held, in the told order.
-    std::vector<std::uint32_t> heldSlots() const;
-
-    /// Slots in the order to show; nothing for the told order.
+    /// Slots in the order to show, of which those that aren't held are left out; nothing for the told order.
     void setOrder(std::optional<std::vector<std::uint32_t>> slots);
     /// The slots to show; nothing for all.
     void setShown(std::optional<BitSet> slots);
 
 private:
+    std::vector<std::uint32_t> heldSlots() const;
+    void dropUnheld();
     void makeOrder();
 
     RowIndex rows_;

@@ -98,19 +98,41 @@ void SortKeys::addNumber(std::string_view cell) {
 
 void SortKeys::addText(std::string_view cell) { appendCollationKey(cell, bytes_); }
 
-std::vector<std::uint32_t> SortKeys::sorted(const std::vector<std::uint32_t>& slots, SortOrder order) const {
+std::vector<std::uint32_t> SortedSlots::inOrder(SortOrder order) const {
+    if (order == SortOrder::ascending) return slots_;
+    std::vector<std::uint32_t> result;
+    result.reserve(slots_.size());
+    const auto add = [&](std::size_t from, std::size_t end) {
+        result.insert(result.end(), slots_.begin() + static_cast<std::ptrdiff_t>(from),
+                      slots_.begin() + static_cast<std::ptrdiff_t>(end));
+    };
+    for (std::size_t end = blanksFrom_; end > 0;) {
+        std::size_t from = end - 1;
+        while (tied_.test(from))
+            --from;
+        add(from, end);
+        end = from;
+    }
+    add(blanksFrom_, slots_.size());
+    return result;
+}
+
+SortedSlots SortKeys::sorted() const {
     std::vector<Entry> entries;
-    entries.reserve(slots.size());
-    for (const std::uint32_t slot : slots) {
+    entries.reserve(keys_.size());
+    const auto slots = static_cast<std::uint32_t>(keys_.size());
+    for (std::uint32_t slot = 0; slot < slots; ++slot) {
         if (length(slot) > 0) entries.push_back({headOf(slot, 0), slot});
     }
-    sortFrom(0, entries.data(), entries.data() + entries.size(), order);
-    std::vector<std::uint32_t> result;
-    result.reserve(slots.size());
+    SortedSlots result;
+    sortFrom(0, entries.data(), entries.data() + entries.size(),
+             [&](const Entry* entry) { result.tied_.set(static_cast<std::size_t>(entry - entries.data())); });
+    result.slots_.reserve(slots);
     for (const Entry& entry : entries)
-        result.push_back(entry.slot);
-    for (const std::uint32_t slot : slots) {
-        if (length(slot) == 0) result.push_back(slot);
+        result.slots_.push_back(entry.slot);
+    result.blanksFrom_ = entries.size();
+    for (std::uint32_t slot = 0; slot < slots; ++slot) {
+        if (length(slot) == 0) result.slots_.push_back(slot);
     }
     return result;
 }
@@ -123,13 +145,10 @@ std::uint64_t SortKeys::headOf(std::uint32_t slot, std::size_t depth) const {
     return head;
 }
 
-void SortKeys::sortFrom(std::size_t depth, Entry* first, Entry* last, SortOrder order) const {
-    if (order == SortOrder::descending)
-        std::sort(first, last,
-                  [](const Entry& a, const Entry& b) { return a.head != b.head ? a.head > b.head : a.slot < b.slot; });
-    else
-        std::sort(first, last,
-                  [](const Entry& a, const Entry& b) { return a.head != b.head ? a.head < b.head : a.slot < b.slot; });
+template <class Tie>
+void SortKeys::sortFrom(std::size_t depth, Entry* first, Entry* last, const Tie& tie) const {
+    std::sort(first, last,
+              [](const Entry& a, const Entry& b) { return a.head != b.head ? a.head < b.head : a.slot < b.slot; });
     depth += kHead;
     for (Entry* run = first; run != last;) {
         Entry* end = run;
@@ -139,7 +158,10 @@ void SortKeys::sortFrom(std::size_t depth, Entry* first, Entry* last, SortOrder 
         if (goesOn && end - run > 1) {
             for (Entry* each = run; each != end; ++each)
                 each->head = headOf(each->slot, depth);
-            sortFrom(depth, run, end, order);
+            sortFrom(depth, run, end, tie);
+        } else {
+            for (Entry* each = run + 1; each != end; ++each)
+                tie(each);
         }
         run = end;
     }

@@ -1,5 +1,4 @@
-// A column's cells as strings of bytes that sort as the cells should, made once for both directions. A blank cell has
-// the empty key.
+// A column's cells as strings of bytes that sort as the cells should. A blank cell has the empty key.
 //
 //   number   sign and exponent, two bytes | two digits a byte, each 1 to 100; a negative one with all bits turned
 //   text     the bytes of the collation of the Chinese by their letters, which takes no notice of case and width
@@ -13,8 +12,23 @@
 #include <vector>
 
 #include "platform/listarrangement.h"
+#include "platform/model/bitset.h"
 
 namespace orvenmod::platform::model {
+
+/// Slots by the keys of their cells, sorted once for both directions, in little more than four bytes a slot.
+class SortedSlots {
+public:
+    /// Blanks last, equal ones in their own order.
+    std::vector<std::uint32_t> inOrder(SortOrder order) const;
+
+private:
+    friend class SortKeys;
+
+    std::vector<std::uint32_t> slots_;  // ascending, blanks last
+    BitSet tied_;                       // positions of those that are equal to the one before
+    std::size_t blanksFrom_ = 0;
+};
 
 class SortKeys {
 public:
@@ -22,8 +36,7 @@ public:
 
     /// Each slot's cell once, in any order.
     void set(std::size_t slot, std::string_view cell);
-    /// The slots, which come in their own order, sorted by their keys; blanks last, equal ones as they came.
-    std::vector<std::uint32_t> sorted(const std::vector<std::uint32_t>& slots, SortOrder order) const;
+    SortedSlots sorted() const;
 
 private:
     struct Entry {
@@ -38,7 +51,9 @@ private:
     void addText(std::string_view cell);
     std::uint64_t headOf(std::uint32_t slot, std::size_t depth) const;
     std::size_t length(std::uint32_t slot) const { return keys_[slot].end - keys_[slot].begin; }
-    void sortFrom(std::size_t depth, Entry* first, Entry* last, SortOrder order) const;
+    /// Tells `tie` each entry that is equal to the one before.
+    template <class Tie>
+    void sortFrom(std::size_t depth, Entry* first, Entry* last, const Tie& tie) const;
 
     ColumnKind kind_;
     std::vector<unsigned char> bytes_;

@@ -74,6 +74,7 @@ private:
     template <class Work>
     bool doneUnderBar(const char* text, Work work) const;
     bool readyNarrowing();
+    bool readySort(int column);
     void sortOn(int column);
     void openLine();
     void copySelected() const;

@@ -117,11 +117,15 @@ bool QtListGrid::readyNarrowing() {
                         [this](const model::RowsDone& done) { model_.readyNarrowing(done); });
 }
 
+bool QtListGrid::readySort(int column) {
+    return doneUnderBar(model::kSorting,
+                        [this, column](const model::RowsDone& done) { model_.readySort(column, done); });
+}
+
 void QtListGrid::sortOn(int column) {
     model_.setCurrentColumn(column);
-    const auto ready = [&](const model::RowsDone& done) { model_.readySort(column, done); };
     showingAfter([&] {
-        if (doneUnderBar(model::kSorting, ready)) items_.reset([this, column] { model_.sortOn(column); });
+        if (readySort(column)) items_.reset([this, column] { model_.sortOn(column); });
     });
 }
 
@@ -146,7 +150,10 @@ void QtListGrid::copySelected() const {
 }
 
 void QtListGrid::sort(int column, SortOrder order) {
-    rearrange([this, column, order] { model_.sort(column, order); });
+    showingAfter([&] {
+        const bool ready = order == SortOrder::told || readySort(column);
+        items_.reset([&] { model_.sort(column, ready ? order : SortOrder::told); });
+    });
 }
 
 void QtListGrid::narrow(const std::string& words) {
@@ -171,6 +178,8 @@ void QtListGrid::closeLine() {
 }
 
 void QtListGrid::arrange() {
+    if (model_.sorts() && !readySort(model_.sortedColumn())) sort(model_.sortedColumn(), SortOrder::told);
+    if (!model_.narrowing().empty() && !readyNarrowing()) area_ != nullptr ? closeLine() : narrow("");
     rearrange([this] { model_.arrange(); });
 }
 

@@ -7,11 +7,13 @@
 #include <numeric>
 #include <optional>
 #include <span>
+#include <string>
 #include <utility>
 
 #include "store/sqlite/fetch.h"
 #include "store/sqlite/keyquery.h"
 #include "store/sqlite/listkeys.h"
+#include "store/sqlite/rowwalk.h"
 #include "store/sqlite/snapshot.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/tsql/resultcolumns.h"
@@ -97,11 +99,12 @@ private:
 
 class KeyedRows : public ListRows {
 public:
-    KeyedRows(std::unique_ptr<Snapshot> snapshot, std::unique_ptr<RowReader> reader, Keys keys, std::uint64_t mostLog,
-              std::function<void()> progress)
+    KeyedRows(std::unique_ptr<Snapshot> snapshot, std::unique_ptr<RowReader> reader, std::string_view sql, Keys keys,
+              std::uint64_t mostLog, std::function<void()> progress)
         : snapshot_(std::move(snapshot)),
           reader_(std::move(reader)),
           progress_(std::move(progress)),
+          sql_(sql),
           none_(reader_->read({})),
           keys_(std::move(keys)),
           mostLog_(mostLog) {}
@@ -115,19 +118,12 @@ public:
     ListReading reading() const override { return ListReading::keys; }
 
     // In the order of the file: in that of the list each window would read most of the file's pages again.
-    void forEachRow(const std::function<void(std::size_t)>& take) const override {
+    void forEachRow(std::span<const int> columns, const std::function<void(std::size_t)>& take) const override {
         // Whoever paints within a walk may need all rows for a sum.
-        if (!snapshot_ || walked_) return ListRows::forEachRow(take);
-        std::vector<std::uint32_t> rows(keys_.size());
-        std::iota(rows.begin(), rows.end(), 0U);
-        std::sort(rows.begin(), rows.end(),
-                  [this](std::uint32_t left, std::uint32_t right) { return keys_[left] < keys_[right]; });
+        if (!snapshot_ || walked_) return ListRows::forEachRow(columns, take);
+        if (fileOrder_.empty()) fileOrder_ = positionsByKey(keys_);
         try {
-            for (std::span<const std::uint32_t> left(rows); !left.empty();) {
-                const std::span<const std::uint32_t> part = left.first(std::min(RowReader::kAtOnce, left.size()));
-                walk(part, take);
-                left = left.subspan(part.size());
-            }
+            walk(columns, take);
         } catch (...) {
             walked_.reset();
             throw;
@@ -136,7 +132,9 @@ public:
     }
 
     Value cell(std::size_t row, int column) const override {
-        if (walked_ && walked_->row == row) return walked_->rows.cell(walked_->at, column);
+        if (walked_ && walked_->row == row) {
+            if (const auto at = walked_->find(column)) return walked_->rows.cell(walked_->at, *at);
+        }
         const Window* window = find(row);
         if (window == nullptr) {
             if (const auto at = expected_.find(row)) return expected_.rows.cell(*at, column);
@@ -161,7 +159,7 @@ public:
     }
 
     std::size_t memory() const override {
-        std::size_t bytes = keys_.capacity() * sizeof(std::int64_t);
+        std::size_t bytes = keys_.capacity() * sizeof(std::int64_t) + fileOrder_.capacity() * sizeof(std::uint32_t);
         for (const Window& window : windows_)
             bytes += window.rows.memory();
         if (walked_) bytes += walked_->rows.memory();
@@ -170,7 +168,7 @@ public:
     }
 
     void tend() override {
-        if (!snapshot_ || snapshot_->logSize() <= mostLog_) return;
+        if (!snapshot_ || walked_ || snapshot_->logSize() <= mostLog_) return;
         fetchAll();
         letGo();
     }
@@ -182,9 +180,16 @@ private:
     };
     /// The row that forEachRow() is at, in some rows that lie together in the file.
     struct Walked {
-        std::size_t row = 0;
-        Recordset rows;
+        std::vector<int> columns = {};
+        Recordset rows = {};
+        std::size_t row = static_cast<std::size_t>(-1);
         std::size_t at = 0;
+
+        std::optional<int> find(int column) const {
+            const auto found = std::find(columns.begin(), columns.end(), column);
+            if (found == columns.end()) return std::nullopt;
+            return static_cast<int>(found - columns.begin());
+        }
     };
     /// Rows in an order of their reader's own, of which one is mostly looked at behind the other.
     struct Expected {
@@ -249,25 +254,36 @@ private:
         expected_ = {};
     }
 
-    void walk(std::span<const std::uint32_t> rows, const std::function<void(std::size_t)>& take) const {
-        walked_.reset();
-        Keys keys;
-        for (const std::uint32_t row : rows)
-            keys.push_back(keys_[row]);
-        walked_ = {rows[0], read(keys), 0};
-        for (std::size_t at = 0; at < rows.size(); ++at) {
-            walked_->row = rows[at];
-            walked_->at = at;
-            take(rows[at]);
+    template <class Work>
+    auto worded(Work work) const {
+        try {
+            return work();
+        } catch (const tsql::Error& error) {
+            throw tsql::worded(snapshot_->database().file().language, error);
+        }
+    }
+
+    void walk(std::span<const int> columns, const std::function<void(std::size_t)>& take) const {
+        Database& database = snapshot_->database();
+        RowWalk reader = worded([&] { return RowWalk(database, tsql::keyedWalk(sql_, database.catalog(), columns)); });
+        walked_ = Walked{.columns = {columns.begin(), columns.end()}};
+        for (std::span<const std::uint32_t> left(fileOrder_); !left.empty();) {
+            const auto rows = left.first(std::min(RowReader::kAtOnce, left.size()));
+            Keys keys;
+            for (const std::uint32_t row : rows)
+                keys.push_back(keys_[row]);
+            *walked_ = {.columns = std::move(walked_->columns)};
+            walked_->rows = worded([&] { return reader.read(keys); });
+            for (walked_->at = 0; walked_->at < rows.size(); ++walked_->at) {
+                walked_->row = rows[walked_->at];
+                take(walked_->row);
+            }
+            left = left.subspan(rows.size());
         }
     }
 
     Recordset read(RowReader::Keys keys, const std::function<void()>& between = {}) const {
-        try {
-            return reader_->read(keys, between);
-        } catch (const tsql::Error& error) {
-            throw tsql::worded(snapshot_->database().file().language, error);
-        }
+        return worded([&] { return reader_->read(keys, between); });
     }
 
     void letGo() noexcept {
@@ -278,9 +294,11 @@ private:
     std::unique_ptr<Snapshot> snapshot_;  // null, as the reader, when all rows stand in the first window
     std::unique_ptr<RowReader> reader_;
     std::function<void()> progress_;
+    std::string sql_;
     Recordset none_;  // has the columns
     Keys keys_;
     std::uint64_t mostLog_;
+    mutable std::vector<std::uint32_t> fileOrder_;  // rows as they lie in the file, once somebody has walked
     mutable std::optional<Walked> walked_;
     mutable std::array<Window, kWindows> windows_;
     mutable std::size_t last_ = 0;  // the window that was fetched last
@@ -288,29 +306,17 @@ private:
     mutable Clock::time_point fetchedAt_;
 };
 
-// Null for a small table, and for one whose rows have no key of SQLite's own.
-std::unique_ptr<RowReader> readerOf(Database& database, const tsql::KeyedList& list, std::int64_t smallTable) {
-    try {
-        const Statement greatest = database.prepareLasting(list.greatestKey);
-        if (sqlite3_step(greatest.get()) != SQLITE_ROW) return nullptr;
-        if (sqlite3_column_int64(greatest.get(), 0) <= smallTable) return nullptr;
-        return std::make_unique<RowReader>(database, list.rows);
-    } catch (const Failure&) {
-        return nullptr;
-    }
-}
-
 }  // namespace
 
 std::unique_ptr<ListRows> openByKeys(const ListSource& source, std::string_view sql, const KeyedLimits& limits) {
     auto snapshot = Snapshot::take(source.connectionString, source.file);
     if (!snapshot) return nullptr;
     Database& database = snapshot->database();
-    const auto list = tsql::keyedList(sql, database.catalog());
-    auto reader = list ? readerOf(database, *list, limits.smallTable) : nullptr;
-    if (!reader) return nullptr;
     tsql::Shape shape;
     shape.scan(sql);
+    const auto list = longList(database, sql, shape, limits.smallTable);
+    if (!list) return nullptr;
+    auto reader = std::make_unique<RowReader>(database, list->rows);
     database.setProgress(source.progress);
     Keys keys = listKeys(database, *list, shape);
     database.setProgress(nullptr);
@@ -319,7 +325,7 @@ std::unique_ptr<ListRows> openByKeys(const ListSource& source, std::string_view 
         reader.reset();
         return rows;
     }
-    return std::make_unique<KeyedRows>(std::move(snapshot), std::move(reader), std::move(keys), limits.mostLog,
+    return std::make_unique<KeyedRows>(std::move(snapshot), std::move(reader), sql, std::move(keys), limits.mostLog,
                                        source.progress);
 }
 

@@ -150,7 +150,29 @@ std::optional<Keys> marksOf(Database& database, const std::string& text, Bind bi
     return marks;
 }
 
+// Also a table whose rows have no key of SQLite's own is none to be read by them.
+bool isSmall(Database& database, const std::string& greatestKey, std::int64_t smallTable) {
+    try {
+        const Statement greatest = database.prepareLasting(greatestKey);
+        return sqlite3_step(greatest.get()) != SQLITE_ROW || sqlite3_column_int64(greatest.get(), 0) <= smallTable;
+    } catch (const Failure&) {
+        return true;
+    }
+}
+
 }  // namespace
+
+std::optional<tsql::KeyedList> longList(Database& database, std::string_view sql, const tsql::Shape& shape,
+                                        std::int64_t smallTable) {
+    // To take the query apart takes as long as to fetch a thousand rows.
+    std::string& greatestKey = database.catalog().greatestKeyQuery(shape.key);
+    if (!greatestKey.empty() && isSmall(database, greatestKey, smallTable)) return std::nullopt;
+    auto list = tsql::keyedList(sql, database.catalog());
+    if (!list) return std::nullopt;
+    greatestKey = list->greatestKey;
+    if (isSmall(database, greatestKey, smallTable)) return std::nullopt;
+    return list;
+}
 
 Keys listKeys(Database& database, const tsql::KeyedList& list, const tsql::Shape& shape) {
     using Order = tsql::KeyedList::Order;

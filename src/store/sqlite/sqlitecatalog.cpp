@@ -131,6 +131,7 @@ tsql::ViewDefinition SqliteCatalog::viewDefinition(const tsql::ObjectInfo& view)
 
 void SqliteCatalog::clear() {
     objects_.clear();
+    greatestKeyQueries_.clear();
     schemaVersion_ = -1;
 }
 
@@ -147,8 +148,14 @@ void SqliteCatalog::refresh() {
     const bool known = code == SQLITE_ROW;
     const long long version = known ? sqlite3_column_int64(version_.get(), 0) : -1;
     if (known && version == schemaVersion_) return;
+    clear();
     schemaVersion_ = version;
-    objects_.clear();
+}
+
+std::string& SqliteCatalog::greatestKeyQuery(const std::string& shapeKey) {
+    constexpr std::size_t kMost = 1000;
+    if (greatestKeyQueries_.size() >= kMost) greatestKeyQueries_.clear();
+    return greatestKeyQueries_[shapeKey];
 }
 
 std::unique_ptr<tsql::ObjectInfo> SqliteCatalog::read(const std::string& name) const {

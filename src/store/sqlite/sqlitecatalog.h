@@ -35,6 +35,9 @@ public:
     bool isCarried(const tsql::ObjectInfo& table, std::string_view text, std::string_view column) const override;
     tsql::ViewDefinition viewDefinition(const tsql::ObjectInfo& view) const override;
 
+    /// The query of the greatest key of what a list of that shape reads, for whoever has found it out; "" until then.
+    std::string& greatestKeyQuery(const std::string& shapeKey);
+
     /// Forgets what it read where the schema has changed since, also by another process. Throws Failure.
     void refresh();
     void clear();
@@ -50,6 +53,7 @@ private:
     long long schemaVersion_ = -1;
     // By the name in lower case; an entry without an object is a name that was asked for in vain.
     mutable std::unordered_map<std::string, std::unique_ptr<tsql::ObjectInfo>> objects_;
+    std::unordered_map<std::string, std::string> greatestKeyQueries_;  // by shape
 };
 
 }  // namespace orvenmod::store::sqlite

@@ -5,6 +5,7 @@
 
 #include "store/sqlite/binding.h"
 #include "store/sqlite/fetch.h"
+#include "store/sqlite/listkeys.h"
 #include "store/sqlite/sqlitefailure.h"
 #include "store/tsql/error.h"
 #include "store/tsql/keyedlist.h"
@@ -72,13 +73,6 @@ private:
     std::uint64_t mostLog_;
 };
 
-bool isSmall(Database& database, const tsql::KeyedList& list, std::int64_t smallTable) {
-    const Statement greatest = database.prepareLasting(list.greatestKey);
-    const int code = sqlite3_step(greatest.get());
-    if (code != SQLITE_ROW) database.fail(code);
-    return sqlite3_column_int64(greatest.get(), 0) <= smallTable;
-}
-
 std::size_t countOf(Database& database, const tsql::KeyedList& list, const tsql::Shape& shape) {
     database.runtime().startStatement();
     // SQLite leaves out an order within, which a count doesn't need, only where there is one outside.
@@ -95,12 +89,12 @@ std::size_t countOf(Database& database, const tsql::KeyedList& list, const tsql:
 std::unique_ptr<ListRows> openUnseenRows(Database& connection, const std::string& connectionString,
                                          SharedSnapshot& shared, std::string_view sql, const UnseenLimits& limits) {
     connection.catalog().refresh();
-    const std::optional<tsql::KeyedList> list = tsql::keyedList(sql, connection.catalog());
-    if (!list || isSmall(connection, *list, limits.smallTable)) return nullptr;
-    std::shared_ptr<Snapshot> snapshot = shared.get(connection, connectionString);
-    if (!snapshot) return nullptr;
     tsql::Shape shape;
     shape.scan(sql);
+    const std::optional<tsql::KeyedList> list = longList(connection, sql, shape, limits.smallTable);
+    if (!list) return nullptr;
+    std::shared_ptr<Snapshot> snapshot = shared.get(connection, connectionString);
+    if (!snapshot) return nullptr;
     Database& database = snapshot->database();
     database.setProgress(connection.runtime().progress);
     const std::size_t count = countOf(database, *list, shape);

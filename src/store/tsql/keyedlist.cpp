@@ -23,6 +23,8 @@ bool isPathAndAll(std::string_view pattern) {
 
 std::string among(const std::string& key) { return " WHERE " + key + " IN (SELECT value FROM json_each(?1))"; }
 
+std::string withinKeys(const std::string& key) { return " WHERE " + key + " BETWEEN ?1 AND ?2 ORDER BY " + key; }
+
 /// A text of the driving table, as it stands in a query over that table alone.
 struct TextColumn {
     std::string table;
@@ -135,11 +137,14 @@ public:
     }
 
     Translation rows(const std::string& view) {
-        Translation translation;
-        begin(view, translation);
-        addColumns(list_);
-        translation.statements.push_back("SELECT " + items(*list_.select, nullptr) + ", " + key() + " FROM " +
-                                         sources(list_.select->from) + among(key()));
+        Translation translation = allRows(view);
+        translation.statements[0] += among(key());
+        return translation;
+    }
+
+    Translation walk(const std::string& view) {
+        Translation translation = allRows(view);
+        translation.statements[0] += withinKeys(key());
         return translation;
     }
 
@@ -155,6 +160,15 @@ private:
         const bool bounded =
             standsAlone_ && mayUseIndex(expression) && isPathAndAll(literalOf(*expression.operands[1]).text);
         return bounded ? "(" + likeBounds(expression) + ")" : SqliteEmitter::like(expression);
+    }
+
+    Translation allRows(const std::string& view) {
+        Translation translation;
+        begin(view, translation);
+        addColumns(list_);
+        const std::string columns = list_.select->items.empty() ? "" : items(*list_.select, nullptr) + ", ";
+        translation.statements.push_back("SELECT " + columns + key() + " FROM " + sources(list_.select->from));
+        return translation;
     }
 
     void begin(const std::string& view, Translation& translation) {
@@ -194,26 +208,49 @@ KeyedList ofTable(const Query& list, const std::vector<Literal>& literals) {
     return result;
 }
 
+/// A view that was made here, bound anew from its own text.
+class BoundView {
+public:
+    BoundView(const Source& source, const Catalog& catalog)
+        : definition_(catalog.viewDefinition(*source.object)), parser_(definition_.text) {
+        if (definition_.text.empty()) return;
+        statement_ = parser_.parse();
+        auto* created = std::get_if<CreateViewStatement>(&statement_);
+        if (created == nullptr) return;
+        Binder(catalog, parser_.literals()).bindView(*created);
+        query_ = created->query.get();
+    }
+    BoundView(const BoundView&) = delete;
+    BoundView& operator=(const BoundView&) = delete;
+
+    bool isByKeys(const Catalog& catalog) const {
+        // What reads it by its name must see the same rows.
+        return query_ != nullptr && emitter().whole(*query_) == definition_.native && isViewByKeys(*query_, catalog) &&
+               !hidesKey(*query_) && hasRowKey(table());
+    }
+    const Query& query() const { return *query_; }
+    const Source& table() const { return drivingTable(*query_->select->from[0]); }
+    const std::vector<Literal>& literals() const { return parser_.literals(); }
+    ViewEmitter emitter() const { return ViewEmitter(literals()); }
+
+private:
+    ViewDefinition definition_;
+    Parser parser_;
+    Statement statement_;
+    const Query* query_ = nullptr;
+};
+
 std::optional<KeyedList> ofView(const Query& list, const std::vector<Literal>& literals, const Catalog& catalog) {
-    const ViewDefinition definition = catalog.viewDefinition(*list.select->from[0]->object);
-    if (definition.text.empty()) return std::nullopt;
-    Parser parser(definition.text);
-    Statement statement = parser.parse();
-    auto* created = std::get_if<CreateViewStatement>(&statement);
-    if (created == nullptr) return std::nullopt;
-    Binder(catalog, parser.literals()).bindView(*created);
-    const Query& view = *created->query;
-    const auto emitter = [&parser] { return ViewEmitter(parser.literals()); };
-    // What reads it by its name must see the same rows.
-    if (emitter().whole(view) != definition.native) return std::nullopt;
-    if (!isViewByKeys(view, catalog) || hidesKey(view)) return std::nullopt;
-    const Source& table = drivingTable(*view.select->from[0]);
-    if (!hasRowKey(table)) return std::nullopt;
+    const BoundView bound(*list.select->from[0], catalog);
+    if (!bound.isByKeys(catalog)) return std::nullopt;
+    const Query& view = bound.query();
+    const Source& table = bound.table();
+    const auto emitter = [&bound] { return bound.emitter(); };
 
     KeyedList result;
     result.greatestKey = greatestKeyOf(table);
     ListEmitter target(literals, list);
-    const Expression* column = columnOfOrder(list, view, parser.literals());
+    const Expression* column = columnOfOrder(list, view, bound.literals());
     const ConditionOn condition = column == nullptr ? ConditionOn::drivingTable : conditionOn(list, view);
     const std::string rows = emitter().keyed(view, columnsNamed(list, Clauses::conditionAndOrder));
     if (condition == ConditionOn::drivingTable) {
@@ -244,6 +281,21 @@ std::optional<KeyedList> ofView(const Query& list, const std::vector<Literal>& l
     return result;
 }
 
+bool readsView(const Query& list) { return list.select->from[0]->object->kind == ObjectInfo::Kind::view; }
+
+/// Leaves these of the list's columns, in their order.
+void keepColumns(Query& list, std::span<const int> columns) {
+    std::vector<SelectItem> items;
+    std::vector<ColumnInfo> infos;
+    for (const int column : columns) {
+        const auto at = static_cast<std::size_t>(column);
+        items.push_back(std::move(list.select->items.at(at)));
+        infos.push_back(std::move(list.columns.at(at)));
+    }
+    list.select->items = std::move(items);
+    list.columns = std::move(infos);
+}
+
 }  // namespace
 
 std::optional<KeyedList> keyedList(std::string_view sql, const Catalog& catalog) {
@@ -254,9 +306,20 @@ std::optional<KeyedList> keyedList(std::string_view sql, const Catalog& catalog)
     Binder(catalog, parser.literals()).bind(statement);
     const Query& list = *query->query;
     if (!isListOfColumns(list)) return std::nullopt;
-    const Source& source = *list.select->from[0];
-    if (source.object->kind == ObjectInfo::Kind::view) return ofView(list, parser.literals(), catalog);
-    return hasRowKey(source) ? std::optional(ofTable(list, parser.literals())) : std::nullopt;
+    if (readsView(list)) return ofView(list, parser.literals(), catalog);
+    return hasRowKey(*list.select->from[0]) ? std::optional(ofTable(list, parser.literals())) : std::nullopt;
+}
+
+Translation keyedWalk(std::string_view sql, const Catalog& catalog, std::span<const int> columns) {
+    Parser parser(sql);
+    Statement statement = parser.parse();
+    Binder(catalog, parser.literals()).bind(statement);
+    Query& list = *std::get<QueryStatement>(statement).query;
+    keepColumns(list, columns);
+    ListEmitter target(parser.literals(), list);
+    if (!readsView(list)) return target.walk("");
+    const BoundView view(*list.select->from[0], catalog);
+    return target.walk(view.emitter().keyed(view.query(), columnsNamed(list, Clauses::items)));
 }
 
 }  // namespace orvenmod::store::tsql

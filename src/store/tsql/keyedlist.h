@@ -25,9 +25,16 @@
 //
 //   marks  SELECT v."orven.key" FROM (SELECT b."fItemId" AS "orven.key", .. FROM "tblItem" AS "b") AS v WHERE ..
 //   from   SELECT rtrim("a"."fNumber") COLLATE NOCASE, "a".rowid, "a"."fItemId" FROM "ICItem" AS "a" WHERE .. >= ?1 ..
+//
+// Who walks through all rows mostly wants a column or two, which are read as they lie in the file, from the tables that
+// they need: a sum of the driving table's numbers reads that table alone.
+//
+//   walk   SELECT v."fPrice", v."orven.key" FROM (SELECT a.rowid AS "orven.key", .. FROM "ICItem" AS "a") AS v
+//          WHERE v."orven.key" BETWEEN ?1 AND ?2 ORDER BY v."orven.key"
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -70,5 +77,10 @@ struct KeyedList {
 
 /// Nothing for a query that isn't of the kind. Throws Error as translateForSqlite() does.
 std::optional<KeyedList> keyedList(std::string_view sql, const Catalog& catalog);
+
+/// Some columns of a query that is of the kind, by their positions from 0, each once: of all rows of its driving table
+/// whose keys stand between the two parameters, in the order of the keys, each with its key behind the columns. Whether
+/// a row is one of the list only the list's keys tell. Throws as keyedList().
+Translation keyedWalk(std::string_view sql, const Catalog& catalog, std::span<const int> columns);
 
 }  // namespace orvenmod::store::tsql

@@ -94,5 +94,43 @@ TEST_F(ListLongWork, aSortThatIsCancelledLeavesTheOrder) {
     });
 }
 
+TEST_F(ListLongWork, aSortOfRowsThatWereReadAgainIsCancelledToTheToldOrder) {
+    overManyRows([this](User& user, ListGrid& grid) {
+        user.clickHeading("vsf1", 0);
+        grid.bind(rows);
+        rows->fetches = 0;
+        user.cancelProgress(kCancelled);
+        grid.arrange();
+        EXPECT_LT(rows->fetches, kRows);
+        EXPECT_EQ(grid.sortedColumn(), -1);
+        EXPECT_EQ(grid.text(2, 0), "11919");
+        EXPECT_EQ(grid.currentRow(), 1);
+        user.clickHeading("vsf1", 0);
+        EXPECT_EQ(grid.sortOrder(), SortOrder::ascending) << "as a first click on a heading";
+        user.cancelProgress(kCancelled);
+        grid.sort(1, SortOrder::descending);
+        EXPECT_EQ(grid.sortedColumn(), -1);
+        EXPECT_EQ(grid.text(2, 0), "11919");
+    });
+}
+
+TEST_F(ListLongWork, aNarrowingOfRowsThatWereReadAgainIsCancelledToAllRows) {
+    overManyRows([this](User& user, ListGrid& grid) {
+        user.press("Ctrl+F");
+        user.typeKeys("lm1");
+        const int narrowed = grid.rowCount();
+        grid.bind(rows);
+        grid.arrange();
+        EXPECT_EQ(grid.rowCount(), narrowed);
+        grid.bind(rows);
+        user.cancelProgress(kCancelled);
+        grid.arrange();
+        EXPECT_EQ(grid.narrowing(), "");
+        EXPECT_EQ(grid.rowCount(), kRows + 1);
+        user.typeKeys("1");
+        EXPECT_EQ(grid.narrowing(), "") << "no line has the keyboard";
+    });
+}
+
 }  // namespace
 }  // namespace orvenmod::test

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/model/listgridmodel.h"
+#include "platform/model/listoutput.h"
 
 namespace orvenmod::platform::model {
 namespace {
@@ -27,16 +28,20 @@ public:
         return text_;
     }
     bool holds(std::size_t row) const override { return row < 10; }
-    void forEachRow(const std::function<void(std::size_t)>& take) const override {
+    void forEachRow(std::span<const int>, const std::function<void(std::size_t)>& take) const override {
         ++walks;
         for (std::size_t row = rowCount(); row-- > 0;) {
             if (fails) throw std::runtime_error("读不到行");
             take(row);
         }
     }
-    void expect(std::span<const std::uint32_t> next) const override { expected.assign(next.begin(), next.end()); }
+    void expect(std::span<const std::uint32_t> next) const override {
+        expected.assign(next.begin(), next.end());
+        if (first.empty()) first = expected;
+    }
 
     mutable std::vector<std::uint32_t> expected;
+    mutable std::vector<std::uint32_t> first;
     mutable int asked = 0;
     mutable int walks = 0;
     bool fails = false;
@@ -82,6 +87,23 @@ TEST_F(FetchedRowsList, tellsWhichRowsFollowInAnotherOrderThanTheTold) {
     EXPECT_TRUE(rows->expected.empty());
     list.sort(0, SortOrder::ascending);
     EXPECT_TRUE(rows->expected.empty()) << "sorted anew";
+}
+
+TEST_F(FetchedRowsList, tellsWhichRowsFollowWhereSomeAreCopiedOrSummed) {
+    for (int row = 1; row <= 100; ++row)
+        list.setSelected(row, row % 3 == 0);
+    EXPECT_EQ(copySelectedRows(list).text.substr(0, 11), "数量\n3\n6\n");
+    EXPECT_EQ(rows->first, (std::vector<std::uint32_t>{11, 14, 17, 20, 23, 26, 29, 32, 35, 38, 41, 44, 47, 50, 53,
+                                                       56, 59, 62, 65, 68, 71, 74, 77, 80, 83, 86, 89, 92, 95, 98}));
+    list.sort(0, SortOrder::descending);
+    rows->first.clear();
+    EXPECT_EQ(copySelectedRows(list).text.substr(0, 13), "数量\n99\n96\n");
+    EXPECT_EQ(rows->first.size(), 33U);
+    list.setCurrentRow(1);
+    list.setSelected(40, true);
+    rows->first.clear();
+    EXPECT_EQ(list.status(), "显示 100 行，选中 2 行，数量合计 161");
+    EXPECT_EQ(rows->first, (std::vector<std::uint32_t>{99, 60}));
 }
 
 TEST_F(FetchedRowsList, tellsAFailureOnce) {

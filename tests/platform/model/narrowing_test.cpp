@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/model/chinese.h"
 
@@ -77,7 +79,22 @@ TEST(Chinese, readsWhatIsNotChineseNotAtAll) {
     EXPECT_TRUE(readingsOf(u'a').empty());
     EXPECT_TRUE(readingsOf(u'。').empty());
     EXPECT_EQ(readingsOf(u'内'), std::vector<std::string>{"nei"});
-    EXPECT_EQ(readingsOf(u'重'), (std::vector<std::string>{"zhong", "chong"}));
+}
+
+TEST(Chinese, readsACharacterAsItIsUsuallyReadAndAsInNames) {
+    const std::vector<std::pair<char16_t, std::vector<std::string>>> several = {
+        {u'重', {"zhong", "chong"}}, {u'曾', {"ceng", "zeng"}},   {u'单', {"dan", "shan"}},
+        {u'解', {"jie", "xie"}},     {u'仇', {"chou", "qiu"}},    {u'区', {"qu", "ou"}},
+        {u'查', {"cha", "zha"}},     {u'长', {"zhang", "chang"}}, {u'乐', {"le", "yue"}},
+        {u'翟', {"di", "zhai"}},     {u'种', {"zhong", "chong"}}, {u'粘', {"zhan", "nian"}},
+    };
+    for (const auto& [character, readings] : several)
+        EXPECT_EQ(readingsOf(character), readings);
+    // Those by another tone alone are one.
+    EXPECT_EQ(readingsOf(u'任'), std::vector<std::string>{"ren"});
+    // No data of the library has "hang".
+    EXPECT_EQ(readingsOf(u'行'), std::vector<std::string>{"xing"});
+    EXPECT_TRUE(finds("zq cqg zhangqg chqg", {"曾强", "长庆钢"}));
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <numeric>
 #include <random>
 #include <string>
 
@@ -17,10 +16,8 @@ Texts sorted(const Texts& cells, ColumnKind kind, SortOrder order = SortOrder::a
     SortKeys keys(kind, cells.size());
     for (std::size_t slot = cells.size(); slot-- > 0;)
         keys.set(slot, cells[slot]);
-    std::vector<std::uint32_t> slots(cells.size());
-    std::iota(slots.begin(), slots.end(), 0U);
     Texts result;
-    for (const std::uint32_t slot : keys.sorted(slots, order))
+    for (const std::uint32_t slot : keys.sorted().inOrder(order))
         result.push_back(cells[slot]);
     return result;
 }
@@ -74,6 +71,12 @@ TEST(SortKeys, keepEqualCellsInTheirOrderBothWays) {
     const Texts cells = {"b", "A", "a", "B", "a", "０1", "01"};
     EXPECT_EQ(sorted(cells, ColumnKind::text), (Texts{"０1", "01", "A", "a", "a", "b", "B"}));
     EXPECT_EQ(sorted(cells, ColumnKind::text, SortOrder::descending), (Texts{"b", "B", "A", "a", "a", "０1", "01"}));
+    const Texts longer = {"", "内六角圆柱头B", "内六角圆柱头b", "", "内六角圆柱头A", "内六角圆柱头a"};
+    EXPECT_EQ(sorted(longer, ColumnKind::text),
+              (Texts{"内六角圆柱头A", "内六角圆柱头a", "内六角圆柱头B", "内六角圆柱头b", "", ""}));
+    EXPECT_EQ(sorted(longer, ColumnKind::text, SortOrder::descending),
+              (Texts{"内六角圆柱头B", "内六角圆柱头b", "内六角圆柱头A", "内六角圆柱头a", "", ""}));
+    EXPECT_EQ(sorted({" ", ""}, ColumnKind::number, SortOrder::descending), (Texts{" ", ""}));
 }
 
 TEST(SortKeys, tellLongTextsApartByTheirEnds) {

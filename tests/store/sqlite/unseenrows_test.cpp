@@ -73,6 +73,20 @@ TEST_F(UnseenRows, AreThoseOfTheOpeningWhoeverSavesSince) {
     EXPECT_EQ(fourth->cell(1999, 5), std::nullopt);
 }
 
+TEST_F(UnseenRows, AreThoseOfTheOpeningInAWalkThroughAColumnToo) {
+    const auto connection = connect();
+    const auto rows = connection->openUnseen(kEntries);
+    ASSERT_EQ(rows->reading(), ListReading::unseen);
+    const WholeRows before(connection->open(kEntries));
+    connect()->execute("update tblItem set fNumber='changed'");
+    std::size_t count = 0;
+    rows->forEachRow(std::vector{1}, [&](std::size_t row) {
+        ++count;
+        ASSERT_EQ(rows->cell(row, 1), before.cell(row, 1));
+    });
+    EXPECT_EQ(count, before.rowCount());
+}
+
 TEST_F(UnseenRows, ShareOneSnapshotWhileNobodyWrites) {
     const auto connection = connect();
     auto database = std::make_unique<Database>(DatabaseFile::parse(connectionString()));

@@ -56,6 +56,26 @@ TEST_F(KeyedLists, LeaveOutTheTablesThatNothingNeeds) {
     EXPECT_EQ(plan.find(" b "), std::string::npos) << plan;
 }
 
+TEST_F(KeyedLists, AreWalkedThroughByAColumnOverTheTablesThatItNeeds) {
+    const std::string sql =
+        "select fNumber,fPrice,fHName,fParent from vGoods where fNBNumber like '.1.%' order by fNumber";
+    ASSERT_TRUE(list(sql));
+    const auto planOf = [&](const std::vector<int>& columns) {
+        return nativePlan(keyedWalk(sql, catalog_, columns).statements.at(0));
+    };
+    EXPECT_EQ(planOf({1}), "SEARCH a USING INTEGER PRIMARY KEY (rowid>? AND rowid<?)\n");
+    EXPECT_EQ(planOf({1, 0}), planOf({1}));
+    EXPECT_EQ(planOf({2}).find("SEARCH a USING INTEGER PRIMARY KEY (rowid>? AND rowid<?)"), 0U) << planOf({2});
+    EXPECT_NE(planOf({2}).find("SEARCH s USING"), std::string::npos) << planOf({2});
+    EXPECT_EQ(planOf({2}).find("TEMP B-TREE"), std::string::npos) << planOf({2});
+    EXPECT_EQ(planOf({2}).find(" c "), std::string::npos) << planOf({2});
+    EXPECT_NE(planOf({3}).find("SEARCH b USING"), std::string::npos) << "by which c is joined: " << planOf({3});
+    const Translation walk = keyedWalk(sql, catalog_, std::vector{3, 1});
+    ASSERT_EQ(walk.columns.size(), 2U);
+    EXPECT_EQ(walk.columns[0].name, "fParent");
+    EXPECT_TRUE(walk.columns[1].type.isDecimal());
+}
+
 constexpr const char* kCategory =
     "select fNumber,fHName from vGoods where 1=1  and fNBNumber like '.1.%' order by fNumber";
 
