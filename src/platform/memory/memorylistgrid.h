@@ -26,13 +26,13 @@ public:
     std::string text(int row, int column) const override { return model_.text(row, column); }
     std::string_view value(int row, int column) const override { return model_.value(row, column); }
     void setText(int row, int column, std::string_view text) override { model_.setText(row, column, text); }
-    void setColumnHidden(int column, bool hidden) override { model_.column(column).hidden = hidden; }
+    void setColumnHidden(int column, bool hidden) override { model_.setHidden(column, hidden); }
     bool columnHidden(int column) const override { return model_.column(column).hidden; }
     void setColumnAlignment(int column, int alignment) override;
     int columnAlignment(int column) const override { return model_.column(column).alignment; }
     void setHeaderAlignment(int column, int alignment) override;
     void setColumnBlanked(int column, CellTest blanked) override { model_.setBlanked(column, blanked); }
-    void setColumnFormat(int column, const std::string& format) override { model_.column(column).format = format; }
+    void setColumnFormat(int column, const std::string& format) override { model_.setFormat(column, format); }
     std::string columnFormat(int column) const override { return model_.column(column).format; }
     void setColumnWidth(int column, int twips) override { model_.column(column).width = twips; }
     int columnWidth(int column) const override { return model_.column(column).width; }
@@ -47,7 +47,7 @@ public:
     void narrow(const std::string& words) override;
     std::string narrowing() const override { return model_.narrowing(); }
     void arrange() override;
-    void setColumnKind(int column, ColumnKind kind) override { model_.column(column).kind = kind; }
+    void setColumnKind(int column, ColumnKind kind) override { model_.setKind(column, kind); }
     ColumnKind columnKind(int column) const override { return model_.column(column).kind; }
     void moveColumn(int column, int place) override { model_.moveColumn(column, place); }
     int columnAt(int place) const override { return model_.columnAt(place); }

@@ -190,6 +190,24 @@ void ListGridModel::setBlanked(int column, CellTest blanked) {
     forgetTexts();
 }
 
+void ListGridModel::setKind(int column, ColumnKind kind) {
+    ColumnKind& before = this->column(column).kind;
+    if (before != kind) sorted_.reset();
+    before = kind;
+}
+
+void ListGridModel::setFormat(int column, const std::string& format) {
+    std::string& before = this->column(column).format;
+    if (before != format) sought_.reset();
+    before = format;
+}
+
+void ListGridModel::setHidden(int column, bool hidden) {
+    bool& before = this->column(column).hidden;
+    if (before != hidden) sought_.reset();
+    before = hidden;
+}
+
 int ListGridModel::currentRow() const {
     return current_ == kNone ? 0 : static_cast<int>(rows_.positionOf(current_)) + 1;
 }

@@ -73,6 +73,9 @@ public:
     const Column& column(int column) const;
     Column& column(int column);
     void setBlanked(int column, CellTest blanked);
+    void setKind(int column, ColumnKind kind);
+    void setFormat(int column, const std::string& format);
+    void setHidden(int column, bool hidden);
 
     int currentRow() const;
     /// Makes a row the current and only selected one; 0 for none.

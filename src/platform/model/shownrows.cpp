@@ -30,7 +30,7 @@ void ShownRows::append() {
 void ShownRows::truncate(std::size_t size) {
     rows_.truncate(size);
     if (told()) return;
-    dropUnheld();
+    if (sorted_) dropUnheld();
     makeOrder();
 }
 
@@ -61,12 +61,12 @@ std::vector<std::uint32_t> ShownRows::heldSlots() const {
 
 void ShownRows::setOrder(std::optional<std::vector<std::uint32_t>> slots) {
     sorted_ = std::move(slots);
-    if (rows_.size() < rows_.slotCount()) dropUnheld();
+    if (sorted_ && sorted_->size() != rows_.size()) dropUnheld();
     makeOrder();
 }
 
 void ShownRows::dropUnheld() {
-    if (sorted_) std::erase_if(*sorted_, [this](std::uint32_t slot) { return !rows_.has(slot); });
+    std::erase_if(*sorted_, [this](std::uint32_t slot) { return !rows_.has(slot); });
 }
 
 void ShownRows::setShown(std::optional<BitSet> slots) {

@@ -112,7 +112,7 @@ void QtListGrid::setText(int row, int column, std::string_view text) {
 }
 
 void QtListGrid::setColumnHidden(int column, bool hidden) {
-    model_.column(column).hidden = hidden;
+    model_.setHidden(column, hidden);
     view_->setColumnHidden(column, hidden);
 }
 
@@ -127,7 +127,7 @@ void QtListGrid::setHeaderAlignment(int column, int alignment) {
 }
 
 void QtListGrid::setColumnFormat(int column, const std::string& format) {
-    model_.column(column).format = format;
+    model_.setFormat(column, format);
     repaint();
 }
 

@@ -52,7 +52,7 @@ public:
     void narrow(const std::string& words) override;
     std::string narrowing() const override { return model_.narrowing(); }
     void arrange() override;
-    void setColumnKind(int column, ColumnKind kind) override { model_.column(column).kind = kind; }
+    void setColumnKind(int column, ColumnKind kind) override { model_.setKind(column, kind); }
     ColumnKind columnKind(int column) const override { return model_.column(column).kind; }
     void moveColumn(int column, int place) override;
     int columnAt(int place) const override { return model_.columnAt(place); }

@@ -52,6 +52,32 @@ TEST_F(ToolkitContract, clicksOnAHeadingSortUpDownAndNotAtAll) {
     });
 }
 
+TEST_F(ToolkitContract, aColumnOfAnotherKindIsSortedAnew) {
+    use(arrangedWindow(), fillGoods, [](User& user) {
+        listOf(user).setColumnKind(2, ColumnKind::text);
+        user.clickHeading("vsf1", 2);
+        EXPECT_EQ(codesOf(user), (Texts{"0004", "0002", "0003", "0001"})) << "-2, 10.5, 5";
+        listOf(user).setColumnKind(2, ColumnKind::number);
+        user.clickHeading("vsf1", 2);
+        EXPECT_EQ(codesOf(user), (Texts{"0002", "0003", "0004", "0001"}));
+    });
+}
+
+TEST_F(ToolkitContract, theSameWordsAgainFindColumnsAsTheyShowByThen) {
+    use(arrangedWindow(), fillGoods, [](User& user) {
+        listOf(user).narrow("y");
+        EXPECT_EQ(codesOf(user), Texts{}) << "the column isn't shown";
+        listOf(user).narrow("");
+        listOf(user).setColumnHidden(3, false);
+        listOf(user).narrow("y");
+        EXPECT_EQ(codesOf(user), Texts{"0001"});
+        listOf(user).narrow("");
+        listOf(user).setColumnFormat(2, "0.00");
+        listOf(user).narrow("10.50");
+        EXPECT_EQ(codesOf(user), Texts{"0002"});
+    });
+}
+
 TEST_F(ToolkitContract, theSecondOfTwoFastClicksOnAHeadingCountsToo) {
     use(arrangedWindow(), fillGoods, [](User& user) {
         user.doubleClickRow("vsf1", 0);

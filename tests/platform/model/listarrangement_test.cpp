@@ -113,6 +113,21 @@ TEST(ListArrangement, rowsBoundLaterAreArrangedWhenAsked) {
     EXPECT_EQ(list.selectedCount(), 1U);
 }
 
+TEST(ListArrangement, aSortingThatWasUsedBeforeDoesWithoutTheRowsThatWereTakenSince) {
+    ListGridModel list({}, 0);
+    for (const char* code : {"03", "01", "02", "04"})
+        list.addRow(code);
+    list.sort(0, SortOrder::ascending);
+    list.sort(0, SortOrder::told);
+    list.removeRow(4);
+    list.sort(0, SortOrder::descending);
+    EXPECT_EQ(codes(list), (Texts{"03", "02", "01"}));
+    list.sort(0, SortOrder::told);
+    list.setRowCount(2);
+    list.sort(0, SortOrder::ascending);
+    EXPECT_EQ(codes(list), Texts{"03"});
+}
+
 TEST(ListArrangement, hiddenColumnsAreNotSearched) {
     ListGridModel list = goods();
     list.column(1).hidden = true;
