@@ -21,8 +21,7 @@ public:
     virtual ~ListArrangement() = default;
 
     /// Sorts stably: numbers as numbers, texts by the letters of the Chinese, blanks last either way. The current row
-    /// and the selected ones stay so wherever they come to stand. Where the user cancels it the rows show in the told
-    /// order.
+    /// and the selected ones stay so wherever they come to stand. One that the user cancels has changed nothing.
     virtual void sort(int column, SortOrder order) = 0;
     /// -1 in the told order.
     virtual int sortedColumn() const = 0;

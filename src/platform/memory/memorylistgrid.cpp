@@ -67,8 +67,7 @@ void MemoryListGrid::sortOn(int column) {
 }
 
 void MemoryListGrid::sort(int column, SortOrder order) {
-    const bool ready = order == SortOrder::told || readySort(column);
-    model_.sort(column, ready ? order : SortOrder::told);
+    if (order == SortOrder::told || readySort(column)) model_.sort(column, order);
 }
 
 void MemoryListGrid::arrange() {

@@ -151,8 +151,7 @@ void QtListGrid::copySelected() const {
 
 void QtListGrid::sort(int column, SortOrder order) {
     showingAfter([&] {
-        const bool ready = order == SortOrder::told || readySort(column);
-        items_.reset([&] { model_.sort(column, ready ? order : SortOrder::told); });
+        if (order == SortOrder::told || readySort(column)) items_.reset([&] { model_.sort(column, order); });
     });
 }
 
