@@ -117,8 +117,9 @@ void ListColumns::note() {
         fillIn(shown, kept_.order);
         kept_.order = shown == told ? std::vector<std::string>() : shown;
     }
-    // A sorting by a field that isn't shown waits for it, until the user sorts otherwise.
-    if (sorts_ && grid_.sortedColumn() < 0) return;
+    // A sorting by a field that isn't shown waits for it, and one that took too long for another day, until the user
+    // sorts otherwise.
+    if ((sorts_ || givenUp_) && grid_.sortedColumn() < 0) return;
     sorts_ = false;
     const int sorted = grid_.sortedColumn() - kFirstColumn;
     const bool sorts = sorted >= 0 && sorted < static_cast<int>(fields_.size());
@@ -141,14 +142,16 @@ void ListColumns::apply(const ColumnSpec& spec) {
 
 void ListColumns::arrange() {
     const int column = sorts_ ? columnOf(kept_.sorted) : -1;
-    if (column < 0) return grid_.arrange();
-    grid_.sort(column, kept_.sortOrder);
-    sorts_ = false;
-    grid_.setCurrentRow(grid_.rowCount() > 1 ? 1 : 0);
+    if (column >= 0) {
+        grid_.sort(column, kept_.sortOrder);
+        sorts_ = false;
+    }
+    grid_.arrange();
+    givenUp_ = !sorts_ && !kept_.sorted.empty() && grid_.sortedColumn() < 0;
 }
 
 void ListColumns::move(int column, int side) {
-    int place = kFirstColumn;
+    int place = 0;
     while (grid_.columnAt(place) != column)
         ++place;
     do {
@@ -160,12 +163,15 @@ void ListColumns::move(int column, int side) {
 
 void ListColumns::widen(int column, int steps) {
     constexpr int kStep = 300;
-    grid_.setColumnWidth(column, std::clamp(grid_.columnWidth(column) + steps * kStep, kStep, kLargestWidth));
+    const int width = grid_.columnWidth(column);
+    // One that was dragged beyond the bounds is left there.
+    grid_.setColumnWidth(column,
+                         std::clamp(width + steps * kStep, std::min(width, kStep), std::max(width, kLargestWidth)));
 }
 
 void ListColumns::reset() {
     kept_ = {};
-    sorts_ = false;
+    sorts_ = givenUp_ = false;
     for (std::size_t i = 0; i < fields_.size(); ++i)
         grid_.setColumnWidth(kFirstColumn + static_cast<int>(i), fields_[i].width);
     place(wantedOrder());

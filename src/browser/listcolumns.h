@@ -65,7 +65,8 @@ private:
     std::vector<Field> fields_;  // those shown, in the metadata's order
     KeptColumns kept_;
     std::string stored_;
-    bool sorts_ = false;  // the kept sorting isn't the grid's yet
+    bool sorts_ = false;    // the kept sorting isn't the grid's yet
+    bool givenUp_ = false;  // the user has cancelled it
 };
 
 }  // namespace orvenmod

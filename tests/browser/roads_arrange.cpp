@@ -352,6 +352,45 @@ TEST_P(Roads, theHeadingsMenuMovesAndWidensByKeysAlone) {
     EXPECT_EQ(stage.get("ListColumns", "7.3"), "width fName 300;order fNumber,fModel,fName,fMinQty,fTimeQty");
 }
 
+TEST_P(Roads, aColumnNarrowerThanAStepIsNotWidenedByMakingItNarrower) {
+    stage.open(kPicker, [](User& user) {
+        listOf(user).setColumnWidth(kName, 150);
+        user.selectCell("vsf1", 1, kName);
+        user.pressForMenu("Ctrl+H", "MenuHeadingNarrower");
+        EXPECT_EQ(listOf(user).columnWidth(kName), 150);
+        user.pressForMenu("Ctrl+H", "MenuHeadingWider");
+        EXPECT_EQ(listOf(user).columnWidth(kName), 450);
+    });
+}
+
+TEST_P(Roads, aKeptSortingThatIsCancelledIsGivenUpForThisTimeAlone) {
+    for (int i = 0; i < 400; ++i)
+        stage.database().addItem(3, 200 + i, "10." + std::to_string(1000 + i), "螺丝", 14);
+    const std::string kept = "sort fNumber descending";
+    stage.set("ListColumns", "7.3", kept);
+    stage.script().cancelProgress(200);
+    stage.open(kPicker, [](User& user) {
+        EXPECT_EQ(shownCodes(user).front(), "01.01.001");
+        user.clickNode("tv1", "D14");
+        EXPECT_EQ(shownCodes(user).front(), "02.001") << "it isn't asked for again";
+    });
+    EXPECT_EQ(stage.get("ListColumns", "7.3"), kept);
+    stage.open(kPicker, [](User& user) {
+        EXPECT_EQ(shownCodes(user).front(), "10.1399");
+        user.clickHeading("vsf1", kName);
+        user.cancelProgress(200);
+        user.clickNode("tv1", "D14");
+        EXPECT_EQ(listOf(user).sortedColumn(), -1) << "a refresh is cancelled likewise";
+    });
+    EXPECT_EQ(stage.get("ListColumns", "7.3"), "sort fName ascending");
+    stage.script().cancelProgress(200);
+    stage.open(kPicker, [](User& user) {
+        EXPECT_EQ(listOf(user).sortedColumn(), -1);
+        user.rightClickHeading("vsf1", kName, "MenuHeadingReset");
+    });
+    EXPECT_EQ(stage.get("ListColumns", "7.3"), "");
+}
+
 TEST_P(Roads, whatIsCopiedStaysACodeInASpreadsheet) {
     stage.database().addItem(3, 120, "0012", "<片>&\"1/2\"", 14);
     stage.database().addItem(3, 121, "1E5", "=1+1", 14);

@@ -67,6 +67,7 @@ public:
     void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) override {
         book_.addAnswer(kind, text, answer);
     }
+    void cancelProgress(int done) override { book_.addCancel(done); }
     const std::vector<ShownMessage>& messages() const override { return book_.messages(); }
     void forgetMessages() override { book_.forgetMessages(); }
     const std::vector<std::string>& documents() const override { return book_.documents(); }

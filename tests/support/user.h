@@ -102,6 +102,8 @@ public:
     virtual void onWindow(const std::string& name, std::function<void(User&)> steps) = 0;
     /// As User::answer, for boxes shown outside any window.
     virtual void answer(platform::MessageKind kind, const std::string& text, platform::Answer answer) = 0;
+    /// As User::cancelProgress, for work before a window is there.
+    virtual void cancelProgress(int done) = 0;
     /// Every box shown so far, in order.
     virtual const std::vector<ShownMessage>& messages() const = 0;
     virtual void forgetMessages() = 0;
