@@ -85,6 +85,29 @@ TEST_F(ListRowsBeside, AreGoneThroughWholeWhereAViewMadeByHandReadsThem) {
     }
 }
 
+TEST_F(ListRowsBeside, AreGoneThroughByColumnsHoweverTheyAreNamed) {
+    fill(700);
+    native(
+        "INSERT INTO tblItem SELECT fItemId, iif(fItemId % 4 = 0, NULL, 'item ' || fItemId), '.1.' FROM goods WHERE "
+        "fItemId % 3 = 0; UPDATE goods SET fH = fItemId % 11, fPrice = iif(fItemId % 5 = 0, NULL, fItemId * 1.25), "
+        "fDay = "
+        "iif(fItemId % 7 = 0, NULL, '2026-11-22 00:00:00')");
+    const auto connection = connect();
+    connection->execute(
+        "create view vNames as select a.fItemId as [Order],b.FNAME as fname,A.fName as [x.y],isnull(s.fName,'-') as "
+        "[a \"b],null as fNothing,7 as fSeven,'it''s' as fText,isnull(a.fH,0) as fH,a.fItemId as fAgain,a.fNumber from "
+        "Goods as a left join tblitem as b on b.fItemId=a.fItemId left join tblItem as s on s.fItemId=b.fItemId and "
+        "s.fName<>'item 9'");
+    for (const char* sql : {"select * from vNames order by fNumber",
+                            "select FNAME,[X.Y],[order],[order],fName as again from VNAMES order by 1,3",
+                            "select v.[a \"b],v.fNothing,v.fSeven,v.fText as [orven.key2] from vNames as v where "
+                            "v.fH>3 order by v.fnumber desc",
+                            "select n.fName as fNumber,n.fNumber as fName,n.fPrice from goods n order by fNumber,2",
+                            "select fH,fH as fH,fDay from goods where fH like '1%' order by fH,fItemId",
+                            "select vNames.fAgain,fSeven from vNames where fname is null order by fseven,fAgain desc"})
+        expectSame(sql);
+}
+
 TEST_F(ListRowsBeside, GiveOtherColumnsAndRowsWithinAWalkToo) {
     fill(5000);
     const auto rows = byKeys(kList);
