@@ -3,6 +3,7 @@
 #include <gsf/gsf-outfile-msole.h>
 #include <gsf/gsf-outfile.h>
 #include <gsf/gsf-output-stdio.h>
+#include <stdio.h>
 #include <stdlib.h>
 #include <unistd.h>
 
@@ -47,7 +48,10 @@ bool writeContainer(const std::string& path, GsfInput* stream) {
 
 std::string newTemporaryFile() {
     std::error_code error;
-    std::string path = (std::filesystem::temp_directory_path(error) / "orvenmod-workbook-XXXXXX").string();
+    std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    // Otherwise it would stand wherever the host happens to be.
+    if (error) folder = P_tmpdir;
+    std::string path = (folder / "orvenmod-workbook-XXXXXX").string();
     const int file = ::mkstemp(path.data());
     if (file < 0) throw UnreadableFile("文件无法写入：" + path);
     ::close(file);

@@ -3,11 +3,15 @@
 //   0x0006 formula  [row 2][column 2][format 2][value 8] ...     a value that ends in FFFF is none: its first byte
 //   tells
 //                   a text, which the next record 0x0207 holds, a truth value (1), an error (2), nothing (3)
-//   0x0207 text     [length 2][wide 1][characters]
+//   0x0207 text     [length 2][wide 1][characters]; [length 2][bytes of the code page] in those of an earlier version
+//   0x0042 page     [number 2]
 //   0x00E5 merged   [count 2], each [top 2][bottom 2][left 2][right 2]
 #include "transfer/oldformulas.h"
 
+#include <algorithm>
 #include <cstring>
+#include <optional>
+#include <span>
 
 #include "platform/numberformat.h"
 #include "transfer/oldrecords.h"
@@ -20,11 +24,20 @@ namespace {
 constexpr unsigned kFormula = 0x0006;
 constexpr unsigned kText = 0x0207;
 constexpr unsigned kMerged = 0x00E5;
+constexpr unsigned kCodePage = 0x0042;
 
-/// Puts the stream at the sheet's first record.
-bool seekSheet(GsfInput* stream, int sheet) {
+std::string nameOfPage(unsigned number) {
+    constexpr unsigned kMacintosh = 0x8000;
+    constexpr unsigned kWindows = 0x8001;
+    if (number == kMacintosh) return "MACINTOSH";
+    return "CP" + (number == kWindows ? "1252" : std::to_string(number));
+}
+
+/// Puts the stream at the sheet's first record, and tells the code page that stands before.
+bool seekSheet(GsfInput* stream, int sheet, std::string& page) {
     OldRecord record;
     while (readRecord(stream, record) && record.id != kEnd) {
+        if (record.id == kCodePage) page = nameOfPage(record.u16(0));
         if (record.id != kSheet || sheet-- > 0) continue;
         return !gsf_input_seek(stream, static_cast<gsf_off_t>(record.u16(0) | record.u16(2) << 16U), G_SEEK_SET);
     }
@@ -47,19 +60,27 @@ SheetCell valueOf(const OldRecord& formula) {
     return {kind == kError ? CellKind::error : CellKind::empty};
 }
 
-std::string textOf(const OldRecord& record) {
-    constexpr std::size_t kCharacters = 3;
-    const bool wide = record.payload.size() > 2 && (record.payload[2] & 1U) != 0;
-    const std::size_t bytes = std::min<std::size_t>(
-        record.u16(0) * (wide ? 2U : 1U), record.payload.size() - std::min(record.payload.size(), kCharacters));
-    if (bytes == 0) return "";
+/// Nothing where the bytes aren't of that encoding, or nobody knows it.
+std::optional<std::string> converted(std::span<const unsigned char> bytes, const char* encoding) {
     gsize length = 0;
-    gchar* text =
-        g_convert(reinterpret_cast<const gchar*>(record.payload.data() + kCharacters), static_cast<gssize>(bytes),
-                  "UTF-8", wide ? "UTF-16LE" : "ISO-8859-1", nullptr, &length, nullptr);
-    std::string converted(text ? text : "", text ? length : 0);
+    gchar* text = g_convert(reinterpret_cast<const gchar*>(bytes.data()), static_cast<gssize>(bytes.size()), "UTF-8",
+                            encoding, nullptr, &length, nullptr);
+    if (text == nullptr) return std::nullopt;
+    std::string result(text, length);
     g_free(text);
-    return converted;
+    return result;
+}
+
+std::string textOf(const OldRecord& record, bool marked, const std::string& page) {
+    const std::size_t head = marked ? 3 : 2;
+    if (record.payload.size() <= head) return "";
+    const bool wide = marked && (record.payload[2] & 1U) != 0;
+    const std::span characters = std::span(record.payload).subspan(head);
+    const auto bytes = characters.first(std::min<std::size_t>(record.u16(0) * (wide ? 2U : 1U), characters.size()));
+    constexpr const char* kEveryByte = "ISO-8859-1";
+    if (marked) return converted(bytes, wide ? "UTF-16LE" : kEveryByte).value_or("");
+    const auto text = converted(bytes, page.c_str());
+    return text ? *text : converted(bytes, kEveryByte).value_or("");
 }
 
 void addMerged(const OldRecord& record, SheetRows& rows) {
@@ -74,14 +95,16 @@ void addMerged(const OldRecord& record, SheetRows& rows) {
 
 void addOldFormulas(const std::string& path, int sheet, SheetRows& rows) {
     const Owned<GsfInput> stream = openRecords(path);
-    if (!stream || !seekSheet(stream.get(), sheet)) return;
+    std::string page = nameOfPage(1252);
+    if (!stream || !seekSheet(stream.get(), sheet, page)) return;
     OldRecord record;
     std::size_t row = 0;
     int column = 0;
     int depth = 0;
+    bool marked = true;
     // A chart within the sheet has records of its own between its begin and its end.
     while (readRecord(stream.get(), record)) {
-        if (record.id == kBegin) ++depth;
+        if (record.id == kBegin && ++depth == 1) marked = record.u16(0) >= kMarkedSince;
         if (record.id == kEnd && --depth == 0) break;
         if (depth != 1) continue;
         if (record.id == kMerged) addMerged(record, rows);
@@ -91,7 +114,7 @@ void addOldFormulas(const std::string& path, int sheet, SheetRows& rows) {
             SheetCell cell = valueOf(record);
             if (!cell.isEmpty()) rows.put(row, column, std::move(cell));
         } else if (record.id == kText) {
-            rows.put(row, column, {CellKind::text, textOf(record)});
+            rows.put(row, column, {CellKind::text, textOf(record, marked, page)});
         }
     }
     rows.finish();

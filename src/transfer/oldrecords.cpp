@@ -60,7 +60,6 @@ Owned<GsfInput> openRecords(const std::string& path) {
 }
 
 bool recordsHold(GsfInput* stream) {
-    constexpr unsigned kMarkedSince = 0x0600;  // texts tell by a mark whether they are wide
     const auto whole = static_cast<std::uint64_t>(gsf_input_size(stream));
     bool marked = false;
     OldRecord record;

@@ -19,6 +19,8 @@ namespace orvenmod {
 inline constexpr unsigned kBegin = 0x0809;
 inline constexpr unsigned kEnd = 0x000A;
 inline constexpr unsigned kSheet = 0x0085;
+/// The version since which texts tell by a mark whether they are wide, where they were of a code page before.
+inline constexpr unsigned kMarkedSince = 0x0600;
 
 struct OldRecord {
     unsigned id = 0;

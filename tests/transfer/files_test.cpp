@@ -1,9 +1,14 @@
 // What a file holds, as it is read into rows.
+#include <stdlib.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 
+#include "platform/sheet/biffrecords.h"
 #include "platform/sheet/sheetwriter.h"
+#include "support/machinelimits.h"
 #include "transfer/importtest.h"
 #include "transfer/sheetfile.h"
 
@@ -19,6 +24,22 @@ Texts cells(const SheetFile& file, std::size_t row) {
     }
     return all;
 }
+
+/// Where temporary files are made while it lives.
+class FolderForTemporaryFiles {
+public:
+    explicit FolderForTemporaryFiles(const std::string& path) {
+        if (const char* before = ::getenv(kVariable)) before_ = before;
+        ::setenv(kVariable, path.c_str(), 1);
+    }
+    ~FolderForTemporaryFiles() { before_ ? ::setenv(kVariable, before_->c_str(), 1) : ::unsetenv(kVariable); }
+    FolderForTemporaryFiles(const FolderForTemporaryFiles&) = delete;
+    FolderForTemporaryFiles& operator=(const FolderForTemporaryFiles&) = delete;
+
+private:
+    static constexpr const char* kVariable = "TMPDIR";
+    std::optional<std::string> before_;
+};
 
 class Files : public ::testing::Test {
 protected:
@@ -180,6 +201,73 @@ TEST_F(Files, formulasAndMergedCellsOfAnOldWorkbookAreTold) {
     ASSERT_EQ(file.rows.rowCount(), 2U);
     EXPECT_EQ(cells(file, 0), (Texts{"n1.5", "n2.25", "t螺丝", "e"}));
     EXPECT_EQ(cells(file, 1), (Texts{"m", " ", " ", "n7"}));
+}
+
+// Their records are of version 5, and their texts of a code page, without a mark.
+TEST_F(Files, anOldWorkbookOfTheVersionBeforeIsReadWithItsFormulas) {
+    using platform::Biff;
+    using platform::Payload;
+    constexpr unsigned kVersion = 0x0500;
+    const std::string screw = "\xC2\xDD\xCB\xBF";  // 螺丝
+    const auto bytes = [](Payload payload, const std::string& text) {
+        for (const char each : text)
+            payload.u8(static_cast<unsigned char>(each));
+        return payload;
+    };
+    const auto at = [](unsigned column) { return Payload().u16(0).u16(column).u16(0); };
+    const auto begin = [](std::string& stream, unsigned kind) {
+        addRecord(stream, static_cast<Biff>(0x0809), Payload().u16(kVersion).u16(kind).u16(0).u16(0));
+    };
+    const auto head = [&](std::uint32_t sheet) {
+        std::string stream;
+        begin(stream, 5);
+        addRecord(stream, static_cast<Biff>(0x0042), Payload().u16(936));
+        addRecord(stream, static_cast<Biff>(0x0085),
+                  bytes(Payload().u32(sheet).u16(0).u8(static_cast<unsigned>(screw.size())), screw));
+        addRecord(stream, Biff::eof, Payload());
+        return stream;
+    };
+    std::string stream = head(static_cast<std::uint32_t>(head(0).size()));
+    begin(stream, 0x0010);
+    addRecord(stream, Biff::dimensions, Payload().u16(0).u16(1).u16(0).u16(4).u16(0));
+    addRecord(stream, Biff::number, at(0).f64(1.5));
+    addRecord(stream, static_cast<Biff>(0x0204), bytes(at(1).u16(static_cast<unsigned>(screw.size())), screw));
+    for (const auto& [column, text] : {std::pair<unsigned, std::string>{2, screw}, {3, "A1"}}) {
+        addRecord(stream, static_cast<Biff>(0x0006), at(column).u16(0).u16(0).u16(0).u16(0xFFFF).u16(0).u32(0).u16(0));
+        addRecord(stream, static_cast<Biff>(0x0207), bytes(Payload().u16(static_cast<unsigned>(text.size())), text));
+    }
+    addRecord(stream, Biff::eof, Payload());
+    makeCompound(path("a.xls"), "Book", stream);
+    const SheetFile file = read("a.xls");
+    EXPECT_EQ(file.sheets, Texts{"螺丝"});
+    ASSERT_EQ(file.rows.rowCount(), 1U);
+    EXPECT_EQ(cells(file, 0), (Texts{"n1.5", "t螺丝", "t螺丝", "tA1"}));
+}
+
+TEST_F(Files, anOldWorkbookLeavesNothingInTheFolderForTemporaryFiles) {
+    makeOldWorkbook(path("a.xls"));
+    const TemporaryFolder temporary;
+    const TemporaryFolder host;
+    const FolderForTemporaryFiles folder(temporary.path());
+    EXPECT_EQ(read("a.xls").rows.rowCount(), 2U);
+    EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
+    {
+        const FullDisk disk(2048);
+        EXPECT_THROW(read("a.xls"), UnreadableFile);
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
+    const auto cancel = [](std::uint64_t, std::uint64_t) { throw CancelledReading(); };
+    EXPECT_THROW(readSheetFile({.path = path("a.xls")}, cancel), CancelledReading);
+    EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
+    std::filesystem::remove(temporary.path());
+    const std::filesystem::path here = std::filesystem::current_path();
+    std::filesystem::current_path(host.path());
+    std::filesystem::permissions(host.path(), std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    {
+        const BoundByPermissions bound;
+        EXPECT_EQ(read("a.xls").rows.rowCount(), 2U) << "the host's own folder is no place for it";
+    }
+    std::filesystem::current_path(here);
 }
 
 TEST_F(Files, aTextOfManyBlocksIsReadAsOneOfOne) {
