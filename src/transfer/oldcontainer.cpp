@@ -39,7 +39,8 @@ bool writeContainer(const std::string& path, GsfInput* stream) {
     const Owned<GsfOutput> file(gsf_output_stdio_new(path.c_str(), nullptr));
     if (!file) return false;
     const Owned<GsfOutfile> container(gsf_outfile_msole_new(file.get()));
-    const Owned<GsfOutput> copy(gsf_outfile_new_child(container.get(), gsf_input_name(stream), FALSE));
+    const bool earlier = g_ascii_strcasecmp(gsf_input_name(stream), kEarlierWorkbook) == 0;
+    const Owned<GsfOutput> copy(gsf_outfile_new_child(container.get(), earlier ? kEarlierWorkbook : kWorkbook, FALSE));
     bool written = copyBytes(stream, copy.get());
     written = gsf_output_close(copy.get()) && written;
     written = gsf_output_close(GSF_OUTPUT(container.get())) && written;

@@ -40,6 +40,16 @@ bool holds(const OldRecord& record, bool marked, std::uint64_t whole) {
     }
 }
 
+/// Names within a container are told apart without regard to case.
+Owned<GsfInput> childNamed(GsfInfile* container, const char* name) {
+    for (int at = 0; at < gsf_infile_num_children(container); ++at) {
+        const char* each = gsf_infile_name_by_index(container, at);
+        if (each != nullptr && g_ascii_strcasecmp(each, name) == 0)
+            return Owned<GsfInput>(gsf_infile_child_by_index(container, at));
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 bool readRecord(GsfInput* stream, OldRecord& record) {
@@ -54,9 +64,8 @@ Owned<GsfInput> openRecords(const std::string& path) {
     const Owned<GsfInput> file(gsf_input_stdio_new(path.c_str(), nullptr));
     const Owned<GsfInfile> compound(file ? gsf_infile_msole_new(file.get(), nullptr) : nullptr);
     if (!compound) return nullptr;
-    // Excel 95 and before it called them otherwise.
-    Owned<GsfInput> stream(gsf_infile_child_by_name(compound.get(), "Workbook"));
-    return stream ? std::move(stream) : Owned<GsfInput>(gsf_infile_child_by_name(compound.get(), "Book"));
+    Owned<GsfInput> stream = childNamed(compound.get(), kWorkbook);
+    return stream ? std::move(stream) : childNamed(compound.get(), kEarlierWorkbook);
 }
 
 bool recordsHold(GsfInput* stream) {

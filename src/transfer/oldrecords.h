@@ -22,6 +22,10 @@ inline constexpr unsigned kSheet = 0x0085;
 /// The version since which texts tell by a mark whether they are wide, where they were of a code page before.
 inline constexpr unsigned kMarkedSince = 0x0600;
 
+/// The stream of the records, and what Excel 95 and before it called it.
+inline constexpr const char* kWorkbook = "Workbook";
+inline constexpr const char* kEarlierWorkbook = "Book";
+
 struct OldRecord {
     unsigned id = 0;
     std::vector<unsigned char> payload;

@@ -237,11 +237,13 @@ TEST_F(Files, anOldWorkbookOfTheVersionBeforeIsReadWithItsFormulas) {
         addRecord(stream, static_cast<Biff>(0x0207), bytes(Payload().u16(static_cast<unsigned>(text.size())), text));
     }
     addRecord(stream, Biff::eof, Payload());
-    makeCompound(path("a.xls"), "Book", stream);
-    const SheetFile file = read("a.xls");
-    EXPECT_EQ(file.sheets, Texts{"螺丝"});
-    ASSERT_EQ(file.rows.rowCount(), 1U);
-    EXPECT_EQ(cells(file, 0), (Texts{"n1.5", "t螺丝", "t螺丝", "tA1"}));
+    for (const char* name : {"Book", "BOOK", "WORKBOOK"}) {
+        makeCompound(path("a.xls"), name, stream);
+        const SheetFile file = read("a.xls");
+        EXPECT_EQ(file.sheets, Texts{"螺丝"}) << name;
+        ASSERT_EQ(file.rows.rowCount(), 1U) << name;
+        EXPECT_EQ(cells(file, 0), (Texts{"n1.5", "t螺丝", "t螺丝", "tA1"})) << name;
+    }
 }
 
 TEST_F(Files, anOldWorkbookLeavesNothingInTheFolderForTemporaryFiles) {
