@@ -52,7 +52,7 @@ Failure refusedKey(const ConnectionString& parts, const std::string& key, const 
         before = name;
     }
     const Language language = languageOf(parts);
-    if (before != "password" && before != "pwd") return refusedString(language, chinese, english);
+    if (!before.ends_with("password") && !before.ends_with("pwd")) return refusedString(language, chinese, english);
     return refusedString(language, "密码之后的一段不可识别，含“;”的密码须加引号",
                          "the part behind the password is not known; a password with ';' stands in quotes");
 }

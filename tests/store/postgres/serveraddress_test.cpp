@@ -49,11 +49,13 @@ TEST(ServerAddressOfAString, RefusesAKeyThatNobodyKnows) {
 }
 
 TEST(ServerAddressOfAString, TellsNothingOfAPasswordThatASemicolonCuts) {
-    try {
-        ServerAddress::parse(kPlain + ";secret=too");
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.text(), "连接字符串不正确: 密码之后的一段不可识别，含“;”的密码须加引号。");
+    for (const char* behind : {";secret=too", ";sslpassword=a;secret=too"}) {
+        try {
+            ServerAddress::parse(kPlain + behind);
+            FAIL();
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.text(), "连接字符串不正确: 密码之后的一段不可识别，含“;”的密码须加引号。");
+        }
     }
 }
 
