@@ -71,7 +71,7 @@ void RowWalk::readRun(std::span<const std::int64_t> keys, Recordset& rows) {
     int code = sqlite3_step(statement);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
         const std::int64_t key = sqlite3_column_int64(statement, rows.columnCount());
-        if (key < keys[found]) continue;
+        if (found == keys.size() || key < keys[found]) continue;
         if (key > keys[found]) failOnMissingRow();
         fetchRow(statement, columns_, rows);
         ++found;

@@ -4,6 +4,9 @@
 #include <stdexcept>
 
 #include "listrowsbeside.h"
+#include "store/sqlite/handlepool.h"
+#include "store/sqlite/rowwalk.h"
+#include "store/tsql/keyedlist.h"
 
 namespace orvenmod::store::sqlite::test {
 namespace {
@@ -106,6 +109,24 @@ TEST_F(ListRowsBeside, AreGoneThroughByColumnsHoweverTheyAreNamed) {
                             "select fH,fH as fH,fDay from goods where fH like '1%' order by fH,fItemId",
                             "select vNames.fAgain,fSeven from vNames where fname is null order by fseven,fAgain desc"})
         expectSame(sql);
+}
+
+// As a damaged file joins it, whose index tells each row to be the only one.
+TEST_F(ListRowsBeside, AreGoneThroughOnceEachWhereAJoinGivesOneTwice) {
+    native(
+        "INSERT INTO t(rowid, id) VALUES(1, 10), (2, 20), (3, 30); CREATE TABLE twice(id int);"
+        "INSERT INTO twice VALUES(10), (10), (30), (30)");
+    const auto database = takeHandle(connectionString());
+    tsql::Translation walk = tsql::keyedWalk("select id from t order by id", database->catalog(), std::vector{0});
+    walk.statements[0] =
+        "SELECT t.id, t.rowid FROM t LEFT JOIN twice ON twice.id = t.id WHERE t.rowid BETWEEN ?1 AND ?2 ORDER BY "
+        "t.rowid";
+    // Nothing behind them is taken for one of them.
+    const std::vector<std::int64_t> keys = {1, 2, 3, 0};
+    const Recordset rows = RowWalk(*database, walk).read(std::span(keys).first(3));
+    ASSERT_EQ(rows.rowCount(), 3U);
+    EXPECT_EQ(rows.cell(0, 0), "10");
+    EXPECT_EQ(rows.cell(2, 0), "30");
 }
 
 TEST_F(ListRowsBeside, GiveOtherColumnsAndRowsWithinAWalkToo) {
