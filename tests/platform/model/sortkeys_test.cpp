@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <random>
 #include <string>
 
@@ -54,6 +55,32 @@ TEST(SortKeys, agreeWithTheArithmeticOnRandomNumbers) {
 TEST(SortKeys, putWhatIsNoNumberBehindTheNumbersAndBlanksLast) {
     EXPECT_EQ(sorted({"", "约3", "7", " ", "-2"}, ColumnKind::number), (Texts{"-2", "7", "约3", "", " "}));
     EXPECT_EQ(sorted({"", "7", " ", "-2"}, ColumnKind::number, SortOrder::descending), (Texts{"7", "-2", "", " "}));
+}
+
+TEST(SortKeys, areStableBothWaysHoweverLongWhatCellsShareIs) {
+    std::mt19937 random(23);
+    for (int round = 0; round < 50; ++round) {
+        Texts cells;
+        for (int i = 0; i < 200; ++i) {
+            std::string cell(random() % 5 * 7, 'a');
+            for (std::size_t more = random() % 4; more > 0; --more)
+                cell += static_cast<char>('a' + random() % 3);
+            cells.push_back(cell);
+        }
+        SortKeys keys(ColumnKind::text, cells.size());
+        for (std::size_t slot = 0; slot < cells.size(); ++slot)
+            keys.set(slot, cells[slot]);
+        const SortedSlots sorted = keys.sorted();
+        for (const SortOrder order : {SortOrder::descending, SortOrder::ascending, SortOrder::descending}) {
+            std::vector<std::uint32_t> expected(cells.size());
+            std::iota(expected.begin(), expected.end(), 0U);
+            std::ranges::stable_sort(expected, [&](std::uint32_t left, std::uint32_t right) {
+                if (cells[left].empty() || cells[right].empty()) return !cells[left].empty() && cells[right].empty();
+                return order == SortOrder::ascending ? cells[left] < cells[right] : cells[left] > cells[right];
+            });
+            ASSERT_EQ(sorted.inOrder(order), expected) << round;
+        }
+    }
 }
 
 TEST(SortKeys, sortChineseByItsLetters) {
