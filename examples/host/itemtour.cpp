@@ -114,6 +114,8 @@ void arrangeItems(Guide& guide) {
                      [](Visitor& usage) { usage.picture("item-usage", "使用情况：哪些单据用了这个货品"); });
         visitor.chooseMenu("MenuItemUsage");
         visitor.clickHeading("vsf1", "名称");
+        visitor.pictureNextMenu("heading-menu", "列标题的右键菜单，也可按 Ctrl+H");
+        visitor.press("Ctrl+H");
         visitor.press("Ctrl+F");
         visitor.typeKeys("zxb");
         visitor.picture("sorted-narrowed", "按拼音排序，并用拼音字母筛选");

@@ -245,14 +245,17 @@ void Visitor::chooseTab(const QString& tabs, int page) {
 }
 
 void Visitor::pictureMenuOf(const QString& view, const std::string& name, const std::string& caption) {
-    QWidget* port = find<QAbstractScrollArea>(view).viewport();
+    pictureNextMenu(name, caption);
+    QTest::mouseClick(find<QAbstractScrollArea>(view).viewport(), Qt::RightButton, {}, QPoint(60, 36));
+}
+
+void Visitor::pictureNextMenu(const std::string& name, const std::string& caption) {
     whenReady(
         &asker_, [] { return QApplication::activePopupWidget(); },
         [this, name, caption](QWidget& menu) {
             album_.add(window_, name, caption);
             menu.close();
         });
-    QTest::mouseClick(port, Qt::RightButton, {}, QPoint(60, 36));
 }
 
 void Visitor::pictureListOf(const QString& combo, const std::string& name, const std::string& caption) {

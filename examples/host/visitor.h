@@ -68,6 +68,8 @@ public:
     void pictureCalendar(const QString& grid, int row, int column, const std::string& name, const std::string& caption);
     /// The popup menu of a tree or grid; pictured, and closed without a choice.
     void pictureMenuOf(const QString& view, const std::string& name, const std::string& caption);
+    /// Of the menu that what follows opens.
+    void pictureNextMenu(const std::string& name, const std::string& caption);
     /// The opened list of a combo; pictured and closed.
     void pictureListOf(const QString& combo, const std::string& name, const std::string& caption);
     void chooseMenu(const QString& action);
