@@ -75,12 +75,10 @@ std::optional<std::size_t> PostgresConnection::startUnit(Look look) {
     return session_->queued() - 1;
 }
 
-// What can be run again may go out on a schema that has changed, since its answer tells of that: a query alone, and
-// what begins a transaction.
+// A query alone may go out on a schema that has changed, since its answer tells of that and it is run again.
 PostgresConnection::Look PostgresConnection::lookOf(const CachedStatement& entry) const {
     const bool queryAlone = transaction_ == Transaction::none && entry.translation.kind == StatementKind::query;
-    const bool repeatable = queryAlone || transaction_ == Transaction::begun;
-    return repeatable && session_->isTold() ? Look::none : Look::atTheSchema;
+    return queryAlone && session_->isTold() ? Look::none : Look::atTheSchema;
 }
 
 CachedStatement& PostgresConnection::prepared(std::string_view sql) {
@@ -153,13 +151,6 @@ bool PostgresConnection::isOvertaken(const Answer& answer, std::optional<std::si
     return true;
 }
 
-// Whether the answer to what went out without a look tells that it is to be translated again. It is undone then.
-bool PostgresConnection::isToldTooLate(Look look, const Answer& answer, int& attempt) {
-    if (look != Look::none || !session_->isOvertaken() || ++attempt > kMostTranslations) return false;
-    if (answer.failure() == nullptr) undoUnit();
-    return true;
-}
-
 // Runs a statement, and again from its translation on when the schema has overtaken it.
 Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry,
                                const std::function<void(const PGresult* row)>& row) {
@@ -172,7 +163,7 @@ Result PostgresConnection::run(std::string_view sql, CachedStatement*& entry,
         const bool changes = entry->translation.kind == StatementKind::change;
         const Session::Stream stream{at, row};
         Answer answer = sendUnit(changes ? Effect::changes : Effect::reads, row ? &stream : nullptr);
-        const bool overtaken = isToldTooLate(look, answer, attempt);
+        const bool overtaken = look == Look::none && session_->isOvertaken() && ++attempt <= kMostTranslations;
         if (!overtaken && answer.failure() == nullptr) {
             looked_ = true;
             return std::move(answer.results[at]);

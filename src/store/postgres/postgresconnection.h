@@ -93,7 +93,6 @@ private:
     void undoUnit();
     void commitOpen();
     bool isOvertaken(const Answer& answer, std::optional<std::size_t> lookAt, int& attempt) const;
-    bool isToldTooLate(Look look, const Answer& answer, int& attempt);
     static std::int64_t touched(PGresult* result);
     [[noreturn]] void failStatement(std::string_view sql, const CachedStatement& entry, const PGresult* failure);
     [[noreturn]] void failChange(std::string_view sql, const PGresult* failure, const Values& values);

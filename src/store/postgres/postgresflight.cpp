@@ -75,8 +75,7 @@ private:
 
     void sendReady() {
         Session& session = *connection_.session_;
-        const Look look = connection_.lookOf(*ready_.front().entry);
-        const auto lookAt = connection_.startUnit(look);
+        const auto lookAt = connection_.startUnit(Look::atTheSchema);
         std::vector<std::size_t> ends;
         for (Ready& each : ready_) {
             each.at = connection_.queueStatement(*each.entry, each.parameters);
@@ -84,7 +83,6 @@ private:
         }
         connection_.endUnit();
         const Answer answer = connection_.sendUnit(Effect::changes);
-        if (connection_.isToldTooLate(look, answer, attempt_)) return session.forgetSchema();
         if (answer.failure() != nullptr) {
             const auto failed = std::upper_bound(ends.begin(), ends.end() - 1, answer.failedAt()) - ends.begin();
             return fail(static_cast<std::size_t>(failed), answer, lookAt);
